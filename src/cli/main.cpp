@@ -1,0 +1,41 @@
+// ostrel-cli: the program's operations without a window, for scripting and batch work.
+#include <CLI/CLI.hpp>
+#include <iostream>
+
+#include "cli/cli_context.h"
+#include "cli/data_folder.h"
+
+int main(int argc, char** argv) {
+    using namespace ostrel::cli;
+    CLI::App app{"Ostrel: custom optical materials from the command line", "ostrel-cli"};
+    app.require_subcommand(1);
+    CliDialogs dialogs(std::cerr);
+    CliContext ctx;
+    ctx.dialogs = &dialogs;
+    ctx.out = &std::cout;
+    ctx.err = &std::cerr;
+    app.add_option("--data-dir", ctx.dataDir, "Folder of the custom material list");
+    app.add_option("--lumbrak", ctx.lumbrakDir,
+                   "Folder holding STFenmarkExA.dat and SPFenmark.dat (name rules)");
+    app.add_option("--answer", ctx.answer, "How every question box is answered")
+        ->check(CLI::IsMember({"yes", "no"}));
+
+    RegisterListCommands(app, ctx);
+    RegisterOpticsCommands(app, ctx);
+
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& e) {
+        int rc = app.exit(e);
+        return rc == 0 ? kExitOk : kExitUsage;
+    }
+    if (ctx.dataDir.empty()) ctx.dataDir = DefaultDataFolder();
+    dialogs.answerYes = ctx.answer == "yes";
+    if (!ctx.run) return kExitUsage;
+    try {
+        return ctx.run();
+    } catch (const std::exception& e) {
+        std::cerr << "Error: " << e.what() << '\n';
+        return kExitRefused;
+    }
+}

@@ -1,0 +1,51 @@
+#pragma once
+// Everything modal that the logic may show. The logic never shows anything itself: the
+// desktop program shows real boxes, the command line prints, tests script the answers.
+#include <optional>
+#include <string>
+
+namespace ostrel {
+
+enum class MsgButtons { OK, OKCancel, YesNo, YesNoCancel };
+enum class MsgIcon { None, Information, Question, Exclamation, Critical };
+enum class MsgAnswer { OK, Cancel, Yes, No };
+
+struct FileDialogSpec {
+    std::string filter;  // "GLZ files (*.glz)|*.glz|All files (*.*)|*.*"
+    int filterIndex = 1;
+    std::string defaultExt;
+    std::string title;
+    std::string initialPath;  // folder or full path proposed
+};
+
+class Dialogs {
+public:
+    virtual ~Dialogs() = default;
+    virtual MsgAnswer MsgBox(const std::string& text, MsgButtons buttons = MsgButtons::OK,
+                             MsgIcon icon = MsgIcon::None, const std::string& title = {}) = 0;
+    // The answer typed, or nothing when the user cancelled.
+    virtual std::optional<std::string> InputBox(const std::string& prompt,
+                                                const std::string& title,
+                                                const std::string& proposal) = 0;
+    virtual std::optional<std::string> FileOpen(const FileDialogSpec& spec) = 0;
+    virtual std::optional<std::string> FileSave(const FileDialogSpec& spec) = 0;
+    virtual void SetBusy(bool busy) = 0;
+    // Progress and help text on the main window's help line; lets pending events run.
+    virtual void HelpNote(const std::string& text, bool bold) = 0;
+    // Asks the desktop to open an address; false when that failed.
+    virtual bool OpenUrl(const std::string& url) = 0;
+};
+
+// Turns the pointer busy for the length of a scope.
+class BusyPointer {
+public:
+    explicit BusyPointer(Dialogs& d) : d_(d) { d_.SetBusy(true); }
+    ~BusyPointer() { d_.SetBusy(false); }
+    BusyPointer(const BusyPointer&) = delete;
+    BusyPointer& operator=(const BusyPointer&) = delete;
+
+private:
+    Dialogs& d_;
+};
+
+}  // namespace ostrel

@@ -1,0 +1,48 @@
+#pragma once
+// A Dialogs that records every box and answers from queues, for tests.
+#include <deque>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/platform/dialogs.h"
+
+namespace ostrel::testing {
+
+struct ShownBox {
+    std::string text;
+    MsgButtons buttons;
+    MsgIcon icon;
+    std::string title;
+};
+
+class ScriptedDialogs : public Dialogs {
+public:
+    MsgAnswer MsgBox(const std::string& text, MsgButtons buttons, MsgIcon icon,
+                     const std::string& title) override;
+    std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
+                                        const std::string& proposal) override;
+    std::optional<std::string> FileOpen(const FileDialogSpec& spec) override;
+    std::optional<std::string> FileSave(const FileDialogSpec& spec) override;
+    void SetBusy(bool busy) override;
+    void HelpNote(const std::string& text, bool bold) override;
+    bool OpenUrl(const std::string& url) override;
+
+    // Answers given in order; with none queued a box gets its first button (OK or Yes),
+    // an input box is cancelled and a file dialog is cancelled.
+    std::deque<MsgAnswer> answers;
+    std::deque<std::optional<std::string>> inputs;
+    std::deque<std::optional<std::string>> files;
+    bool openUrlResult = true;
+
+    std::vector<ShownBox> boxes;
+    std::vector<std::string> prompts;    // input box prompts, in order
+    std::vector<std::string> proposals;  // what each input box proposed
+    std::vector<std::string> helpNotes;
+    std::vector<std::string> urls;
+    std::vector<FileDialogSpec> fileDialogs;
+    int busyDepth = 0;
+    bool everBusy = false;
+};
+
+}  // namespace ostrel::testing
