@@ -3,7 +3,7 @@
 #include <iostream>
 
 #include "cli/cli_context.h"
-#include "cli/data_folder.h"
+#include "core/platform/data_folder.h"
 
 int main(int argc, char** argv) {
     using namespace ostrel::cli;
@@ -29,7 +29,7 @@ int main(int argc, char** argv) {
         int rc = app.exit(e);
         return rc == 0 ? kExitOk : kExitUsage;
     }
-    if (ctx.dataDir.empty()) ctx.dataDir = DefaultDataFolder();
+    if (ctx.dataDir.empty()) ctx.dataDir = ostrel::DefaultDataFolder();
     dialogs.answerYes = ctx.answer == "yes";
     if (!ctx.run) return kExitUsage;
     try {

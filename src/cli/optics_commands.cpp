@@ -4,7 +4,12 @@
 
 namespace ostrel::cli {
 
-// Commands over the optical calculations: index, fit, glasscode, transtable.
-void RegisterOpticsCommands(CLI::App&, CliContext&) {}
+void RegisterIndexFitCommands(CLI::App& app, CliContext& ctx);
+void RegisterDerivedCommands(CLI::App& app, CliContext& ctx);
+
+void RegisterOpticsCommands(CLI::App& app, CliContext& ctx) {
+    RegisterIndexFitCommands(app, ctx);
+    RegisterDerivedCommands(app, ctx);
+}
 
 }  // namespace ostrel::cli

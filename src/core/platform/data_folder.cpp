@@ -1,9 +1,9 @@
-#include "cli/data_folder.h"
+#include "core/platform/data_folder.h"
 
 #include <cstdlib>
 #include <filesystem>
 
-namespace ostrel::cli {
+namespace ostrel {
 
 std::string DefaultDataFolder() {
     std::filesystem::path base;
@@ -17,4 +17,4 @@ std::string DefaultDataFolder() {
     return (base / "Ostrel").string();
 }
 
-}  // namespace ostrel::cli
+}  // namespace ostrel

@@ -1,9 +1,9 @@
 #pragma once
 #include <string>
 
-namespace ostrel::cli {
+namespace ostrel {
 
 // The per-user data folder: $XDG_DATA_HOME/Ostrel, else ~/.local/share/Ostrel.
 std::string DefaultDataFolder();
 
-}  // namespace ostrel::cli
+}  // namespace ostrel

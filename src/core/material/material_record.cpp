@@ -1,0 +1,28 @@
+#include "core/material/material_record.h"
+
+#include "core/material/material_record_codec.h"
+
+namespace ostrel {
+
+void ClearMaterialRecord(MaterialRecord& rec) {
+    rec = MaterialRecord{};  // numbers zero, fixed texts blank
+    rec.ThermalState.Ready = kTrue;
+}
+
+MaterialRecord ClearedMaterialRecord() {
+    MaterialRecord rec;
+    ClearMaterialRecord(rec);
+    return rec;
+}
+
+MaterialRecord ZeroMaterialRecord() {
+    MaterialImage zeros{};
+    return FromBytes(zeros);
+}
+
+bool AllSectionsReady(const MaterialRecord& rec) {
+    return rec.GeneralState.Ready && rec.IndexState.Ready && rec.TransState.Ready &&
+           rec.ThermalState.Ready && rec.OtherState.Ready;
+}
+
+}  // namespace ostrel

@@ -1,0 +1,30 @@
+#pragma once
+// Numbers as text, the program's way: display formats with the patterns the forms use,
+// the lenient reading of grid cells, the check of typed numbers, and rounding to whole
+// numbers half to even.
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace ostrel {
+
+// Formats a value with a pattern of the kind "0.0000000", "0.0###", "0.0%", "0.000e+00",
+// "+0.00000000e+00;-0.00000000e+00" (positive;negative sections), "0.00;\\----" (a literal
+// section for negatives) and "0".
+std::string FormatNumber(double value, std::string_view pattern);
+
+// Reads a number the way a grid cell is read: leading blanks skipped, the longest numeric
+// prefix taken, anything else (or nothing) reads 0.
+double Val(std::string_view text);
+
+// True when the whole text (blanks around it aside) is a valid real number.
+bool IsValidNumber(std::string_view text);
+// True when the whole text is a valid whole number in the 16-bit (or 32-bit) range.
+bool IsValidInteger(std::string_view text);
+
+// Rounding to whole numbers, half to even (2.5 -> 2, 3.5 -> 4).
+double RoundHalfEven(double value);
+int16_t CInt(double value);   // half to even, saturating at the 16-bit range
+int32_t CLng(double value);   // half to even, saturating at the 32-bit range
+
+}  // namespace ostrel
