@@ -16,7 +16,7 @@ namespace ostrel::cli {
 // Question boxes are answered by --answer; every box is printed to stderr, one line per
 // box, behind its title. Input boxes take the queued answers and then cancel.
 class CliDialogs : public Dialogs {
-public:
+  public:
     explicit CliDialogs(std::ostream& err) : err_(err) {}
     MsgAnswer MsgBox(const std::string& text, MsgButtons buttons, MsgIcon icon,
                      const std::string& title) override;
@@ -31,7 +31,7 @@ public:
     bool answerYes = true;
     std::vector<std::string> inputAnswers;
 
-private:
+  private:
     std::ostream& err_;
     size_t nextInput_ = 0;
 };

@@ -11,11 +11,10 @@ MsgAnswer ScriptedDialogs::MsgBox(const std::string& text, MsgButtons buttons, M
         return a;
     }
     return (buttons == MsgButtons::YesNo || buttons == MsgButtons::YesNoCancel) ? MsgAnswer::Yes
-                                                                                 : MsgAnswer::OK;
+                                                                                : MsgAnswer::OK;
 }
 
-std::optional<std::string> ScriptedDialogs::InputBox(const std::string& prompt,
-                                                     const std::string&,
+std::optional<std::string> ScriptedDialogs::InputBox(const std::string& prompt, const std::string&,
                                                      const std::string& proposal) {
     prompts.push_back(prompt);
     proposals.push_back(proposal);
@@ -42,7 +41,9 @@ void ScriptedDialogs::SetBusy(bool busy) {
     everBusy = everBusy || busy;
 }
 
-void ScriptedDialogs::HelpNote(const std::string& text, bool) { helpNotes.push_back(text); }
+void ScriptedDialogs::HelpNote(const std::string& text, bool) {
+    helpNotes.push_back(text);
+}
 
 bool ScriptedDialogs::OpenUrl(const std::string& url) {
     urls.push_back(url);

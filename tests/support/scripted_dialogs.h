@@ -17,7 +17,7 @@ struct ShownBox {
 };
 
 class ScriptedDialogs : public Dialogs {
-public:
+  public:
     MsgAnswer MsgBox(const std::string& text, MsgButtons buttons, MsgIcon icon,
                      const std::string& title) override;
     std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,

@@ -26,7 +26,7 @@ bool SameMaterial(const MaterialRecord& a, const MaterialRecord& b);
 bool NameUsable(const MaterialRecord& rec);
 
 class GlassesList {
-public:
+  public:
     // dataFolder: where the custom file lives. Failures of reading and writing go through
     // the error displayer.
     GlassesList(std::string dataFolder, ErrorDisplayer& errors);
@@ -49,6 +49,13 @@ public:
     // written (reported); the file on disk is then as it was.
     bool SaveCustomFile();
 
+    // Writes the given list as the custom file (backup first; an empty list leaves no
+    // file). False when it could not be written (reported); the file is then unchanged.
+    bool WriteCustomFile(const std::vector<MaterialRecord>& list);
+    // True when the file at start-up could not be read: saving is refused from then on,
+    // so that the unread file is not replaced.
+    bool LoadFailed() const { return loadFailed_; }
+
     // Saves the list given and, only when that succeeded, makes it the list in memory.
     bool CommitList(std::vector<MaterialRecord> list);
     // ListAddDated followed by a save; the list is left as it was when the save failed.
@@ -59,8 +66,7 @@ public:
     void LoadGenericNames(const std::string& lumbrakFolder);
     bool ListContainsSupplied(const MaterialRecord& rec) const;
     // The rule applied wherever a name is proposed; false with the reason in message.
-    bool CheckOverwrite(const MaterialRecord& rec, bool allowOverwrite,
-                        std::string& message) const;
+    bool CheckOverwrite(const MaterialRecord& rec, bool allowOverwrite, std::string& message) const;
 
     // The list form's refresh; every change of the list ends with it.
     void SetRefreshHandler(std::function<void()> handler) { refresh_ = std::move(handler); }
@@ -71,7 +77,7 @@ public:
     const std::string& dataFolder() const { return folder_; }
     ErrorDisplayer& errors() { return errors_; }
 
-private:
+  private:
     void RebuildKeys();
 
     std::string folder_;
@@ -81,6 +87,7 @@ private:
     std::unordered_set<std::string> catalogueKeys_;
     std::unordered_set<std::string> genericKeys_;
     std::function<void()> refresh_;
+    bool loadFailed_ = false;
 };
 
 }  // namespace ostrel

@@ -15,14 +15,12 @@ static_assert(std::endian::native == std::endian::little,
               "file images are little endian; add byte swapping for this host");
 
 class ByteWriter {
-public:
+  public:
     ByteWriter(unsigned char* image, size_t size) : image_(image), size_(size) {}
 
     template <typename T>
-        requires std::is_arithmetic_v<T>
-    void Put(size_t offset, T value) {
-        std::memcpy(image_ + offset, &value, sizeof(T));
-    }
+    requires std::is_arithmetic_v<T>
+    void Put(size_t offset, T value) { std::memcpy(image_ + offset, &value, sizeof(T)); }
     template <typename T, size_t K>
     void PutArray(size_t offset, const T (&values)[K]) {
         for (size_t i = 0; i < K; ++i) Put(offset + i * sizeof(T), values[i]);
@@ -36,20 +34,18 @@ public:
     }
     size_t size() const { return size_; }
 
-private:
+  private:
     unsigned char* image_;
     size_t size_;
 };
 
 class ByteReader {
-public:
+  public:
     ByteReader(const unsigned char* image, size_t size) : image_(image), size_(size) {}
 
     template <typename T>
-        requires std::is_arithmetic_v<T>
-    void Get(size_t offset, T& value) const {
-        std::memcpy(&value, image_ + offset, sizeof(T));
-    }
+    requires std::is_arithmetic_v<T>
+    void Get(size_t offset, T& value) const { std::memcpy(&value, image_ + offset, sizeof(T)); }
     template <typename T, size_t K>
     void GetArray(size_t offset, T (&values)[K]) const {
         for (size_t i = 0; i < K; ++i) Get(offset + i * sizeof(T), values[i]);
@@ -63,7 +59,7 @@ public:
     }
     size_t size() const { return size_; }
 
-private:
+  private:
     const unsigned char* image_;
     size_t size_;
 };

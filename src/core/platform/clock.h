@@ -4,23 +4,23 @@
 namespace ostrel {
 
 class Clock {
-public:
+  public:
     virtual ~Clock() = default;
     virtual double Now() const = 0;  // local date and time as a day count
 };
 
 class SystemClock : public Clock {
-public:
+  public:
     double Now() const override;
 };
 
 class FixedClock : public Clock {
-public:
+  public:
     explicit FixedClock(double now) : now_(now) {}
     double Now() const override { return now_; }
     void Set(double now) { now_ = now; }
 
-private:
+  private:
     double now_;
 };
 

@@ -19,13 +19,12 @@ struct FileDialogSpec {
 };
 
 class Dialogs {
-public:
+  public:
     virtual ~Dialogs() = default;
     virtual MsgAnswer MsgBox(const std::string& text, MsgButtons buttons = MsgButtons::OK,
                              MsgIcon icon = MsgIcon::None, const std::string& title = {}) = 0;
     // The answer typed, or nothing when the user cancelled.
-    virtual std::optional<std::string> InputBox(const std::string& prompt,
-                                                const std::string& title,
+    virtual std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
                                                 const std::string& proposal) = 0;
     virtual std::optional<std::string> FileOpen(const FileDialogSpec& spec) = 0;
     virtual std::optional<std::string> FileSave(const FileDialogSpec& spec) = 0;
@@ -38,13 +37,13 @@ public:
 
 // Turns the pointer busy for the length of a scope.
 class BusyPointer {
-public:
+  public:
     explicit BusyPointer(Dialogs& d) : d_(d) { d_.SetBusy(true); }
     ~BusyPointer() { d_.SetBusy(false); }
     BusyPointer(const BusyPointer&) = delete;
     BusyPointer& operator=(const BusyPointer&) = delete;
 
-private:
+  private:
     Dialogs& d_;
 };
 

@@ -9,20 +9,19 @@
 namespace ostrel {
 
 class ErrorDisplayer {
-public:
+  public:
     ErrorDisplayer(std::string dataFolder, Dialogs& dialogs, const Clock& clock)
         : folder_(std::move(dataFolder)), dialogs_(dialogs), clock_(clock) {}
 
     // Appends the date, a line break, "  Error: [code]: internal message" to ERROR.LOG
     // (a log that cannot be written is passed over) and shows the user's message.
-    void ErrorDisplay(const std::string& userMsg, const std::string& internalMsg,
-                      int internalCode);
+    void ErrorDisplay(const std::string& userMsg, const std::string& internalMsg, int internalCode);
 
     const std::string& folder() const { return folder_; }
     Dialogs& dialogs() { return dialogs_; }
     const Clock& clock() const { return clock_; }
 
-private:
+  private:
     std::string folder_;
     Dialogs& dialogs_;
     const Clock& clock_;

@@ -15,7 +15,7 @@ namespace ostrel {
 
 template <size_t N>
 class FixedText {
-public:
+  public:
     static constexpr size_t kSize = N;
 
     FixedText() { bytes_.fill(' '); }
@@ -47,7 +47,7 @@ public:
 
     bool operator==(const FixedText&) const = default;
 
-private:
+  private:
     std::array<char, N> bytes_;
 };
 

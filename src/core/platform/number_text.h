@@ -10,7 +10,11 @@ namespace ostrel {
 
 // Formats a value with a pattern of the kind "0.0000000", "0.0###", "0.0%", "0.000e+00",
 // "+0.00000000e+00;-0.00000000e+00" (positive;negative sections), "0.00;\\----" (a literal
-// section for negatives) and "0".
+// section for negatives) and "0". Digit places 0 and #, a decimal point, "," grouping, %,
+// e+00 / E-00 exponents, up to three ;-separated sections (positive, negative, zero),
+// backslash and quoted literals. The shown digits are taken from 15 significant digits of
+// the value and rounded half away from zero. A negative value that shows only zeros with a
+// one-section pattern gets no minus sign.
 std::string FormatNumber(double value, std::string_view pattern);
 
 // Reads a number the way a grid cell is read: leading blanks skipped, the longest numeric
@@ -21,6 +25,8 @@ double Val(std::string_view text);
 bool IsValidNumber(std::string_view text);
 // True when the whole text is a valid whole number in the 16-bit (or 32-bit) range.
 bool IsValidInteger(std::string_view text);
+// True when the whole text is a valid whole number in the 32-bit range.
+bool IsValidLong(std::string_view text);
 
 // Rounding to whole numbers, half to even (2.5 -> 2, 3.5 -> 4).
 double RoundHalfEven(double value);

@@ -36,9 +36,9 @@ const long long kEpochOffset = DaysFromCivil(1899, 12, 30);
 }  // namespace
 
 double OleDateFromCivil(const CivilDateTime& c) {
-    long long days = DaysFromCivil(c.year, static_cast<unsigned>(c.month),
-                                   static_cast<unsigned>(c.day)) -
-                     kEpochOffset;
+    long long days =
+        DaysFromCivil(c.year, static_cast<unsigned>(c.month), static_cast<unsigned>(c.day)) -
+        kEpochOffset;
     double frac = (c.hour * 3600.0 + c.minute * 60.0 + c.second) / 86400.0;
     return days >= 0 ? static_cast<double>(days) + frac : static_cast<double>(days) - frac;
 }

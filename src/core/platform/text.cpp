@@ -9,7 +9,9 @@ std::string_view VbTrim(std::string_view s) {
     return s.substr(b, e - b + 1);
 }
 
-std::string VbTrimCopy(std::string_view s) { return std::string(VbTrim(s)); }
+std::string VbTrimCopy(std::string_view s) {
+    return std::string(VbTrim(s));
+}
 
 std::string UpperCp1252(std::string_view bytes) {
     std::string out(bytes);

@@ -1,0 +1,306 @@
+#include "core/material/glasses_list.h"
+
+#include <algorithm>
+#include <cstring>
+#include <filesystem>
+
+#include "core/material/catalogue_record.h"
+#include "core/material/material_record_codec.h"
+#include "core/material/old_layouts.h"
+#include "core/platform/file_io.h"
+#include "core/platform/maker.h"
+#include "core/platform/text.h"
+
+namespace fs = std::filesystem;
+
+namespace ostrel {
+namespace {
+
+std::string KeyOf(std::string_view name, std::string_view source) {
+    return UpperCp1252(VbTrim(name)) + "|" + UpperCp1252(VbTrim(source));
+}
+
+bool UsableText(std::string_view raw) {
+    return !VbTrim(raw).empty() && raw.find('\0') == std::string_view::npos;
+}
+
+// Adds a key unless the name or source is blank or holds a NUL; a key already present is
+// left alone.
+void AddKey(std::unordered_set<std::string>& keys, std::string_view name, std::string_view source) {
+    if (!UsableText(name) || !UsableText(source)) return;
+    keys.insert(KeyOf(name, source));
+}
+
+// Splits file content into records of the given length; a short last record is padded
+// with zero bytes.
+template <typename Fn>
+void ForEachRecord(const std::string& content, size_t length, Fn&& fn) {
+    std::vector<unsigned char> buf(length);
+    for (size_t off = 0; off < content.size(); off += length) {
+        size_t n = std::min(length, content.size() - off);
+        std::fill(buf.begin(), buf.end(), 0);
+        std::memcpy(buf.data(), content.data() + off, n);
+        fn(buf.data());
+    }
+}
+
+std::string Label(const MaterialRecord& rec) {
+    return rec.General.GlassName.Text() + " - " + rec.General.Source.Text();
+}
+
+}  // namespace
+
+std::string MaterialKey(const MaterialRecord& rec) {
+    return KeyOf(rec.General.GlassName.Raw(), rec.General.Source.Raw());
+}
+
+bool SameMaterial(const MaterialRecord& a, const MaterialRecord& b) {
+    return MaterialKey(a) == MaterialKey(b);
+}
+
+bool NameUsable(const MaterialRecord& rec) {
+    return UsableText(rec.General.GlassName.Raw()) && UsableText(rec.General.Source.Raw());
+}
+
+GlassesList::GlassesList(std::string dataFolder, ErrorDisplayer& errors)
+    : folder_(std::move(dataFolder)), errors_(errors) {}
+
+bool GlassesList::ListAdd(const MaterialRecord& rec, bool overwrite) {
+    if (!NameUsable(rec)) return false;
+    const std::string key = MaterialKey(rec);
+    if (customKeys_.count(key)) {
+        if (!overwrite) return false;
+        for (auto& existing : customList_) {
+            if (SameMaterial(existing, rec)) {
+                existing = rec;
+                return true;
+            }
+        }
+        return false;
+    }
+    customKeys_.insert(key);
+    customList_.push_back(rec);
+    return true;
+}
+
+bool GlassesList::ListAddDated(MaterialRecord rec, bool overwrite) {
+    rec.DateChanged = errors_.clock().Now();
+    return ListAdd(rec, overwrite);
+}
+
+bool GlassesList::ListContains(const MaterialRecord& rec) const {
+    return customKeys_.count(MaterialKey(rec)) > 0;
+}
+
+bool GlassesList::GetMaterial(int index, MaterialRecord& rec) const {
+    if (index < 1 || index > CustomCount()) return false;
+    rec = customList_[static_cast<size_t>(index - 1)];
+    return true;
+}
+
+void GlassesList::ReplaceList(std::vector<MaterialRecord> list) {
+    customList_ = std::move(list);
+    RebuildKeys();
+}
+
+void GlassesList::RebuildKeys() {
+    customKeys_.clear();
+    for (const auto& rec : customList_) {
+        AddKey(customKeys_, rec.General.GlassName.Raw(), rec.General.Source.Raw());
+    }
+}
+
+bool GlassesList::LoadCustomFile() {
+    customList_.clear();
+    customKeys_.clear();
+    loadFailed_ = false;
+    const fs::path folder(folder_);
+    FileError err;
+    std::string content;
+
+    const fs::path current = folder / kCustomFileName;
+    std::error_code ec;
+    if (fs::exists(current, ec)) {
+        if (!ReadWholeFile(current, content, err)) {
+            loadFailed_ = true;
+            errors_.ErrorDisplay(
+                "The custom material list could not be read:\n" + err.message +
+                    "\n\nChanges to the list will not be saved until the file can be read.",
+                "ReadCustomFile: " + err.message, err.code);
+            return false;
+        }
+        MaterialRecord rec;
+        ForEachRecord(content, kMaterialRecordSize, [&](const unsigned char* image) {
+            FromBytes(image, rec);
+            ListAdd(rec, false);
+        });
+        return true;
+    }
+
+    // No current file: convert the newest older file found, and only that one.
+    struct Older {
+        const char* name;
+        size_t length;
+        MaterialRecord (*convert)(const unsigned char*);
+    };
+    const Older olders[] = {{kCustomFileV2Name, kRecordSizeV2, ConvertRecordV2},
+                            {kCustomFileV1Name, kRecordSizeV1, ConvertRecordV1},
+                            {kCustomFileV0Name, kRecordSizeOldest, ConvertRecordOldest}};
+    for (const auto& older : olders) {
+        const fs::path path = folder / older.name;
+        if (!fs::exists(path, ec)) continue;
+        if (!ReadWholeFile(path, content, err)) {
+            loadFailed_ = true;
+            errors_.ErrorDisplay("The older custom material file " + std::string(older.name) +
+                                     " could not be read:\n" + err.message,
+                                 "ConvertCustomFile: " + err.message, err.code);
+            return false;
+        }
+        ForEachRecord(content, older.length,
+                      [&](const unsigned char* image) { ListAdd(older.convert(image), false); });
+        if (!SaveCustomFile()) {
+            // The old file stays where it is, so nothing is lost.
+            return false;
+        }
+        if (!RemoveFileIfPresent(path, err)) {
+            errors_.ErrorDisplay("The older custom material file " + std::string(older.name) +
+                                     " was converted but could not be removed:\n" + err.message,
+                                 "ConvertCustomFile: " + err.message, err.code);
+        }
+        return true;
+    }
+    return true;
+}
+
+bool GlassesList::WriteCustomFile(const std::vector<MaterialRecord>& list) {
+    if (loadFailed_) {
+        errors_.ErrorDisplay(
+            "The custom material list was not saved: its file could not be read at start-up, "
+            "and saving now would replace it.",
+            "WriteCustomFile: refused after a failed read", -1);
+        return false;
+    }
+    const fs::path folder(folder_);
+    const fs::path current = folder / kCustomFileName;
+    FileError err;
+    auto report = [&](const std::string& step) {
+        errors_.ErrorDisplay("The custom material list could not be saved:\n" + err.message +
+                                 "\n\nThe file on disk is unchanged.",
+                             "WriteCustomFile (" + step + "): " + err.message, err.code);
+        return false;
+    };
+
+    std::error_code ec;
+    if (fs::exists(current, ec)) {
+        if (!CopyFileAtomic(current, folder / kCustomBackupName, err)) return report("backup");
+    }
+    if (list.empty()) {
+        if (!RemoveFileIfPresent(current, err)) return report("delete");
+        return true;
+    }
+    std::string content(list.size() * kMaterialRecordSize, '\0');
+    auto* out = reinterpret_cast<unsigned char*>(content.data());
+    for (size_t i = 0; i < list.size(); ++i) ToBytes(list[i], out + i * kMaterialRecordSize);
+    if (!WriteFileAtomic(current, content, err)) return report("write");
+    return true;
+}
+
+bool GlassesList::SaveCustomFile() {
+    return WriteCustomFile(customList_);
+}
+
+bool GlassesList::CommitList(std::vector<MaterialRecord> list) {
+    if (!WriteCustomFile(list)) return false;
+    ReplaceList(std::move(list));
+    RefreshListForm();
+    return true;
+}
+
+bool GlassesList::AddAndSave(const MaterialRecord& rec, bool overwrite) {
+    MaterialRecord dated = rec;
+    dated.DateChanged = errors_.clock().Now();
+    if (!NameUsable(dated)) return false;
+    // Work out the new list first, so that a failed save leaves everything as it was.
+    const bool present = ListContains(dated);
+    if (present && !overwrite) return false;
+    if (!present) {
+        customList_.push_back(dated);
+        if (!SaveCustomFile()) {
+            customList_.pop_back();
+            return false;
+        }
+        customKeys_.insert(MaterialKey(dated));
+    } else {
+        auto it = std::find_if(customList_.begin(), customList_.end(),
+                               [&](const MaterialRecord& r) { return SameMaterial(r, dated); });
+        if (it == customList_.end()) return false;
+        MaterialRecord old = *it;
+        *it = dated;
+        if (!SaveCustomFile()) {
+            *it = old;
+            return false;
+        }
+    }
+    RefreshListForm();
+    return true;
+}
+
+namespace {
+
+template <typename Record, size_t Length>
+void LoadNames(const std::string& lumbrakFolder, const char* fileName,
+               std::unordered_set<std::string>& keys) {
+    if (lumbrakFolder.empty()) return;
+    const fs::path path = fs::path(lumbrakFolder) / fileName;
+    std::error_code ec;
+    if (!fs::is_regular_file(path, ec)) return;
+    std::string content;
+    FileError err;
+    if (!ReadWholeFile(path, content, err)) return;  // an unreadable file guards nothing
+    Record rec;
+    ForEachRecord(content, Length, [&](const unsigned char* image) {
+        FromBytes(image, rec);
+        AddKey(keys, rec.GlassName.Raw(), rec.Source.Raw());
+    });
+}
+
+}  // namespace
+
+void GlassesList::LoadCatalogueNames(const std::string& lumbrakFolder) {
+    LoadNames<CatalogueRecord, kCatalogueRecordSize>(lumbrakFolder, kCatalogueFileName,
+                                                     catalogueKeys_);
+}
+
+void GlassesList::LoadGenericNames(const std::string& lumbrakFolder) {
+    LoadNames<ExternalRecord, kExternalRecordSize>(lumbrakFolder, kGenericFileName, genericKeys_);
+}
+
+bool GlassesList::ListContainsSupplied(const MaterialRecord& rec) const {
+    const std::string key = MaterialKey(rec);
+    return catalogueKeys_.count(key) || genericKeys_.count(key);
+}
+
+bool GlassesList::CheckOverwrite(const MaterialRecord& rec, bool allowOverwrite,
+                                 std::string& message) const {
+    const std::string key = MaterialKey(rec);
+    const std::string label = Label(rec);
+    message.clear();
+    if (catalogueKeys_.count(key)) {
+        message =
+            label + " is already in the list of catalog materials, and cannot be overwritten!";
+        return false;
+    }
+    if (genericKeys_.count(key)) {
+        message = label + " is already in the " + maker::kName +
+                  " supplied list of generic materials, and cannot be overwritten!";
+        return false;
+    }
+    if (allowOverwrite && customKeys_.count(key)) {
+        message =
+            label + " is already in your list of custom materials.\nDo you want to overwrite it?";
+        return false;
+    }
+    return true;
+}
+
+}  // namespace ostrel

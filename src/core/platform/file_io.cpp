@@ -1,0 +1,115 @@
+#include "core/platform/file_io.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <random>
+
+namespace ostrel {
+namespace {
+
+WriteFaultHook& FaultHook() {
+    static WriteFaultHook hook;
+    return hook;
+}
+
+void SetError(FileError& error, int code, const std::filesystem::path& path) {
+    error.code = code;
+    error.message = std::string(std::strerror(code)) + ": " + path.string();
+}
+
+std::string TempNameBeside(const std::filesystem::path& path) {
+    static std::mt19937 rng{std::random_device{}()};
+    return path.string() + ".tmp" + std::to_string(rng() % 1000000);
+}
+
+}  // namespace
+
+void SetWriteFaultHook(WriteFaultHook hook) {
+    FaultHook() = std::move(hook);
+}
+
+bool ReadWholeFile(const std::filesystem::path& path, std::string& content, FileError& error) {
+    int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0) {
+        SetError(error, errno, path);
+        return false;
+    }
+    content.clear();
+    struct stat st {};
+    if (::fstat(fd, &st) == 0 && st.st_size > 0) content.reserve(static_cast<size_t>(st.st_size));
+    char buf[1 << 16];
+    for (;;) {
+        ssize_t n = ::read(fd, buf, sizeof buf);
+        if (n == 0) break;
+        if (n < 0) {
+            if (errno == EINTR) continue;
+            SetError(error, errno, path);
+            ::close(fd);
+            return false;
+        }
+        content.append(buf, static_cast<size_t>(n));
+    }
+    ::close(fd);
+    return true;
+}
+
+bool WriteFileAtomic(const std::filesystem::path& path, std::string_view content,
+                     FileError& error) {
+    const std::string temp = TempNameBeside(path);
+    int fd = ::open(temp.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
+    if (fd < 0) {
+        SetError(error, errno, path);
+        return false;
+    }
+    auto fail = [&](int code) {
+        ::close(fd);
+        ::unlink(temp.c_str());
+        SetError(error, code, path);
+        return false;
+    };
+    size_t done = 0;
+    while (done < content.size()) {
+        if (FaultHook() && !FaultHook()(path)) return fail(ENOSPC);
+        size_t chunk = std::min<size_t>(content.size() - done, 1 << 20);
+        ssize_t n = ::write(fd, content.data() + done, chunk);
+        if (n < 0) {
+            if (errno == EINTR) continue;
+            return fail(errno);
+        }
+        done += static_cast<size_t>(n);
+    }
+    if (content.empty() && FaultHook() && !FaultHook()(path)) return fail(ENOSPC);
+    if (::fsync(fd) != 0) return fail(errno);
+    if (::close(fd) != 0) {
+        int code = errno;
+        ::unlink(temp.c_str());
+        SetError(error, code, path);
+        return false;
+    }
+    if (::rename(temp.c_str(), path.c_str()) != 0) {
+        int code = errno;
+        ::unlink(temp.c_str());
+        SetError(error, code, path);
+        return false;
+    }
+    return true;
+}
+
+bool CopyFileAtomic(const std::filesystem::path& from, const std::filesystem::path& to,
+                    FileError& error) {
+    std::string content;
+    if (!ReadWholeFile(from, content, error)) return false;
+    return WriteFileAtomic(to, content, error);
+}
+
+bool RemoveFileIfPresent(const std::filesystem::path& path, FileError& error) {
+    if (::unlink(path.c_str()) == 0 || errno == ENOENT) return true;
+    SetError(error, errno, path);
+    return false;
+}
+
+}  // namespace ostrel

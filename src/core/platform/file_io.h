@@ -1,0 +1,29 @@
+#pragma once
+// Whole-file reading and writing. A file is never rewritten in place: the new content goes
+// to a temporary file in the same folder, is flushed to disk and renamed over the old one,
+// so that a failure at any moment leaves either the old or the new file, never a torn one.
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace ostrel {
+
+struct FileError {
+    int code = 0;         // errno, or -1 when the failure has no system code
+    std::string message;  // the system's text
+};
+
+bool ReadWholeFile(const std::filesystem::path& path, std::string& content, FileError& error);
+bool WriteFileAtomic(const std::filesystem::path& path, std::string_view content, FileError& error);
+bool CopyFileAtomic(const std::filesystem::path& from, const std::filesystem::path& to,
+                    FileError& error);
+// Removes a file; a file that is not there is no error.
+bool RemoveFileIfPresent(const std::filesystem::path& path, FileError& error);
+
+// Test hook: when set, each write of WriteFileAtomic asks it first; returning false makes
+// the write fail as a full disk would (ENOSPC).
+using WriteFaultHook = std::function<bool(const std::filesystem::path& target)>;
+void SetWriteFaultHook(WriteFaultHook hook);
+
+}  // namespace ostrel
