@@ -30,7 +30,7 @@ bool IsValidLong(std::string_view text);
 
 // Rounding to whole numbers, half to even (2.5 -> 2, 3.5 -> 4).
 double RoundHalfEven(double value);
-int16_t CInt(double value);   // half to even, saturating at the 16-bit range
-int32_t CLng(double value);   // half to even, saturating at the 32-bit range
+int16_t CInt(double value);  // half to even, saturating at the 16-bit range
+int32_t CLng(double value);  // half to even, saturating at the 32-bit range
 
 }  // namespace ostrel
