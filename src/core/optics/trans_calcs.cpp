@@ -1,0 +1,143 @@
+#include "core/optics/trans_calcs.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <optional>
+#include <string>
+
+namespace ostrel {
+
+namespace {
+
+// Index of the last point with a wavelength above 0, scanning from the end.
+std::optional<size_t> LastValidPoint(std::span<const float> waves) {
+    for (size_t i = waves.size(); i-- > 0;) {
+        if (waves[i] > 0.0f) return i;
+    }
+    return std::nullopt;
+}
+
+// Wavelength at which the curve crosses a level (a fraction), or nothing when no point
+// reaches it. The scan runs from the point before the last valid one towards the long-wave
+// end; the crossing is interpolated linearly between the point found and its short-wave
+// neighbour.
+std::optional<double> CrossingWave(std::span<const float> waves,
+                                   std::span<const float> transmissions, size_t last,
+                                   double level) {
+    for (size_t i = last; i-- > 0;) {
+        const double f = transmissions[i] * 0.01;
+        if (f >= level) {
+            const double fShort = transmissions[i + 1] * 0.01;
+            const double wShort = waves[i + 1];
+            if (f == fShort) return wShort;
+            return wShort + (level - fShort) * (waves[i] - wShort) / (f - fShort);
+        }
+    }
+    return std::nullopt;
+}
+
+std::string TenNanometreText(double wave) {
+    const double units = std::floor(wave / 10.0 + 0.5);
+    std::string text = std::to_string(static_cast<long long>(units));
+    return text.substr(0, 2);
+}
+
+}  // namespace
+
+float ReflectionFactor(double n) {
+    return static_cast<float>(2.0 * n / (std::pow(n, 2.0) + 1.0));
+}
+
+float InternalFromAbsorb(float width, float alpha) {
+    return static_cast<float>(100.0 * std::exp(-static_cast<double>(width) * alpha));
+}
+
+float AbsorbFromInternal(float width, float internalPercent) {
+    if (internalPercent <= 0.0f || internalPercent > 100.0f) return 0.0f;
+    if (!(width > 0.0f)) return 0.0f;
+    return static_cast<float>(-std::log(internalPercent * 0.01) / width);
+}
+
+float AbsorbAtWave(float wave, std::span<const float> waves, std::span<const float> absorbs,
+                   float width) {
+    const size_t count = std::min(waves.size(), absorbs.size());
+    const auto lastValid = LastValidPoint(waves.first(count));
+    if (!lastValid) return kNoTransData;
+    const size_t last = *lastValid;
+    if (wave > waves[0] || wave < waves[last]) return kNoTransData;
+    if (!(width > 0.0f)) return kNoTransData;
+
+    size_t lo = 0;
+    size_t hi = last;
+    while (hi - lo > 1) {
+        const size_t mid = (lo + hi) / 2;
+        if (waves[mid] <= wave) {
+            hi = mid;
+        } else {
+            lo = mid;
+        }
+    }
+    const double d = static_cast<double>(waves[lo]) - waves[hi];
+    if (d == 0.0) return kNoTransData;
+
+    const double e1 = std::exp(-static_cast<double>(width) * absorbs[lo]);
+    const double e2 = std::exp(-static_cast<double>(width) * absorbs[hi]);
+    const double t = (static_cast<double>(wave) - waves[hi]) * (e1 - e2) / d + e2;
+    if (!(t > 0.0)) {
+        // Both neighbours absorb everything at this width: fall back on the coefficients.
+        const double a = (static_cast<double>(wave) - waves[hi]) *
+                             (static_cast<double>(absorbs[lo]) - absorbs[hi]) / d +
+                         absorbs[hi];
+        return static_cast<float>(a);
+    }
+    return static_cast<float>(-std::log(t) / width);
+}
+
+void FillTransTable(std::array<float, kTransTableSize>& table, float width,
+                    std::span<const float> waves, std::span<const float> absorbs) {
+    for (size_t i = 0; i < table.size(); ++i) {
+        table[i] = AbsorbAtWave(TransTableWave[i], waves, absorbs, width);
+    }
+}
+
+void CheckTransPoints(MaterialRecord& rec) {
+    auto& points = rec.Measured.TransPoints;
+    if (points >= 1 && points <= 10) return;
+    points = kMaxTransPoints;
+}
+
+void ColourCode(MaterialRecord& rec, float width, std::span<const float> waves,
+                std::span<const float> transmissions) {
+    const size_t count = std::min(waves.size(), transmissions.size());
+    const auto lastValid = LastValidPoint(waves.first(count));
+    if (!lastValid) return;
+    const size_t last = *lastValid;
+
+    const double t5 = std::exp(std::log(0.05) * width / 10.0);
+    const double t80 = std::exp(std::log(0.8) * width / 10.0);
+    const double fLast = transmissions[last] * 0.01;
+
+    double l5 = 0.0;
+    if (fLast > t5) {
+        const double below = static_cast<double>(waves[last]) - 10.0;
+        if (below > 0.0) l5 = below;
+    } else {
+        const auto cross = CrossingWave(waves, transmissions, last, t5);
+        if (!cross) return;
+        l5 = *cross;
+    }
+
+    double l80 = 0.0;
+    if (fLast >= t80) {
+        l80 = waves[last];
+    } else {
+        const auto cross = CrossingWave(waves, transmissions, last, t80);
+        if (!cross) return;
+        l80 = *cross;
+    }
+
+    rec.Other.CC.Set(TenNanometreText(l80) + "/" + TenNanometreText(l5));
+}
+
+}  // namespace ostrel
