@@ -1,0 +1,354 @@
+#include "core/optics/index_fit.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+
+#include "core/optics/matrix_calcs.h"
+#include "core/optics/non_linear_optimise.h"
+#include "core/platform/number_text.h"
+
+namespace ostrel {
+
+namespace {
+
+struct LinearForm {
+    const char* failedName;      // as in "Failed to fit <name> Polynomial"
+    std::vector<int> exponents;  // power of x of each basis function, in storage order
+    void (*constantsText)(std::string&, const PolyCoefBlock&);
+};
+
+const LinearForm& CauchyForm() {
+    static const LinearForm form{"Cauchy", {0, -1, -2}, &CauchyConstantsText};
+    return form;
+}
+const LinearForm& SchottForm() {
+    static const LinearForm form{"Schott", {0, 1, -1, -2, -3, -4}, &SchottConstantsText};
+    return form;
+}
+const LinearForm& SchottPlusForm() {
+    static const LinearForm form{
+        "Extended Schott", {-5, -4, -3, -2, -1, 0, 1, 2, 3, 4}, &SchottPlusConstantsText};
+    return form;
+}
+
+std::string FailedFitMessage(const std::string& name) {
+    return "Failed to fit " + name + " Polynomial\n" + kCheckDataLine;
+}
+
+int16_t FitLinear(const LinearForm& form, int16_t& coefficientCount, int16_t pointCount,
+                  std::string& constantsText, PolyCoefBlock& coef, MeasuredData& measured,
+                  Dialogs& dialogs) {
+    const int m = static_cast<int>(form.exponents.size());
+    coefficientCount = static_cast<int16_t>(m);
+    if (pointCount < m) {
+        dialogs.MsgBox(kInsufficientPointsMsg, MsgButtons::OK);
+        return 0;
+    }
+    const int points = std::min<int>(pointCount, kMaxIndexPoints);
+
+    // Every distinct power of x is summed once, the weight entering as a plain factor.
+    std::map<int, double> powerSum;
+    std::map<int, double> rightSum;
+    for (int i = 0; i < m; ++i) {
+        for (int j = 0; j < m; ++j) powerSum[form.exponents[i] + form.exponents[j]] = 0.0;
+        rightSum[form.exponents[i]] = 0.0;
+    }
+    for (int p = 0; p < points; ++p) {
+        const double w = measured.IndexWeight[p];
+        const double x = std::pow(measured.IndexWaveUm[p], 2.0);
+        const double y = measured.IndexSquared[p];
+        for (auto& [k, sum] : powerSum) sum += w * std::pow(x, static_cast<double>(k));
+        for (auto& [k, sum] : rightSum) sum += w * std::pow(x, static_cast<double>(k)) * y;
+    }
+
+    Matrix<double> normal(m, m);
+    std::vector<double> right(size_t(m) + 1, 0.0);
+    for (int i = 1; i <= m; ++i) {
+        for (int j = 1; j <= m; ++j) {
+            normal(i, j) = powerSum[form.exponents[i - 1] + form.exponents[j - 1]];
+        }
+        right[i] = rightSum[form.exponents[i - 1]];
+    }
+
+    double determinant = 0.0;
+    InvertFault fault = InvertFault::None;
+    if (MatrixInvert(normal, determinant, m, &fault) == 0) {
+        if (fault == InvertFault::Singular) {
+            dialogs.MsgBox(FailedFitMessage(form.failedName), MsgButtons::OK);
+        } else {
+            dialogs.MsgBox(
+                "Failed to fit " + std::string(form.failedName) + " Polynomial\n" + kZeroPivotLine,
+                MsgButtons::OK, MsgIcon::Exclamation);
+        }
+        return 0;
+    }
+
+    std::vector<double> a(size_t(m) + 1, 0.0);
+    for (int i = 1; i <= m; ++i) {
+        double sum = 0.0;
+        for (int j = 1; j <= m; ++j) sum += normal(i, j) * right[j];
+        a[i] = sum;
+    }
+
+    // Residuals. A negative n squared (or an overflow) abandons the fit; the points reached
+    // so far keep what was written to them.
+    measured.FitError = 0.0;
+    for (int p = 0; p < points; ++p) {
+        const double lambda = measured.IndexWaveUm[p];
+        double nSquared = 0.0;
+        for (int i = 1; i <= m; ++i) {
+            nSquared += a[i] * std::pow(lambda, 2.0 * form.exponents[i - 1]);
+        }
+        if (!std::isfinite(nSquared) || nSquared < 0.0) {
+            dialogs.MsgBox(FailedFitMessage(form.failedName), MsgButtons::OK);
+            return 0;
+        }
+        measured.IndexCalc[p] = std::sqrt(nSquared);
+        if (measured.IndexWeight[p] != 0.0f) {
+            measured.IndexError[p] = measured.IndexValue[p] - measured.IndexCalc[p];
+            measured.FitError += measured.IndexError[p] * measured.IndexError[p];
+        }
+    }
+    if (!std::isfinite(measured.FitError)) {
+        dialogs.MsgBox(FailedFitMessage(form.failedName), MsgButtons::OK);
+        return 0;
+    }
+
+    StoreCoefficients(coef, a);
+    form.constantsText(constantsText, coef);
+    return -1;
+}
+
+std::string Coefficient(double v) {
+    return FormatNumber(v, kCoefficientFormat);
+}
+
+// Title, a blank line, then "label value" lines without a break after the last.
+void AppendLines(std::string& text, const char* title,
+                 const std::vector<std::pair<std::string, std::string>>& lines) {
+    text += title;
+    text += "\n\n";
+    for (size_t i = 0; i < lines.size(); ++i) {
+        if (i > 0) text += "\n";
+        text += lines[i].first + lines[i].second;
+    }
+}
+
+}  // namespace
+
+int16_t FitCauchy(int16_t& coefficientCount, int16_t pointCount, std::string& constantsText,
+                  PolyCoefBlock& coef, MeasuredData& measured, Dialogs& dialogs) {
+    return FitLinear(CauchyForm(), coefficientCount, pointCount, constantsText, coef, measured,
+                     dialogs);
+}
+
+int16_t FitSchott(int16_t& coefficientCount, int16_t pointCount, std::string& constantsText,
+                  PolyCoefBlock& coef, MeasuredData& measured, Dialogs& dialogs) {
+    return FitLinear(SchottForm(), coefficientCount, pointCount, constantsText, coef, measured,
+                     dialogs);
+}
+
+int16_t FitSchottPlus(int16_t& coefficientCount, int16_t pointCount, std::string& constantsText,
+                      PolyCoefBlock& coef, MeasuredData& measured, Dialogs& dialogs) {
+    return FitLinear(SchottPlusForm(), coefficientCount, pointCount, constantsText, coef, measured,
+                     dialogs);
+}
+
+int16_t FitSellmeier(int16_t pointCount, int16_t terms, std::string& constantsText,
+                     PolyCoefBlock& coef, MeasuredData& measured, const PolyCoefBlock& startBlock,
+                     int16_t useStart, int16_t showMessages, Dialogs& dialogs) {
+    if (pointCount < terms) {
+        if (showMessages != 0) dialogs.MsgBox(kInsufficientPointsMsg, MsgButtons::OK);
+        return 0;
+    }
+    const int m = terms;
+    const int p = 2 * m;
+    const int n = std::min<int>(pointCount, kMaxIndexPoints);
+    const std::string failed = FailedFitMessage("Sellmeier");
+
+    // Every point enters alike: the weights only decide which residuals are counted.
+    std::vector<double> x(size_t(n) + 1, 0.0);
+    std::vector<double> y(size_t(n) + 1, 0.0);
+    std::vector<float> sig(size_t(n) + 1, 1.0f);
+    for (int i = 1; i <= n; ++i) {
+        x[i] = std::pow(measured.IndexWaveUm[i - 1], 2.0);
+        y[i] = measured.IndexSquared[i - 1] - 1.0;
+    }
+    std::vector<int16_t> lista(size_t(p) + 1, 1);
+
+    float chiSquare = 100000.0f;
+    float previous = 1.0e7f;
+    float lambda = -1.0f;
+
+    // Start values by position, shared by both forms; those beyond p are skipped.
+    static constexpr double kStart[10] = {0.730713411,   0.636951703, 0.856177259, 0.00314818243,
+                                          0.0129910178,  143.604779,  0.730713411, 0.730713411,
+                                          0.00314818243, 1000.0};
+    std::vector<double> a(size_t(p) + 1, 0.0);
+    for (int i = 1; i <= 10; ++i) {
+        if (i > p) continue;
+        a[i] = useStart != 0 ? startBlock[i - 1] : kStart[i - 1];
+    }
+
+    MarquardtFit fit(dialogs, showMessages);
+    Matrix<float> covar(p, p);
+    Matrix<float> alpha(p, p);
+    for (int count = 1;; ++count) {
+        if (fit.MarquardtStep(x, y, sig, n, a, lista, p, covar, alpha, chiSquare, lambda) == 0) {
+            if (showMessages != 0) dialogs.MsgBox(failed, MsgButtons::OK);
+            return 0;
+        }
+        const float change = std::fabs(chiSquare - previous);
+        if (change < 1.0e-7f && chiSquare < previous) break;
+        previous = chiSquare;
+        if (count % 30 == 0) {
+            if (showMessages == 0) return 0;
+            const MsgAnswer answer = dialogs.MsgBox(
+                "Sellmeier seems to be failing to converge\ndo you stop searching now",
+                MsgButtons::YesNo, MsgIcon::Information);
+            if (answer == MsgAnswer::Yes) return 0;
+        }
+    }
+
+    // Residuals in 64-bit floats.
+    std::vector<double> calc(size_t(n), 0.0);
+    for (int i = 1; i <= n; ++i) {
+        double sum = 0.0;
+        for (int t = 1; t <= m; ++t) sum += a[t] * x[i] / (x[i] - a[t + m]);
+        if (!std::isfinite(sum) || sum + 1.0 < 0.0) {
+            if (showMessages != 0) dialogs.MsgBox(failed, MsgButtons::OK);
+            return 0;
+        }
+        calc[size_t(i - 1)] = std::sqrt(sum + 1.0);
+    }
+    measured.FitError = 0.0;
+    for (int i = 0; i < n; ++i) {
+        measured.IndexCalc[i] = calc[size_t(i)];
+        if (measured.IndexWeight[i] != 0.0f) {
+            measured.IndexError[i] = measured.IndexValue[i] - measured.IndexCalc[i];
+            measured.FitError += measured.IndexError[i] * measured.IndexError[i];
+        }
+    }
+
+    StoreCoefficients(coef, a);
+    if (m == 3) {
+        SellmeierConstantsText(constantsText, coef);
+    } else {
+        SellmeierPlusConstantsText(constantsText, coef);
+    }
+    return -1;
+}
+
+void StoreCoefficients(PolyCoefBlock& coef, const std::vector<double>& values) {
+    coef.fill(0.0);
+    for (size_t i = 1; i < values.size() && i <= coef.size(); ++i) coef[i - 1] = values[i];
+}
+
+void CauchyConstantsText(std::string& text, const PolyCoefBlock& c) {
+    AppendLines(text, "Cauchy Polynomial Constants",
+                {{"A0:   ", Coefficient(c[0])},
+                 {"A1:   ", Coefficient(c[1])},
+                 {"A2:   ", Coefficient(c[2])}});
+}
+
+void SchottConstantsText(std::string& text, const PolyCoefBlock& c) {
+    std::vector<std::pair<std::string, std::string>> lines;
+    for (int i = 0; i < 6; ++i)
+        lines.push_back({"A" + std::to_string(i) + ":   ", Coefficient(c[i])});
+    AppendLines(text, "Schott Polynomial Constants", lines);
+}
+
+void SchottPlusConstantsText(std::string& text, const PolyCoefBlock& c) {
+    // Names A0..A4 are the constant and the positive powers (stored 6th to 10th), A5..A9
+    // the inverse powers (stored 5th down to 1st).
+    std::vector<std::pair<std::string, std::string>> lines;
+    lines.push_back({"A0:    ", Coefficient(c[5])});
+    for (int i = 1; i <= 4; ++i)
+        lines.push_back({"A" + std::to_string(i) + ":   ", Coefficient(c[5 + i])});
+    for (int i = 5; i <= 9; ++i)
+        lines.push_back({"A" + std::to_string(i) + ":   ", Coefficient(c[9 - i])});
+    AppendLines(text, "Extended Schott Polynomial Constants", lines);
+}
+
+void SellmeierConstantsText(std::string& text, const PolyCoefBlock& c) {
+    text += "Sellmeier Polynomial Constants\n\n";
+    for (int i = 0; i < 3; ++i)
+        text += "B" + std::to_string(i + 1) + ":   " + Coefficient(c[i]) + "\n";
+    text += "\n";
+    for (int i = 0; i < 3; ++i) {
+        if (i > 0) text += "\n";
+        text += "C" + std::to_string(i + 1) + ":   " + Coefficient(c[3 + i]);
+    }
+}
+
+void SellmeierPlusConstantsText(std::string& text, const PolyCoefBlock& c) {
+    text = "Extend Sellmeier Polynomial Constants\n\n";
+    for (int i = 0; i < 5; ++i)
+        text += "B" + std::to_string(i + 1) + ":   " + PlainNumberText(c[i]) + "\n";
+    text += "\n";
+    for (int i = 0; i < 5; ++i) {
+        if (i > 0) text += "\n";
+        text += "C" + std::to_string(i + 1) + ":   " + PlainNumberText(c[5 + i]);
+    }
+}
+
+std::string AverageErrorCaption(int16_t polytype) {
+    switch (polytype) {
+        case 4:
+            return "average Cauchy polynomal fit error ";
+        case 1:
+            return "average Schott polynomal fit error: ";
+        case 3:
+            return "average Schott Plus polynomal fit error: ";
+        case 2:
+        case 6:
+            return "average Sellmeier polynomal fit error: ";
+        default:
+            return {};
+    }
+}
+
+std::string AverageErrorLabel(int16_t polytype, double fitError, int pointCount) {
+    const double average = pointCount > 0 ? std::sqrt(fitError / pointCount) : 0.0;
+    return AverageErrorCaption(polytype) + FormatNumber(average, "0.0000000");
+}
+
+std::string PlainNumberText(double value) {
+    if (value == 0.0) return "0";
+    if (!std::isfinite(value)) return std::isnan(value) ? "NaN" : (value > 0 ? "Inf" : "-Inf");
+    char buf[64];
+    std::snprintf(buf, sizeof buf, "%.14e", value);  // 15 significant digits
+    // Split mantissa and exponent, then drop trailing zeros of the mantissa.
+    std::string s(buf);
+    const size_t e = s.find('e');
+    std::string mantissa = s.substr(0, e);
+    const int exponent = std::atoi(s.c_str() + e + 1);
+    std::string digits;
+    for (char ch : mantissa) {
+        if (ch >= '0' && ch <= '9') digits += ch;
+    }
+    while (digits.size() > 1 && digits.back() == '0') digits.pop_back();
+    const bool negative = value < 0;
+    std::string out = negative ? "-" : "";
+    if (exponent < -4 || exponent >= 15) {
+        // d.dddE-05
+        out += digits.substr(0, 1);
+        if (digits.size() > 1) out += "." + digits.substr(1);
+        char ex[16];
+        std::snprintf(ex, sizeof ex, "E%c%02d", exponent < 0 ? '-' : '+', std::abs(exponent));
+        return out + ex;
+    }
+    if (exponent < 0) {
+        out += "0." + std::string(size_t(-exponent - 1), '0') + digits;
+    } else if (static_cast<int>(digits.size()) <= exponent + 1) {
+        out += digits + std::string(size_t(exponent + 1 - digits.size()), '0');
+    } else {
+        out += digits.substr(0, size_t(exponent) + 1) + "." + digits.substr(size_t(exponent) + 1);
+    }
+    return out;
+}
+
+}  // namespace ostrel

@@ -1,0 +1,182 @@
+#include "core/optics/index_from_polynomial.h"
+
+#include <cmath>
+
+namespace ostrel {
+
+namespace {
+
+// An arithmetic error (a division by zero, an overflow) makes a term non-finite. The old
+// routines let most of these rise to the caller; here every one of them ends as an index
+// that cannot be computed, which is what the caller reports anyway.
+struct Terms {
+    double sum = 0.0;
+    bool fault = false;
+    void Add(double term) {
+        if (!std::isfinite(term)) fault = true;
+        sum += term;
+    }
+};
+
+double Cauchy(const PolyCoefBlock& c, double x, bool& fault) {
+    Terms t;
+    t.Add(c[0]);
+    t.Add(c[1] / x);
+    t.Add(c[2] / std::pow(x, 2.0));
+    fault = t.fault;
+    return t.sum;
+}
+
+double Schott(const PolyCoefBlock& c, double x, bool& fault) {
+    Terms t;
+    t.Add(c[0]);
+    t.Add(c[1] * x);
+    t.Add(c[2] / x);
+    t.Add(c[3] / std::pow(x, 2.0));
+    t.Add(c[4] / std::pow(x, 3.0));
+    t.Add(c[5] / std::pow(x, 4.0));
+    fault = t.fault;
+    return t.sum;
+}
+
+// Stored from the highest inverse power through the constant to the highest power.
+double SchottPlus(const PolyCoefBlock& c, double x, bool& fault) {
+    Terms t;
+    for (int k = -5; k <= 4; ++k) {
+        double power = std::pow(x, static_cast<double>(k));
+        if (!std::isfinite(power) || (k < 0 && x == 0.0)) t.fault = true;
+        t.Add(c[k + 5] * power);
+    }
+    fault = t.fault;
+    return t.sum;
+}
+
+// B terms first, then the C terms, in storage.
+double Sellmeier(const PolyCoefBlock& c, double x, int terms, bool& fault) {
+    Terms t;
+    t.Add(1.0);
+    for (int i = 0; i < terms; ++i) {
+        double denom = x - c[terms + i];
+        if (denom == 0.0) t.fault = true;
+        t.Add(c[i] * x / denom);
+    }
+    fault = t.fault;
+    return t.sum;
+}
+
+// Evaluation-only form with inverse powers of the wavelength, giving the index itself.
+double InversePowerIndex(const PolyCoefBlock& c, double lambda, bool& fault) {
+    Terms t;
+    if (lambda == 0.0) t.fault = true;
+    t.Add(c[0]);
+    t.Add(c[1] / lambda);
+    t.Add(c[2] / std::pow(lambda, 3.5));
+    fault = t.fault;
+    return t.sum;
+}
+
+// Evaluation-only form with a pole near the ultraviolet, giving the index itself.
+double PoleIndex(const PolyCoefBlock& c, double x, bool& fault) {
+    Terms t;
+    double denom = x - 0.28;
+    if (denom == 0.0) t.fault = true;
+    double l = 1.0 / denom;
+    t.Add(c[0]);
+    t.Add(c[1] * l);
+    t.Add(c[2] * std::pow(l, 2.0));
+    t.Add(c[3] * x);
+    t.Add(c[4] * std::pow(x, 2.0));
+    t.Add(c[5] * std::pow(x, 3.0));
+    fault = t.fault;
+    return t.sum;
+}
+
+}  // namespace
+
+double IndexFromPolynomial(const PolyCoefBlock& coef, float wavelengthNm, int16_t type,
+                           int16_t& ok) {
+    ok = 0;
+    // The micrometre value is rounded to a 32-bit float before any formula sees it.
+    const float lambdaSingle = static_cast<float>(static_cast<double>(wavelengthNm) * 0.001);
+    const double lambda = lambdaSingle;
+    const double x = std::pow(lambda, 2.0);
+    bool fault = false;
+    double v = 0.0;
+
+    switch (type) {
+        case 4:  // Cauchy: n^2, no index below 1
+            v = Cauchy(coef, x, fault);
+            if (fault || !std::isfinite(v) || v < 1.0) return 0.0;
+            ok = -1;
+            return std::sqrt(v);
+        case 7:  // index itself, no index below 1
+            v = InversePowerIndex(coef, lambda, fault);
+            if (fault || !std::isfinite(v) || v < 1.0) return 0.0;
+            ok = -1;
+            return v;
+        case 1:
+            v = Schott(coef, x, fault);
+            break;
+        case 3:
+            v = SchottPlus(coef, x, fault);
+            break;
+        case 2:
+            v = Sellmeier(coef, x, 3, fault);
+            break;
+        case 6:
+            v = Sellmeier(coef, x, 5, fault);
+            break;
+        case 8:  // index itself
+            v = PoleIndex(coef, x, fault);
+            if (fault || !std::isfinite(v) || v <= 0.0) return 0.0;
+            ok = -1;
+            return v;
+        default:
+            return 0.0;
+    }
+    if (fault || !std::isfinite(v) || v <= 0.0) return 0.0;
+    ok = -1;
+    return std::sqrt(v);
+}
+
+std::string PolyTypeName(int16_t type) {
+    switch (type) {
+        case 1:
+            return "Schott";
+        case 2:
+            return "Sellmeier";
+        case 3:
+            return "Schott Plus";
+        case 4:
+            return "Cauchy";
+        case 6:
+            return "Sellmeier Plus";
+        default:
+            return {};
+    }
+}
+
+int16_t PolyMinPoints(int16_t type) {
+    switch (type) {
+        case 1:
+        case 2:
+            return 6;
+        case 3:
+        case 6:
+            return 12;
+        case 4:
+            return 3;
+        default:
+            return 0;
+    }
+}
+
+int16_t PolyTypeFromShortName(const std::string& shortName) {
+    if (shortName == "Sch") return 1;
+    if (shortName == "Sel") return 2;
+    if (shortName == "Scx") return 3;
+    if (shortName == "Cau") return 4;
+    return 0;
+}
+
+}  // namespace ostrel
