@@ -21,7 +21,7 @@ namespace ostrel {
 
 // Ends an observation when destroyed (or on Reset). Safe to outlive the observed object.
 class Subscription {
-public:
+  public:
     Subscription() = default;
     Subscription(std::weak_ptr<void> owner, std::function<void()> cancel)
         : owner_(std::move(owner)), cancel_(std::move(cancel)) {}
@@ -45,7 +45,7 @@ public:
         owner_.reset();
     }
 
-private:
+  private:
     std::weak_ptr<void> owner_;
     std::function<void()> cancel_;
 };
@@ -54,7 +54,7 @@ private:
 // or another observation while being called.
 template <class... Args>
 class Signal {
-public:
+  public:
     using Handler = std::function<void(Args...)>;
 
     Signal() : slots_(std::make_shared<Slots>()) {}
@@ -88,7 +88,7 @@ public:
 
     size_t ObserverCount() const { return slots_->items.size(); }
 
-private:
+  private:
     struct Slot {
         int id;
         Handler handler;
@@ -133,7 +133,7 @@ std::ostream& operator<<(std::ostream& os, const Colour& c);
 
 // The base of every control: observers are told of each real change of a property.
 class ControlBase {
-public:
+  public:
     ControlBase() = default;
     ControlBase(const ControlBase&) = delete;
     ControlBase& operator=(const ControlBase&) = delete;
@@ -144,14 +144,14 @@ public:
     }
     void NotifyChanged() const { changed_.Emit(); }
 
-private:
+  private:
     Signal<> changed_;
 };
 
 // One value of a control. Reads like the value; assigning a different value notifies.
 template <class T>
 class Property {
-public:
+  public:
     Property(ControlBase* owner, T initial = T{}) : owner_(owner), value_(std::move(initial)) {}
     Property(const Property&) = delete;
     Property& operator=(const Property&) = delete;
@@ -168,11 +168,9 @@ public:
     operator const T&() const { return value_; }
 
     friend bool operator==(const Property& p, const T& v) { return p.value_ == v; }
-    friend std::ostream& operator<<(std::ostream& os, const Property& p) {
-        return os << p.value_;
-    }
+    friend std::ostream& operator<<(std::ostream& os, const Property& p) { return os << p.value_; }
 
-private:
+  private:
     ControlBase* owner_;
     T value_;
 };
@@ -183,7 +181,7 @@ private:
 // What every control has: caption (a "&" marks the shortcut letter), tool tip, enabled and
 // visible.
 class Control : public ControlBase {
-public:
+  public:
     explicit Control(std::string initialCaption = {}, std::string initialToolTip = {})
         : caption(this, std::move(initialCaption)), toolTip(this, std::move(initialToolTip)) {}
 
@@ -195,21 +193,21 @@ public:
 
 // A command button, a menu item, or a toggle button (`value` true while pressed).
 class Button : public Control {
-public:
+  public:
     using Control::Control;
     Property<bool> value{this, false};
 };
 
 // A label; `bold` is the weight of its type.
 class Label : public Control {
-public:
+  public:
     using Control::Control;
     Property<bool> bold{this, false};
 };
 
 // A text box.
 class TextBox : public Control {
-public:
+  public:
     using Control::Control;
     Property<std::string> text{this};
     Property<bool> locked{this, false};
@@ -217,28 +215,28 @@ public:
 
 // A check box or an option button.
 class CheckBox : public Control {
-public:
+  public:
     using Control::Control;
     Property<bool> value{this, false};
 };
 
 // A panel (or frame) with a caption and a back colour.
 class Panel : public Control {
-public:
+  public:
     using Control::Control;
     Property<Colour> backColour{this, kPanelColour};
 };
 
 // A tab strip: the current tab, 0-based.
 class TabStrip : public Control {
-public:
+  public:
     using Control::Control;
     Property<int> tab{this, 0};
 };
 
 // A timer: the logic sets interval and enabled; the window calls the unit's tick method.
 class Timer : public ControlBase {
-public:
+  public:
     explicit Timer(int intervalMs = 0) : interval(this, intervalMs) {}
     Property<int> interval;
     Property<bool> enabled{this, false};
@@ -247,7 +245,7 @@ public:
 // A list box or a drop-down list: items with item data, the current item (`listIndex`,
 // -1 for none) and, for a multi-select list, the selected items.
 class ListControl : public Control {
-public:
+  public:
     explicit ListControl(bool multiSelect = false) : multiSelect_(multiSelect) {}
 
     void Clear();
@@ -274,7 +272,7 @@ public:
     int SelCount() const;
     std::vector<int> SelectedIndexes() const;
 
-private:
+  private:
     bool InRange(int index) const { return index >= 0 && index < ListCount(); }
 
     bool multiSelect_;

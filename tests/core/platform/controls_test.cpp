@@ -1,0 +1,115 @@
+#include "core/platform/controls.h"
+
+#include <gtest/gtest.h>
+
+namespace ostrel {
+namespace {
+
+TEST(Controls, PropertyNotifiesOnlyOnRealChange) {
+    Button com("&Edit", "Edit the data for the selected glass");
+    int calls = 0;
+    auto sub = com.Observe([&] { ++calls; });
+    com.enabled = true;  // unchanged
+    com.caption = std::string("&Edit");
+    EXPECT_EQ(calls, 0);
+    com.enabled = false;
+    com.caption = std::string("&Close");
+    EXPECT_EQ(calls, 2);
+    EXPECT_FALSE(com.enabled);
+    EXPECT_EQ(com.caption, "&Close");
+    EXPECT_EQ(com.toolTip, "Edit the data for the selected glass");
+}
+
+TEST(Controls, SubscriptionEndsObservationAndMayOutliveControl) {
+    int calls = 0;
+    Subscription outlived;
+    {
+        Panel pnl;
+        auto sub = pnl.Observe([&] { ++calls; });
+        pnl.backColour = kStatusGreen;
+        sub.Reset();
+        pnl.backColour = kStatusRed;
+        outlived = pnl.Observe([&] { ++calls; });
+    }
+    EXPECT_EQ(calls, 1);
+    outlived.Reset();  // control already gone: nothing happens
+}
+
+TEST(Controls, ObserverMayUnsubscribeWhileBeingCalled) {
+    Label lbl;
+    int first = 0, second = 0;
+    Subscription a;
+    a = lbl.Observe([&] {
+        ++first;
+        a.Reset();
+    });
+    auto b = lbl.Observe([&] { ++second; });
+    lbl.caption = std::string("one");
+    lbl.caption = std::string("two");
+    EXPECT_EQ(first, 1);
+    EXPECT_EQ(second, 2);
+}
+
+TEST(ListControl, ItemsDataAndCurrentItem) {
+    ListControl cmb;
+    int calls = 0;
+    auto sub = cmb.Observe([&] { ++calls; });
+    cmb.AddItem("Schott", 1);
+    cmb.AddItem("Sellmeier", 2);
+    cmb.AddItem("Cauchy", 4);
+    EXPECT_EQ(cmb.ListCount(), 3);
+    EXPECT_EQ(cmb.listIndex(), -1);
+    EXPECT_EQ(cmb.Text(), "");
+    cmb.SetListIndex(2);
+    EXPECT_EQ(cmb.Text(), "Cauchy");
+    EXPECT_EQ(cmb.ItemData(2), 4);
+    cmb.RemoveItem(0);  // the current item moves up with the list
+    EXPECT_EQ(cmb.listIndex(), 1);
+    EXPECT_EQ(cmb.Text(), "Cauchy");
+    cmb.SetListIndex(7);
+    EXPECT_EQ(cmb.listIndex(), -1);
+    EXPECT_EQ(cmb.List(9), "");
+    EXPECT_EQ(cmb.ItemData(-1), 0);
+    EXPECT_EQ(calls, 6);
+    cmb.Clear();
+    EXPECT_EQ(cmb.ListCount(), 0);
+}
+
+TEST(ListControl, MultiSelectKeepsEachItemsSelection) {
+    ListControl lst(true);
+    lst.SetItems({"BK7/SCHOTT", "F2/SCHOTT", "SF11/SCHOTT"});
+    lst.SetSelected(0, true);
+    lst.SetSelected(2, true);
+    EXPECT_EQ(lst.SelCount(), 2);
+    EXPECT_EQ(lst.SelectedIndexes(), (std::vector<int>{0, 2}));
+    lst.RemoveItem(1);
+    EXPECT_EQ(lst.SelectedIndexes(), (std::vector<int>{0, 1}));
+}
+
+TEST(ListControl, SingleSelectSelectionIsTheCurrentItem) {
+    ListControl lst;
+    lst.SetItems({"a", "b"});
+    lst.SetSelected(1, true);
+    EXPECT_EQ(lst.listIndex(), 1);
+    lst.SetSelected(0, true);
+    EXPECT_EQ(lst.SelectedIndexes(), (std::vector<int>{0}));
+    lst.SetSelected(0, false);
+    EXPECT_EQ(lst.listIndex(), -1);
+}
+
+struct AccelCase {
+    const char* caption;
+    const char* plain;
+};
+class StripAcceleratorTest : public ::testing::TestWithParam<AccelCase> {};
+TEST_P(StripAcceleratorTest, RemovesMarker) {
+    EXPECT_EQ(StripAccelerator(GetParam().caption), GetParam().plain);
+}
+INSTANTIATE_TEST_SUITE_P(Captions, StripAcceleratorTest,
+                         ::testing::Values(AccelCase{"&Close", "Close"},
+                                           AccelCase{"De&lete", "Delete"},
+                                           AccelCase{"Name && source", "Name & source"},
+                                           AccelCase{"trailing&", "trailing"}, AccelCase{"", ""}));
+
+}  // namespace
+}  // namespace ostrel

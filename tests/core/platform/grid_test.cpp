@@ -1,0 +1,217 @@
+#include "core/platform/grid.h"
+
+#include <gtest/gtest.h>
+
+namespace ostrel {
+namespace {
+
+// Rows of (name, source, number) for the sort and clip tests.
+void Fill(Grid& g, const std::vector<std::vector<std::string>>& rows) {
+    g.SetMaxCols(static_cast<int>(rows.front().size()));
+    g.SetMaxRows(static_cast<int>(rows.size()));
+    for (size_t r = 0; r < rows.size(); ++r) {
+        for (size_t c = 0; c < rows[r].size(); ++c) {
+            g.SetText(static_cast<int>(c) + 1, static_cast<int>(r) + 1, rows[r][c]);
+        }
+    }
+}
+
+std::vector<std::string> Column(const Grid& g, int col) {
+    std::vector<std::string> out;
+    for (int r = 1; r <= g.MaxRows(); ++r) out.push_back(g.Text(col, r));
+    return out;
+}
+
+TEST(Grid, CellsOutsideTheGridAreEmptyAndIgnored) {
+    Grid g(2, 2);
+    g.SetText(3, 1, "x");
+    g.SetText(0, 1, "x");
+    EXPECT_EQ(g.Text(3, 1), "");
+    EXPECT_EQ(g.Text(1, 0), "");
+    g.SetText(2, 2, "abc");
+    g.SetMaxRows(1);
+    g.SetMaxRows(2);
+    EXPECT_EQ(g.Text(2, 2), "") << "shrinking drops the cells outside";
+}
+
+TEST(Grid, NonNumericCellReadsZero) {
+    Grid g(1, 3);
+    g.SetText(1, 1, "abc");
+    g.SetValue(1, 2, 1.5168);
+    EXPECT_EQ(g.Value(1, 1), 0.0);
+    EXPECT_EQ(g.Value(1, 2), 1.5168);
+    EXPECT_EQ(g.Value(1, 3), 0.0);
+}
+
+TEST(Grid, FloatColumnShowsItsDecimalsButKeepsTheNumber) {
+    Grid g(1, 1);
+    g.SetColumnFloat(1, 3);
+    g.SetValue(1, 1, 1.51680123);
+    EXPECT_EQ(g.DisplayText(1, 1), "1.517");
+    EXPECT_DOUBLE_EQ(g.Value(1, 1), 1.51680123);
+}
+
+struct EditCase {
+    std::string text;
+    bool accepted;
+};
+class GridFloatEntry : public ::testing::TestWithParam<EditCase> {};
+TEST_P(GridFloatEntry, LimitsAndNumbers) {
+    Grid g(2, 1);
+    g.SetColumnFloat(1, 1, 200.0, 2500.0);
+    g.SetText(1, 1, "old");
+    EXPECT_EQ(g.EditText(1, 1, GetParam().text), GetParam().accepted);
+    EXPECT_EQ(g.Text(1, 1), GetParam().accepted ? GetParam().text : "old");
+}
+INSTANTIATE_TEST_SUITE_P(Entries, GridFloatEntry,
+                         ::testing::Values(EditCase{"587.56", true}, EditCase{"200", true},
+                                           EditCase{"2500", true}, EditCase{"199.9", false},
+                                           EditCase{"3000", false}, EditCase{"abc", false},
+                                           EditCase{"", true}));
+
+TEST(Grid, LockedAndHiddenColumnsRefuseEntries) {
+    Grid g(3, 1);
+    g.SetColumnLocked(1, true);
+    g.SetColumnHidden(3, true);
+    EXPECT_FALSE(g.EditText(1, 1, "a"));
+    EXPECT_TRUE(g.EditText(2, 1, "a"));
+    EXPECT_FALSE(g.EditText(3, 1, "a"));
+    g.SetText(1, 1, "logic may");  // the logic writes anywhere
+    EXPECT_EQ(g.Text(1, 1), "logic may");
+}
+
+TEST(Grid, ClipTextRoundTrip) {
+    Grid g;
+    Fill(g, {{"BK7", "SCHOTT"}, {"F2", "SCHOTT"}, {"N-SF11", "SCHOTT"}});
+    EXPECT_EQ(g.ClipText({1, 1, 2, 2}), "BK7\tSCHOTT\r\nF2\tSCHOTT");
+    EXPECT_EQ(g.ClipText({2, 2, 2, 3}), "SCHOTT\r\nSCHOTT");
+    EXPECT_EQ(g.ClipText({0, 3, 0, 3}), "N-SF11\tSCHOTT") << "whole-row block";
+
+    Grid h(2, 3);
+    EXPECT_EQ(h.SetClip(1, 1, g.ClipText({1, 1, 2, 3})), 3);
+    EXPECT_EQ(Column(h, 1), Column(g, 1));
+    EXPECT_EQ(Column(h, 2), Column(g, 2));
+}
+
+TEST(Grid, SetClipDropsWhatFallsOutsideAndTakesAnyLineBreak) {
+    Grid g(2, 2);
+    EXPECT_EQ(g.SetClip(2, 1, "a\tb\nc\td\re\tf\n"), 2);
+    EXPECT_EQ(g.Text(2, 1), "a");
+    EXPECT_EQ(g.Text(2, 2), "c");
+    EXPECT_EQ(g.Text(1, 1), "");
+}
+
+TEST(SplitClipText, RowsAndCells) {
+    EXPECT_TRUE(SplitClipText("").empty());
+    auto rows = SplitClipText("1\t2\r\n\r\n3\n");
+    ASSERT_EQ(rows.size(), 3u);
+    EXPECT_EQ(rows[0], (std::vector<std::string>{"1", "2"}));
+    EXPECT_EQ(rows[1], (std::vector<std::string>{""}));
+    EXPECT_EQ(rows[2], (std::vector<std::string>{"3"}));
+}
+
+TEST(Grid, PasteAtActiveCellSkipsLockedColumnsAndBadNumbers) {
+    Grid g(4, 3);
+    g.SetColumnFloat(1, 1, 100, 5000);
+    g.SetColumnLocked(2, true);
+    g.SetColumnFloat(3, 6);
+    g.SetText(2, 2, "calc");
+    g.SetActiveCell(1, 2);
+    EXPECT_EQ(g.Paste("587.6\t1.5168\r\n50\t1.5\r\n656.3\t1.514\r\n"), 2);
+    EXPECT_EQ(g.Text(1, 2), "587.6");
+    EXPECT_EQ(g.Text(2, 2), "calc");
+    EXPECT_EQ(g.Text(3, 2), "1.5168");
+    EXPECT_EQ(g.Text(1, 3), "") << "below the limit";
+    EXPECT_EQ(g.Text(3, 3), "1.5");
+}
+
+TEST(Grid, SortOneKeyIsStableAndCaseBlind) {
+    Grid g;
+    Fill(g, {{"f2", "B", "1"}, {"BK7", "A", "2"}, {"F2", "A", "3"}, {"baf10", "C", "4"}});
+    g.Sort(1, g.MaxRows(), {{1, true}});
+    EXPECT_EQ(Column(g, 1), (std::vector<std::string>{"baf10", "BK7", "f2", "F2"}));
+    EXPECT_EQ(Column(g, 3), (std::vector<std::string>{"4", "2", "1", "3"}));
+    g.Sort(1, g.MaxRows(), {{1, true}});
+    EXPECT_EQ(Column(g, 3), (std::vector<std::string>{"4", "2", "1", "3"}))
+        << "sorting again by the same key changes nothing";
+}
+
+TEST(Grid, SortSecondKeyBreaksTies) {
+    Grid g;
+    Fill(g, {{"F2", "SCHOTT"}, {"BK7", "SCHOTT"}, {"ZK1", "OHARA"}, {"AB", "SCHOTT"}});
+    g.Sort(1, g.MaxRows(), {{2, true}, {1, true}});
+    EXPECT_EQ(Column(g, 1), (std::vector<std::string>{"ZK1", "AB", "BK7", "F2"}));
+}
+
+TEST(Grid, SortFloatColumnNumericallyAndDescending) {
+    Grid g;
+    Fill(g, {{"10"}, {"9"}, {"100"}, {"x"}});
+    g.SetColumnFloat(1, 0);
+    g.Sort(1, 4, {{1, false}});
+    EXPECT_EQ(Column(g, 1), (std::vector<std::string>{"100", "10", "9", "x"}));
+}
+
+TEST(Grid, SortMovesColoursWithTheRowsAndKeepsOtherRows) {
+    Grid g;
+    Fill(g, {{"head"}, {"C"}, {"A"}, {"B"}});
+    g.SetRowColour(2, kMeltRowColour);
+    g.SetCellColour(1, 3, kStatusGreen);
+    g.Sort(2, 4, {{1, true}});
+    EXPECT_EQ(Column(g, 1), (std::vector<std::string>{"head", "A", "B", "C"}));
+    EXPECT_EQ(g.RowColour(4), kMeltRowColour);
+    EXPECT_EQ(g.CellColour(1, 2), kStatusGreen);
+    EXPECT_EQ(g.RowColour(2), std::nullopt);
+}
+
+TEST(Grid, CellColourWinsOverRowColour) {
+    Grid g(2, 1);
+    g.SetRowColour(1, kMeltRowColour);
+    g.SetCellColour(2, 1, kStatusRed);
+    EXPECT_EQ(g.CellColour(1, 1), kMeltRowColour);
+    EXPECT_EQ(g.CellColour(2, 1), kStatusRed);
+}
+
+TEST(Grid, MultiBlockSelection) {
+    Grid g(3, 10);
+    EXPECT_FALSE(g.IsBlockMode());
+    g.SetSelection({1, 5, 3, 3});  // corners given either way round
+    g.AddSelection({0, 8, 0, 9});
+    EXPECT_TRUE(g.IsBlockMode());
+    EXPECT_EQ(g.SelBlock(), (GridBlock{1, 3, 3, 5}));
+    EXPECT_EQ(g.SelectedRows(), (std::vector<int>{3, 4, 5, 8, 9}));
+    EXPECT_TRUE(g.IsSelected(2, 9));
+    EXPECT_FALSE(g.IsSelected(2, 7));
+    g.SetMaxRows(8);
+    EXPECT_EQ(g.SelectedRows(), (std::vector<int>{3, 4, 5, 8}));
+    g.ClearSelection();
+    EXPECT_FALSE(g.IsBlockMode());
+}
+
+TEST(Grid, ObserversHearChangesAndRedrawOffGathersThem) {
+    Grid g(2, 2);
+    std::vector<GridChange> seen;
+    auto sub = g.Observe([&](const GridChange& c) { seen.push_back(c); });
+    g.SetText(2, 1, "a");
+    g.SetText(2, 1, "a");  // no change
+    ASSERT_EQ(seen.size(), 1u);
+    EXPECT_EQ(seen[0].kind, GridChange::Kind::Cells);
+    EXPECT_EQ(seen[0].area, (GridBlock{2, 1, 2, 1}));
+
+    seen.clear();
+    g.SetRedraw(false);
+    g.SetMaxRows(5);
+    g.SetClip(1, 1, "x\ty\r\nz");
+    g.SetRowColour(3, kMeltRowColour);
+    EXPECT_TRUE(seen.empty());
+    g.SetRedraw(true);
+    ASSERT_EQ(seen.size(), 1u);
+    EXPECT_EQ(seen[0].kind, GridChange::Kind::Layout);
+
+    seen.clear();
+    g.SetActiveCell(2, 2);
+    ASSERT_EQ(seen.size(), 1u);
+    EXPECT_EQ(seen[0].kind, GridChange::Kind::Selection);
+}
+
+}  // namespace
+}  // namespace ostrel
