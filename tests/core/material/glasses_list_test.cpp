@@ -1,0 +1,481 @@
+#include "core/material/glasses_list.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "core/material/catalogue_record.h"
+#include "core/platform/file_io.h"
+#include "list_fixture.h"
+
+namespace ostrel::testing {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct KeyCase {
+    const char* nameA;
+    const char* sourceA;
+    const char* nameB;
+    const char* sourceB;
+    bool same;
+};
+
+class MaterialKeyTest : public ::testing::TestWithParam<KeyCase> {};
+
+TEST_P(MaterialKeyTest, SameWhenNameAndSourceAgreeTrimmedInUpperCase) {
+    const auto& c = GetParam();
+    EXPECT_EQ(SameMaterial(MakeRecord(c.nameA, c.sourceA), MakeRecord(c.nameB, c.sourceB)), c.same);
+}
+
+INSTANTIATE_TEST_SUITE_P(Keys, MaterialKeyTest,
+                         ::testing::Values(KeyCase{"bk7  ", "schott", "BK7", "SCHOTT", true},
+                                           KeyCase{"  bk7", "schott ", "BK7", "SCHOTT", true},
+                                           KeyCase{"BK7", "SCHOTT", "BK7", "HOYA", false},
+                                           KeyCase{"BK 7", "SCHOTT", "BK7", "SCHOTT", false},
+                                           KeyCase{"gl\xC3\xA4s", "x", "GL\xC3\x84S", "X", true}));
+
+TEST(NameUsable, RefusesBlankAndNul) {
+    EXPECT_TRUE(NameUsable(MakeRecord("A", "B")));
+    EXPECT_FALSE(NameUsable(MakeRecord("   ", "B")));
+    EXPECT_FALSE(NameUsable(MakeRecord("A", "")));
+    MaterialRecord nul = MakeRecord("A", "B");
+    nul.General.GlassName.data()[5] = '\0';
+    EXPECT_FALSE(NameUsable(nul));
+    MaterialRecord zero = ZeroMaterialRecord();
+    EXPECT_FALSE(NameUsable(zero));
+}
+
+using GlassesListTest = ListFixture;
+
+TEST_F(GlassesListTest, ListAddOverwriteReplacesInPlace) {
+    GlassesList& l = Fresh();
+    ASSERT_TRUE(l.ListAdd(MakeRecord("A", "S", 1), false));
+    ASSERT_TRUE(l.ListAdd(MakeRecord("B", "S", 2), false));
+    ASSERT_TRUE(l.ListAdd(MakeRecord("C", "S", 3), false));
+
+    EXPECT_FALSE(l.ListAdd(MakeRecord("b ", "s", 9), false));
+    EXPECT_EQ(l.CustomList()[1].General.PolyCoef[0], 2);
+
+    EXPECT_TRUE(l.ListAdd(MakeRecord("b ", "s", 9), true));
+    ASSERT_EQ(l.CustomCount(), 3);
+    EXPECT_EQ(l.CustomList()[1].General.PolyCoef[0], 9);
+    EXPECT_EQ(l.CustomList()[1].General.GlassName.Text(), "b");
+    EXPECT_EQ(l.CustomList()[2].General.GlassName.Text(), "C");
+}
+
+TEST_F(GlassesListTest, NulNameNeverEntersNorBecomesAKey) {
+    GlassesList& l = Fresh();
+    MaterialRecord nul = MakeRecord("A", "S");
+    nul.General.GlassName.data()[1] = '\0';
+    EXPECT_FALSE(l.ListAdd(nul, true));
+    EXPECT_EQ(l.CustomCount(), 0);
+    l.ReplaceList({nul});  // ReplaceList takes records as they are, but keys only usable ones
+    EXPECT_EQ(l.CustomCount(), 1);
+    EXPECT_FALSE(l.ListContains(nul));
+}
+
+TEST_F(GlassesListTest, GetMaterialOutOfRangeIsFalse) {
+    GlassesList& l = Fresh();
+    l.ListAdd(MakeRecord("A", "S"), false);
+    MaterialRecord r;
+    EXPECT_FALSE(l.GetMaterial(0, r));
+    EXPECT_FALSE(l.GetMaterial(2, r));
+    EXPECT_TRUE(l.GetMaterial(1, r));
+    EXPECT_EQ(r.General.GlassName.Text(), "A");
+}
+
+TEST_F(GlassesListTest, ReplaceListWithNothingEmptiesKeys) {
+    GlassesList& l = Fresh();
+    l.ListAdd(MakeRecord("A", "S"), false);
+    l.ReplaceList({});
+    EXPECT_EQ(l.CustomCount(), 0);
+    EXPECT_FALSE(l.ListContains(MakeRecord("A", "S")));
+}
+
+TEST_F(GlassesListTest, ListAddDatedStampsTheClock) {
+    GlassesList& l = Fresh();
+    ASSERT_TRUE(l.ListAddDated(MakeRecord("A", "S"), false));
+    EXPECT_EQ(l.CustomList()[0].DateChanged, 46349.5);
+}
+
+TEST_F(GlassesListTest, NoFileOfAnyKindStartsEmptyAndWritesNothing) {
+    GlassesList& l = Loaded();
+    EXPECT_EQ(l.CustomCount(), 0);
+    EXPECT_TRUE(fs::is_empty(dir.path()));
+}
+
+TEST_F(GlassesListTest, LoadThenSaveGivesIdenticalBytes) {
+    // Records with every byte set, texts holding NULs after the name included.
+    std::vector<MaterialRecord> recs;
+    for (int i = 0; i < 3; ++i) {
+        MaterialImage img;
+        for (size_t b = 0; b < img.size(); ++b) img[b] = static_cast<unsigned char>(b * 7 + i);
+        std::memcpy(img.data() + 6, "NAME", 4);
+        img[10] = static_cast<unsigned char>('0' + i);
+        std::memset(img.data() + 11, ' ', 25);
+        std::memcpy(img.data() + 38, "SRC", 3);
+        std::memset(img.data() + 41, ' ', 27);
+        img[12102] = '\0';  // a NUL in the parent name
+        recs.push_back(FromBytes(img));
+    }
+    const std::string bytes = Image(recs);
+    WriteFileBytes(Current(), bytes);
+    GlassesList& l = Loaded();
+    ASSERT_EQ(l.CustomCount(), 3);
+    ASSERT_TRUE(l.SaveCustomFile());
+    EXPECT_TRUE(ReadFileBytes(Current()) == bytes);
+    EXPECT_TRUE(ReadFileBytes(Backup()) == bytes);
+}
+
+TEST_F(GlassesListTest, SameMaterialTwiceKeepsTheFirstAndNextSaveDropsTheSecond) {
+    std::vector<MaterialRecord> recs = {MakeRecord("BK7", "X", 1), MakeRecord("F2", "X", 2),
+                                        MakeRecord("bk7 ", "x", 3)};
+    WriteFileBytes(Current(), Image(recs));
+    GlassesList& l = Loaded();
+    ASSERT_EQ(l.CustomCount(), 2);
+    EXPECT_EQ(l.CustomList()[0].General.PolyCoef[0], 1);
+    ASSERT_TRUE(l.SaveCustomFile());
+    EXPECT_TRUE(ReadFileBytes(Current()) == Image({recs[0], recs[1]}));
+}
+
+TEST_F(GlassesListTest, ShortLastRecordIsPaddedWithZeros) {
+    std::string bytes = Image({MakeRecord("A", "S"), MakeRecord("B", "S")});
+    bytes.resize(bytes.size() - 100);
+    WriteFileBytes(Current(), bytes);
+    GlassesList& l = Loaded();
+    ASSERT_EQ(l.CustomCount(), 2);
+    EXPECT_EQ(l.CustomList()[1].DateChanged, 0);  // the padded tail reads zero
+}
+
+TEST_F(GlassesListTest, DeletingTheLastMaterialLeavesNoFileAndABackupOfIt) {
+    WriteFileBytes(Current(), Image({MakeRecord("A", "S")}));
+    GlassesList& l = Loaded();
+    ASSERT_TRUE(l.CommitList({}));
+    EXPECT_FALSE(fs::exists(Current()));
+    EXPECT_TRUE(ReadFileBytes(Backup()) == Image({MakeRecord("A", "S")}));
+    EXPECT_EQ(refreshes, 1);
+}
+
+TEST_F(GlassesListTest, FailedWriteLeavesFileAndListAsTheyWere) {
+    const std::string before = Image({MakeRecord("A", "S")});
+    WriteFileBytes(Current(), before);
+    GlassesList& l = Loaded();
+    SetWriteFaultHook([](const fs::path& p) { return p.filename() != kCustomFileName; });
+    const bool added = l.AddAndSave(MakeRecord("B", "S"), false);
+    const bool committed = l.CommitList({MakeRecord("C", "S")});
+    SetWriteFaultHook(nullptr);
+
+    EXPECT_FALSE(added);
+    EXPECT_EQ(l.CustomCount(), 1);
+    EXPECT_FALSE(l.ListContains(MakeRecord("B", "S")));
+    EXPECT_FALSE(committed);
+    EXPECT_EQ(l.CustomList()[0].General.GlassName.Text(), "A");
+    EXPECT_TRUE(ReadFileBytes(Current()) == before);
+    ASSERT_FALSE(dialogs.boxes.empty());
+    EXPECT_EQ(dialogs.boxes[0].icon, MsgIcon::Exclamation);
+    EXPECT_NE(dialogs.boxes[0].text.find("could not be saved"), std::string::npos);
+    EXPECT_NE(ReadFileBytes(dir / "ERROR.LOG").find("  Error: [28]: WriteCustomFile"),
+              std::string::npos);
+    // no temporary file is left behind
+    for (const auto& e : fs::directory_iterator(dir.path())) {
+        EXPECT_EQ(e.path().string().find(".tmp"), std::string::npos) << e.path();
+    }
+}
+
+TEST_F(GlassesListTest, FailedOverwriteRestoresTheOldRecord) {
+    WriteFileBytes(Current(), Image({MakeRecord("A", "S", 1)}));
+    GlassesList& l = Loaded();
+    SetWriteFaultHook([](const fs::path&) { return false; });
+    EXPECT_FALSE(l.AddAndSave(MakeRecord("A", "S", 2), true));
+    SetWriteFaultHook(nullptr);
+    EXPECT_EQ(l.CustomList()[0].General.PolyCoef[0], 1);
+}
+
+TEST_F(GlassesListTest, AddAndSaveDatesWritesAndRefreshes) {
+    GlassesList& l = Loaded();
+    ASSERT_TRUE(l.AddAndSave(MakeRecord("A", "S"), false));
+    EXPECT_EQ(refreshes, 1);
+    MaterialRecord expected = MakeRecord("A", "S");
+    expected.DateChanged = 46349.5;
+    EXPECT_TRUE(ReadFileBytes(Current()) == Image({expected}));
+    EXPECT_FALSE(fs::exists(Backup()));  // nothing to back up before the first file
+}
+
+TEST_F(GlassesListTest, UnreadableFileIsReportedAndNeverOverwritten) {
+    fs::create_directory(Current());  // a folder where the file should be cannot be read
+    GlassesList& l = Fresh();
+    EXPECT_FALSE(l.LoadCustomFile());
+    EXPECT_TRUE(l.LoadFailed());
+    EXPECT_FALSE(l.AddAndSave(MakeRecord("A", "S"), false));
+    EXPECT_TRUE(fs::is_directory(Current()));
+    EXPECT_EQ(dialogs.boxes.size(), 2u);
+}
+
+// --- older files ---
+
+std::string OldImage(size_t length, const std::function<void(unsigned char*)>& fill) {
+    std::string s(length, '\0');
+    fill(reinterpret_cast<unsigned char*>(s.data()));
+    return s;
+}
+
+void PutName(unsigned char* img, size_t off, const char* text, size_t width) {
+    std::memset(img + off, ' ', width);
+    std::memcpy(img + off, text, std::strlen(text));
+}
+
+template <typename T>
+void Put(unsigned char* img, size_t off, T v) {
+    std::memcpy(img + off, &v, sizeof v);
+}
+
+TEST_F(GlassesListTest, V2FileIsConvertedWithWidenedMeltValues) {
+    std::string v2 = OldImage(12604, [](unsigned char* img) {
+        PutName(img, 6, "MELT1", 30);
+        PutName(img, 38, "LAB", 30);
+        Put<int16_t>(img, 76, 2);
+        Put<double>(img, 78, 1.25);
+        Put<int16_t>(img, 12070, -1);
+        PutName(img, 12102, "N-BK7", 30);
+        PutName(img, 12162, "M42", 10);
+        Put<int16_t>(img, 12172, 3);
+        Put<float>(img, 12174, 587.56f);
+        Put<float>(img, 12254, 1.5168f);
+        Put<int16_t>(img, 12334, 7);  // row count: dropped
+        Put<float>(img, 12336, 0.1f);
+        Put<float>(img, 12416, 0.2f);
+        Put<float>(img, 12496 + 4 * 19, 0.3f);
+        Put<int16_t>(img, 12576, 4);   // GeneralState.Changes
+        Put<int16_t>(img, 12578, -1);  // GeneralState.Ready
+        Put<double>(img, 12596, 40000.75);
+    });
+    WriteFileBytes(dir / kCustomFileV2Name, v2);
+    WriteFileBytes(dir / kCustomFileV0Name, std::string(12070, 'x'));
+
+    GlassesList& l = Loaded();
+    ASSERT_EQ(l.CustomCount(), 1);
+    const MaterialRecord& r = l.CustomList()[0];
+    EXPECT_EQ(r.General.GlassName.Text(), "MELT1");
+    EXPECT_EQ(r.General.PolyCoef[0], 1.25);
+    EXPECT_EQ(r.Melt.MeltFlag, kTrue);
+    EXPECT_EQ(r.Melt.MeltParentName.Text(), "N-BK7");
+    EXPECT_EQ(r.Melt.MeltCode.Text(), "M42");
+    EXPECT_EQ(r.Melt.MeltIndexPoints, 3);
+    EXPECT_EQ(r.Melt.MeltIndexWave[0], 587.56f);
+    EXPECT_EQ(r.Melt.MeltIndexValue[0], static_cast<double>(1.5168f));
+    EXPECT_EQ(r.Melt.MeltTransPoints, 0);
+    EXPECT_EQ(r.Melt.MeltTransPair[0][0], static_cast<double>(0.1f));
+    EXPECT_EQ(r.Melt.MeltTransPair[1][0], static_cast<double>(0.2f));
+    EXPECT_EQ(r.Melt.MeltTransThird[19], static_cast<double>(0.3f));
+    EXPECT_EQ(r.GeneralState, (SectionState{4, kTrue}));
+    EXPECT_EQ(r.DateChanged, 40000.75);
+    EXPECT_EQ(r.Status.StatusMelt, 0);
+    EXPECT_EQ(r.Status.DataDate, 0);
+
+    EXPECT_TRUE(fs::exists(Current()));
+    EXPECT_FALSE(Exists(kCustomFileV2Name));
+    EXPECT_TRUE(Exists(kCustomFileV0Name));  // older ones are left lying
+    EXPECT_TRUE(ReadFileBytes(Current()) == Image({r}));
+}
+
+TEST_F(GlassesListTest, EmptyV2FileCountsAsFound) {
+    WriteFileBytes(dir / kCustomFileV2Name, "");
+    WriteFileBytes(dir / kCustomFileV1Name, OldImage(12098, [](unsigned char* img) {
+                       PutName(img, 6, "A", 30);
+                       PutName(img, 38, "B", 30);
+                   }));
+    GlassesList& l = Loaded();
+    EXPECT_EQ(l.CustomCount(), 0);
+    EXPECT_FALSE(fs::exists(Current()));
+    EXPECT_FALSE(Exists(kCustomFileV2Name));
+    EXPECT_TRUE(Exists(kCustomFileV1Name));
+}
+
+TEST_F(GlassesListTest, V1FileLeavesMeltAndStatusAsZeroBytes) {
+    WriteFileBytes(dir / kCustomFileV1Name, OldImage(12098, [](unsigned char* img) {
+                       PutName(img, 6, "A", 30);
+                       PutName(img, 38, "B", 30);
+                       Put<int16_t>(img, 12070 + 14, -1);  // ThermalState.Ready... of the old pairs
+                       Put<double>(img, 12090, 123.5);
+                   }));
+    GlassesList& l = Loaded();
+    ASSERT_EQ(l.CustomCount(), 1);
+    const MaterialRecord& r = l.CustomList()[0];
+    EXPECT_EQ(r.ThermalState.Ready, kTrue);
+    EXPECT_EQ(r.DateChanged, 123.5);
+    EXPECT_EQ(r.Melt.MeltParentName.Raw(), std::string(30, '\0'));
+    EXPECT_EQ(r.Melt.MeltFlag, 0);
+    EXPECT_FALSE(Exists(kCustomFileV1Name));
+}
+
+TEST_F(GlassesListTest, OldestFileWidensNameAndSource) {
+    WriteFileBytes(dir / kCustomFileV0Name, OldImage(12070, [](unsigned char* img) {
+                       std::memcpy(img + 6, "ABCDEFGHIJKL", 12);
+                       PutName(img, 20, "SOURCE", 20);
+                       Put<int16_t>(img, 18, 8);
+                       Put<int32_t>(img, 40, 517642);
+                       Put<int16_t>(img, 48, 1);
+                       Put<double>(img, 50 + 8 * 13, 9.5);
+                       Put<float>(img, 494, 1.5168f);        // nd
+                       Put<float>(img, 1826 + 2400, 0.25f);  // IndexWeight[0]
+                       Put<int16_t>(img, 12042 + 2, -1);     // GeneralState.Ready
+                       Put<double>(img, 12062, 7.0);
+                   }));
+    GlassesList& l = Loaded();
+    ASSERT_EQ(l.CustomCount(), 1);
+    const MaterialRecord& r = l.CustomList()[0];
+    EXPECT_EQ(r.General.GlassName.Raw(), "ABCDEFGHIJKL" + std::string(18, ' '));
+    EXPECT_EQ(r.General.Source.Raw(), "SOURCE" + std::string(24, ' '));
+    EXPECT_EQ(r.General.GlassKind, 8);
+    EXPECT_EQ(r.General.GlassCode, 517642);
+    EXPECT_EQ(r.General.Polytype, 1);
+    EXPECT_EQ(r.General.PolyCoef[13], 9.5);
+    EXPECT_EQ(r.Derived.nd, 1.5168f);
+    EXPECT_EQ(r.Measured.IndexWeight[0], 0.25f);
+    EXPECT_EQ(r.GeneralState.Ready, kTrue);
+    EXPECT_EQ(r.DateChanged, 7.0);
+}
+
+// --- catalogue and generic names ---
+
+class NameRulesTest : public ListFixture {
+  protected:
+    void SetUp() override {
+        fs::create_directory(dir / "lumbrak");
+        std::string cat;
+        for (auto [name, source] : {std::pair{"BK7", "SCHOTT"}, {"", "BLANK"}, {"F2", "SCHOTT"}}) {
+            CatalogueRecord c;
+            ClearCatalogueRecord(c);
+            c.GlassName.Set(name);
+            c.Source.Set(source);
+            unsigned char img[kCatalogueRecordSize];
+            ToBytes(c, img);
+            cat.append(reinterpret_cast<char*>(img), sizeof img);
+        }
+        WriteFileBytes(dir / "lumbrak" / kCatalogueFileName, cat);
+        ExternalRecord g;
+        ClearGenericRecord(g);
+        g.GlassName.Set("AIR");
+        g.Source.Set("GENERIC");
+        unsigned char img[kExternalRecordSize];
+        ToBytes(g, img);
+        WriteFileBytes(dir / "lumbrak" / kGenericFileName,
+                       std::string(reinterpret_cast<char*>(img), sizeof img));
+        GlassesList& l = Fresh();
+        l.LoadCatalogueNames((dir / "lumbrak").string());
+        l.LoadGenericNames((dir / "lumbrak").string());
+        l.ListAdd(MakeRecord("MINE", "ME"), false);
+    }
+};
+
+struct OverwriteCase {
+    const char* name;
+    const char* source;
+    bool allowOverwrite;
+    bool ok;
+    const char* message;
+};
+
+class CheckOverwriteTest : public NameRulesTest,
+                           public ::testing::WithParamInterface<OverwriteCase> {};
+
+TEST_P(CheckOverwriteTest, Messages) {
+    const auto& c = GetParam();
+    std::string message = "stale";
+    EXPECT_EQ(list->CheckOverwrite(MakeRecord(c.name, c.source), c.allowOverwrite, message), c.ok);
+    EXPECT_EQ(message, c.message);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rules, CheckOverwriteTest,
+    ::testing::Values(
+        OverwriteCase{"bk7  ", "schott", false, false,
+                      "bk7 - schott is already in the list of catalog materials, and cannot be "
+                      "overwritten!"},
+        OverwriteCase{"F2", "SCHOTT", true, false,
+                      "F2 - SCHOTT is already in the list of catalog materials, and cannot be "
+                      "overwritten!"},
+        OverwriteCase{"Air", "Generic", true, false,
+                      "Air - Generic is already in the Ostrel Software supplied list of generic "
+                      "materials, and cannot be overwritten!"},
+        OverwriteCase{"mine", "me", true, false,
+                      "mine - me is already in your list of custom materials.\nDo you want to "
+                      "overwrite it?"},
+        OverwriteCase{"mine", "me", false, true, ""}, OverwriteCase{"NEW", "ME", true, true, ""}));
+
+TEST_F(NameRulesTest, CatalogueRecordBehindABlankNameIsStillRead) {
+    EXPECT_TRUE(list->ListContainsSupplied(MakeRecord("F2", "schott")));
+    EXPECT_FALSE(list->ListContainsSupplied(MakeRecord("", "BLANK")));
+}
+
+TEST_F(ListFixture, WithoutLumbrakFolderAnyNameMayBeUsed) {
+    GlassesList& l = Fresh();
+    l.LoadCatalogueNames("");
+    l.LoadGenericNames((dir / "missing").string());
+    std::string message;
+    EXPECT_TRUE(l.CheckOverwrite(MakeRecord("BK7", "SCHOTT"), true, message));
+}
+
+TEST(CatalogueRecord, ImageSurvivesLoadAndSave) {
+    unsigned char img[kCatalogueRecordSize], out[kCatalogueRecordSize];
+    for (size_t i = 0; i < sizeof img; ++i) img[i] = static_cast<unsigned char>(i * 13);
+    CatalogueRecord c;
+    FromBytes(img, c);
+    ToBytes(c, out);
+    EXPECT_EQ(std::memcmp(img, out, sizeof img), 0);
+}
+
+TEST(ExternalRecord, CarriesGeneralDataAtItsOffsets) {
+    MaterialRecord r = MakeRecord("N-SF6", "LAB");
+    r.General.GlassKind = 8;
+    r.General.GlassCode = 805254;
+    r.General.Density = 3.37f;
+    r.General.Polytype = 6;
+    r.General.PolyCoef[13] = 4.5;
+    r.General.IndexWvMin = 370;
+    r.General.IndexWvMax = 2500;
+    r.General.TransShortWave[0] = 2500;
+    r.General.TransShortValue[40] = 99;
+    r.General.IndexPoints = 12;  // does not travel
+    ExternalRecord e;
+    ClearGenericRecord(e);
+    e.GlassName.Zero();
+    ToExternalRecord(r.General, e);
+    unsigned char img[kExternalRecordSize];
+    ToBytes(e, img);
+    EXPECT_EQ(std::string(reinterpret_cast<char*>(img), 5), "N-SF6");
+    int16_t kind, poly, wmin, wmax;
+    int32_t code;
+    float dens, w0, v40;
+    double c13;
+    std::memcpy(&kind, img + 30, 2);
+    std::memcpy(&code, img + 62, 4);
+    std::memcpy(&dens, img + 66, 4);
+    std::memcpy(&poly, img + 70, 2);
+    std::memcpy(&c13, img + 72 + 8 * 13, 8);
+    std::memcpy(&wmin, img + 184, 2);
+    std::memcpy(&wmax, img + 186, 2);
+    std::memcpy(&w0, img + 188, 4);
+    std::memcpy(&v40, img + 352 + 160, 4);
+    EXPECT_EQ(std::string(reinterpret_cast<char*>(img) + 32, 3), "LAB");
+    EXPECT_EQ(kind, 8);
+    EXPECT_EQ(code, 805254);
+    EXPECT_EQ(dens, 3.37f);
+    EXPECT_EQ(poly, 6);
+    EXPECT_EQ(c13, 4.5);
+    EXPECT_EQ(wmin, 370);
+    EXPECT_EQ(wmax, 2500);
+    EXPECT_EQ(w0, 2500);
+    EXPECT_EQ(v40, 99);
+    for (size_t i = 516; i < kExternalRecordSize; ++i) EXPECT_EQ(img[i], 0);
+
+    MaterialRecord back = ClearedMaterialRecord();
+    FromExternalRecord(e, back.General);
+    EXPECT_EQ(back.General.GlassName, r.General.GlassName);
+    EXPECT_EQ(back.General.PolyCoef, r.General.PolyCoef);
+    EXPECT_EQ(back.General.IndexPoints, 0);
+}
+
+}  // namespace
+}  // namespace ostrel::testing

@@ -1,0 +1,59 @@
+#pragma once
+// A custom list over a fresh temporary folder, with scripted boxes and a fixed clock.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+#include "core/material/glasses_list.h"
+#include "core/material/material_record_codec.h"
+#include "support/scripted_dialogs.h"
+#include "support/temp_dir.h"
+
+namespace ostrel::testing {
+
+inline MaterialRecord MakeRecord(const std::string& name, const std::string& source,
+                                 double tag = 0) {
+    MaterialRecord r = ClearedMaterialRecord();
+    r.General.GlassName.Set(name);
+    r.General.Source.Set(source);
+    r.General.PolyCoef[0] = tag;
+    return r;
+}
+
+inline std::string Image(const std::vector<MaterialRecord>& list) {
+    std::string s;
+    for (const auto& r : list) {
+        MaterialImage img = ToBytes(r);
+        s.append(reinterpret_cast<const char*>(img.data()), img.size());
+    }
+    return s;
+}
+
+class ListFixture : public ::testing::Test {
+  protected:
+    ListFixture() : clock(46349.5), errors(dir.path().string(), dialogs, clock) {}
+
+    std::filesystem::path Current() const { return dir / kCustomFileName; }
+    std::filesystem::path Backup() const { return dir / kCustomBackupName; }
+    bool Exists(const char* name) const { return std::filesystem::exists(dir / name); }
+
+    GlassesList& Fresh() {
+        list = std::make_unique<GlassesList>(dir.path().string(), errors);
+        list->SetRefreshHandler([this] { ++refreshes; });
+        return *list;
+    }
+    GlassesList& Loaded() {
+        Fresh().LoadCustomFile();
+        return *list;
+    }
+
+    TempDir dir;
+    ScriptedDialogs dialogs;
+    FixedClock clock;
+    ErrorDisplayer errors;
+    std::unique_ptr<GlassesList> list;
+    int refreshes = 0;
+};
+
+}  // namespace ostrel::testing

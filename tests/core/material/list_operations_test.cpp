@@ -1,0 +1,114 @@
+#include "core/material/list_operations.h"
+
+#include <gtest/gtest.h>
+
+#include "list_fixture.h"
+
+namespace ostrel::testing {
+namespace {
+
+namespace fs = std::filesystem;
+
+class ListOperationsTest : public ListFixture {
+  protected:
+    GlassesList& WithThree() {
+        WriteFileBytes(Current(), Image({MakeRecord("A", "S", 1), MakeRecord("B", "S", 2),
+                                         MakeRecord("C", "T", 3)}));
+        return Loaded();
+    }
+    std::vector<std::string> Names() const {
+        std::vector<std::string> n;
+        for (const auto& r : list->CustomList()) n.push_back(r.General.GlassName.Text());
+        return n;
+    }
+};
+
+TEST_F(ListOperationsTest, DeleteAsksThenRemovesSavesAndRefreshes) {
+    GlassesList& l = WithThree();
+    ASSERT_TRUE(DeleteMaterial(l, dialogs, 2));
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(dialogs.boxes[0].text, "Are you sure that you wish to delete B - S?");
+    EXPECT_EQ(dialogs.boxes[0].buttons, MsgButtons::YesNo);
+    EXPECT_EQ(dialogs.boxes[0].icon, MsgIcon::Question);
+    EXPECT_EQ(Names(), (std::vector<std::string>{"A", "C"}));
+    EXPECT_TRUE(ReadFileBytes(Current()) == Image(l.CustomList()));
+    EXPECT_EQ(refreshes, 1);
+}
+
+TEST_F(ListOperationsTest, DeleteAnsweredNoChangesNothing) {
+    GlassesList& l = WithThree();
+    const std::string before = ReadFileBytes(Current());
+    dialogs.answers.push_back(MsgAnswer::No);
+    EXPECT_FALSE(DeleteMaterial(l, dialogs, 1));
+    EXPECT_EQ(l.CustomCount(), 3);
+    EXPECT_TRUE(ReadFileBytes(Current()) == before);
+    EXPECT_FALSE(fs::exists(Backup()));
+}
+
+TEST_F(ListOperationsTest, DeletingTheOnlyMaterialLeavesAnEmptyListAndNoFile) {
+    WriteFileBytes(Current(), Image({MakeRecord("A", "S")}));
+    GlassesList& l = Loaded();
+    ASSERT_TRUE(DeleteMaterial(l, dialogs, 1));
+    EXPECT_EQ(l.CustomCount(), 0);
+    EXPECT_FALSE(fs::exists(Current()));
+    EXPECT_TRUE(ReadFileBytes(Backup()) == Image({MakeRecord("A", "S")}));
+}
+
+TEST_F(ListOperationsTest, DeleteOutOfRangeAsksNothing) {
+    GlassesList& l = WithThree();
+    EXPECT_FALSE(DeleteMaterial(l, dialogs, 4));
+    EXPECT_TRUE(dialogs.boxes.empty());
+}
+
+TEST_F(ListOperationsTest, DuplicateInsertsTheCopyBehindItsOriginal) {
+    GlassesList& l = WithThree();
+    dialogs.inputs.push_back("A2");
+    ASSERT_TRUE(DuplicateMaterial(l, dialogs, 1));
+    EXPECT_EQ(Names(), (std::vector<std::string>{"A", "A2", "B", "C"}));
+    const MaterialRecord& copy = l.CustomList()[1];
+    EXPECT_EQ(copy.General.Source.Text(), "S");
+    EXPECT_EQ(copy.General.PolyCoef[0], 1);  // everything else is the original's
+    EXPECT_EQ(dialogs.prompts[0],
+              "Enter NEW name for glass. [you will not be allowed to use an existing "
+              "name/source combination]");
+    EXPECT_EQ(dialogs.proposals[0], "A");
+    EXPECT_TRUE(dialogs.boxes.empty());
+    EXPECT_TRUE(ReadFileBytes(Current()) == Image(l.CustomList()));
+}
+
+TEST_F(ListOperationsTest, DuplicateKeepsAskingUntilTheNameIsFree) {
+    GlassesList& l = WithThree();
+    dialogs.inputs = {"b", "a ", "D"};
+    ASSERT_TRUE(DuplicateMaterial(l, dialogs, 2));
+    EXPECT_EQ(dialogs.proposals, (std::vector<std::string>{"B", "b", "a "}));
+    EXPECT_TRUE(dialogs.boxes.empty());  // the refusal is not shown, the prompt comes again
+    EXPECT_EQ(Names(), (std::vector<std::string>{"A", "B", "D", "C"}));
+}
+
+TEST_F(ListOperationsTest, NameOfAnotherSourceIsFree) {
+    GlassesList& l = WithThree();
+    dialogs.inputs = {"C"};  // C exists under source T, not S
+    ASSERT_TRUE(DuplicateMaterial(l, dialogs, 1));
+    EXPECT_EQ(Names(), (std::vector<std::string>{"A", "C", "B", "C"}));
+}
+
+class DuplicateEndsTest : public ListOperationsTest,
+                          public ::testing::WithParamInterface<std::optional<std::string>> {};
+
+TEST_P(DuplicateEndsTest, EmptyOrCancelledAnswerChangesNothing) {
+    GlassesList& l = WithThree();
+    const std::string before = ReadFileBytes(Current());
+    dialogs.inputs = {"B", GetParam()};
+    EXPECT_FALSE(DuplicateMaterial(l, dialogs, 1));
+    EXPECT_EQ(dialogs.prompts.size(), 2u);
+    EXPECT_EQ(l.CustomCount(), 3);
+    EXPECT_TRUE(ReadFileBytes(Current()) == before);
+    EXPECT_EQ(refreshes, 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Answers, DuplicateEndsTest,
+                         ::testing::Values(std::nullopt, std::optional<std::string>(""),
+                                           std::optional<std::string>("   ")));
+
+}  // namespace
+}  // namespace ostrel::testing
