@@ -1,0 +1,111 @@
+#include "core/optics/glass_code.h"
+
+#include <gtest/gtest.h>
+
+#include "core/optics/derived_data.h"
+
+namespace ostrel {
+namespace {
+
+struct CodeCase {
+    const char* nd;
+    const char* vd;
+    int32_t expected;
+};
+
+class MakeGlassCodeTest : public ::testing::TestWithParam<CodeCase> {};
+
+TEST_P(MakeGlassCodeTest, Code) {
+    const auto& c = GetParam();
+    EXPECT_EQ(MakeGlassCode(c.nd, c.vd), c.expected) << c.nd << " " << c.vd;
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, MakeGlassCodeTest,
+                         ::testing::Values(CodeCase{"1.5168", "64.17", 517642},
+                                           CodeCase{"1.5168", "5.3", 517053},  // b padded to "053"
+                                           CodeCase{"1.6", "0", 600000},       // nF = nC: vd 0
+                                           CodeCase{"1.5168", "64.25", 517642},  // 642.5 to even
+                                           CodeCase{"1.5168", "64.75", 517648},  // 647.5 to even
+                                           CodeCase{"1.4", "1234.5",
+                                                    40012345},  // no limit on digits
+                                           CodeCase{"0", "64.17", 0}, CodeCase{"", "64.17", 0},
+                                           CodeCase{"abc", "50", 0}));
+
+// A Sellmeier glass with the published constants of a common borosilicate crown
+// (nd 1.51680, vd 64.17).
+MaterialRecord CrownRecord() {
+    MaterialRecord rec = ClearedMaterialRecord();
+    rec.General.Polytype = 2;
+    rec.General.PolyCoef = {
+        1.03961212, 0.231792344, 1.01046945, 0.00600069867, 0.0200179144, 103.560653, 0, 0, 0, 0, 0,
+        0,          0,           0};
+    return rec;
+}
+
+TEST(GlassCode, UpdateFromSellmeierPolynomial) {
+    MaterialRecord rec = CrownRecord();
+    UpdateGlassCode(rec);
+    EXPECT_EQ(rec.General.GlassCode, 517642);
+}
+
+TEST(GlassCode, ConstantIndexHasNoDispersion) {
+    MaterialRecord rec = ClearedMaterialRecord();
+    rec.General.Polytype = 1;  // Schott, n^2 = A0
+    rec.General.PolyCoef[0] = 2.25;
+    UpdateGlassCode(rec);
+    EXPECT_EQ(rec.General.GlassCode, 500000);
+}
+
+TEST(GlassCode, NoIndexGivesZero) {
+    MaterialRecord rec = ClearedMaterialRecord();
+    rec.General.GlassCode = 123456;
+    rec.General.Polytype = 5;  // a free code: no index
+    UpdateGlassCode(rec);
+    EXPECT_EQ(rec.General.GlassCode, 0);
+}
+
+// Reference values: the catalogue data of the same glass (nd 1.51680, Ne 1.51872,
+// vd 64.17, Ve 63.96, nF-nC 0.008054, nF'-nC' 0.008110, PgF 0.5349), with the last digits
+// worked out separately from the Sellmeier formula.
+TEST(DerivedData, SellmeierCrown) {
+    MaterialRecord rec = CrownRecord();
+    UpdateDerivedData(rec);
+    const DerivedData& d = rec.Derived;
+    EXPECT_FLOAT_EQ(d.nd, 1.51680f);
+    EXPECT_FLOAT_EQ(d.vd, 64.17f);
+    EXPECT_FLOAT_EQ(d.nF_NC, 0.008054f);
+    EXPECT_FLOAT_EQ(d.Ne, 1.51872f);
+    EXPECT_FLOAT_EQ(d.Ve, 63.96f);
+    EXPECT_FLOAT_EQ(d.nfd_ncd, 0.008110f);
+    EXPECT_FLOAT_EQ(d.PCs, 0.56115f);
+    EXPECT_FLOAT_EQ(d.PdC, 0.30764f);
+    EXPECT_FLOAT_EQ(d.PgF, 0.53494f);
+    EXPECT_NEAR(d.DerivedSpare[0], 1.5143223f, 1e-6f);  // nC
+    EXPECT_NEAR(d.DerivedSpare[1], 1.5223763f, 1e-6f);  // nF
+    EXPECT_NEAR(d.DerivedSpare[2], 1.5147193f, 1e-6f);  // nC'
+    EXPECT_NEAR(d.DerivedSpare[3], 1.5228293f, 1e-6f);  // nF'
+}
+
+TEST(DerivedData, ZeroDispersionKeepsRatios) {
+    MaterialRecord rec = ClearedMaterialRecord();
+    rec.General.Polytype = 1;
+    rec.General.PolyCoef[0] = 2.25;
+    rec.Derived.vd = 11.0f;
+    rec.Derived.Ve = 12.0f;
+    rec.Derived.PCs = 0.1f;
+    rec.Derived.PdC = 0.2f;
+    rec.Derived.PgF = 0.3f;
+    UpdateDerivedData(rec);
+    EXPECT_FLOAT_EQ(rec.Derived.nd, 1.5f);
+    EXPECT_FLOAT_EQ(rec.Derived.Ne, 1.5f);
+    EXPECT_EQ(rec.Derived.nF_NC, 0.0f);
+    EXPECT_EQ(rec.Derived.nfd_ncd, 0.0f);
+    EXPECT_FLOAT_EQ(rec.Derived.vd, 11.0f);
+    EXPECT_FLOAT_EQ(rec.Derived.Ve, 12.0f);
+    EXPECT_FLOAT_EQ(rec.Derived.PCs, 0.1f);
+    EXPECT_FLOAT_EQ(rec.Derived.PdC, 0.2f);
+    EXPECT_FLOAT_EQ(rec.Derived.PgF, 0.3f);
+}
+
+}  // namespace
+}  // namespace ostrel

@@ -1,0 +1,199 @@
+#include "core/optics/trans_calcs.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
+#include <vector>
+
+namespace ostrel {
+namespace {
+
+// Record-sized arrays (150 points, unused slots 0) filled with the given points.
+struct Points {
+    std::array<float, kMaxTransPoints> waves{};
+    std::array<float, kMaxTransPoints> values{};
+    Points(std::initializer_list<float> w, std::initializer_list<float> v) {
+        std::copy(w.begin(), w.end(), waves.begin());
+        std::copy(v.begin(), v.end(), values.begin());
+    }
+};
+
+TEST(TransCalcs, FixedWavelengthTable) {
+    EXPECT_EQ(TransTableWave.size(), 41u);
+    EXPECT_FLOAT_EQ(TransTableWave.front(), 250.0f);
+    EXPECT_FLOAT_EQ(TransTableWave[9], 334.1f);
+    EXPECT_FLOAT_EQ(TransTableWave[25], 546.1f);
+    EXPECT_FLOAT_EQ(TransTableWave[37], 1529.6f);
+    EXPECT_FLOAT_EQ(TransTableWave.back(), 2500.0f);
+    for (size_t i = 1; i < TransTableWave.size(); ++i) {
+        EXPECT_LT(TransTableWave[i - 1], TransTableWave[i]);
+    }
+}
+
+TEST(TransCalcs, ReflectionFactorOfIndexOneAndAHalf) {
+    EXPECT_FLOAT_EQ(ReflectionFactor(1.5), 0.9230769f);  // 3 / 3.25
+    EXPECT_FLOAT_EQ(ReflectionFactor(1.0), 1.0f);
+}
+
+TEST(TransCalcs, InternalFromAbsorb) {
+    EXPECT_FLOAT_EQ(InternalFromAbsorb(10.0f, 0.01f), 90.483742f);  // 100 e^-0.1
+    EXPECT_FLOAT_EQ(InternalFromAbsorb(10.0f, 0.0f), 100.0f);
+    EXPECT_FLOAT_EQ(InternalFromAbsorb(0.0f, 5.0f), 100.0f);
+}
+
+struct AbsorbCase {
+    float width;
+    float internal;
+    float expected;
+};
+
+class AbsorbFromInternalTest : public ::testing::TestWithParam<AbsorbCase> {};
+
+TEST_P(AbsorbFromInternalTest, Coefficient) {
+    const auto& c = GetParam();
+    EXPECT_FLOAT_EQ(AbsorbFromInternal(c.width, c.internal), c.expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, AbsorbFromInternalTest,
+                         ::testing::Values(AbsorbCase{10.0f, 50.0f, 0.069314718f},  // ln 2 / 10
+                                           AbsorbCase{2.0f, 36.787944f, 0.5f},  // e^-1 over 2 mm
+                                           AbsorbCase{10.0f, 100.0f, 0.0f},
+                                           AbsorbCase{10.0f, 120.0f, 0.0f},
+                                           AbsorbCase{10.0f, 0.0f, 0.0f},
+                                           AbsorbCase{10.0f, -3.0f, 0.0f},
+                                           AbsorbCase{0.0f, 50.0f, 0.0f}));
+
+TEST(TransCalcs, AbsorbRoundTrip) {
+    for (float alpha : {0.0005f, 0.02f, 0.3f}) {
+        EXPECT_NEAR(AbsorbFromInternal(25.0f, InternalFromAbsorb(25.0f, alpha)), alpha,
+                    alpha * 1e-5);
+    }
+}
+
+struct AtWaveCase {
+    float wave;
+    float expected;
+};
+
+class AbsorbAtWaveTest : public ::testing::TestWithParam<AtWaveCase> {
+  protected:
+    Points data{{700.0f, 500.0f, 400.0f}, {0.001f, 0.01f, 0.1f}};
+};
+
+TEST_P(AbsorbAtWaveTest, InterpolatesInInternalTransmission) {
+    const auto& c = GetParam();
+    const float got = AbsorbAtWave(c.wave, data.waves, data.values, 10.0f);
+    EXPECT_NEAR(got, c.expected, 1e-6f) << "at " << c.wave;
+}
+
+// 450 nm lies half way between 500 and 400 nm: t = (e^-0.1 + e^-1) / 2 = 0.6363584,
+// alpha = -ln t / 10 = 0.0451993 (not the mean of the coefficients, 0.055).
+INSTANTIATE_TEST_SUITE_P(Cases, AbsorbAtWaveTest,
+                         ::testing::Values(AtWaveCase{700.0f, 0.001f}, AtWaveCase{500.0f, 0.01f},
+                                           AtWaveCase{400.0f, 0.1f}, AtWaveCase{450.0f, 0.0451993f},
+                                           AtWaveCase{700.5f, kNoTransData},
+                                           AtWaveCase{399.9f, kNoTransData}));
+
+TEST(TransCalcs, AbsorbAtWaveWithoutUsableData) {
+    const Points empty{{}, {}};
+    EXPECT_EQ(AbsorbAtWave(500.0f, empty.waves, empty.values, 10.0f), kNoTransData);
+    EXPECT_EQ(AbsorbAtWave(500.0f, {}, {}, 10.0f), kNoTransData);
+
+    const Points single{{500.0f}, {0.01f}};
+    EXPECT_EQ(AbsorbAtWave(500.0f, single.waves, single.values, 10.0f), kNoTransData);
+
+    const Points twin{{500.0f, 500.0f}, {0.01f, 0.02f}};
+    EXPECT_EQ(AbsorbAtWave(500.0f, twin.waves, twin.values, 10.0f), kNoTransData);
+
+    const Points pair{{600.0f, 400.0f}, {0.01f, 0.02f}};
+    EXPECT_EQ(AbsorbAtWave(500.0f, pair.waves, pair.values, 0.0f), kNoTransData);
+}
+
+TEST(TransCalcs, AbsorbAtWaveOfOpaqueNeighboursStaysFinite) {
+    const Points dark{{600.0f, 400.0f}, {90.0f, 99.0f}};
+    const float got = AbsorbAtWave(500.0f, dark.waves, dark.values, 10.0f);
+    EXPECT_TRUE(std::isfinite(got));
+    EXPECT_GE(got, 90.0f);
+    EXPECT_LE(got, 99.0f);
+}
+
+TEST(TransCalcs, FillTransTableCoversOnlyTheMeasuredRange) {
+    const Points data{{1000.0f, 700.0f, 400.0f}, {0.002f, 0.002f, 0.002f}};
+    std::array<float, kTransTableSize> table{};
+    FillTransTable(table, 10.0f, data.waves, data.values);
+    for (size_t i = 0; i < table.size(); ++i) {
+        const float wave = TransTableWave[i];
+        if (wave < 400.0f || wave > 1000.0f) {
+            EXPECT_EQ(table[i], kNoTransData) << wave;
+        } else {
+            EXPECT_NEAR(table[i], 0.002f, 1e-7f) << wave;
+        }
+    }
+    EXPECT_EQ(table[16], kNoTransData);     // 390
+    EXPECT_NEAR(table[17], 0.002f, 1e-7f);  // 400
+    EXPECT_NEAR(table[35], 0.002f, 1e-7f);  // 1000
+    EXPECT_EQ(table[36], kNoTransData);     // 1060
+}
+
+class CheckTransPointsTest : public ::testing::TestWithParam<std::pair<int16_t, int16_t>> {};
+
+TEST_P(CheckTransPointsTest, BluntRepair) {
+    MaterialRecord rec = ClearedMaterialRecord();
+    rec.Measured.TransPoints = GetParam().first;
+    CheckTransPoints(rec);
+    EXPECT_EQ(rec.Measured.TransPoints, GetParam().second);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Counts, CheckTransPointsTest,
+    ::testing::Values(std::pair<int16_t, int16_t>{1, 1}, std::pair<int16_t, int16_t>{10, 10},
+                      std::pair<int16_t, int16_t>{0, 150}, std::pair<int16_t, int16_t>{11, 150},
+                      std::pair<int16_t, int16_t>{-4, 150}, std::pair<int16_t, int16_t>{150, 150}));
+
+struct ColourCase {
+    const char* name;
+    float width;
+    std::vector<float> waves;
+    std::vector<float> internal;
+    const char* expected;
+};
+
+class ColourCodeTest : public ::testing::TestWithParam<ColourCase> {};
+
+TEST_P(ColourCodeTest, Code) {
+    const auto& c = GetParam();
+    Points data{{}, {}};
+    std::copy(c.waves.begin(), c.waves.end(), data.waves.begin());
+    std::copy(c.internal.begin(), c.internal.end(), data.values.begin());
+    MaterialRecord rec = ClearedMaterialRecord();
+    rec.Other.CC.Set("xx/xx");
+    ColourCode(rec, c.width, data.waves, data.values);
+    EXPECT_EQ(rec.Other.CC.Text(), c.expected);
+}
+
+// Worked by hand. 10 mm: levels 0.05 and 0.8.
+//   l5 = 300 + (0.05 - 0.01) * 50 / 0.49 = 304.08 -> 30; l80 = 350 + 0.3 * 50 / 0.4 = 387.5 -> 39.
+// 5 mm: levels sqrt(0.05) = 0.2236068 and sqrt(0.8) = 0.8944272.
+//   l5 = 300 + 0.2136068 * 50 / 0.49 = 321.80 -> 32; l80 = 350 + 0.3944272 * 50 / 0.4 = 399.30
+//   -> 40.
+INSTANTIATE_TEST_SUITE_P(
+    Curves, ColourCodeTest,
+    ::testing::Values(
+        ColourCase{"TenMillimetres", 10.0f, {500, 400, 350, 300}, {99, 90, 50, 1}, "39/30"},
+        ColourCase{"FiveMillimetres", 5.0f, {500, 400, 350, 300}, {99, 90, 50, 1}, "40/32"},
+        // Never falls to either level: l5 = last - 10 = 320, l80 = last = 330.
+        ColourCase{"ClearToTheEnd", 10.0f, {500, 400, 330}, {99, 98, 95}, "33/32"},
+        // l80 = 900 + 0.79 * 100 / 0.795 = 999.37 -> "100" cut to "10";
+        // l5 = 900 + 0.04 * 100 / 0.795 = 905.03 -> 91.
+        ColourCase{"ThreeDigitsCut", 10.0f, {1200, 1000, 900}, {99, 80.5f, 1}, "10/91"},
+        // Zero width: both levels are 1. The last point is not above 1, and the point
+        // before it has the same fraction, so l5 is the short-wave neighbour's wavelength.
+        ColourCase{"ZeroWidth", 0.0f, {500, 400}, {100, 100}, "40/40"},
+        // Never rises to 80 %: the code is left as it was.
+        ColourCase{"NeverReaches80", 10.0f, {500, 400}, {50, 10}, "xx/xx"},
+        ColourCase{"NoPoints", 10.0f, {}, {}, "xx/xx"}),
+    [](const auto& info) { return info.param.name; });
+
+}  // namespace
+}  // namespace ostrel
