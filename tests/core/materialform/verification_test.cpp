@@ -1,0 +1,142 @@
+#include "core/materialform/verification.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "support/scripted_dialogs.h"
+
+namespace ostrel {
+namespace {
+
+using testing::ScriptedDialogs;
+
+MaterialRecord ReadyRecord(const char* name, const char* source) {
+    MaterialRecord rec = ClearedMaterialRecord();
+    rec.General.GlassName.Set(name);
+    rec.General.Source.Set(source);
+    for (SectionState* s : {&rec.GeneralState, &rec.IndexState, &rec.TransState, &rec.ThermalState,
+                            &rec.OtherState}) {
+        s->Ready = kTrue;
+    }
+    return rec;
+}
+
+struct FlagsCase {
+    const char* name;
+    std::array<bool, 5> ready;  // General, Index, Trans, dn/dt, Other
+    const char* list;
+};
+
+class ReadinessTest : public ::testing::TestWithParam<FlagsCase> {
+  protected:
+    MaterialRecord Record() const {
+        MaterialRecord rec = ReadyRecord("N-TEST5", "Melt 42");
+        const auto& r = GetParam().ready;
+        rec.GeneralState.Ready = r[0] ? kTrue : kFalse;
+        rec.IndexState.Ready = r[1] ? kTrue : kFalse;
+        rec.TransState.Ready = r[2] ? kTrue : kFalse;
+        rec.ThermalState.Ready = r[3] ? kTrue : kFalse;
+        rec.OtherState.Ready = r[4] ? kTrue : kFalse;
+        return rec;
+    }
+};
+
+TEST_P(ReadinessTest, ReportLineAndStatusCell) {
+    const auto& c = GetParam();
+    const MaterialRecord rec = Record();
+    std::string report = "before\n";
+    const bool ready = CheckGlassReady(rec, report);
+    const ReadyStatus cell = ReadyStatusCell(rec);
+    if (std::string(c.list).empty()) {
+        EXPECT_TRUE(ready);
+        EXPECT_EQ(report, "before\n");
+        EXPECT_EQ(cell.text, "OK");
+        EXPECT_EQ(cell.colour, ReadyColour::Green);
+    } else {
+        EXPECT_FALSE(ready);
+        EXPECT_EQ(report, std::string("before\nN-TEST5/Melt 42 - check: ") + c.list + "\n");
+        EXPECT_EQ(cell.text, c.list);
+        EXPECT_EQ(cell.colour, ReadyColour::Red);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Flags, ReadinessTest,
+    ::testing::Values(
+        FlagsCase{"AllReady", {true, true, true, true, true}, ""},
+        FlagsCase{"OnlyOther", {true, true, true, true, false}, "Other"},
+        FlagsCase{"OnlyGeneral", {false, true, true, true, true}, "General"},
+        FlagsCase{"OnlyIndex", {true, false, true, true, true}, "Index"},
+        FlagsCase{"TransAndThermal", {true, true, false, false, true}, "Trans dn/dt"},
+        FlagsCase{"None", {false, false, false, false, false}, "General Index Trans dn/dt Other"}),
+    [](const auto& info) { return info.param.name; });
+
+TEST(CheckGlassesReady, ReportsEveryGlassNotReadyInOneBox) {
+    ScriptedDialogs dialogs;
+    std::vector<MaterialRecord> glasses{ReadyRecord("A1", "S1"), ReadyRecord("B2", "S2"),
+                                        ReadyRecord("C3", "S3"), ReadyRecord("D4", "S4")};
+    glasses[1].TransState.Ready = kFalse;
+    glasses[2].GeneralState.Ready = kFalse;
+    glasses[2].OtherState.Ready = kFalse;
+    glasses[3].IndexState.Ready = kFalse;  // outside the range checked
+
+    EXPECT_FALSE(CheckGlassesReady(dialogs, 0, 2, glasses));
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(dialogs.boxes[0].text,
+              "The following glass[s] are not ready for export.\n"
+              "B2/S2 - check: Trans\n"
+              "C3/S3 - check: General Other\n");
+    EXPECT_EQ(dialogs.boxes[0].buttons, MsgButtons::OK);
+    EXPECT_EQ(dialogs.boxes[0].icon, MsgIcon::Information);
+}
+
+TEST(CheckGlassesReady, AllReadyOrEmptyRangeShowsNothing) {
+    ScriptedDialogs dialogs;
+    std::vector<MaterialRecord> glasses{ReadyRecord("A1", "S1"), ReadyRecord("B2", "S2")};
+    EXPECT_TRUE(CheckGlassesReady(dialogs, 0, 1, glasses));
+    glasses[0].IndexState.Ready = kFalse;
+    EXPECT_TRUE(CheckGlassesReady(dialogs, 1, 0, glasses));  // empty range
+    EXPECT_TRUE(CheckGlassesReady(dialogs, 0, -1, {}));
+    // A range reaching past the array stops at its end.
+    EXPECT_TRUE(CheckGlassesReady(dialogs, 1, 7, glasses));
+    EXPECT_TRUE(dialogs.boxes.empty());
+}
+
+struct StatusCase {
+    const char* stored;
+    const char* after;  // untrimmed field text after normalising
+};
+
+class NormaliseStatusTest : public ::testing::TestWithParam<StatusCase> {};
+
+TEST_P(NormaliseStatusTest, Status) {
+    MaterialRecord rec = ClearedMaterialRecord();
+    rec.Other.Status.Set(GetParam().stored);
+    NormaliseRecord(rec);
+    EXPECT_EQ(rec.Other.Status.Untrimmed(), GetParam().after);
+}
+
+INSTANTIATE_TEST_SUITE_P(Codes, NormaliseStatusTest,
+                         ::testing::Values(StatusCase{"e  ", "e   "}, StatusCase{" R", " R  "},
+                                           StatusCase{"A", "A   "}, StatusCase{"0", "0   "},
+                                           StatusCase{"O", "A   "}, StatusCase{"X", "A   "},
+                                           StatusCase{"", "A   "}, StatusCase{"AE", "A   "}));
+
+TEST(NormaliseRecord, GlassCodeFollowsTheIndexSection) {
+    MaterialRecord rec = ClearedMaterialRecord();
+    rec.General.Polytype = 1;  // Schott with n^2 = 2.25 at every wavelength
+    rec.General.PolyCoef[0] = 2.25;
+    rec.General.GlassCode = 111222;
+
+    rec.IndexState.Ready = kFalse;
+    NormaliseRecord(rec);
+    EXPECT_EQ(rec.General.GlassCode, 111222);
+
+    rec.IndexState.Ready = kTrue;
+    NormaliseRecord(rec);
+    EXPECT_EQ(rec.General.GlassCode, 500000);
+}
+
+}  // namespace
+}  // namespace ostrel
