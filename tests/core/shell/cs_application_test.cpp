@@ -1,0 +1,111 @@
+#include "core/shell/cs_application.h"
+
+#include <gtest/gtest.h>
+
+#include "support/scripted_dialogs.h"
+#include "support/temp_dir.h"
+
+namespace ostrel {
+namespace {
+
+using ostrel::testing::ScriptedDialogs;
+using ostrel::testing::TempDir;
+
+class CSApplicationTest : public ::testing::Test {
+  protected:
+    TempDir dir;
+    ScriptedDialogs dialogs;
+    FixedClock clock{45000.0};
+    ErrorDisplayer errors{dir.path().string(), dialogs, clock};
+    IniFile ini{dir.path()};
+    CSApplication app{dir.path().string(), ini, errors};
+    const ScreenSize screen{1920, 1080};
+    const FormRect present{5, 5, 400, 300};
+
+    void Store(const std::string& form, const std::string& top, const std::string& left,
+               const std::string& fWidth, const std::string& fHeight) {
+        const std::string s = "FormPosNonChild_" + form;
+        ini.IniPutText(s, "fTop", top);
+        ini.IniPutText(s, "fLeft", left);
+        ini.IniPutText(s, "fWidth", fWidth);
+        ini.IniPutText(s, "fHeight", fHeight);
+    }
+};
+
+TEST_F(CSApplicationTest, PathEndsInOneSeparator) {
+    EXPECT_EQ(app.Path(), dir.path().string() + "/");
+    CSApplication again(dir.path().string() + "/", ini, errors);
+    EXPECT_EQ(again.Path(), dir.path().string() + "/");
+    EXPECT_EQ(app.HelpFile(), app.Path() + "OstrelTD.chm");
+}
+
+TEST_F(CSApplicationTest, TitlesAndVersion) {
+    EXPECT_EQ(app.Title(), "OstrelTD");
+    EXPECT_EQ(app.TitleVer(), "OstrelTD 3.0.1");
+    EXPECT_EQ(app.TitleVerShort(), "OstrelTD 3.0");
+    EXPECT_EQ(app.Version(), "Version: 3.0.1");
+}
+
+TEST_F(CSApplicationTest, SaveSwapsWidthAndHeightKeys) {
+    app.ThisFormPosnSave("frm4Import", FormRect{30, 40, 800, 600});
+    const std::string s = "FormPosNonChild_frm4Import";
+    EXPECT_EQ(ini.IniGetInt(s, "fTop"), 40);
+    EXPECT_EQ(ini.IniGetInt(s, "fLeft"), 30);
+    EXPECT_EQ(ini.IniGetInt(s, "fWidth"), 600);   // the height
+    EXPECT_EQ(ini.IniGetInt(s, "fHeight"), 800);  // the width
+    EXPECT_EQ(app.ThisFormPosnGet("frm4Import", false, false, present, screen),
+              (FormRect{30, 40, 800, 600}));
+}
+
+TEST_F(CSApplicationTest, NoSectionCentresThePresentSize) {
+    EXPECT_EQ(app.ThisFormPosnGet("frm2Manage", false, false, present, screen),
+              (FormRect{760, 390, 400, 300}));
+    Store("frm5Export", " ", "10", "10", "10");  // a blank top counts as no position
+    EXPECT_EQ(app.ThisFormPosnGet("frm5Export", false, false, present, screen),
+              (FormRect{760, 390, 400, 300}));
+}
+
+struct PosnCase {
+    const char* name;
+    const char* top;
+    const char* left;
+    const char* fWidth;   // stored height
+    const char* fHeight;  // stored width
+    bool mainForm;
+    bool posnOnly;
+    FormRect expected;
+};
+
+class PosnGetTest : public CSApplicationTest, public ::testing::WithParamInterface<PosnCase> {};
+
+TEST_P(PosnGetTest, KeepsTheFormOnTheScreen) {
+    const PosnCase& c = GetParam();
+    Store("frmX", c.top, c.left, c.fWidth, c.fHeight);
+    EXPECT_EQ(app.ThisFormPosnGet("frmX", c.mainForm, c.posnOnly, present, screen), c.expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, PosnGetTest,
+    ::testing::Values(
+        PosnCase{"AsStored", "100", "200", "500", "700", false, false, {200, 100, 700, 500}},
+        PosnCase{"NegativeTopLeft", "-40", "-3", "500", "700", false, false, {0, 0, 700, 500}},
+        PosnCase{"TooWideForm", "10", "100", "500", "3000", false, false, {100, 10, 960, 500}},
+        PosnCase{"TooWideMain", "10", "100", "500", "3000", true, false, {100, 10, 1728, 500}},
+        PosnCase{"TooTallMain", "10", "100", "2000", "700", true, false, {100, 10, 700, 972}},
+        PosnCase{
+            "TooWidePulledBack", "10", "1500", "500", "3000", false, false, {960, 10, 960, 500}},
+        PosnCase{"PastTheBottom", "900", "0", "500", "700", false, false, {0, 580, 700, 500}},
+        PosnCase{"PositionOnly", "900", "1500", "500", "700", false, true, {1220, 580, 400, 300}}),
+    [](const ::testing::TestParamInfo<PosnCase>& info) { return std::string(info.param.name); });
+
+TEST_F(CSApplicationTest, ErrorDisplayGoesToTheLogAndABox) {
+    app.ErrorDisplay("Could not save", "disk full", 61);
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(dialogs.boxes[0].text, "Could not save");
+    EXPECT_EQ(dialogs.boxes[0].icon, MsgIcon::Exclamation);
+    EXPECT_NE(ostrel::testing::ReadFileBytes(dir / "ERROR.LOG").find("  Error: [61]: disk full"),
+              std::string::npos);
+}
+
+}  // namespace
+}  // namespace ostrel
