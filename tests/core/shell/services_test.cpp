@@ -1,0 +1,206 @@
+// Help notes, one-shot notices, the contact box, number entry and the trace log.
+#include <gtest/gtest.h>
+
+#include "core/platform/controls.h"
+#include "core/platform/settings_store.h"
+#include "core/shell/contacts.h"
+#include "core/shell/data_entry.h"
+#include "core/shell/help_notes.h"
+#include "core/shell/log.h"
+#include "core/shell/new_msg.h"
+#include "support/scripted_dialogs.h"
+#include "support/temp_dir.h"
+
+namespace ostrel {
+namespace {
+
+using ostrel::testing::ReadFileBytes;
+using ostrel::testing::ScriptedDialogs;
+using ostrel::testing::TempDir;
+using ostrel::testing::WriteFileBytes;
+
+TEST(HelpNotes, ShowsEachNoteOnceWhileTheMouseStaysOnItsTool) {
+    ScriptedDialogs d;
+    int form = 0;
+    HelpNotes notes(d, [&] { return form; });
+    notes.ShowHelpNote(1);
+    notes.ShowHelpNote(1);
+    notes.ShowHelpNote(1);
+    notes.ShowHelpNote(0);
+    notes.ShowHelpNote(-1);
+    ASSERT_EQ(d.helpNotes.size(), 3u);
+    EXPECT_EQ(d.helpNotes[0],
+              "Select paths to Lumbrak3D and to Kelmora for updating glass files with new user "
+              "defined materials");
+    EXPECT_EQ(d.helpNotes[1], "Ostrel Utility from Ostrel Software.");
+    EXPECT_EQ(d.helpNotes[2], "");
+    EXPECT_EQ(notes.LastHelpNote(), -1);
+}
+
+TEST(HelpNotes, WithAFormOpenEveryNoteNamesTheMaker) {
+    ScriptedDialogs d;
+    int form = 2;
+    HelpNotes notes(d, [&] { return form; });
+    notes.ShowHelpNote(3);
+    notes.ShowHelpNote(0);
+    EXPECT_EQ(d.helpNotes, (std::vector<std::string>{"Ostrel Utility from Ostrel Software",
+                                                     "Ostrel Utility from Ostrel Software"}));
+}
+
+TEST(HelpNotes, NoteTextsKeepTheirWording) {
+    EXPECT_EQ(HelpNotes::NoteText(5),
+              "You may save one or more materials from the current list, in the Ostrel Software "
+              "format text file.  This can be used for backup or for providing data to another "
+              "colleague using the Lumbrak PLus suite.");
+    const std::string six = HelpNotes::NoteText(6);
+    EXPECT_NE(six.find("so that thay are not lost."), std::string::npos);
+    EXPECT_NE(six.find("will notbe displayed by the Kelmora program."), std::string::npos);
+    EXPECT_EQ(HelpNotes::NoteText(2).find('\n'), 96u);
+    EXPECT_EQ(HelpNotes::NoteText(8), "");
+}
+
+TEST(SetHelpFile, FindsTheHtmlFileInAnyCase) {
+    TempDir dir;
+    ScriptedDialogs d;
+    FixedClock clock(0);
+    ErrorDisplayer errors(dir.path().string(), d, clock);
+    IniFile ini(dir.path());
+    CSApplication app(dir.path().string(), ini, errors);
+    const std::string before = app.HelpFile();
+    EXPECT_FALSE(SetHelpFile(app, dir.path().string()));
+    EXPECT_EQ(app.HelpFile(), before);
+
+    WriteFileBytes(dir / "ostreltd.HTML", "<html></html>");
+    EXPECT_TRUE(SetHelpFile(app, dir.path().string()));
+    EXPECT_EQ(app.HelpFile(), (dir / "ostreltd.HTML").string());
+}
+
+class CNewMsgTest : public ::testing::Test {
+  protected:
+    ScriptedDialogs d;
+    MemorySettingsStore settings;
+    CNewMsg msg{d, settings};
+    Timer tmrNewMsg{100};
+};
+
+TEST_F(CNewMsgTest, ADeclinedMessageNeverComesAgain) {
+    d.answers = {MsgAnswer::No};
+    msg.Display("Polynomials will be refitted.", "Import", false, 0, "ImportPolyRefit");
+    ASSERT_EQ(d.boxes.size(), 1u);
+    EXPECT_EQ(d.boxes[0].text,
+              "Polynomials will be refitted.\nDo you want to see this message again?");
+    EXPECT_EQ(d.boxes[0].buttons, MsgButtons::YesNo);
+    EXPECT_EQ(d.boxes[0].title, "Import");
+    EXPECT_EQ(settings.GetSetting("CNM_NewUserMsg", "ImportPolyRefit", ""), "True");
+
+    // A later start reads the same settings.
+    CNewMsg later(d, settings);
+    later.Display("Polynomials will be refitted.", "Import", false, 0, "ImportPolyRefit");
+    EXPECT_EQ(d.boxes.size(), 1u);
+}
+
+TEST_F(CNewMsgTest, YesKeepsTheMessage) {
+    msg.Display("m", "t", false, 0, "WaveSelector");
+    msg.Display("m", "t", false, 0, "WaveSelector");
+    EXPECT_EQ(d.boxes.size(), 2u);
+    EXPECT_EQ(settings.GetSetting("CNM_NewUserMsg", "WaveSelector", "unset"), "unset");
+}
+
+TEST_F(CNewMsgTest, ADelayedMessageWaitsForTheTimer) {
+    msg.UseThisTimer(&tmrNewMsg);
+    msg.Display("m", "t", true, 1500, "MeltMaker");
+    EXPECT_TRUE(d.boxes.empty());
+    EXPECT_TRUE(tmrNewMsg.enabled);
+    EXPECT_EQ(tmrNewMsg.interval, 1500);
+    msg.TimerTick();
+    EXPECT_EQ(d.boxes.size(), 1u);
+    EXPECT_FALSE(tmrNewMsg.enabled);
+    EXPECT_EQ(tmrNewMsg.interval, 100);
+    msg.TimerTick();  // a stray tick shows nothing more
+    EXPECT_EQ(d.boxes.size(), 1u);
+}
+
+TEST_F(CNewMsgTest, AStoredMinusOneAlsoMeansDeclined) {
+    settings.SaveSetting("CNM_NewUserMsg", "popMeltSchott", "-1");
+    msg.Display("m", "t", false, 0, "popMeltSchott");
+    EXPECT_TRUE(d.boxes.empty());
+}
+
+struct ContactCase {
+    MsgAnswer answer;
+    bool browserStarts;
+    std::vector<std::string> urls;
+    size_t boxes;
+};
+
+class ContactsTest : public ::testing::TestWithParam<ContactCase> {};
+
+TEST_P(ContactsTest, OpensTheChosenSite) {
+    const ContactCase& c = GetParam();
+    ScriptedDialogs d;
+    d.answers = {c.answer};
+    d.openUrlResult = c.browserStarts;
+    ShowContacts(d);
+    EXPECT_EQ(d.urls, c.urls);
+    ASSERT_EQ(d.boxes.size(), c.boxes);
+    EXPECT_EQ(d.boxes[0].buttons, MsgButtons::YesNoCancel);
+    EXPECT_EQ(d.boxes[0].icon, MsgIcon::Question);
+    if (c.boxes == 2) {
+        EXPECT_EQ(d.boxes[1].text, "Sorry: cannot launch your browser at this time.");
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Answers, ContactsTest,
+    ::testing::Values(ContactCase{MsgAnswer::Yes, true, {"https://www.ostrel.example.com/"}, 1},
+                      ContactCase{MsgAnswer::No, true, {"https://www.lumbrak.example.org/"}, 1},
+                      ContactCase{MsgAnswer::Cancel, true, {}, 1},
+                      ContactCase{MsgAnswer::Yes, false, {"https://www.ostrel.example.com/"}, 2},
+                      ContactCase{MsgAnswer::Cancel, false, {}, 1}));
+
+TEST(Contacts, TextListsTheDetailsAndEndsWithTheChoice) {
+    const std::string t = ContactsText();
+    for (const char* part :
+         {"Ostrel Software Ltd\n", "\nphone: ", "\nfax:   ", "\nemail: ",
+          "\nnet:   https://www.ostrel.example.com/\n", "\nLumbrak website [for updates etc]\n"}) {
+        EXPECT_NE(t.find(part), std::string::npos) << part;
+    }
+    const std::string end =
+        "Click YES to visit the Ostrel Software website NOW\n"
+        "Click NO to visit the Lumbrak website NOW";
+    EXPECT_EQ(t.substr(t.size() - end.size()), end);
+}
+
+TEST(DataEntry, RejectedNumberShowsTheInvalidNumberBox) {
+    ScriptedDialogs d;
+    DataEntry entry(d);
+    EXPECT_TRUE(entry.IsValidNumber(" 1.5e-3 "));
+    EXPECT_TRUE(d.boxes.empty());
+    EXPECT_FALSE(entry.IsValidNumber("1.5.2"));
+    EXPECT_FALSE(entry.IsValidInteger("40000"));
+    EXPECT_TRUE(entry.IsValidLong("40000"));
+    ASSERT_EQ(d.boxes.size(), 2u);
+    EXPECT_EQ(d.boxes[0].text, "    '1.5.2\nThis is not a valid number: try again.");
+    EXPECT_EQ(d.boxes[0].title, "Invalid Number");
+    EXPECT_EQ(d.boxes[1].text, "    '40000\nThis is not a valid number: try again.");
+}
+
+TEST(cLog, WritesNothingUntilSwitchedOn) {
+    TempDir dir;
+    FixedClock clock(45000.0 + (13 * 3600 + 5 * 60 + 9) / 86400.0);
+    cLog log(dir.path(), clock);
+    log.LogOpen();
+    log.LogWrite("x");
+    EXPECT_FALSE(std::filesystem::exists(dir / "Lumbrak.Log"));
+
+    WriteFileBytes(dir / "Lumbrak.Log", "old run\n");
+    log.SetEnabled(true);
+    log.LogOpen();
+    log.LogWrite("fit done");
+    log.LogClose();
+    EXPECT_EQ(ReadFileBytes(dir / "Lumbrak.Log"),
+              "Log Opened 13:05:09\nfit done\nLog Closed 13:05:09\n");
+}
+
+}  // namespace
+}  // namespace ostrel
