@@ -1,0 +1,342 @@
+#include "core/optics/index_fit.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+#include <vector>
+
+#include "support/scripted_dialogs.h"
+
+namespace ostrel {
+namespace {
+
+using testing::ScriptedDialogs;
+
+struct Point {
+    double waveNm;
+    double index;
+    float weight = 1.0f;
+};
+
+// Points as the form leaves them: descending wavelength, micrometres and squares filled.
+MeasuredData Measured(const std::vector<Point>& points) {
+    MeasuredData m{};
+    for (size_t i = 0; i < points.size(); ++i) {
+        m.IndexWave[i] = points[i].waveNm;
+        m.IndexWaveUm[i] = points[i].waveNm * 0.001;
+        m.IndexValue[i] = points[i].index;
+        m.IndexSquared[i] = std::pow(points[i].index, 2.0);
+        m.IndexWeight[i] = points[i].weight;
+    }
+    return m;
+}
+
+std::vector<Point> Sample(double fromNm, double toNm, int count,
+                          const std::function<double(double)>& indexAtUm) {
+    std::vector<Point> pts;
+    for (int i = 0; i < count; ++i) {
+        const double w = toNm - (toNm - fromNm) * i / (count - 1);
+        pts.push_back({w, indexAtUm(w * 0.001)});
+    }
+    return pts;
+}
+
+// N-BK7 from its published Sellmeier coefficients.
+double Nbk7(double um) {
+    const double x = um * um;
+    return std::sqrt(1.0 + 1.03961212 * x / (x - 0.00600069867) +
+                     0.231792344 * x / (x - 0.0200179144) + 1.01046945 * x / (x - 103.560653));
+}
+
+// A Schott polynomial of an ordinary crown.
+const double kSchott[6] = {2.2718929,    -1.0108077e-2, 1.0592509e-2,
+                           2.0816965e-4, -7.6472538e-6, 4.9240991e-7};
+double SchottIndex(double um) {
+    const double l2 = um * um;
+    return std::sqrt(kSchott[0] + kSchott[1] * l2 + kSchott[2] / l2 + kSchott[3] / (l2 * l2) +
+                     kSchott[4] / (l2 * l2 * l2) + kSchott[5] / (l2 * l2 * l2 * l2));
+}
+
+double Rms(const MeasuredData& m, int points) {
+    return std::sqrt(m.FitError / points);
+}
+
+TEST(FitSchott, RecoversThePolynomialTheDataLieOn) {
+    for (int count : {6, 12}) {
+        auto m = Measured(Sample(380.0, 1100.0, count, SchottIndex));
+        PolyCoefBlock coef{};
+        coef.fill(7.0);
+        std::string text;
+        int16_t k = 0;
+        ScriptedDialogs d;
+        ASSERT_EQ(FitSchott(k, static_cast<int16_t>(count), text, coef, m, d), -1) << count;
+        EXPECT_EQ(k, 6);
+        EXPECT_TRUE(d.boxes.empty());
+        for (int i = 0; i < 6; ++i)
+            EXPECT_NEAR(coef[i], kSchott[i], 1e-7 + 1e-6 * std::fabs(kSchott[i]));
+        for (int i = 6; i < 14; ++i) EXPECT_EQ(coef[i], 0.0);
+        for (int i = 0; i < count; ++i) EXPECT_NEAR(m.IndexError[i], 0.0, 1e-8);
+        EXPECT_LT(m.FitError, 1e-17);
+    }
+}
+
+TEST(FitCauchy, PassesThroughThreePoints) {
+    auto m = Measured({{700.0, 1.5130}, {550.0, 1.5190}, {400.0, 1.5310}});
+    PolyCoefBlock coef{};
+    std::string text;
+    int16_t k = 0;
+    ScriptedDialogs d;
+    ASSERT_EQ(FitCauchy(k, 3, text, coef, m, d), -1);
+    EXPECT_EQ(k, 3);
+    for (int i = 0; i < 3; ++i) EXPECT_NEAR(m.IndexCalc[i], m.IndexValue[i], 1e-12);
+    // The stored polynomial gives the same indices through the one evaluation routine.
+    int16_t ok = 0;
+    EXPECT_NEAR(IndexFromPolynomial(coef, 550.0f, 4, ok), 1.5190, 1e-9);
+    EXPECT_EQ(ok, -1);
+}
+
+TEST(FitSchottPlus, FollowsDataOnItsOwnForm) {
+    // Stored order: x^-5 .. x^-1, constant, x .. x^4.
+    const PolyCoefBlock truth{1e-9, -2e-8, 3e-7, 2e-5, 1.1e-2, 2.27, -9e-3, 2e-5, -1e-6, 3e-8};
+    auto index = [&](double um) {
+        double s = 0;
+        for (int k = -5; k <= 4; ++k) s += truth[k + 5] * std::pow(um * um, k);
+        return std::sqrt(s);
+    };
+    auto m = Measured(Sample(400.0, 1000.0, 14, index));
+    PolyCoefBlock coef{};
+    std::string text;
+    int16_t k = 0;
+    ScriptedDialogs d;
+    ASSERT_EQ(FitSchottPlus(k, 14, text, coef, m, d), -1);
+    EXPECT_EQ(k, 10);
+    // Normal equations in powers from x^-10 to x^8 are badly conditioned; the fit still
+    // follows its data to catalogue accuracy.
+    EXPECT_LT(Rms(m, 14), 1e-5);
+}
+
+TEST(Nbk7, SellmeierFitReproducesThePublishedData) {
+    auto m = Measured(Sample(365.0, 2325.0, 20, Nbk7));
+    PolyCoefBlock coef{};
+    std::string text;
+    ScriptedDialogs d;
+    ASSERT_EQ(FitSellmeier(20, 3, text, coef, m, PolyCoefBlock{}, 0, -1, d), -1);
+    EXPECT_TRUE(d.boxes.empty());
+    EXPECT_LT(Rms(m, 20), 1e-6);
+    int16_t ok = 0;
+    EXPECT_NEAR(IndexFromPolynomial(coef, 587.5618f, 2, ok), 1.51680, 2e-6);
+}
+
+TEST(Nbk7, SchottFitHasCatalogueAccuracy) {
+    auto m = Measured(Sample(365.0, 2325.0, 20, Nbk7));
+    PolyCoefBlock coef{};
+    std::string text;
+    int16_t k = 0;
+    ScriptedDialogs d;
+    ASSERT_EQ(FitSchott(k, 20, text, coef, m, d), -1);
+    // The exact least-squares solution (worked out in rational arithmetic) leaves an RMS
+    // error of 2.02646e-5 over this wide band.
+    EXPECT_NEAR(Rms(m, 20), 2.02646e-5, 1e-9);
+    EXPECT_NEAR(coef[0], 2.2739767924, 1e-8);
+    EXPECT_NEAR(coef[5], 1.38988e-05, 1e-9);
+}
+
+TEST(FitWeights, ZeroWeightNeitherPullsNorCountsButIsRecalculated) {
+    auto pts = Sample(400.0, 1000.0, 8, SchottIndex);
+    auto without = pts;
+    without.erase(without.begin() + 3);
+    pts[3].index += 0.01;  // a wild point...
+    pts[3].weight = 0.0f;  // ...that is switched off
+    auto m = Measured(pts);
+    auto reference = Measured(without);
+    m.IndexError[3] = 42.0;
+    PolyCoefBlock a{}, b{};
+    std::string text;
+    int16_t k = 0;
+    ScriptedDialogs d;
+    ASSERT_EQ(FitSchott(k, 7, text, a, reference, d), -1);
+    ASSERT_EQ(FitSchott(k, 8, text, b, m, d), -1);
+    EXPECT_EQ(a, b);
+    EXPECT_EQ(m.IndexError[3], 42.0);
+    EXPECT_NEAR(m.IndexCalc[3], SchottIndex(pts[3].waveNm * 0.001), 1e-9);
+    EXPECT_DOUBLE_EQ(m.FitError, reference.FitError);
+}
+
+TEST(FitWeights, WeightIsAPlainFactorNotSquared) {
+    // A point of weight 2 acts as the same point entered twice.
+    std::vector<Point> pts = {{700.0, 1.5130}, {600.0, 1.5165}, {500.0, 1.5220}, {400.0, 1.5310}};
+    auto twice = pts;
+    twice.insert(twice.begin() + 2, pts[2]);
+    pts[2].weight = 2.0f;
+    auto m1 = Measured(pts), m2 = Measured(twice);
+    PolyCoefBlock a{}, b{};
+    std::string text;
+    int16_t k = 0;
+    ScriptedDialogs d;
+    ASSERT_EQ(FitCauchy(k, 4, text, a, m1, d), -1);
+    ASSERT_EQ(FitCauchy(k, 5, text, b, m2, d), -1);
+    for (int i = 0; i < 3; ++i) EXPECT_NEAR(a[i], b[i], 1e-12);
+}
+
+TEST(SellmeierWeights, WeightsDoNotMoveTheCoefficients) {
+    auto pts = Sample(365.0, 2325.0, 12, Nbk7);
+    auto m1 = Measured(pts);
+    for (auto& p : pts) p.weight = 0.5f;
+    pts[4].weight = 0.0f;
+    auto m2 = Measured(pts);
+    PolyCoefBlock a{}, b{};
+    std::string text;
+    ScriptedDialogs d;
+    ASSERT_EQ(FitSellmeier(12, 3, text, a, m1, PolyCoefBlock{}, 0, -1, d), -1);
+    ASSERT_EQ(FitSellmeier(12, 3, text, b, m2, PolyCoefBlock{}, 0, -1, d), -1);
+    EXPECT_EQ(a, b);
+    EXPECT_EQ(m1.IndexCalc, m2.IndexCalc);
+    EXPECT_DOUBLE_EQ(m2.FitError, m1.FitError - m1.IndexError[4] * m1.IndexError[4]);
+}
+
+using LinearFit = int16_t (*)(int16_t&, int16_t, std::string&, PolyCoefBlock&, MeasuredData&,
+                              Dialogs&);
+struct LinearFitCase {
+    const char* name;
+    LinearFit fit;
+    int points;  // the number of unknowns
+    const char* failed;
+};
+
+class LinearFitFailures : public ::testing::TestWithParam<LinearFitCase> {};
+
+TEST_P(LinearFitFailures, TooFewPointsChangesNothing) {
+    const auto& c = GetParam();
+    auto m = Measured(Sample(400.0, 1000.0, c.points - 1, SchottIndex));
+    const MeasuredData before = m;
+    PolyCoefBlock coef{};
+    coef.fill(3.0);
+    std::string text = "kept";
+    int16_t k = 0;
+    ScriptedDialogs d;
+    EXPECT_EQ(c.fit(k, static_cast<int16_t>(c.points - 1), text, coef, m, d), 0);
+    EXPECT_EQ(k, c.points);
+    ASSERT_EQ(d.boxes.size(), 1u);
+    EXPECT_EQ(d.boxes[0].text, "Insufficient Data Points\nAdd More Data");
+    EXPECT_EQ(d.boxes[0].buttons, MsgButtons::OK);
+    EXPECT_EQ(text, "kept");
+    EXPECT_EQ(coef[0], 3.0);
+    EXPECT_EQ(m.IndexCalc, before.IndexCalc);
+}
+
+TEST_P(LinearFitFailures, AllWeightsZeroIsReportedNotRaised) {
+    const auto& c = GetParam();
+    auto pts = Sample(400.0, 1000.0, c.points + 2, SchottIndex);
+    for (auto& p : pts) p.weight = 0.0f;
+    auto m = Measured(pts);
+    PolyCoefBlock coef{};
+    coef.fill(3.0);
+    std::string text;
+    int16_t k = 0;
+    ScriptedDialogs d;
+    EXPECT_EQ(c.fit(k, static_cast<int16_t>(pts.size()), text, coef, m, d), 0);
+    ASSERT_EQ(d.boxes.size(), 1u);
+    EXPECT_EQ(d.boxes[0].text, std::string("Failed to fit ") + c.failed +
+                                   " Polynomial\nDivision by zero: the data points give no "
+                                   "solution");
+    EXPECT_EQ(coef[0], 3.0);
+    EXPECT_TRUE(text.empty());
+}
+
+TEST_P(LinearFitFailures, NegativeSquareAbandonsTheFit) {
+    // Indices that make the fitted n squared negative at the shortest wavelength.
+    const auto& c = GetParam();
+    std::vector<Point> pts;
+    for (int i = 0; i < c.points; ++i) {
+        const double w = 1000.0 - 50.0 * i;
+        pts.push_back({w, i + 1 == c.points ? 0.0 : 1.0 + 0.5 * (i % 2)});
+    }
+    auto m = Measured(pts);
+    m.IndexSquared[c.points - 1] = -4.0;
+    PolyCoefBlock coef{};
+    coef.fill(3.0);
+    std::string text;
+    int16_t k = 0;
+    ScriptedDialogs d;
+    EXPECT_EQ(c.fit(k, static_cast<int16_t>(c.points), text, coef, m, d), 0);
+    ASSERT_EQ(d.boxes.size(), 1u);
+    EXPECT_EQ(d.boxes[0].text, std::string("Failed to fit ") + c.failed +
+                                   " Polynomial\nCheck data or try another polynomial form");
+    EXPECT_EQ(coef[0], 3.0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Forms, LinearFitFailures,
+                         ::testing::Values(LinearFitCase{"Cauchy", &FitCauchy, 3, "Cauchy"},
+                                           LinearFitCase{"Schott", &FitSchott, 6, "Schott"},
+                                           LinearFitCase{"SchottPlus", &FitSchottPlus, 10,
+                                                         "Extended Schott"}),
+                         [](const auto& info) { return info.param.name; });
+
+TEST(StoreCoefficients, ZeroesThenCopiesFromTheFirst) {
+    PolyCoefBlock coef{};
+    coef.fill(9.0);
+    StoreCoefficients(coef, {0.0, 1.0, 2.0, 3.0});
+    EXPECT_EQ(coef, (PolyCoefBlock{1.0, 2.0, 3.0}));
+    std::vector<double> many(20);
+    for (size_t i = 0; i < many.size(); ++i) many[i] = double(i);
+    StoreCoefficients(coef, many);
+    EXPECT_EQ(coef[13], 14.0);
+}
+
+TEST(ConstantsText, SchottFormsAppendToTheTextGiven) {
+    PolyCoefBlock c{2.2718929,    -1.0108077e-2, 1.0592509e-2,
+                    2.0816965e-4, -7.6472538e-6, 4.9240991e-7};
+    std::string text = "before\n";
+    SchottConstantsText(text, c);
+    EXPECT_EQ(text,
+              "before\nSchott Polynomial Constants\n\n"
+              "A0:   +2.27189290e+00\nA1:   -1.01080770e-02\nA2:   +1.05925090e-02\n"
+              "A3:   +2.08169650e-04\nA4:   -7.64725380e-06\nA5:   +4.92409910e-07");
+    std::string cauchy;
+    CauchyConstantsText(cauchy, PolyCoefBlock{2.25, 0.0, -0.5});
+    EXPECT_EQ(cauchy,
+              "Cauchy Polynomial Constants\n\n"
+              "A0:   +2.25000000e+00\nA1:   +0.00000000e+00\nA2:   -5.00000000e-01");
+}
+
+TEST(ConstantsText, SchottPlusListsByNameWithTheWideFirstLabel) {
+    PolyCoefBlock c{9, 8, 7, 6, 5, 0.5, 1, 2, 3, 4};  // stored A9..A5, A0, A1..A4
+    std::string text;
+    SchottPlusConstantsText(text, c);
+    EXPECT_EQ(text,
+              "Extended Schott Polynomial Constants\n\n"
+              "A0:    +5.00000000e-01\nA1:   +1.00000000e+00\nA2:   +2.00000000e+00\n"
+              "A3:   +3.00000000e+00\nA4:   +4.00000000e+00\nA5:   +5.00000000e+00\n"
+              "A6:   +6.00000000e+00\nA7:   +7.00000000e+00\nA8:   +8.00000000e+00\n"
+              "A9:   +9.00000000e+00");
+}
+
+TEST(ConstantsText, SellmeierFormsGroupBThenC) {
+    PolyCoefBlock c{1.03961212, 0.231792344, 1.01046945, 0.00600069867, 0.0200179144, 103.560653};
+    std::string text = "x";
+    SellmeierConstantsText(text, c);
+    EXPECT_EQ(text,
+              "xSellmeier Polynomial Constants\n\n"
+              "B1:   +1.03961212e+00\nB2:   +2.31792344e-01\nB3:   +1.01046945e+00\n\n"
+              "C1:   +6.00069867e-03\nC2:   +2.00179144e-02\nC3:   +1.03560653e+02");
+    PolyCoefBlock p{1.5, -0.25, 0.001, 0, 12, 0.00001, 0.0125, 100, 123456.75, -3};
+    text = "replaced";
+    SellmeierPlusConstantsText(text, p);
+    EXPECT_EQ(text,
+              "Extend Sellmeier Polynomial Constants\n\n"
+              "B1:   1.5\nB2:   -0.25\nB3:   0.001\nB4:   0\nB5:   12\n\n"
+              "C1:   1E-05\nC2:   0.0125\nC3:   100\nC4:   123456.75\nC5:   -3");
+}
+
+TEST(AverageError, LabelsPerForm) {
+    // sqrt(4e-10 / 4) = 1e-5
+    EXPECT_EQ(AverageErrorLabel(4, 4e-10, 4), "average Cauchy polynomal fit error 0.0000100");
+    EXPECT_EQ(AverageErrorLabel(1, 4e-10, 4), "average Schott polynomal fit error: 0.0000100");
+    EXPECT_EQ(AverageErrorLabel(3, 4e-10, 4), "average Schott Plus polynomal fit error: 0.0000100");
+    EXPECT_EQ(AverageErrorLabel(2, 4e-10, 4), "average Sellmeier polynomal fit error: 0.0000100");
+    EXPECT_EQ(AverageErrorLabel(6, 0.0, 4), "average Sellmeier polynomal fit error: 0.0000000");
+}
+
+}  // namespace
+}  // namespace ostrel

@@ -1,0 +1,246 @@
+#include "core/optics/non_linear_optimise.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "core/optics/index_fit.h"
+#include "core/optics/matrix_calcs.h"
+#include "support/scripted_dialogs.h"
+
+namespace ostrel {
+namespace {
+
+using testing::ScriptedDialogs;
+
+TEST(MatrixInvert, InvertsAndFlipsTheDeterminantSignEveryPass) {
+    Matrix<double> a(2, 2);
+    a(1, 1) = 4, a(1, 2) = 7, a(2, 1) = 2, a(2, 2) = 6;
+    double det = 0;
+    ASSERT_EQ(MatrixInvert(a, det, 2), -1);
+    EXPECT_NEAR(a(1, 1), 0.6, 1e-15);
+    EXPECT_NEAR(a(1, 2), -0.7, 1e-15);
+    EXPECT_NEAR(a(2, 1), -0.2, 1e-15);
+    EXPECT_NEAR(a(2, 2), 0.4, 1e-15);
+    EXPECT_NEAR(det, 10.0, 1e-12);  // two passes: the signs cancel
+
+    Matrix<double> d(3, 3);
+    d(1, 1) = 2, d(2, 2) = 3, d(3, 3) = 4;
+    ASSERT_EQ(MatrixInvert(d, det, 3), -1);
+    EXPECT_DOUBLE_EQ(det, -24.0);  // three passes: one sign left over
+    EXPECT_DOUBLE_EQ(d(1, 1), 0.5);
+    EXPECT_DOUBLE_EQ(d(3, 3), 0.25);
+}
+
+TEST(MatrixInvert, PivotsFromTheLastDiagonalElementWithoutSearching) {
+    // Invertible, but a(2,2) is the first pivot and it is zero: no row is ever exchanged.
+    Matrix<double> a(2, 2);
+    a(1, 1) = 0, a(1, 2) = 1, a(2, 1) = 1, a(2, 2) = 0;
+    double det = 0;
+    InvertFault fault = InvertFault::None;
+    EXPECT_EQ(MatrixInvert(a, det, 2, &fault), 0);
+    EXPECT_EQ(fault, InvertFault::ZeroPivot);
+
+    // a(1,1) = 0 does no harm once a(2,2) has been used.
+    Matrix<double> b(2, 2);
+    b(1, 1) = 0, b(1, 2) = 1, b(2, 1) = 1, b(2, 2) = 1;
+    ASSERT_EQ(MatrixInvert(b, det, 2, &fault), -1);
+    EXPECT_EQ(fault, InvertFault::None);
+    EXPECT_DOUBLE_EQ(b(1, 1), -1.0);
+    EXPECT_DOUBLE_EQ(b(1, 2), 1.0);
+    EXPECT_DOUBLE_EQ(b(2, 1), 1.0);
+    EXPECT_DOUBLE_EQ(b(2, 2), 0.0);
+}
+
+TEST(GaussJordan, SolvesWithFullPivoting) {
+    // The same zero-diagonal matrix is no problem with a search for the largest element.
+    Matrix<float> a(3, 3), b(3, 1);
+    const float m[3][3] = {{0, 2, 1}, {1, 0, 3}, {4, 1, 0}};
+    for (int i = 0; i < 3; ++i)
+        for (int j = 0; j < 3; ++j) a(i + 1, j + 1) = m[i][j];
+    // Solution (1, 2, 3).
+    b(1, 1) = 7, b(2, 1) = 10, b(3, 1) = 6;
+    ScriptedDialogs d;
+    ASSERT_EQ(GaussJordan(a, 3, b, 1, -1, d), -1);
+    EXPECT_NEAR(b(1, 1), 1.0f, 1e-6);
+    EXPECT_NEAR(b(2, 1), 2.0f, 1e-6);
+    EXPECT_NEAR(b(3, 1), 3.0f, 1e-6);
+    EXPECT_TRUE(d.boxes.empty());
+}
+
+TEST(GaussJordan, SingularAndFailedEliminationAreReportedUnlessSilent) {
+    for (int16_t show : {int16_t(-1), int16_t(0)}) {
+        ScriptedDialogs d;
+        Matrix<float> zero(2, 2), b(2, 1);
+        EXPECT_EQ(GaussJordan(zero, 2, b, 1, show, d), 0);
+        Matrix<float> bad(2, 2), b2(2, 1);
+        bad(1, 1) = 1, bad(2, 2) = std::nanf("");
+        EXPECT_EQ(GaussJordan(bad, 2, b2, 1, show, d), 0);
+        Matrix<float> huge(2, 2), b3(2, 1);
+        huge(1, 1) = 1e-30f, huge(2, 2) = 1.0f, b3(1, 1) = 1e30f;  // 1e30 / 1e-30 overflows
+        EXPECT_EQ(GaussJordan(huge, 2, b3, 1, show, d), 0);
+        if (show == 0) {
+            EXPECT_TRUE(d.boxes.empty());
+        } else {
+            ASSERT_EQ(d.boxes.size(), 3u);
+            EXPECT_EQ(d.boxes[0].text, "GaussJ Singular Matrix-2");
+            EXPECT_EQ(d.boxes[1].text,
+                      "Failure in Gauss Jordan elimination\nTry a different polynomial");
+            EXPECT_EQ(d.boxes[2].text,
+                      "Failure in Gauss Jordan elimination\nTry a different polynomial");
+        }
+    }
+}
+
+TEST(SellmeierModel, ValueAndDerivatives) {
+    // Two terms: a = (B1, B2, C1, C2); at x = 2: 1*2/(2-1) + 0.5*2/(2-0) = 2.5
+    std::vector<double> a = {0, 1.0, 0.5, 1.0, 0.0};
+    std::vector<float> dyda(5);
+    float y = 0;
+    SellmeierModel(2.0f, a, y, dyda, 4);
+    EXPECT_FLOAT_EQ(y, 2.5f);
+    EXPECT_FLOAT_EQ(dyda[1], 2.0f);  // x / (x - C1)
+    EXPECT_FLOAT_EQ(dyda[2], 1.0f);
+    EXPECT_FLOAT_EQ(dyda[3], 2.0f);  // B1 x / (x - C1)^2
+    EXPECT_FLOAT_EQ(dyda[4], 0.25f);
+}
+
+struct Point {
+    double um;
+    double n;
+};
+
+MeasuredData Nbk7Data(int count, double fromNm, double toNm) {
+    MeasuredData m{};
+    for (int i = 0; i < count; ++i) {
+        const double nm = toNm - (toNm - fromNm) * i / (count - 1);
+        const double x = nm * nm * 1e-6;
+        const double n =
+            std::sqrt(1.0 + 1.03961212 * x / (x - 0.00600069867) +
+                      0.231792344 * x / (x - 0.0200179144) + 1.01046945 * x / (x - 103.560653));
+        m.IndexWave[i] = nm;
+        m.IndexWaveUm[i] = nm * 0.001;
+        m.IndexValue[i] = n;
+        m.IndexSquared[i] = n * n;
+        m.IndexWeight[i] = 1.0f;
+    }
+    return m;
+}
+
+TEST(FitSellmeier, SixPointsOfExactOriginLeaveResidualsNearZero) {
+    auto m = Nbk7Data(6, 400.0, 1000.0);
+    PolyCoefBlock coef{};
+    std::string text;
+    ScriptedDialogs d;
+    ASSERT_EQ(FitSellmeier(6, 3, text, coef, m, PolyCoefBlock{}, 0, -1, d), -1);
+    for (int i = 0; i < 6; ++i) EXPECT_NEAR(m.IndexError[i], 0.0, 2e-6);
+    EXPECT_EQ(text.rfind("Sellmeier Polynomial Constants\n\nB1:   ", 0), 0u);
+}
+
+TEST(FitSellmeier, StartsFromAStoredBlockWhenAsked) {
+    auto m = Nbk7Data(20, 365.0, 2325.0);
+    const PolyCoefBlock exact{1.03961212,    0.231792344,  1.01046945,
+                              0.00600069867, 0.0200179144, 103.560653};
+    PolyCoefBlock coef{};
+    std::string text;
+    ScriptedDialogs d;
+    ASSERT_EQ(FitSellmeier(20, 3, text, coef, m, exact, -1, 0, d), -1);
+    for (int i = 0; i < 6; ++i) EXPECT_NEAR(coef[i], exact[i], 1e-3 * exact[i]) << i;
+    EXPECT_LT(std::sqrt(m.FitError / 20), 1e-6);
+}
+
+TEST(FitSellmeier, TooFewPoints) {
+    auto m = Nbk7Data(4, 400.0, 1000.0);
+    PolyCoefBlock coef{};
+    std::string text;
+    ScriptedDialogs d;
+    EXPECT_EQ(FitSellmeier(4, 5, text, coef, m, PolyCoefBlock{}, 0, -1, d), 0);
+    ASSERT_EQ(d.boxes.size(), 1u);
+    EXPECT_EQ(d.boxes[0].text, "Insufficient Data Points\nAdd More Data");
+    ScriptedDialogs silent;
+    EXPECT_EQ(FitSellmeier(4, 5, text, coef, m, PolyCoefBlock{}, 0, 0, silent), 0);
+    EXPECT_TRUE(silent.boxes.empty());
+}
+
+// A smooth curve that the three-term form only settles on after more than 30 steps.
+MeasuredData SlowData() {
+    MeasuredData m{};
+    for (int i = 0; i < 20; ++i) {
+        const double nm = 2325.0 - (2325.0 - 365.0) * i / 19;
+        const double x = nm * nm * 1e-6;
+        const double n = 1.9 + 0.02 / x - 0.01 * x;
+        m.IndexWave[i] = nm;
+        m.IndexWaveUm[i] = nm * 0.001;
+        m.IndexValue[i] = n;
+        m.IndexSquared[i] = n * n;
+        m.IndexWeight[i] = 1.0f;
+    }
+    return m;
+}
+
+TEST(FitSellmeier, AsksAfterThirtyStepsAndStopsOnYes) {
+    auto m = SlowData();
+    PolyCoefBlock coef{};
+    coef.fill(5.0);
+    std::string text = "kept";
+    ScriptedDialogs d;
+    d.answers = {MsgAnswer::Yes};
+    EXPECT_EQ(FitSellmeier(20, 3, text, coef, m, PolyCoefBlock{}, 0, -1, d), 0);
+    ASSERT_EQ(d.boxes.size(), 1u);
+    EXPECT_EQ(d.boxes[0].text,
+              "Sellmeier seems to be failing to converge\ndo you stop searching now");
+    EXPECT_EQ(d.boxes[0].buttons, MsgButtons::YesNo);
+    EXPECT_EQ(d.boxes[0].icon, MsgIcon::Information);
+    EXPECT_EQ(coef[0], 5.0);
+    EXPECT_EQ(text, "kept");
+}
+
+TEST(FitSellmeier, GoesOnAfterNo) {
+    auto m = SlowData();
+    PolyCoefBlock coef{};
+    std::string text;
+    ScriptedDialogs d;
+    d.answers = {MsgAnswer::No, MsgAnswer::No, MsgAnswer::No};
+    EXPECT_EQ(FitSellmeier(20, 3, text, coef, m, PolyCoefBlock{}, 0, -1, d), -1);
+    EXPECT_FALSE(d.boxes.empty());
+    EXPECT_LT(std::sqrt(m.FitError / 20), 2e-3);
+}
+
+TEST(FitSellmeier, SilentFitGivesUpAtThirtySteps) {
+    auto m = SlowData();
+    PolyCoefBlock coef{};
+    std::string text;
+    ScriptedDialogs d;
+    EXPECT_EQ(FitSellmeier(20, 3, text, coef, m, PolyCoefBlock{}, 0, 0, d), 0);
+    EXPECT_TRUE(d.boxes.empty());
+}
+
+TEST(FitSellmeier, FiveTermsFromTheSharedStartValuesFailOnGlassData) {
+    // For five terms the shared start values put C2 = C3 = 0.7307 um^2, two equal poles
+    // inside the band of the data: the first step cannot be solved.
+    auto m = Nbk7Data(20, 365.0, 2325.0);
+    PolyCoefBlock coef{};
+    coef.fill(5.0);
+    std::string text;
+    ScriptedDialogs d;
+    EXPECT_EQ(FitSellmeier(20, 5, text, coef, m, PolyCoefBlock{}, 0, -1, d), 0);
+    ASSERT_EQ(d.boxes.size(), 2u);
+    EXPECT_EQ(d.boxes[0].text, "Failure in Gauss Jordan elimination\nTry a different polynomial");
+    EXPECT_EQ(d.boxes[1].text,
+              "Failed to fit Sellmeier Polynomial\nCheck data or try another polynomial form");
+    EXPECT_EQ(coef[0], 5.0);
+}
+
+TEST(FitSellmeier, FiveTermsFromAReasonableStart) {
+    auto m = Nbk7Data(20, 365.0, 2325.0);
+    const PolyCoefBlock start{1.0, 0.2, 1.0, 0.001, 0.001, 0.006, 0.02, 100.0, 0.05, 200.0};
+    PolyCoefBlock coef{};
+    std::string text;
+    ScriptedDialogs d;
+    ASSERT_EQ(FitSellmeier(20, 5, text, coef, m, start, -1, -1, d), -1);
+    EXPECT_LT(std::sqrt(m.FitError / 20), 1e-4);
+    EXPECT_EQ(text.rfind("Extend Sellmeier Polynomial Constants\n\nB1:   ", 0), 0u);
+}
+
+}  // namespace
+}  // namespace ostrel
