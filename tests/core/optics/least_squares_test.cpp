@@ -108,15 +108,5 @@ TEST(QuadraticSmooth, EvaluatesTheFit) {
     EXPECT_EQ(outY[2], -1);  // beyond outCount
 }
 
-TEST(QuadraticSmooth, FailureLeavesOutputAlone) {
-    ScriptedDialogs dialogs;
-    std::vector<double> x{1, 2}, y{1, 2}, w{1, 1};
-    std::vector<double> outX{0, 4}, outY{-1, -1};
-    EXPECT_EQ(QuadraticSmooth(dialogs, 2, x, y, w, 2, outX, outY), 0);
-    EXPECT_EQ(outY, (std::vector<double>{-1, -1}));
-    ASSERT_EQ(dialogs.boxes.size(), 1u);
-    EXPECT_EQ(dialogs.boxes[0].text, kInsufficient);
-}
-
 }  // namespace
 }  // namespace ostrel
