@@ -227,6 +227,13 @@ class Panel : public Control {
     Property<Colour> backColour{this, kPanelColour};
 };
 
+// A picture: which of a set of pictures is shown (0 for none).
+class Picture : public Control {
+  public:
+    using Control::Control;
+    Property<int> picture{this, 0};
+};
+
 // A tab strip: the current tab, 0-based.
 class TabStrip : public Control {
   public:

@@ -301,7 +301,7 @@ std::string Grid::ClipText(const GridBlock& block) const {
     }
     std::string out;
     for (int r = block.row1; r <= block.row2; ++r) {
-        if (r > block.row1) out += "\r\n";
+        if (r > block.row1) out += "\n";
         for (int c = c1; c <= c2; ++c) {
             if (c > c1) out += '\t';
             out += Text(c, r);

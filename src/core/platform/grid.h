@@ -123,7 +123,7 @@ class Grid {
     std::vector<int> SelectedRows() const;
 
     // --- clip text ---
-    // The block's texts: tab between cells, "\r\n" between rows (none after the last).
+    // The block's texts: tab between cells, "\n" between rows (none after the last).
     std::string ClipText(const GridBlock& block) const;
     // Writes clip text with its first cell at (col, row); what falls outside is dropped.
     // Returns the number of rows written.

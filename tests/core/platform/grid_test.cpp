@@ -83,8 +83,8 @@ TEST(Grid, LockedAndHiddenColumnsRefuseEntries) {
 TEST(Grid, ClipTextRoundTrip) {
     Grid g;
     Fill(g, {{"BK7", "SCHOTT"}, {"F2", "SCHOTT"}, {"N-SF11", "SCHOTT"}});
-    EXPECT_EQ(g.ClipText({1, 1, 2, 2}), "BK7\tSCHOTT\r\nF2\tSCHOTT");
-    EXPECT_EQ(g.ClipText({2, 2, 2, 3}), "SCHOTT\r\nSCHOTT");
+    EXPECT_EQ(g.ClipText({1, 1, 2, 2}), "BK7\tSCHOTT\nF2\tSCHOTT");
+    EXPECT_EQ(g.ClipText({2, 2, 2, 3}), "SCHOTT\nSCHOTT");
     EXPECT_EQ(g.ClipText({0, 3, 0, 3}), "N-SF11\tSCHOTT") << "whole-row block";
 
     Grid h(2, 3);

@@ -1,0 +1,66 @@
+#include "core/material/frm_glasses_list.h"
+
+namespace ostrel {
+
+void FillMaterialGrid(const GlassesList& list, Grid& grid) {
+    const bool wasOn = grid.Redraw();
+    grid.SetRedraw(false);
+    if (grid.MaxCols() < 2) grid.SetMaxCols(2);
+    grid.SetColumnTitle(1, "Material");
+    grid.SetColumnTitle(2, "Source");
+    grid.SetColumnLocked(1, true);
+    grid.SetColumnLocked(2, true);
+
+    std::string clip;
+    const auto& records = list.CustomList();
+    for (size_t i = 0; i < records.size(); ++i) {
+        if (i > 0) clip += '\n';
+        clip += records[i].General.GlassName.Text() + '\t' + records[i].General.Source.Text();
+    }
+    grid.SetMaxRows(list.CustomCount());
+    grid.SetClip(1, 1, clip);
+    for (int row = 1; row <= list.CustomCount(); ++row) {
+        const bool melt = records[row - 1].Melt.MeltFlag != 0;
+        grid.SetRowColour(row, melt ? kMeltRowColour : kWhite);
+    }
+    grid.SetRedraw(wasOn);
+}
+
+frmGlassesList::frmGlassesList(GlassesList& list, Hooks hooks)
+    : list_(list), hooks_(std::move(hooks)) {
+    ssGlassesList.SetMaxCols(2);
+    ssGlassesList.SetColumnTitle(1, "Material");
+    ssGlassesList.SetColumnTitle(2, "Source");
+    form.visible = false;
+}
+
+frmGlassesList::~frmGlassesList() {
+    list_.SetRefreshHandler(nullptr);
+}
+
+void frmGlassesList::Display() {
+    list_.SetRefreshHandler([this] { UpdateTable(); });
+    UpdateTable();
+    form.visible = true;
+}
+
+void frmGlassesList::ForceUnload() {
+    list_.SetRefreshHandler(nullptr);
+    form.visible = false;
+}
+
+void frmGlassesList::UpdateTable() {
+    FillMaterialGrid(list_, ssGlassesList);
+}
+
+bool frmGlassesList::ssGlassesListRightClick(int row) {
+    if (hooks_.currentForm && hooks_.currentForm() != 0) return false;
+    if (row < 1 || row > ssGlassesList.MaxRows()) return false;
+    const std::string label = ssGlassesList.Text(1, row) + "/" + ssGlassesList.Text(2, row);
+    if (label.find('\0') != std::string::npos) return false;
+    ssGlassesList.SetActiveCell(1, row);
+    if (hooks_.prepForPopup) hooks_.prepForPopup(row, label);
+    return true;
+}
+
+}  // namespace ostrel

@@ -1,0 +1,49 @@
+#pragma once
+// The floating list of custom materials: two columns, "Material" and "Source", melt glasses
+// on light yellow. A right click on a row, while no working form is open, prepares the main
+// window's popup menu for that material.
+#include <functional>
+#include <string>
+
+#include "core/material/glasses_list.h"
+#include "core/platform/controls.h"
+#include "core/platform/grid.h"
+
+namespace ostrel {
+
+// Fills a two-column grid with the names and sources of the custom list, one row each,
+// and colours melt glasses' rows light yellow (the others white). Redraw is off meanwhile.
+void FillMaterialGrid(const GlassesList& list, Grid& grid);
+
+class frmGlassesList {
+  public:
+    struct Hooks {
+        // The working form open now (0 for none).
+        std::function<int()> currentForm;
+        // The main window's PrepForPopup(index, label).
+        std::function<void(int, const std::string&)> prepForPopup;
+    };
+
+    frmGlassesList(GlassesList& list, Hooks hooks);
+    ~frmGlassesList();
+    frmGlassesList(const frmGlassesList&) = delete;
+    frmGlassesList& operator=(const frmGlassesList&) = delete;
+
+    // Fills the grid and shows the form; from now on every change of the list refreshes it.
+    void Display();
+    void ForceUnload();
+    // Refills the grid from the custom list.
+    void UpdateTable();
+
+    // A right click on grid row `row`. True when the popup menu is to be opened.
+    bool ssGlassesListRightClick(int row);
+
+    Control form{"Materials"};
+    Grid ssGlassesList;
+
+  private:
+    GlassesList& list_;
+    Hooks hooks_;
+};
+
+}  // namespace ostrel

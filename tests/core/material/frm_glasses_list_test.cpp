@@ -1,0 +1,75 @@
+#include "core/material/frm_glasses_list.h"
+
+#include "core/material/list_fixture.h"
+
+namespace ostrel::testing {
+namespace {
+
+class FrmGlassesListTest : public ListFixture {
+  protected:
+    void SetUp() override {
+        Fresh();
+        MaterialRecord melt = MakeRecord("BK7 melt 12", "Schott");
+        melt.Melt.MeltFlag = kTrue;
+        list->ListAdd(MakeRecord("BK7", "Schott"), false);
+        list->ListAdd(melt, false);
+        list->ListAdd(MakeRecord("CaF2", "Crystran"), false);
+    }
+    int currentForm = 0;
+    std::vector<std::pair<int, std::string>> prepared;
+};
+
+TEST_F(FrmGlassesListTest, FillShowsNameAndSourceWithMeltRowsYellow) {
+    Grid g;
+    FillMaterialGrid(*list, g);
+    ASSERT_EQ(g.MaxRows(), 3);
+    EXPECT_EQ(g.Column(1).title, "Material");
+    EXPECT_EQ(g.Column(2).title, "Source");
+    EXPECT_EQ(g.ClipText({1, 1, 2, 3}), "BK7\tSchott\nBK7 melt 12\tSchott\nCaF2\tCrystran");
+    EXPECT_EQ(g.RowColour(1), kWhite);
+    EXPECT_EQ(g.RowColour(2), kMeltRowColour);
+    EXPECT_EQ(g.RowColour(3), kWhite);
+    EXPECT_TRUE(g.Redraw());
+}
+
+TEST_F(FrmGlassesListTest, ListChangesRefreshTheDisplayedForm) {
+    frmGlassesList form(*list, {});
+    form.Display();
+    EXPECT_TRUE(form.form.visible);
+    ASSERT_TRUE(list->CommitList({MakeRecord("F2", "Schott")}));
+    list->RefreshListForm();
+    ASSERT_EQ(form.ssGlassesList.MaxRows(), 1);
+    EXPECT_EQ(form.ssGlassesList.Text(1, 1), "F2");
+    EXPECT_EQ(form.ssGlassesList.RowColour(1), kWhite) << "colours follow the new rows";
+}
+
+TEST_F(FrmGlassesListTest, RightClickPreparesThePopupOnlyWithNoFormOpen) {
+    frmGlassesList form(*list, {[this] { return currentForm; },
+                                [this](int index, const std::string& label) {
+                                    prepared.emplace_back(index, label);
+                                }});
+    form.Display();
+    EXPECT_TRUE(form.ssGlassesListRightClick(3));
+    ASSERT_EQ(prepared.size(), 1u);
+    EXPECT_EQ(prepared[0], (std::pair<int, std::string>{3, "CaF2/Crystran"}));
+
+    currentForm = 2;
+    EXPECT_FALSE(form.ssGlassesListRightClick(1));
+    currentForm = 0;
+    EXPECT_FALSE(form.ssGlassesListRightClick(4)) << "below the last row";
+    EXPECT_EQ(prepared.size(), 1u);
+}
+
+TEST_F(FrmGlassesListTest, RightClickOnANameWithNulOpensNothing) {
+    // Such a name cannot enter the list; put it straight into the grid.
+    frmGlassesList form(
+        *list,
+        {[] { return 0; }, [this](int i, const std::string& l) { prepared.emplace_back(i, l); }});
+    form.Display();
+    form.ssGlassesList.SetText(1, 2, std::string("AB\0C", 4));
+    EXPECT_FALSE(form.ssGlassesListRightClick(2));
+    EXPECT_TRUE(prepared.empty());
+}
+
+}  // namespace
+}  // namespace ostrel::testing

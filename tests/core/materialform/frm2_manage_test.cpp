@@ -1,0 +1,229 @@
+#include "core/materialform/frm2_manage.h"
+
+#include "core/material/list_fixture.h"
+
+namespace ostrel::testing {
+namespace {
+
+// All sections ready, Schott polynomial n^2 = 2.25 + 0.01 / lambda^2 (lambda in µm).
+MaterialRecord Ready(const std::string& name, const std::string& source) {
+    MaterialRecord r = MakeRecord(name, source);
+    for (SectionState* s :
+         {&r.GeneralState, &r.IndexState, &r.TransState, &r.ThermalState, &r.OtherState}) {
+        s->Ready = kTrue;
+    }
+    r.General.Polytype = 1;
+    r.General.PolyCoef[0] = 2.25;
+    r.General.PolyCoef[2] = 0.01;
+    r.General.IndexWvMin = 400;
+    r.General.IndexWvMax = 800;
+    r.DateChanged = 45292.75;  // 2024-01-01 18:00
+    return r;
+}
+
+class Frm2ManageTest : public ListFixture {
+  protected:
+    void SetUp() override { Fresh(); }
+    void Add(const MaterialRecord& r) { ASSERT_TRUE(list->ListAdd(r, false)); }
+    frm2Manage& Form() {
+        frm2Manage::Hooks hooks;
+        hooks.editInNewForm = [this](int i, const MaterialRecord&) {
+            edits.push_back("new " + std::to_string(i));
+        };
+        hooks.editInMeltForm = [this](int i, const MaterialRecord&) {
+            edits.push_back("melt " + std::to_string(i));
+        };
+        hooks.showGlassesDel = [this](frmGlassesDel& del) {
+            for (int i : toDelete) del.lstGlasses.SetSelected(i, true);
+            if (cancelDelete) {
+                del.comCancelClick();
+            } else {
+                del.comDelSelClick();
+            }
+        };
+        hooks.close = [this] { ++closes; };
+        form = std::make_unique<frm2Manage>(*list, dialogs, hooks);
+        form->Display();
+        return *form;
+    }
+    std::vector<std::string> Names() const {
+        std::vector<std::string> out;
+        for (const auto& r : list->CustomList()) out.push_back(r.General.GlassName.Text());
+        return out;
+    }
+
+    std::unique_ptr<frm2Manage> form;
+    std::vector<std::string> edits;
+    std::vector<int> toDelete;
+    bool cancelDelete = false;
+    int closes = 0;
+};
+
+TEST_F(Frm2ManageTest, RowShowsWavebandIndexRangeDateAndStatus) {
+    MaterialRecord a = Ready("N-XY", "Schott");
+    Add(a);
+    MaterialRecord b = Ready("PTS", "Melt Co");
+    b.General.IndexPoints = 3;
+    b.Measured.IndexWave[0] = 1013.98;
+    b.Measured.IndexWave[1] = 587.56;
+    b.Measured.IndexWave[2] = 365.01;
+    b.IndexState.Ready = kFalse;
+    b.ThermalState.Ready = kFalse;
+    b.Melt.MeltFlag = kTrue;
+    Add(b);
+    auto& f = Form();
+    auto& g = f.ssGlassesCurr;
+    ASSERT_EQ(g.MaxRows(), 2);
+    EXPECT_EQ(g.ClipText({1, 1, 7, 1}),
+              "N-XY\tSchott\t400.0 - 800.0\t1.521 - 1.505\t2024-01-01\tOK\t1");
+    EXPECT_EQ(g.ClipText({1, 2, 7, 2}),
+              "PTS\tMelt Co\t365.0 - 1014.0\t1.521 - 1.505\t2024-01-01\tIndex dn/dt\t2");
+    EXPECT_EQ(g.CellColour(frm2Manage::kColStatus, 1), kStatusGreen);
+    EXPECT_EQ(g.CellColour(frm2Manage::kColStatus, 2), kStatusRed);
+    EXPECT_EQ(g.RowColour(1), std::nullopt);
+    EXPECT_EQ(g.RowColour(2), kMeltRowColour);
+    EXPECT_TRUE(g.Column(frm2Manage::kColIndex).hidden);
+    EXPECT_TRUE(f.form.visible);
+    EXPECT_TRUE(dialogs.everBusy);
+    EXPECT_EQ(dialogs.busyDepth, 0);
+}
+
+TEST_F(Frm2ManageTest, RangeEndsOfZeroShowZero) {
+    MaterialRecord a = Ready("A", "S");
+    a.General.IndexWvMin = 0;
+    Add(a);
+    EXPECT_EQ(Form().ssGlassesCurr.Text(frm2Manage::kColIndexRange, 1), "0.000 - 1.505");
+}
+
+TEST_F(Frm2ManageTest, EditOpensTheMeltFormForMeltGlasses) {
+    Add(Ready("A", "S"));
+    MaterialRecord m = Ready("M", "S");
+    m.Melt.MeltFlag = kTrue;
+    Add(m);
+    auto& f = Form();
+    f.ssGlassesCurr.SetActiveCell(1, 2);
+    f.comEditClick();
+    f.ssGlassesCurr.SetSelection({0, 1, 0, 2});  // block mode: first row of the block
+    f.comEditClick();
+    EXPECT_EQ(edits, (std::vector<std::string>{"melt 2", "new 1"}));
+}
+
+TEST_F(Frm2ManageTest, EditOnAnEmptyListDoesNothing) {
+    auto& f = Form();
+    EXPECT_EQ(f.ssGlassesCurr.MaxRows(), 0);
+    f.comEditClick();
+    EXPECT_TRUE(edits.empty());
+    EXPECT_TRUE(dialogs.boxes.empty());
+}
+
+TEST_F(Frm2ManageTest, DeleteRemovesTheChosenAndSavesTheRest) {
+    for (const char* n : {"A", "B", "C", "D"}) Add(Ready(n, "S"));
+    auto& f = Form();
+    toDelete = {1, 3};
+    f.comDeleteClick();
+    EXPECT_EQ(Names(), (std::vector<std::string>{"A", "C"}));
+    EXPECT_EQ(f.ssGlassesCurr.MaxRows(), 2);
+    EXPECT_EQ(f.ssGlassesCurr.Text(1, 2), "C");
+    EXPECT_EQ(f.ssGlassesCurr.Text(frm2Manage::kColIndex, 2), "2");
+    EXPECT_EQ(refreshes, 1);
+    EXPECT_EQ(ReadFileBytes(Current()), Image(list->CustomList()));
+}
+
+TEST_F(Frm2ManageTest, DeleteCancelledOrNothingChosenChangesNothing) {
+    Add(Ready("A", "S"));
+    auto& f = Form();
+    cancelDelete = true;
+    toDelete = {0};
+    f.comDeleteClick();
+    cancelDelete = false;
+    toDelete = {};
+    f.comDeleteClick();
+    EXPECT_EQ(list->CustomCount(), 1);
+    EXPECT_EQ(refreshes, 0);
+    EXPECT_FALSE(std::filesystem::exists(Current()));
+}
+
+TEST(FrmGlassesDel, ListsNameSlashSourceAndKeepsOrder) {
+    std::vector<MaterialRecord> list{MakeRecord("A", "S1"), MakeRecord("B", "S2"),
+                                     MakeRecord("C", "S3")};
+    frmGlassesDel del(list);
+    del.Load();
+    EXPECT_EQ(del.lstGlasses.Items(), (std::vector<std::string>{"A/S1", "B/S2", "C/S3"}));
+    EXPECT_EQ(del.form.caption, "Materials to delete");
+    del.lstGlasses.SetSelected(0, true);
+    del.comDelSelClick();
+    EXPECT_TRUE(del.Result());
+    ASSERT_EQ(list.size(), 2u);
+    EXPECT_EQ(list[0].General.GlassName.Text(), "B");
+    EXPECT_FALSE(del.form.visible);
+}
+
+struct SortCase {
+    const char* name;
+    MsgAnswer answer;
+    std::vector<std::string> names;
+};
+void PrintTo(const SortCase& c, std::ostream* os) {
+    *os << c.name;
+}
+
+class Frm2ManageSort : public Frm2ManageTest, public ::testing::WithParamInterface<SortCase> {};
+
+TEST_P(Frm2ManageSort, SortsGridAndStoresTheOrder) {
+    Add(Ready("f2", "Schott"));
+    Add(Ready("BK7", "Schott"));
+    Add(Ready("ZK1", "Ohara"));
+    Add(Ready("AB", "Schott"));
+    auto& f = Form();
+    for (int twice = 0; twice < 2; ++twice) {
+        dialogs.answers.push_back(GetParam().answer);
+        f.comSortClick();
+        EXPECT_EQ(Names(), GetParam().names) << "pass " << twice;
+    }
+    ASSERT_FALSE(dialogs.boxes.empty());
+    EXPECT_EQ(dialogs.boxes[0].text,
+              "Select sort order:\nYes   \tto sort by 'Glass'\nNo    \tto sort by 'Source'\n"
+              "Cancel\tto abort");
+    EXPECT_EQ(dialogs.boxes[0].buttons, MsgButtons::YesNoCancel);
+    for (int row = 1; row <= f.ssGlassesCurr.MaxRows(); ++row) {
+        EXPECT_EQ(f.ssGlassesCurr.Text(frm2Manage::kColIndex, row), std::to_string(row));
+    }
+    if (GetParam().answer != MsgAnswer::Cancel) {
+        EXPECT_EQ(ReadFileBytes(Current()), Image(list->CustomList()));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Answers, Frm2ManageSort,
+    ::testing::Values(SortCase{"ByGlass", MsgAnswer::Yes, {"AB", "BK7", "f2", "ZK1"}},
+                      SortCase{"BySourceThenGlass", MsgAnswer::No, {"ZK1", "AB", "BK7", "f2"}},
+                      SortCase{"Cancel", MsgAnswer::Cancel, {"f2", "BK7", "ZK1", "AB"}}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(Frm2ManageTest, DuplicateInsertsBehindTheSelectedAndRefills) {
+    Add(Ready("A", "S"));
+    Add(Ready("B", "S"));
+    auto& f = Form();
+    f.ssGlassesCurr.SetActiveCell(1, 1);
+    dialogs.inputs.push_back("B");   // taken
+    dialogs.inputs.push_back("A2");  // free
+    f.comDuplicateClick();
+    EXPECT_EQ(Names(), (std::vector<std::string>{"A", "A2", "B"}));
+    EXPECT_EQ(f.ssGlassesCurr.MaxRows(), 3);
+    EXPECT_EQ(f.ssGlassesCurr.Text(1, 2), "A2");
+    EXPECT_EQ(dialogs.proposals, (std::vector<std::string>{"A", "B"}));
+}
+
+TEST_F(Frm2ManageTest, CloseGoesThroughTheToolStripAndUnloadDropsTheCopy) {
+    Add(Ready("A", "S"));
+    auto& f = Form();
+    f.comOKClick();
+    EXPECT_EQ(closes, 1);
+    f.ForceUnload();
+    EXPECT_TRUE(f.Copy().empty());
+    EXPECT_FALSE(f.form.visible);
+    EXPECT_EQ(f.comSort.toolTip, "Sort by Glass-name or by Source");
+}
+
+}  // namespace
+}  // namespace ostrel::testing

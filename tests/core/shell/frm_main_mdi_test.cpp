@@ -1,0 +1,135 @@
+#include "core/shell/frm_main_mdi.h"
+
+#include "core/material/list_fixture.h"
+#include "core/platform/maker.h"
+
+namespace ostrel::testing {
+namespace {
+
+class FrmMainMdiTest : public ListFixture {
+  protected:
+    FrmMainMdiTest()
+        : forms(dialogs, {[this] { return kelmora; }, [this] { return firstLoad; }, [] {}}),
+          notes(dialogs, [this] { return forms.GetCurrentForm(); }),
+          newMsg(dialogs, settings) {
+        Fresh();
+        frmMainMDI::Hooks hooks;
+        hooks.editInNewForm = [this](int i, const MaterialRecord&) {
+            edits.push_back("new " + std::to_string(i));
+        };
+        hooks.editInMeltForm = [this](int i, const MaterialRecord&) {
+            edits.push_back("melt " + std::to_string(i));
+        };
+        hooks.unload = [this] { ++unloads; };
+        main = std::make_unique<frmMainMDI>(forms, *list, dialogs, notes, newMsg, "Version: 3.0.1",
+                                            hooks);
+    }
+
+    bool kelmora = false;
+    bool firstLoad = false;
+    ManageForms forms;
+    HelpNotes notes;
+    MemorySettingsStore settings;
+    CNewMsg newMsg;
+    std::unique_ptr<frmMainMDI> main;
+    std::vector<std::string> edits;
+    int unloads = 0;
+};
+
+TEST_F(FrmMainMdiTest, LoadSetsCaptionToolsAndPanels) {
+    EXPECT_EQ(main->form.caption, "Ostrel for Lumbrak3D/SextaneTD & KelmoraTD");
+    main->Load(false, {true, false, true});
+    EXPECT_EQ(main->form.caption,
+              std::string(maker::kName) + " - Ostrel for Lumbrak & KelmoraTD:   Version: 3.0.1");
+    for (int n = 1; n <= 7; ++n) EXPECT_TRUE(forms.ribTools[n].enabled) << n;
+    EXPECT_EQ(main->pnlInstalled[0].caption, " KelmoraTD found");
+    EXPECT_EQ(main->pnlInstalled[1].caption, " Lumbrak3D not found");
+    EXPECT_EQ(main->pnlInstalled[2].caption, " SextaneTD found");
+    EXPECT_EQ(main->pnlInstalled[0].backColour, kStatusGreen);
+    EXPECT_EQ(main->pnlInstalled[1].backColour, kStatusRed);
+    EXPECT_EQ(forms.GetCurrentForm(), 0);
+}
+
+TEST_F(FrmMainMdiTest, FirstLoadLeavesOnlySetupAndEndAndPressesSetup) {
+    firstLoad = true;
+    main->Load(true, {});
+    EXPECT_TRUE(forms.ribTools[1].enabled);
+    EXPECT_TRUE(forms.ribEnd.enabled);
+    for (int n = 2; n <= 7; ++n) EXPECT_FALSE(forms.ribTools[n].enabled) << n;
+    EXPECT_EQ(forms.GetCurrentForm(), kFormSetup);
+    EXPECT_EQ(main->pnlInstalled[0].caption, "") << "panels stay untouched until the setup";
+}
+
+TEST_F(FrmMainMdiTest, PopupCaptionsNameTheMaterial) {
+    main->PrepForPopup(2, "BK7/Schott");
+    EXPECT_EQ(main->PopupIndex(), 2);
+    EXPECT_EQ(main->mnuPopup[0].caption, "&Duplicate   BK7/Schott");
+    EXPECT_EQ(main->mnuPopup[1].caption, "&Edit");
+    EXPECT_EQ(main->mnuPopup[2].caption, "De&lete");
+    EXPECT_EQ(main->mnuPopupMelt[1].caption, "Edit melt data");
+    main->PrepForPopupMelt(1, "M/S");
+    EXPECT_EQ(main->mnuPopupMelt[0].caption, "&Duplicate   M/S");
+    EXPECT_EQ(main->mnuPopupMelt[1].caption, "&Edit");
+}
+
+TEST_F(FrmMainMdiTest, PopupEditPicksTheFormByMeltFlag) {
+    MaterialRecord melt = MakeRecord("M", "S");
+    melt.Melt.MeltFlag = kTrue;
+    list->ListAdd(MakeRecord("A", "S"), false);
+    list->ListAdd(melt, false);
+    main->PrepForPopup(2, "M/S");
+    main->mnuPopupClick(1);
+    main->PrepForPopupMelt(2, "M/S");
+    main->mnuPopupMeltClick(1);
+    main->PrepForPopup(1, "A/S");
+    main->mnuPopupClick(1);
+    main->PrepForPopup(3, "none");
+    main->mnuPopupClick(1);  // no such material
+    EXPECT_EQ(edits, (std::vector<std::string>{"melt 2", "new 2", "new 1"}));
+}
+
+TEST_F(FrmMainMdiTest, PopupDeleteAsksAndRemoves) {
+    list->ListAdd(MakeRecord("A", "S"), false);
+    list->ListAdd(MakeRecord("B", "T"), false);
+    main->PrepForPopup(2, "B/T");
+    dialogs.answers.push_back(MsgAnswer::No);
+    main->mnuPopupClick(2);
+    EXPECT_EQ(list->CustomCount(), 2);
+    dialogs.answers.push_back(MsgAnswer::Yes);
+    main->mnuPopupClick(2);
+    ASSERT_EQ(list->CustomCount(), 1);
+    ASSERT_EQ(dialogs.boxes.size(), 2u);
+    EXPECT_EQ(dialogs.boxes[1].text, "Are you sure that you wish to delete B - T?");
+}
+
+TEST_F(FrmMainMdiTest, HelpLineFollowsTheMouseOncePerNote) {
+    main->ribToolsMouseMove(3);
+    main->ribToolsMouseMove(3);
+    main->ribEndMouseMove();
+    EXPECT_EQ(dialogs.helpNotes.size(), 2u);
+    EXPECT_EQ(dialogs.helpNotes[0].rfind("Form to create a new material, ", 0), 0u);
+    EXPECT_EQ(dialogs.helpNotes[1], "");
+    main->HelpNote("Searching", true);
+    EXPECT_EQ(main->lblHelp.caption, "Searching");
+    EXPECT_TRUE(main->lblHelp.bold);
+}
+
+TEST_F(FrmMainMdiTest, WallpaperNeverRepeats) {
+    int last = 0;
+    for (int i = 0; i < 50; ++i) {
+        main->UpdateWallPaper();
+        const int now = main->picWallpaper.picture;
+        EXPECT_NE(now, last);
+        EXPECT_GE(now, 1);
+        EXPECT_LE(now, frmMainMDI::kWallpaperCount);
+        last = now;
+    }
+}
+
+TEST_F(FrmMainMdiTest, EndUnloads) {
+    main->ribEndClick();
+    EXPECT_EQ(unloads, 1);
+}
+
+}  // namespace
+}  // namespace ostrel::testing
