@@ -1,0 +1,185 @@
+#include "core/external/bas1_setup.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "core/platform/settings_store.h"
+#include "support/scripted_dialogs.h"
+#include "support/temp_dir.h"
+
+namespace ostrel {
+namespace {
+
+namespace fs = std::filesystem;
+using ostrel::testing::ScriptedDialogs;
+using ostrel::testing::TempDir;
+using ostrel::testing::WriteFileBytes;
+
+std::string Dir(const fs::path& p) {
+    return p.string() + "/";
+}
+
+void Program(const fs::path& folder, const std::string& name, size_t size = 10) {
+    fs::create_directories(folder);
+    WriteFileBytes(folder / name, std::string(size, 'x'));
+}
+
+class Bas1SetupTest : public ::testing::Test {
+  protected:
+    TempDir tmp;
+    ScriptedDialogs dialogs;
+    MemorySettingsStore settings;
+    Bas1Setup setup{settings, dialogs};
+
+    int found = 0, dirs = 0;
+    std::vector<std::string> list;
+};
+
+TEST_F(Bas1SetupTest, ProgramInFolderMatchesAnyCase) {
+    Program(tmp / "k", "kelmoratd.exe");
+    EXPECT_TRUE(Bas1Setup::ProgramInFolder((tmp / "k").string(), "KelmoraTD.EXE"));
+    EXPECT_TRUE(Bas1Setup::ProgramInFolder(Dir(tmp / "k"), "KelmoraTD.EXE"));
+    EXPECT_FALSE(Bas1Setup::ProgramInFolder(Dir(tmp / "k"), "Lumbrak3D.EXE"));
+    EXPECT_FALSE(Bas1Setup::ProgramInFolder(Dir(tmp / "missing"), "KelmoraTD.EXE"));
+    EXPECT_FALSE(Bas1Setup::ProgramInFolder("", "KelmoraTD.EXE"));
+    fs::create_directories(tmp / "d" / "KelmoraTD.EXE");  // a folder of that name is no program
+    EXPECT_FALSE(Bas1Setup::ProgramInFolder(Dir(tmp / "d"), "KelmoraTD.EXE"));
+}
+
+TEST_F(Bas1SetupTest, ParentFolder) {
+    EXPECT_EQ(Bas1Setup::ParentFolder("/opt/apps/Ostrel/"), "/opt/apps/");
+    EXPECT_EQ(Bas1Setup::ParentFolder("/opt/apps/Ostrel"), "/opt/apps/");
+    EXPECT_EQ(Bas1Setup::ParentFolder("/Ostrel/"), "/");
+    EXPECT_EQ(Bas1Setup::ParentFolder("/"), "");
+}
+
+TEST_F(Bas1SetupTest, WalkIsDepthFirstInNameOrderAndStopsAtTheFirst) {
+    // a/b/c is deeper than z but comes first depth first.
+    Program(tmp / "drive" / "a" / "b" / "c", "Lumbrak3D.exe", 123);
+    Program(tmp / "drive" / "z", "LUMBRAK3D.EXE", 7);
+    fs::create_directories(tmp / "drive" / "m");
+    int64_t size =
+        setup.FindFile((tmp / "drive").string(), "Lumbrak3D.EXE", found, dirs, list, true, 0);
+    EXPECT_EQ(found, 1);
+    EXPECT_EQ(size, 123);
+    EXPECT_EQ(list, std::vector<std::string>{Dir(tmp / "drive" / "a" / "b" / "c")});
+
+    found = 0;
+    dirs = 0;
+    list.clear();
+    size = setup.FindFile((tmp / "drive").string(), "Lumbrak3D.EXE", found, dirs, list, false, 0);
+    EXPECT_EQ(found, 2);
+    EXPECT_EQ(size, 130);
+    EXPECT_EQ(list, (std::vector<std::string>{Dir(tmp / "drive" / "a" / "b" / "c"),
+                                              Dir(tmp / "drive" / "z")}));
+    EXPECT_EQ(dirs, 5);  // a, m, z, b, c
+}
+
+TEST_F(Bas1SetupTest, ProgressIsShownForTheTopThreeLevelsOnly) {
+    fs::create_directories(tmp / "r" / "one" / "two" / "three" / "four");
+    setup.FindFile((tmp / "r").string(), "KelmoraTD.EXE", found, dirs, list, true, 0);
+    const std::string note =
+        "First time search for Lumbrak3D, SextaneTD and KelmoraTD.  Looking in: ";
+    EXPECT_EQ(dialogs.helpNotes,
+              (std::vector<std::string>{note + Dir(tmp / "r"), note + Dir(tmp / "r" / "one"),
+                                        note + Dir(tmp / "r" / "one" / "two")}));
+    EXPECT_EQ(found, 0);
+}
+
+TEST_F(Bas1SetupTest, SymbolicLinksToFoldersAreNotFollowed) {
+    fs::create_directories(tmp / "r" / "a");
+    fs::create_directory_symlink(tmp / "r", tmp / "r" / "a" / "loop");
+    Program(tmp / "elsewhere", "KelmoraTD.EXE");
+    fs::create_directory_symlink(tmp / "elsewhere", tmp / "r" / "link");
+    setup.FindFile((tmp / "r").string(), "KelmoraTD.EXE", found, dirs, list, true, 0);
+    EXPECT_EQ(found, 0);
+    EXPECT_EQ(dirs, 1);
+}
+
+TEST_F(Bas1SetupTest, UnreadableFolderIsPassedOver) {
+    if (geteuid() == 0) GTEST_SKIP() << "permissions do not bind the superuser";
+    Program(tmp / "r" / "a", "KelmoraTD.EXE");
+    Program(tmp / "r" / "b", "KelmoraTD.EXE");
+    fs::permissions(tmp / "r" / "a", fs::perms::none);
+    setup.FindFile((tmp / "r").string(), "KelmoraTD.EXE", found, dirs, list, true, 0);
+    fs::permissions(tmp / "r" / "a", fs::perms::owner_all);
+    EXPECT_EQ(list, std::vector<std::string>{Dir(tmp / "r" / "b")});
+}
+
+TEST_F(Bas1SetupTest, SearchAllLooksBesideTheProgramFirst) {
+    const fs::path apps = tmp / "apps";
+    fs::create_directories(apps / "Ostrel");
+    Program(apps / "KelmoraTD", "KelmoraTD.EXE");
+    Program(tmp / "drive" / "AAA" / "KelmoraTD", "KelmoraTD.EXE");  // never reached
+    Program(tmp / "drive" / "Lumbrak", "lumbrak3d.exe");
+    const SearchRoots roots{Bas1Setup::ParentFolder((apps / "Ostrel").string()),
+                            Dir(tmp / "drive")};
+    setup.SearchAll(roots);
+    EXPECT_TRUE(setup.GetKelmoraFound());
+    EXPECT_EQ(setup.GetPathKelmora(), Dir(apps / "KelmoraTD"));
+    EXPECT_TRUE(setup.GetLumbrakFound());
+    EXPECT_EQ(setup.GetPathLumbrak(), Dir(tmp / "drive" / "Lumbrak"));
+    EXPECT_FALSE(setup.GetSextaneFound());
+    EXPECT_EQ(setup.GetPathSextane(), "");
+    EXPECT_TRUE(settings.values().empty());  // nothing stored before OK
+
+    std::vector<std::string> notes;
+    for (const std::string& n : dialogs.helpNotes)
+        if (n.rfind("Searching", 0) == 0) notes.push_back(n);
+    EXPECT_EQ(notes, (std::vector<std::string>{"Searching for Kelmora installation",
+                                               "Searching for Lumbrak3D installation",
+                                               "Searching for LumbrakSextane installation"}));
+}
+
+TEST_F(Bas1SetupTest, ProgramInARootFolderSearchesTheDriveOnly) {
+    Program(tmp / "drive" / "x", "LumbrakSextaneTD.EXE");
+    setup.SearchAll(SearchRoots{Bas1Setup::ParentFolder("/"), Dir(tmp / "drive")});
+    EXPECT_EQ(setup.GetPathSextane(), Dir(tmp / "drive" / "x"));
+}
+
+TEST_F(Bas1SetupTest, SearchMissingOnlyFillsGaps) {
+    Program(tmp / "k", "KelmoraTD.EXE");
+    Program(tmp / "drive" / "k2", "KelmoraTD.EXE");
+    Program(tmp / "drive" / "l", "Lumbrak3D.EXE");
+    ASSERT_TRUE(setup.SetPathKelmora((tmp / "k").string()));
+    std::string k = "kept", l = "old", s = "old";
+    setup.SearchMissing(SearchRoots{"", Dir(tmp / "drive")}, k, l, s);
+    EXPECT_EQ(k, "kept");
+    EXPECT_EQ(l, Dir(tmp / "drive" / "l"));
+    EXPECT_EQ(s, "");
+    EXPECT_FALSE(setup.GetLumbrakFound());  // waits for OK
+    EXPECT_EQ(dialogs.helpNotes.front(), "Searching for Lumbrak3D installation");
+}
+
+TEST_F(Bas1SetupTest, StoredPathsAreReadAndCheckedAfterTheFirstRun) {
+    Program(tmp / "k", "KelmoraTD.EXE");
+    setup.LoadPaths();
+    EXPECT_TRUE(setup.GetFirstLoad());
+    EXPECT_FALSE(setup.GetKelmoraFound());
+
+    settings.SaveSetting("B1SetupPathsTD", "FirstLoad1TD", "False");
+    settings.SaveSetting("B1SetupPathsTD", "KelmoraTD", Dir(tmp / "k"));
+    settings.SaveSetting("B1SetupPathsTD", "LumbrakPlusTD", Dir(tmp / "gone"));
+    Bas1Setup later(settings, dialogs);
+    later.LoadPaths();
+    EXPECT_FALSE(later.GetFirstLoad());
+    EXPECT_TRUE(later.GetKelmoraFound());
+    EXPECT_FALSE(later.GetLumbrakFound());
+    later.SavePaths();  // a folder not found is not written over
+    EXPECT_EQ(settings.GetSetting("B1SetupPathsTD", "LumbrakPlusTD", ""), Dir(tmp / "gone"));
+}
+
+TEST_F(Bas1SetupTest, AFailedSetPathKeepsTheOldFolder) {
+    Program(tmp / "k", "KelmoraTD.EXE");
+    ASSERT_TRUE(setup.SetPathKelmora((tmp / "k").string()));
+    EXPECT_FALSE(setup.SetPathKelmora((tmp / "none").string()));
+    EXPECT_FALSE(setup.GetKelmoraFound());
+    EXPECT_EQ(setup.GetPathKelmora(), Dir(tmp / "k"));
+}
+
+}  // namespace
+}  // namespace ostrel
