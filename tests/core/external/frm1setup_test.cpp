@@ -1,0 +1,192 @@
+#include "core/external/frm1setup.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "core/platform/settings_store.h"
+#include "core/shell/manage_forms.h"
+#include "support/scripted_dialogs.h"
+#include "support/temp_dir.h"
+
+namespace ostrel {
+namespace {
+
+namespace fs = std::filesystem;
+using ostrel::testing::ScriptedDialogs;
+using ostrel::testing::TempDir;
+using ostrel::testing::WriteFileBytes;
+
+std::string Dir(const fs::path& p) {
+    return p.string() + "/";
+}
+
+class Frm1SetupTest : public ::testing::Test {
+  protected:
+    Frm1SetupTest() {
+        fs::create_directories(tmp / "apps" / "Ostrel");
+        fs::create_directories(tmp / "apps" / "Kelmora");
+        WriteFileBytes(tmp / "apps" / "Kelmora" / "KelmoraTD.EXE", "k");
+        fs::create_directories(tmp / "drive" / "Lumbrak");
+        WriteFileBytes(tmp / "drive" / "Lumbrak" / "Lumbrak3D.EXE", "l");
+        ManageForms::Hooks mh;
+        mh.kelmoraFound = [this] { return setup.GetKelmoraFound(); };
+        mh.firstLoad = [this] { return setup.GetFirstLoad(); };
+        forms = std::make_unique<ManageForms>(dialogs, mh);
+        frm1Setup::Hooks h;
+        h.showInstalledProgs = [this] { ++panelRefreshes; };
+        h.closeSplash = [this] { ++splashClosed; };
+        h.ribbonClick = [this](int n, bool p) { forms->RibbonClick(n, p); };
+        h.searchRoots = [this] { return SearchRoots{Dir(tmp / "apps"), Dir(tmp / "drive")}; };
+        form = std::make_unique<frm1Setup>(setup, dialogs, h);
+        forms->RegisterForm(1, form.get());
+    }
+
+    // The user presses the setup button.
+    void OpenSetup() { forms->RibbonClick(1, true); }
+
+    TempDir tmp;
+    ScriptedDialogs dialogs;
+    MemorySettingsStore settings;
+    Bas1Setup setup{settings, dialogs};
+    std::unique_ptr<ManageForms> forms;
+    std::unique_ptr<frm1Setup> form;
+    int panelRefreshes = 0;
+    int splashClosed = 0;
+};
+
+TEST_F(Frm1SetupTest, FirstRunSearchesShowsThePathsAndTheInformationBox) {
+    setup.LoadPaths();
+    forms->EnableTools();
+    OpenSetup();
+    EXPECT_TRUE(form->IsOpen());
+    EXPECT_TRUE(form->form.visible);
+    EXPECT_EQ(form->lblPathKelmora.caption.get(), Dir(tmp / "apps" / "Kelmora") + "KelmoraTD.EXE");
+    EXPECT_EQ(form->lblPathLumbrakPlus.caption.get(),
+              Dir(tmp / "drive" / "Lumbrak") + "Lumbrak3D.EXE");
+    EXPECT_EQ(form->lblPathLumbrakSextane.caption.get(), "Not found");
+    EXPECT_EQ(dialogs.helpNotes.front(),
+              "Searching for installations of KelmoraTD, Lumbrak3D & LumbrakSextane");
+    EXPECT_EQ(dialogs.helpNotes.back(), "");
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(dialogs.boxes[0].text,
+              "OstrelTD is designed to create materials for Lumbrak3D/SextaneTD & KelmoraTD.  \n"
+              "Ostrel will work without these being installed. \n\n"
+              "However assuming that they are installed, please confirm the paths to these "
+              "programs, in the 'Setup' form which will now be loaded automatically. \n"
+              "If you wish to install them later, then, after installation, please load the "
+              "'Setup' form manually.");
+    EXPECT_EQ(splashClosed, 1);
+    EXPECT_EQ(panelRefreshes, 1);
+    EXPECT_EQ(dialogs.busyDepth, 0);
+    EXPECT_FALSE(forms->ribTools[2].enabled);
+}
+
+TEST_F(Frm1SetupTest, OkStoresTheFoundPathsAndEndsTheFirstRun) {
+    setup.LoadPaths();
+    OpenSetup();
+    form->comOKClick();
+    EXPECT_TRUE(form->Result());
+    EXPECT_FALSE(form->IsOpen());
+    EXPECT_EQ(settings.GetSetting("B1SetupPathsTD", "KelmoraTD", ""),
+              Dir(tmp / "apps" / "Kelmora"));
+    EXPECT_EQ(settings.GetSetting("B1SetupPathsTD", "LumbrakPlusTD", ""),
+              Dir(tmp / "drive" / "Lumbrak"));
+    EXPECT_EQ(settings.GetSetting("B1SetupPathsTD", "LumbrakSextaneTD", "none"), "none");
+    EXPECT_EQ(settings.GetSetting("B1SetupPathsTD", "FirstLoad1TD", ""), "False");
+    EXPECT_FALSE(forms->ribTools[1].value);
+    EXPECT_EQ(forms->GetCurrentForm(), 0);
+    for (int n = 2; n <= 7; ++n) EXPECT_TRUE(forms->ribTools[n].enabled) << n;
+}
+
+TEST_F(Frm1SetupTest, CancelOnTheFirstRunStoresNoPath) {
+    setup.LoadPaths();
+    OpenSetup();
+    form->comCancelClick();
+    EXPECT_FALSE(form->Result());
+    EXPECT_TRUE(setup.GetKelmoraFound());  // as the search found it, while the program runs
+    EXPECT_EQ(settings.values().size(), 1u);
+    EXPECT_EQ(settings.GetSetting("B1SetupPathsTD", "FirstLoad1TD", ""), "False");
+    for (int n = 2; n <= 7; ++n) EXPECT_TRUE(forms->ribTools[n].enabled) << n;
+
+    // The next start reads no stored path and searches no more.
+    Bas1Setup next(settings, dialogs);
+    next.LoadPaths();
+    EXPECT_FALSE(next.GetFirstLoad());
+    EXPECT_FALSE(next.GetKelmoraFound());
+    EXPECT_FALSE(next.GetLumbrakFound());
+}
+
+TEST_F(Frm1SetupTest, ChosenFileMustCarryTheProgramsName) {
+    settings.SaveSetting("B1SetupPathsTD", "FirstLoad1TD", "False");
+    setup.LoadPaths();
+    OpenSetup();
+    EXPECT_TRUE(dialogs.boxes.empty());  // no first-run box
+    EXPECT_EQ(form->lblPathKelmora.caption.get(), "Not found");
+
+    dialogs.files = {(tmp / "apps" / "Kelmora" / "Other.EXE").string(),
+                     (tmp / "apps" / "Kelmora" / "kelmoratd.exe").string()};
+    form->comSetupPathKelmoraClick();
+    EXPECT_EQ(form->WorkingPathKelmora(), "");
+    ASSERT_EQ(dialogs.fileDialogs.size(), 1u);
+    EXPECT_EQ(dialogs.fileDialogs[0].filter, "Kelmora (KelmoraTD.EXE)|KelmoraTD.EXE");
+    EXPECT_EQ(dialogs.fileDialogs[0].defaultExt, "EXE");
+    EXPECT_EQ(dialogs.fileDialogs[0].title, "Finding path to Kelmora program");
+
+    form->comSetupPathKelmoraClick();
+    EXPECT_EQ(form->WorkingPathKelmora(), Dir(tmp / "apps" / "Kelmora"));
+    EXPECT_EQ(form->lblPathKelmora.caption.get(), Dir(tmp / "apps" / "Kelmora") + "KelmoraTD.EXE");
+    EXPECT_FALSE(setup.GetKelmoraFound());  // not before OK
+
+    form->comOKClick();
+    EXPECT_TRUE(setup.GetKelmoraFound());
+}
+
+TEST_F(Frm1SetupTest, DialogTextsOfTheOtherPrograms) {
+    settings.SaveSetting("B1SetupPathsTD", "FirstLoad1TD", "0");
+    setup.LoadPaths();
+    OpenSetup();
+    form->comSetupPathLumbrakPlusClick();
+    form->comSetupPathLumbrakSextaneClick();
+    ASSERT_EQ(dialogs.fileDialogs.size(), 2u);
+    EXPECT_EQ(dialogs.fileDialogs[0].filter, "Lumbrak3D (Lumbrak3D.EXE)|Lumbrak3D.EXE");
+    EXPECT_EQ(dialogs.fileDialogs[0].title, "Finding path to Lumbrak3D program");
+    EXPECT_EQ(dialogs.fileDialogs[1].filter,
+              "Lumbrak Sextane (LumbrakSextaneTD.EXE)|LumbrakSextaneTD.EXE");
+    EXPECT_EQ(dialogs.fileDialogs[1].title, "Finding path to Lumbrak Sextane program");
+}
+
+TEST_F(Frm1SetupTest, ScanFillsOnlyTheMissingPaths) {
+    settings.SaveSetting("B1SetupPathsTD", "FirstLoad1TD", "False");
+    settings.SaveSetting("B1SetupPathsTD", "KelmoraTD", Dir(tmp / "apps" / "Kelmora"));
+    setup.LoadPaths();
+    OpenSetup();
+    EXPECT_EQ(form->lblPathLumbrakPlus.caption.get(), "Not found");
+    dialogs.helpNotes.clear();
+    form->comScanClick();
+    EXPECT_EQ(form->lblPathLumbrakPlus.caption.get(),
+              Dir(tmp / "drive" / "Lumbrak") + "Lumbrak3D.EXE");
+    EXPECT_EQ(form->lblPathLumbrakSextane.caption.get(), "Not found");
+    EXPECT_EQ(dialogs.helpNotes.front(),
+              "Searching for installations of KelmoraTD, Lumbrak3D & LumbrakSextane");
+    EXPECT_EQ(dialogs.helpNotes[1], "Searching for Lumbrak3D installation");
+    EXPECT_EQ(dialogs.busyDepth, 0);
+}
+
+TEST(Frm1SetupControls, DesignCaptions) {
+    ScriptedDialogs d;
+    MemorySettingsStore s;
+    Bas1Setup setup(s, d);
+    frm1Setup form(setup, d, {});
+    EXPECT_EQ(form.form.caption.get(), "Setup");
+    EXPECT_FALSE(form.form.visible);
+    EXPECT_EQ(form.lblPathKelmora.caption.get(), "undefined");
+    EXPECT_EQ(form.comScan.toolTip.get(), "Automatic search for programs with no defined path");
+    form.ForceUnload();  // not open: nothing happens
+    EXPECT_TRUE(setup.GetFirstLoad());
+}
+
+}  // namespace
+}  // namespace ostrel
