@@ -11,6 +11,7 @@
 #include "core/platform/controls.h"
 #include "core/platform/dialogs.h"
 #include "core/platform/grid.h"
+#include "core/shell/manage_forms.h"
 
 namespace ostrel {
 
@@ -41,7 +42,7 @@ class frmGlassesDel {
     bool closed_ = false;
 };
 
-class frm2Manage {
+class frm2Manage : public WorkingForm {
   public:
     // Grid columns.
     enum Col {
@@ -69,8 +70,8 @@ class frm2Manage {
     frm2Manage(GlassesList& list, Dialogs& dialogs, Hooks hooks);
 
     // Takes a copy of the list, fills the grid and shows the form.
-    void Display();
-    void ForceUnload();
+    void Display() override;
+    void ForceUnload() override;
     // After a material was saved elsewhere: takes a new copy and refills the grid.
     void UpdatesGlasssAftEdit();
     // Refills ssGlassesCurr from the form's copy.

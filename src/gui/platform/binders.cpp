@@ -1,0 +1,165 @@
+#include "gui/platform/binders.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QSignalBlocker>
+#include <QTabWidget>
+#include <QTimer>
+#include <QWidget>
+
+namespace ostrel::gui {
+
+namespace {
+
+// Keeps an observation alive for as long as the QObject it is parented to.
+class Binding : public QObject {
+  public:
+    Binding(QObject* owner, ControlBase& model, std::function<void()> apply)
+        : QObject(owner), apply_(std::move(apply)) {
+        apply_();
+        sub_ = model.Observe([this] { apply_(); });
+    }
+
+  private:
+    std::function<void()> apply_;
+    Subscription sub_;
+};
+
+QColor ToQColor(const Colour& c) {
+    return QColor(c.r, c.g, c.b);
+}
+
+void ApplyCommon(QWidget* w, const Control& m) {
+    w->setToolTip(ToQt(m.toolTip));
+    w->setEnabled(m.enabled);
+    // A widget without a parent is a window: its showing is the window's business.
+    if (w->parentWidget()) w->setVisible(m.visible);
+}
+
+}  // namespace
+
+QString ToQt(const std::string& utf8) {
+    return QString::fromUtf8(utf8.data(), qsizetype(utf8.size()));
+}
+std::string FromQt(const QString& text) {
+    return text.toUtf8().toStdString();
+}
+
+void Bind(QAbstractButton* button, Button& model) {
+    new Binding(button, model, [button, &model] {
+        button->setText(ToQt(model.caption));
+        ApplyCommon(button, model);
+        if (button->isCheckable()) button->setChecked(model.value);
+    });
+}
+
+void Bind(QAction* action, Button& model) {
+    new Binding(action, model, [action, &model] {
+        action->setText(ToQt(model.caption));
+        action->setToolTip(ToQt(model.toolTip));
+        action->setEnabled(model.enabled);
+        action->setVisible(model.visible);
+        if (action->isCheckable()) action->setChecked(model.value);
+    });
+}
+
+void Bind(QAbstractButton* box, CheckBox& model) {
+    new Binding(box, model, [box, &model] {
+        box->setText(ToQt(model.caption));
+        ApplyCommon(box, model);
+        box->setChecked(model.value);
+    });
+    QObject::connect(box, &QAbstractButton::toggled, box, [&model](bool on) { model.value = on; });
+}
+
+void Bind(QLabel* label, Label& model) {
+    new Binding(label, model, [label, &model] {
+        label->setText(ToQt(model.caption));
+        QFont f = label->font();
+        f.setBold(model.bold);
+        label->setFont(f);
+        ApplyCommon(label, model);
+    });
+}
+
+void Bind(QLabel* panel, Panel& model) {
+    panel->setAutoFillBackground(true);
+    new Binding(panel, model, [panel, &model] {
+        panel->setText(ToQt(model.caption));
+        QPalette p = panel->palette();
+        p.setColor(QPalette::Window, ToQColor(model.backColour));
+        p.setColor(QPalette::WindowText, Qt::black);
+        panel->setPalette(p);
+        ApplyCommon(panel, model);
+    });
+}
+
+void Bind(QLineEdit* edit, TextBox& model) {
+    new Binding(edit, model, [edit, &model] {
+        if (edit->text() != ToQt(model.text)) edit->setText(ToQt(model.text));
+        edit->setReadOnly(model.locked);
+        ApplyCommon(edit, model);
+    });
+    QObject::connect(edit, &QLineEdit::textEdited, edit,
+                     [&model](const QString& t) { model.text = FromQt(t); });
+}
+
+void Bind(QListWidget* list, ListControl& model) {
+    list->setSelectionMode(model.multiSelect() ? QAbstractItemView::MultiSelection
+                                               : QAbstractItemView::SingleSelection);
+    new Binding(list, model, [list, &model] {
+        const QSignalBlocker block(list);
+        list->clear();
+        for (const auto& item : model.Items()) list->addItem(ToQt(item));
+        for (int i = 0; i < model.ListCount(); ++i) list->item(i)->setSelected(model.Selected(i));
+        if (model.listIndex() >= 0)
+            list->setCurrentRow(model.listIndex(), QItemSelectionModel::NoUpdate);
+        ApplyCommon(list, model);
+    });
+    QObject::connect(list, &QListWidget::itemSelectionChanged, list, [list, &model] {
+        for (int i = 0; i < list->count(); ++i) model.SetSelected(i, list->item(i)->isSelected());
+    });
+}
+
+void Bind(QComboBox* combo, ListControl& model) {
+    new Binding(combo, model, [combo, &model] {
+        const QSignalBlocker block(combo);
+        combo->clear();
+        for (const auto& item : model.Items()) combo->addItem(ToQt(item));
+        combo->setCurrentIndex(model.listIndex());
+        ApplyCommon(combo, model);
+    });
+    QObject::connect(combo, &QComboBox::currentIndexChanged, combo,
+                     [&model](int i) { model.SetListIndex(i); });
+}
+
+void Bind(QTabWidget* tabs, TabStrip& model) {
+    new Binding(tabs, model, [tabs, &model] {
+        const QSignalBlocker block(tabs);
+        tabs->setCurrentIndex(model.tab);
+        ApplyCommon(tabs, model);
+    });
+    QObject::connect(tabs, &QTabWidget::currentChanged, tabs, [&model](int i) { model.tab = i; });
+}
+
+void Bind(QTimer* timer, Timer& model) {
+    new Binding(timer, model, [timer, &model] {
+        if (timer->interval() != model.interval) timer->setInterval(model.interval);
+        if (model.enabled && !timer->isActive()) timer->start();
+        if (!model.enabled && timer->isActive()) timer->stop();
+    });
+}
+
+void BindWindow(QWidget* window, Control& model) {
+    new Binding(window, model, [window, &model] {
+        window->setWindowTitle(ToQt(model.caption));
+        window->setEnabled(model.enabled);
+        window->setVisible(model.visible);
+    });
+}
+
+}  // namespace ostrel::gui

@@ -1,0 +1,41 @@
+#pragma once
+// One line binds a widget to a control model: the widget takes the model's state at once
+// and follows every later change. The binding ends with the widget.
+#include <QString>
+
+#include "core/platform/controls.h"
+
+class QAbstractButton;
+class QAction;
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QTabWidget;
+class QTimer;
+class QWidget;
+
+namespace ostrel::gui {
+
+QString ToQt(const std::string& utf8);
+std::string FromQt(const QString& text);
+
+// Caption (with its "&" shortcut), tool tip, enabled, visible, and for toggle buttons the
+// pressed state (set without firing `clicked`).
+void Bind(QAbstractButton* button, Button& model);
+void Bind(QAction* action, Button& model);
+void Bind(QAbstractButton* box, CheckBox& model);
+// Caption as text, bold type.
+void Bind(QLabel* label, Label& model);
+// Caption and back colour.
+void Bind(QLabel* panel, Panel& model);
+void Bind(QLineEdit* edit, TextBox& model);
+// Items, current item and (multi-select) selection; the user's choices are written back.
+void Bind(QListWidget* list, ListControl& model);
+void Bind(QComboBox* combo, ListControl& model);
+void Bind(QTabWidget* tabs, TabStrip& model);
+void Bind(QTimer* timer, Timer& model);
+// The window title, enabled and visible of a whole window.
+void BindWindow(QWidget* window, Control& model);
+
+}  // namespace ostrel::gui

@@ -1,0 +1,64 @@
+#pragma once
+// The grid on screen: a QTableView over a table model that adapts a Grid. An entry by the
+// user goes through Grid::EditText and then to the form's change handler; the view's
+// active cell and selection are written back to the grid, and the grid's to the view.
+#include <QAbstractTableModel>
+#include <QTableView>
+#include <functional>
+
+#include "core/platform/grid.h"
+
+namespace ostrel::gui {
+
+class GridTableModel : public QAbstractTableModel {
+    Q_OBJECT
+  public:
+    // `changed(col, row)` is called after each accepted entry (1-based).
+    GridTableModel(Grid& grid, std::function<void(int, int)> changed, QObject* parent = nullptr);
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+    QVariant headerData(int section, Qt::Orientation o, int role) const override;
+
+    Grid& grid() { return grid_; }
+
+  signals:
+    void layoutReset();
+    void selectionFromGrid();
+
+  private:
+    void OnGridChange(const GridChange& c);
+
+    Grid& grid_;
+    std::function<void(int, int)> changed_;
+    Subscription sub_;
+};
+
+class GridView : public QTableView {
+    Q_OBJECT
+  public:
+    explicit GridView(QWidget* parent = nullptr);
+    // Shows `grid`; `changed(col, row)` follows each accepted entry.
+    void Bind(Grid& grid, std::function<void(int, int)> changed = {});
+    GridTableModel* gridModel() const { return model_; }
+
+  signals:
+    // A right click on a cell (1-based); row 0 when below the last row.
+    void cellRightClicked(int col, int row, const QPoint& globalPos);
+
+  protected:
+    void contextMenuEvent(QContextMenuEvent* e) override;
+
+  private:
+    void ApplyColumns();
+    void SelectionToGrid();
+    void SelectionFromGrid();
+
+    GridTableModel* model_ = nullptr;
+    bool syncing_ = false;
+};
+
+}  // namespace ostrel::gui

@@ -1,0 +1,127 @@
+#include "gui/platform/qt_dialogs.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QStringList>
+#include <QUrl>
+
+#include "core/platform/maker.h"
+#include "gui/platform/binders.h"
+
+namespace ostrel::gui {
+
+QString QtFileFilter(const std::string& filter) {
+    const QStringList parts = ToQt(filter).split('|');
+    QStringList out;
+    for (int i = 0; i + 1 < parts.size(); i += 2) out << parts[i];
+    if (out.isEmpty() && !parts.isEmpty()) out << parts[0];
+    return out.join(";;");
+}
+
+MsgAnswer QtDialogs::MsgBox(const std::string& text, MsgButtons buttons, MsgIcon icon,
+                            const std::string& title) {
+    QMessageBox box(owner_);
+    box.setWindowTitle(title.empty() ? QString(maker::kProgramTitle) : ToQt(title));
+    box.setText(ToQt(text));
+    switch (icon) {
+        case MsgIcon::None:
+            box.setIcon(QMessageBox::NoIcon);
+            break;
+        case MsgIcon::Information:
+            box.setIcon(QMessageBox::Information);
+            break;
+        case MsgIcon::Question:
+            box.setIcon(QMessageBox::Question);
+            break;
+        case MsgIcon::Exclamation:
+            box.setIcon(QMessageBox::Warning);
+            break;
+        case MsgIcon::Critical:
+            box.setIcon(QMessageBox::Critical);
+            break;
+    }
+    switch (buttons) {
+        case MsgButtons::OK:
+            box.setStandardButtons(QMessageBox::Ok);
+            break;
+        case MsgButtons::OKCancel:
+            box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
+            break;
+        case MsgButtons::YesNo:
+            box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+            break;
+        case MsgButtons::YesNoCancel:
+            box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+            break;
+    }
+    // A box must not sit behind a busy pointer.
+    const int busy = busyDepth_;
+    for (int i = 0; i < busy; ++i) QApplication::restoreOverrideCursor();
+    const int answer = box.exec();
+    for (int i = 0; i < busy; ++i) QApplication::setOverrideCursor(Qt::WaitCursor);
+    switch (answer) {
+        case QMessageBox::Yes:
+            return MsgAnswer::Yes;
+        case QMessageBox::No:
+            return MsgAnswer::No;
+        case QMessageBox::Cancel:
+            return MsgAnswer::Cancel;
+        case QMessageBox::Ok:
+            return MsgAnswer::OK;
+        default:
+            // Closed by the window's close box: the safest answer the box offers.
+            return buttons == MsgButtons::OK      ? MsgAnswer::OK
+                   : buttons == MsgButtons::YesNo ? MsgAnswer::No
+                                                  : MsgAnswer::Cancel;
+    }
+}
+
+std::optional<std::string> QtDialogs::InputBox(const std::string& prompt, const std::string& title,
+                                               const std::string& proposal) {
+    bool ok = false;
+    const QString answer =
+        QInputDialog::getText(owner_, title.empty() ? QString(maker::kProgramTitle) : ToQt(title),
+                              ToQt(prompt), QLineEdit::Normal, ToQt(proposal), &ok);
+    if (!ok) return std::nullopt;
+    return FromQt(answer);
+}
+
+std::optional<std::string> QtDialogs::FileOpen(const FileDialogSpec& spec) {
+    const QString path = QFileDialog::getOpenFileName(
+        owner_, ToQt(spec.title), ToQt(spec.initialPath), QtFileFilter(spec.filter));
+    if (path.isEmpty()) return std::nullopt;
+    return FromQt(path);
+}
+
+std::optional<std::string> QtDialogs::FileSave(const FileDialogSpec& spec) {
+    QFileDialog dlg(owner_, ToQt(spec.title), ToQt(spec.initialPath), QtFileFilter(spec.filter));
+    dlg.setAcceptMode(QFileDialog::AcceptSave);
+    if (!spec.defaultExt.empty()) dlg.setDefaultSuffix(ToQt(spec.defaultExt));
+    if (dlg.exec() != QDialog::Accepted || dlg.selectedFiles().isEmpty()) return std::nullopt;
+    return FromQt(dlg.selectedFiles().front());
+}
+
+void QtDialogs::SetBusy(bool busy) {
+    if (busy) {
+        ++busyDepth_;
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    } else if (busyDepth_ > 0) {
+        --busyDepth_;
+        QApplication::restoreOverrideCursor();
+    }
+}
+
+void QtDialogs::HelpNote(const std::string& text, bool bold) {
+    if (helpLine_) helpLine_(text, bold);
+    // Let the help line repaint and the window stay alive during long work.
+    QApplication::processEvents();
+}
+
+bool QtDialogs::OpenUrl(const std::string& url) {
+    return QDesktopServices::openUrl(QUrl(ToQt(url)));
+}
+
+}  // namespace ostrel::gui
