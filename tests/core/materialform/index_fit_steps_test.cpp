@@ -1,0 +1,161 @@
+#include "core/materialform/index_fit_steps.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "support/scripted_dialogs.h"
+
+namespace ostrel {
+namespace {
+
+using testing::ScriptedDialogs;
+
+double Nbk7(double um) {
+    const double x = um * um;
+    return std::sqrt(1.0 + 1.03961212 * x / (x - 0.00600069867) +
+                     0.231792344 * x / (x - 0.0200179144) + 1.01046945 * x / (x - 103.560653));
+}
+
+// Ascending, as a user would type them.
+std::vector<IndexRow> Nbk7Rows(int count) {
+    std::vector<IndexRow> rows;
+    for (int i = 0; i < count; ++i) {
+        const float nm = static_cast<float>(365.0 + (2325.0 - 365.0) * i / (count - 1));
+        rows.push_back({nm, Nbk7(nm * 0.001), 1.0f});
+    }
+    return rows;
+}
+
+MaterialRecord Fresh(int16_t polytype) {
+    MaterialRecord rec = ClearedMaterialRecord();
+    rec.General.Polytype = polytype;
+    return rec;
+}
+
+TEST(ReadIndexRows, KeepsFullRowsSortedDescendingAndStable) {
+    std::vector<IndexRow> rows = {{500.5f, 1.52, 1.0f},  {1013.5f, 1.50, 0.5f}, {700.0f, 0.0, 1.0f},
+                                  {600.0f, 1.515, 1.0f}, {600.0f, 1.516, 0.0f}, {0.0f, 1.6, 1.0f}};
+    MaterialRecord rec = Fresh(1);
+    ASSERT_EQ(ReadIndexRows(rows, rec), 4);
+    const auto& m = rec.Measured;
+    EXPECT_EQ(rec.General.IndexPoints, 4);
+    EXPECT_EQ(m.IndexWave[0], 1013.5);
+    EXPECT_EQ(m.IndexValue[1], 1.515);  // equal waves keep the order they had
+    EXPECT_EQ(m.IndexValue[2], 1.516);
+    EXPECT_EQ(m.IndexWeight[2], 0.0f);
+    EXPECT_EQ(m.IndexWave[3], 500.5);
+    EXPECT_DOUBLE_EQ(m.IndexWaveUm[0], 1.0135);
+    EXPECT_DOUBLE_EQ(m.IndexSquared[3], 1.52 * 1.52);
+    EXPECT_EQ(rec.General.IndexWvMax, 1014);  // half to even
+    EXPECT_EQ(rec.General.IndexWvMin, 500);
+}
+
+TEST(ReadIndexRows, NothingUsableLeavesTheRecord) {
+    MaterialRecord rec = Fresh(1);
+    rec.General.IndexPoints = 7;
+    rec.Measured.IndexWave[0] = 123.0;
+    EXPECT_EQ(ReadIndexRows({{0.0f, 1.5, 1.0f}, {500.0f, 0.0, 1.0f}}, rec), 0);
+    EXPECT_EQ(rec.General.IndexPoints, 7);
+    EXPECT_EQ(rec.Measured.IndexWave[0], 123.0);
+}
+
+TEST(IndexRowsFromText, CsvAndTabsWithWeightsCompletedAsTyped) {
+    const auto rows = IndexRowsFromText(
+        "wave_nm,index,weight\r\n1014.0,1.507,0.5\n587.6;1.5168\n\n435.8\t1.5267\t0\nabc,1.6\n",
+        true);
+    ASSERT_EQ(rows.size(), 5u);
+    EXPECT_EQ(rows[0].wave, 0.0f);  // the heading reads as zeros
+    EXPECT_EQ(rows[1].weight, 0.5f);
+    EXPECT_EQ(rows[2].wave, 587.6f);
+    EXPECT_EQ(rows[2].weight, 1.0f);  // missing: completed
+    EXPECT_EQ(rows[3].weight, 0.0f);  // given as 0: kept
+    EXPECT_EQ(rows[4].wave, 0.0f);
+    EXPECT_EQ(rows[4].weight, 0.0f);  // no wave: nothing to complete
+
+    const auto ignored = IndexRowsFromText("435.8\t1.5267\t0\n", false);
+    EXPECT_EQ(ignored[0].weight, 1.0f);
+}
+
+TEST(IndexFitSteps, TooFewPointsNamesTheMinimum) {
+    struct Case {
+        int16_t type;
+        int rows;
+        const char* text;
+    };
+    for (const Case& c :
+         {Case{1, 5, "You need at least 6 full data points to fit a Schott polynomial."},
+          Case{3, 11, "You need at least 12 full data points to fit a Schott Plus polynomial."},
+          Case{6, 11, "You need at least 12 full data points to fit a Sellmeier Plus polynomial."},
+          Case{4, 2, "You need at least 3 full data points to fit a Cauchy polynomial."}}) {
+        MaterialRecord rec = Fresh(c.type);
+        std::string constants;
+        ScriptedDialogs d;
+        const auto out = IndexFitSteps(Nbk7Rows(c.rows), rec, constants, d);
+        EXPECT_FALSE(out.fitted);
+        EXPECT_TRUE(out.errorLabel.empty());
+        ASSERT_EQ(d.boxes.size(), 1u);
+        EXPECT_EQ(d.boxes[0].text, c.text);
+        EXPECT_EQ(d.boxes[0].icon, MsgIcon::Exclamation);
+        EXPECT_EQ(rec.IndexState.Ready, kFalse);
+        EXPECT_FALSE(d.everBusy);
+    }
+}
+
+TEST(IndexFitSteps, SchottWithExactlyTheMinimum) {
+    MaterialRecord rec = Fresh(1);
+    const int16_t changes = rec.IndexState.Changes;
+    std::string constants;
+    ScriptedDialogs d;
+    const auto out = IndexFitSteps(Nbk7Rows(6), rec, constants, d);
+    EXPECT_TRUE(out.fitted);
+    EXPECT_TRUE(out.ready);
+    EXPECT_TRUE(d.boxes.empty());
+    EXPECT_TRUE(d.everBusy);
+    EXPECT_EQ(d.busyDepth, 0);
+    EXPECT_EQ(rec.IndexState.Ready, kTrue);
+    EXPECT_EQ(rec.IndexState.Changes, changes + 1);
+    EXPECT_EQ(rec.General.IndexReserved, 6);
+    EXPECT_EQ(out.errorLabel.rfind("average Schott polynomal fit error: 0.0000", 0), 0u);
+    ASSERT_EQ(out.calcTexts.size(), 6u);
+    EXPECT_EQ(out.calcTexts[5], "1.5362696");  // N-BK7 at 365 nm, passed through
+    EXPECT_EQ(constants.rfind("Schott Polynomial Constants", 0), 0u);
+}
+
+TEST(IndexFitSteps, SellmeierSetsDerivedNumbersAndGlassCode) {
+    MaterialRecord rec = Fresh(2);
+    std::string constants;
+    ScriptedDialogs d;
+    const auto out = IndexFitSteps(Nbk7Rows(20), rec, constants, d);
+    ASSERT_TRUE(out.ready);
+    EXPECT_EQ(rec.General.IndexReserved, 0);   // the Sellmeier fits leave no count
+    EXPECT_EQ(rec.General.GlassCode, 517642);  // N-BK7: nd 1.5168, vd 64.17
+    EXPECT_NEAR(rec.Derived.nd, 1.5168f, 1e-5);
+    EXPECT_EQ(out.errorLabel.rfind("average Sellmeier polynomal fit error: 0.000000", 0), 0u);
+    EXPECT_EQ(rec.General.IndexWvMax, 2325);
+    EXPECT_EQ(rec.General.IndexWvMin, 365);
+}
+
+TEST(IndexFitSteps, FailedFitClearsTheLabelButShowsTheColumns) {
+    auto rows = Nbk7Rows(8);
+    for (auto& r : rows) r.weight = 0.0f;
+    MaterialRecord rec = Fresh(1);
+    rec.IndexState.Ready = kTrue;
+    std::string constants;
+    ScriptedDialogs d;
+    const auto out = IndexFitSteps(rows, rec, constants, d);
+    EXPECT_TRUE(out.fitted);
+    EXPECT_FALSE(out.ready);
+    EXPECT_TRUE(out.errorLabel.empty());
+    EXPECT_EQ(out.calcTexts.size(), 8u);
+    EXPECT_EQ(rec.IndexState.Ready, kFalse);
+    EXPECT_EQ(rec.General.IndexReserved, 6);
+    EXPECT_EQ(rec.General.GlassCode, 0);
+    ASSERT_EQ(d.boxes.size(), 1u);
+    EXPECT_EQ(d.boxes[0].text,
+              "Failed to fit Schott Polynomial\nDivision by zero: the data points give no "
+              "solution");
+}
+
+}  // namespace
+}  // namespace ostrel
