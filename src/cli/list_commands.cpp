@@ -1,10 +1,97 @@
+// list, show, delete, duplicate: the custom list from the command line.
 #include <CLI/CLI.hpp>
+#include <ostream>
 
 #include "cli/cli_context.h"
+#include "cli/cli_session.h"
+#include "cli/record_json.h"
+#include "core/material/list_operations.h"
 
 namespace ostrel::cli {
+namespace {
 
-// list, show, delete, duplicate
-void RegisterListCommands(CLI::App&, CliContext&) {}
+// Dumps JSON with invalid UTF-8 replaced rather than thrown on.
+std::string Dump(const nlohmann::ordered_json& j) {
+    return j.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
+}
+
+}  // namespace
+
+void RegisterListCommands(CLI::App& app, CliContext& ctx) {
+    struct Args {
+        bool json = false;
+        int index = 0;
+        std::string newName;
+    };
+    auto args = std::make_shared<Args>();
+
+    auto* list = app.add_subcommand("list", "The custom materials in list order");
+    list->add_flag("--json", args->json, "Write JSON instead of tab-separated text");
+    list->callback([&ctx, args] {
+        ctx.run = [&ctx, args] {
+            CliSession session(ctx);
+            if (!session.Open()) return kExitRefused;
+            const auto& recs = session.list().CustomList();
+            if (args->json) {
+                auto arr = nlohmann::ordered_json::array();
+                for (size_t i = 0; i < recs.size(); ++i) {
+                    arr.push_back(ListEntryToJson(static_cast<int>(i + 1), recs[i]));
+                }
+                *ctx.out << Dump(arr) << '\n';
+            } else {
+                for (size_t i = 0; i < recs.size(); ++i) {
+                    *ctx.out << (i + 1) << '\t' << recs[i].General.GlassName.Text() << '\t'
+                             << recs[i].General.Source.Text() << '\n';
+                }
+            }
+            return kExitOk;
+        };
+    });
+
+    auto* show = app.add_subcommand("show", "Every field of one material");
+    show->add_option("N", args->index, "Position in the list, from 1")->required();
+    show->add_flag("--json", args->json, "Write JSON (the only format)");
+    show->callback([&ctx, args] {
+        ctx.run = [&ctx, args] {
+            CliSession session(ctx);
+            if (!session.Open()) return kExitRefused;
+            if (!session.CheckIndex(args->index)) return kExitRefused;
+            MaterialRecord rec;
+            session.list().GetMaterial(args->index, rec);
+            *ctx.out << Dump(RecordToJson(rec)) << '\n';
+            return kExitOk;
+        };
+    });
+
+    auto* del = app.add_subcommand("delete", "Delete one material (asks first)");
+    del->add_option("N", args->index, "Position in the list, from 1")->required();
+    del->callback([&ctx, args] {
+        ctx.run = [&ctx, args] {
+            CliSession session(ctx);
+            if (!session.Open()) return kExitRefused;
+            if (!session.CheckIndex(args->index)) return kExitRefused;
+            return DeleteMaterial(session.list(), session.dialogs(), args->index) ? kExitOk
+                                                                                  : kExitRefused;
+        };
+    });
+
+    auto* dup = app.add_subcommand("duplicate", "Copy one material under a new name");
+    dup->add_option("N", args->index, "Position in the list, from 1")->required();
+    dup->add_option("NEWNAME", args->newName, "Name of the copy")->required();
+    dup->callback([&ctx, args] {
+        ctx.run = [&ctx, args] {
+            CliSession session(ctx);
+            if (!session.Open()) return kExitRefused;
+            if (!session.CheckIndex(args->index)) return kExitRefused;
+            ctx.dialogs->inputAnswers = {args->newName};
+            if (DuplicateMaterial(session.list(), session.dialogs(), args->index)) {
+                return kExitOk;
+            }
+            *ctx.err << "No copy was made: the name " << args->newName
+                     << " is refused (already used with this source, or blank).\n";
+            return kExitRefused;
+        };
+    });
+}
 
 }  // namespace ostrel::cli

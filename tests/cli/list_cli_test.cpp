@@ -1,0 +1,164 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <nlohmann/json.hpp>
+
+#include "core/material/glasses_list.h"
+#include "core/material/material_record_codec.h"
+#include "support/run_cli.h"
+
+namespace ostrel::testing {
+namespace {
+
+namespace fs = std::filesystem;
+
+MaterialRecord Rec(const std::string& name, const std::string& source) {
+    MaterialRecord r = ClearedMaterialRecord();
+    r.General.GlassName.Set(name);
+    r.General.Source.Set(source);
+    return r;
+}
+
+std::string Image(const std::vector<MaterialRecord>& list) {
+    std::string s;
+    for (const auto& r : list) {
+        MaterialImage img = ToBytes(r);
+        s.append(reinterpret_cast<const char*>(img.data()), img.size());
+    }
+    return s;
+}
+
+class ListCli : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        MaterialRecord melt = Rec("MELT *M1", "LAB");
+        melt.Melt.MeltFlag = kTrue;
+        melt.General.Polytype = 2;
+        melt.General.IndexWvMin = 365;
+        melt.General.IndexWvMax = 2325;
+        melt.General.Density = 2.51f;
+        melt.GeneralState.Ready = kTrue;
+        melt.DateChanged = 46349.5;
+        melt.Melt.MeltParentName.Zero();
+        WriteFileBytes(dir / kCustomFileName, Image({Rec("A", "S"), melt, Rec("C", "S")}));
+    }
+    std::string FileBytes() const { return ReadFileBytes(dir / kCustomFileName); }
+    TempDir dir;
+};
+
+TEST_F(ListCli, ListsPositionNameAndSource) {
+    CliResult r = RunCliIn(dir, "list");
+    EXPECT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(r.out, "1\tA\tS\n2\tMELT *M1\tLAB\n3\tC\tS\n");
+}
+
+TEST_F(ListCli, ListAsJson) {
+    CliResult r = RunCliIn(dir, "list --json");
+    ASSERT_EQ(r.status, 0) << r.err;
+    auto j = nlohmann::json::parse(r.out);
+    ASSERT_EQ(j.size(), 3u);
+    EXPECT_EQ(j[1]["index"], 2);
+    EXPECT_EQ(j[1]["GlassName"], "MELT *M1");
+    EXPECT_EQ(j[1]["Polytype"], 2);
+    EXPECT_EQ(j[1]["IndexWvMin"], 365);
+    EXPECT_EQ(j[1]["IndexWvMax"], 2325);
+    EXPECT_EQ(j[1]["MeltFlag"], -1);
+    EXPECT_EQ(j[1]["DateChanged"], 46349.5);
+    EXPECT_EQ(j[1]["Ready"]["General"], -1);
+    EXPECT_EQ(j[1]["Ready"]["dndt"], -1);
+    EXPECT_EQ(j[1]["Ready"]["Index"], 0);
+}
+
+TEST_F(ListCli, ShowGivesEveryFieldByName) {
+    CliResult r = RunCliIn(dir, "show 2 --json");
+    ASSERT_EQ(r.status, 0) << r.err;
+    auto j = nlohmann::json::parse(r.out);
+    EXPECT_EQ(j["GlassName"], "MELT *M1");
+    EXPECT_EQ(j["Density"], 2.51);
+    EXPECT_EQ(j["PolyCoef"].size(), 14u);
+    EXPECT_EQ(j["TransTable"].size(), 41u);
+    EXPECT_EQ(j["IndexWave"].size(), 150u);
+    EXPECT_EQ(j["MeltTransPair"].size(), 2u);
+    EXPECT_EQ(j["GeneralState"]["Ready"], -1);
+    EXPECT_EQ(j["ThermalState"]["Ready"], -1);
+    EXPECT_EQ(j["MeltParentName"], std::string(30, '\0'));
+    EXPECT_NE(r.out.find("\\u0000"), std::string::npos);
+    EXPECT_EQ(j["TT6"], "");
+}
+
+struct BadIndex {
+    const char* args;
+    int status;
+};
+class ListCliBadIndex : public ListCli, public ::testing::WithParamInterface<BadIndex> {};
+
+TEST_P(ListCliBadIndex, IsRefusedWithoutChange) {
+    const std::string before = FileBytes();
+    CliResult r = RunCliIn(dir, GetParam().args);
+    EXPECT_EQ(r.status, GetParam().status);
+    EXPECT_TRUE(FileBytes() == before);
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, ListCliBadIndex,
+                         ::testing::Values(BadIndex{"show 0 --json", 1}, BadIndex{"show 4", 1},
+                                           BadIndex{"delete 9", 1}, BadIndex{"delete x", 2},
+                                           BadIndex{"duplicate 1", 2},
+                                           BadIndex{"duplicate 1 c", 1}));
+
+TEST_F(ListCli, DeleteAsksOnStderrAndFollowsTheAnswer) {
+    const std::string before = FileBytes();
+    CliResult no = RunCliIn(dir, "--answer no delete 1");
+    EXPECT_EQ(no.status, 1);
+    EXPECT_EQ(no.err, "Are you sure that you wish to delete A - S?\n");
+    EXPECT_TRUE(FileBytes() == before);
+
+    CliResult yes = RunCliIn(dir, "delete 1");
+    EXPECT_EQ(yes.status, 0) << yes.err;
+    EXPECT_EQ(RunCliIn(dir, "list").out, "1\tMELT *M1\tLAB\n2\tC\tS\n");
+    EXPECT_TRUE(ReadFileBytes(dir / kCustomBackupName) == before);
+}
+
+TEST_F(ListCli, DuplicatePutsTheCopyBehindTheOriginal) {
+    CliResult r = RunCliIn(dir, "duplicate 1 'A copy'");
+    EXPECT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(RunCliIn(dir, "list").out, "1\tA\tS\n2\tA copy\tS\n3\tMELT *M1\tLAB\n4\tC\tS\n");
+}
+
+TEST_F(ListCli, DuplicateUnderACatalogueNameIsRefused) {
+    // a lens design folder whose catalogue holds "NEW / S"
+    fs::create_directory(dir / "lumbrak");
+    std::string cat(495, '\0');
+    std::string name = "NEW" + std::string(27, ' ');
+    std::string source = "S" + std::string(29, ' ');
+    cat.replace(0, 30, name);
+    cat.replace(32, 30, source);
+    WriteFileBytes(dir / "lumbrak" / kCatalogueFileName, cat);
+    CliResult r = RunCliIn(dir, "--lumbrak \"" + (dir / "lumbrak").string() + "\" duplicate 1 new");
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(RunCliIn(dir, "list").out, "1\tA\tS\n2\tMELT *M1\tLAB\n3\tC\tS\n");
+}
+
+TEST(ListCliStart, ConvertsAnOlderFileFirst) {
+    TempDir dir;
+    std::string v1(12098, '\0');
+    v1.replace(6, 30, "OLD" + std::string(27, ' '));
+    v1.replace(38, 30, "SRC" + std::string(27, ' '));
+    WriteFileBytes(dir / kCustomFileV1Name, v1);
+    CliResult r = RunCliIn(dir, "list");
+    EXPECT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(r.out, "1\tOLD\tSRC\n");
+    EXPECT_TRUE(fs::exists(dir / kCustomFileName));
+    EXPECT_FALSE(fs::exists(dir / kCustomFileV1Name));
+}
+
+TEST(ListCliStart, MissingDataFolderIsAClearError) {
+    TempDir dir;
+    fs::path missing = dir / "nowhere";
+    CliResult r = RunCliWithDataDir(dir, missing.string(), "list");
+    EXPECT_EQ(r.status, 1);
+    EXPECT_NE(r.err.find("The data folder does not exist"), std::string::npos);
+    EXPECT_FALSE(fs::exists(missing));
+}
+
+}  // namespace
+}  // namespace ostrel::testing
