@@ -55,5 +55,8 @@ constexpr int kExitUsage = 2;
 // Each group of commands registers itself here.
 void RegisterListCommands(CLI::App& app, CliContext& ctx);
 void RegisterOpticsCommands(CLI::App& app, CliContext& ctx);
+void RegisterImportCommands(CLI::App& app, CliContext& ctx);
+void RegisterExternalCommands(CLI::App& app, CliContext& ctx);
+void RegisterMeltCommands(CLI::App& app, CliContext& ctx);
 
 }  // namespace ostrel::cli

@@ -22,6 +22,9 @@ int main(int argc, char** argv) {
 
     RegisterListCommands(app, ctx);
     RegisterOpticsCommands(app, ctx);
+    RegisterImportCommands(app, ctx);
+    RegisterExternalCommands(app, ctx);
+    RegisterMeltCommands(app, ctx);
 
     try {
         app.parse(argc, argv);
