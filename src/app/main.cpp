@@ -1,3 +1,149 @@
-int main() {
-    return 0;
+// The desktop program: reads the stored setup and the custom list, then shows the main
+// window with the floating list of materials.
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+#include <QScreen>
+#include <QTimer>
+#include <filesystem>
+
+#include "core/external/bas1_setup.h"
+#include "core/material/frm_glasses_list.h"
+#include "core/material/glasses_list.h"
+#include "core/materialform/frm2_manage.h"
+#include "core/platform/clock.h"
+#include "core/platform/data_folder.h"
+#include "core/platform/error_display.h"
+#include "core/platform/maker.h"
+#include "core/shell/cs_application.h"
+#include "core/shell/frm_main_mdi.h"
+#include "core/shell/help_notes.h"
+#include "core/shell/ini_file.h"
+#include "core/shell/manage_forms.h"
+#include "core/shell/new_msg.h"
+#include "gui/material/frm_glasses_list_window.h"
+#include "gui/materialform/frm2_manage_window.h"
+#include "gui/platform/binders.h"
+#include "gui/platform/qt_dialogs.h"
+#include "gui/platform/qt_settings_store.h"
+#include "gui/shell/frm_main_mdi_window.h"
+
+using namespace ostrel;
+
+namespace {
+
+// Saves a picture of the whole screen.
+void SaveScreen(const QString& path) {
+    if (QScreen* s = QGuiApplication::primaryScreen()) s->grabWindow(0).save(path);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    QApplication qapp(argc, argv);
+    QApplication::setApplicationName(maker::kProgramTitle);
+    QApplication::setOrganizationName("Ostrel");
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription("Custom optical materials");
+    parser.addHelpOption();
+    QCommandLineOption dataDir("data-dir", "Folder of the custom material list.", "DIR");
+    QCommandLineOption screenshots("screenshots",
+                                   "Save pictures of the main window and the manage form into "
+                                   "DIR, then end.",
+                                   "DIR");
+    parser.addOption(dataDir);
+    parser.addOption(screenshots);
+    parser.process(qapp);
+
+    std::string folder =
+        parser.isSet(dataDir) ? gui::FromQt(parser.value(dataDir)) : DefaultDataFolder();
+    std::error_code ec;
+    std::filesystem::create_directories(folder, ec);
+    if (!folder.empty() && folder.back() != '/') folder += '/';
+
+    gui::QtDialogs dialogs;
+    SystemClock clock;
+    ErrorDisplayer errors(folder, dialogs, clock);
+    IniFile ini(folder);
+    CSApplication app(folder, ini, errors);
+    gui::QtSettingsStore settings;
+    dialogs.SetBusy(true);
+
+    // The stored setup, then the names guarded against and the custom list.
+    Bas1Setup setup(settings, dialogs);
+    setup.LoadPaths();
+    GlassesList list(folder, errors);
+    list.LoadCatalogueNames(setup.GetPathLumbrak());
+    list.LoadGenericNames(setup.GetPathLumbrak());
+    list.LoadCustomFile();
+
+    frmMainMDI* mainUnit = nullptr;
+    ManageForms forms(dialogs, {[&setup] { return setup.GetKelmoraFound(); },
+                                [&setup] { return setup.GetFirstLoad(); },
+                                [&mainUnit] {
+                                    if (mainUnit) mainUnit->UpdateWallPaper();
+                                }});
+    HelpNotes notes(dialogs, [&forms] { return forms.GetCurrentForm(); });
+    CNewMsg newMsg(dialogs, settings);
+
+    gui::frmMainMDIWindow* window = nullptr;
+    frmMainMDI::Hooks mainHooks;
+    mainHooks.setHelpFile = [&app, folder] { SetHelpFile(app, folder); };
+    mainHooks.unload = [&window] {
+        if (window) window->close();
+    };
+    frmMainMDI mainForm(forms, list, dialogs, notes, newMsg, app.Version(), mainHooks);
+    mainUnit = &mainForm;
+    gui::frmMainMDIWindow mainWindow(mainForm, &app);
+    window = &mainWindow;
+    dialogs.SetOwner(&mainWindow);
+    dialogs.SetHelpLine(
+        [&mainForm](const std::string& text, bool bold) { mainForm.HelpNote(text, bold); });
+
+    // The managing form.
+    frm2Manage::Hooks manageHooks;
+    manageHooks.showGlassesDel = [&mainWindow](frmGlassesDel& del) {
+        gui::frmGlassesDelDialog dlg(del, &mainWindow);
+        dlg.exec();
+    };
+    manageHooks.close = [&forms] { forms.RibbonClick(kFormManage, false); };
+    frm2Manage manage(list, dialogs, manageHooks);
+    gui::frm2ManageWindow manageWindow(manage, &app, mainWindow.mdiArea());
+    forms.RegisterForm(kFormManage, &manage);
+
+    mainWindow.show();
+    mainForm.Load(setup.GetFirstLoad(),
+                  {setup.GetKelmoraFound(), setup.GetLumbrakFound(), setup.GetSextaneFound()});
+
+    // The floating list.
+    frmGlassesList glassesList(list, {[&forms] { return forms.GetCurrentForm(); },
+                                      [&mainForm](int index, const std::string& label) {
+                                          mainForm.PrepForPopup(index, label);
+                                      }});
+    gui::frmGlassesListWindow listWindow(glassesList, &app, &mainWindow);
+    QObject::connect(&listWindow, &gui::frmGlassesListWindow::popupRequested, &mainWindow,
+                     [&mainWindow](const QPoint& pos) { mainWindow.ShowPopup(pos); });
+    QObject::connect(&mainWindow, &gui::frmMainMDIWindow::resized, &listWindow,
+                     [&listWindow] { listWindow.ForceResize(); });
+    glassesList.Display();
+    dialogs.SetBusy(false);
+
+    if (parser.isSet(screenshots)) {
+        const QString dir = parser.value(screenshots);
+        QDir().mkpath(dir);
+        QTimer::singleShot(1000, &mainWindow, [&, dir] {
+            mainForm.ribToolsMouseMove(2);
+            QApplication::processEvents();
+            SaveScreen(dir + "/main_window.png");
+            forms.RibbonClick(kFormManage, true);
+            QTimer::singleShot(800, &mainWindow, [&, dir] {
+                SaveScreen(dir + "/frm2_manage.png");
+                QApplication::quit();
+            });
+        });
+    }
+    const int rc = QApplication::exec();
+    glassesList.ForceUnload();
+    return rc;
 }

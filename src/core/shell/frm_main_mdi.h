@@ -62,6 +62,8 @@ class frmMainMDI {
     void mnuPopupClick(int item);
     void mnuPopupMeltClick(int item);
     void comLogoClick();
+    // The one-shot notice's timer fired.
+    void tmrNewMsgTimer() { newMsg_.TimerTick(); }
     // The mouse over a tool (its help note), over the end button (a blank note), or over
     // the frame, the help line or a panel (note 0).
     void ribToolsMouseMove(int index);

@@ -98,6 +98,16 @@ void Bind(QLabel* panel, Panel& model) {
     });
 }
 
+void BindPanel(QWidget* panel, Panel& model) {
+    panel->setAutoFillBackground(true);
+    new Binding(panel, model, [panel, &model] {
+        QPalette p = panel->palette();
+        p.setColor(QPalette::Window, ToQColor(model.backColour));
+        panel->setPalette(p);
+        ApplyCommon(panel, model);
+    });
+}
+
 void Bind(QLineEdit* edit, TextBox& model) {
     new Binding(edit, model, [edit, &model] {
         if (edit->text() != ToQt(model.text)) edit->setText(ToQt(model.text));

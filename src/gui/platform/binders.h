@@ -29,6 +29,8 @@ void Bind(QAbstractButton* box, CheckBox& model);
 void Bind(QLabel* label, Label& model);
 // Caption and back colour.
 void Bind(QLabel* panel, Panel& model);
+// A panel that holds other widgets: back colour, enabled, visible.
+void BindPanel(QWidget* panel, Panel& model);
 void Bind(QLineEdit* edit, TextBox& model);
 // Items, current item and (multi-select) selection; the user's choices are written back.
 void Bind(QListWidget* list, ListControl& model);

@@ -1,0 +1,123 @@
+#include "gui/materialform/frm2_manage_window.h"
+
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QListWidget>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "gui/platform/binders.h"
+#include "gui/platform/grid_view.h"
+#include "gui/shell/form_position.h"
+
+namespace ostrel::gui {
+
+namespace {
+constexpr const char* kFormName = "frm2Manage";
+
+QPushButton* MakeButton(QWidget* parent, const char* name, Button& model) {
+    auto* b = new QPushButton(parent);
+    b->setObjectName(name);
+    Bind(b, model);
+    return b;
+}
+}  // namespace
+
+frmGlassesDelDialog::frmGlassesDelDialog(frmGlassesDel& unit, QWidget* parent) : QDialog(parent) {
+    setWindowTitle(ToQt(unit.form.caption));
+    auto* layout = new QVBoxLayout(this);
+    auto* label = new QLabel(this);
+    Bind(label, unit.lblSelect);
+    layout->addWidget(label);
+    auto* list = new QListWidget(this);
+    list->setObjectName("lstGlasses");
+    Bind(list, unit.lstGlasses);
+    layout->addWidget(list, 1);
+    auto* row = new QHBoxLayout();
+    row->addStretch(1);
+    auto* del = MakeButton(this, "comDelSel", unit.comDelSel);
+    auto* cancel = MakeButton(this, "comCancel", unit.comCancel);
+    row->addWidget(del);
+    row->addWidget(cancel);
+    layout->addLayout(row);
+    connect(del, &QPushButton::clicked, this, [&unit] { unit.comDelSelClick(); });
+    connect(cancel, &QPushButton::clicked, this, [&unit] { unit.comCancelClick(); });
+    closeSub_ = unit.form.Observe([this, &unit] {
+        if (unit.Closed()) done(unit.Result() ? QDialog::Accepted : QDialog::Rejected);
+    });
+    resize(360, 420);
+}
+
+frm2ManageWindow::frm2ManageWindow(frm2Manage& unit, CSApplication* app, QMdiArea* area)
+    : unit_(unit), app_(app) {
+    setObjectName(kFormName);
+    auto* layout = new QVBoxLayout(this);
+    grid_ = new GridView(this);
+    grid_->setObjectName("ssGlassesCurr");
+    grid_->setSelectionBehavior(QAbstractItemView::SelectRows);
+    grid_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    grid_->horizontalHeader()->setStretchLastSection(true);
+    grid_->Bind(unit_.ssGlassesCurr);
+    layout->addWidget(grid_, 1);
+    connect(grid_, &QAbstractItemView::doubleClicked, this, [this] { unit_.comEditClick(); });
+
+    auto* row = new QHBoxLayout();
+    struct {
+        const char* name;
+        Button& model;
+        void (frm2Manage::*click)();
+    } buttons[] = {{"comEdit", unit_.comEdit, &frm2Manage::comEditClick},
+                   {"comDuplicate", unit_.comDuplicate, &frm2Manage::comDuplicateClick},
+                   {"comDelete", unit_.comDelete, &frm2Manage::comDeleteClick},
+                   {"comSort", unit_.comSort, &frm2Manage::comSortClick}};
+    for (auto& b : buttons) {
+        QPushButton* w = MakeButton(this, b.name, b.model);
+        auto click = b.click;
+        connect(w, &QPushButton::clicked, this, [this, click] { (unit_.*click)(); });
+        row->addWidget(w);
+    }
+    row->addStretch(1);
+    QPushButton* ok = MakeButton(this, "comOK", unit_.comOK);
+    connect(ok, &QPushButton::clicked, this, [this] { unit_.comOKClick(); });
+    row->addWidget(ok);
+    layout->addLayout(row);
+
+    sub_ = area->addSubWindow(this);
+    sub_->setWindowIcon(style()->standardIcon(QStyle::SP_FileDialogDetailedView));
+    sub_->installEventFilter(this);
+    sub_->resize(820, 460);
+    sub_->setWindowTitle(ToQt(unit_.form.caption));
+    sub_->hide();
+    visibleSub_ = unit_.form.Observe([this] {
+        sub_->setWindowTitle(ToQt(unit_.form.caption));
+        if (unit_.form.visible && sub_->isHidden()) {
+            RestoreFormPosition(sub_, app_, kFormName, false);
+            sub_->show();
+            sub_->setFocus();
+            grid_->resizeColumnsToContents();
+        } else if (!unit_.form.visible && !sub_->isHidden()) {
+            SaveFormPosition(sub_, app_, kFormName);
+            sub_->hide();
+        }
+    });
+}
+
+QPushButton* frm2ManageWindow::button(const char* name) const {
+    return findChild<QPushButton*>(name);
+}
+
+bool frm2ManageWindow::eventFilter(QObject* watched, QEvent* event) {
+    // The close box closes the form the way its Close button does, through the tool strip.
+    if (watched == sub_ && event->type() == QEvent::Close && unit_.form.visible) {
+        event->ignore();
+        unit_.comOKClick();
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+}  // namespace ostrel::gui
