@@ -1,10 +1,150 @@
+// index, fit: the dispersion formulas and the index fits from the command line.
 #include <CLI/CLI.hpp>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <ostream>
+#include <sstream>
 
 #include "cli/cli_context.h"
+#include "cli/cli_session.h"
+#include "core/material/material_record.h"
+#include "core/materialform/index_fit_steps.h"
+#include "core/optics/index_from_polynomial.h"
 
 namespace ostrel::cli {
+namespace {
 
-// index, fit
-void RegisterIndexFitCommands(CLI::App&, CliContext&) {}
+std::string Decimals10(double v) {
+    char buf[64];
+    std::snprintf(buf, sizeof buf, "%.10f", v);
+    return buf;
+}
+
+nlohmann::ordered_json FitToJson(const MaterialRecord& rec, const IndexFitOutcome& out,
+                                 const std::string& constantsText) {
+    nlohmann::ordered_json j;
+    const auto& g = rec.General;
+    const auto& m = rec.Measured;
+    j["ok"] = out.ready;
+    j["Polytype"] = g.Polytype;
+    j["PolyCoef"] = g.PolyCoef;
+    j["IndexReserved"] = g.IndexReserved;
+    j["FitError"] = m.FitError;
+    j["IndexWvMin"] = g.IndexWvMin;
+    j["IndexWvMax"] = g.IndexWvMax;
+    j["GlassCode"] = g.GlassCode;
+    j["nd"] = rec.Derived.nd;
+    j["vd"] = rec.Derived.vd;
+    j["constantsText"] = constantsText;
+    j["errorLabel"] = out.errorLabel;
+    auto points = nlohmann::ordered_json::array();
+    for (int i = 0; i < g.IndexPoints; ++i) {
+        nlohmann::ordered_json p;
+        p["wave"] = m.IndexWave[i];
+        p["index"] = m.IndexValue[i];
+        p["weight"] = m.IndexWeight[i];
+        p["calc"] = m.IndexCalc[i];
+        p["error"] = m.IndexError[i];
+        points.push_back(p);
+    }
+    j["points"] = points;
+    return j;
+}
+
+}  // namespace
+
+void RegisterIndexFitCommands(CLI::App& app, CliContext& ctx) {
+    struct Args {
+        int record = 0;
+        int polytype = 0;
+        std::vector<double> coef;
+        std::vector<std::string> waves;
+        std::string file;
+        bool weights = false;
+        bool json = false;
+    };
+    auto args = std::make_shared<Args>();
+
+    auto* index = app.add_subcommand(
+        "index", "Index at wavelengths from a polynomial given, or of material N of the list");
+    index->add_option("N", args->record, "Position in the custom list, from 1");
+    auto* typeOpt = index->add_option("--polytype", args->polytype, "Dispersion form code");
+    auto* coefOpt =
+        index->add_option("--coef", args->coef, "Coefficients in storage order")->delimiter(',');
+    index->add_option("--wave", args->waves, "Wavelengths in nm")
+        ->required()
+        ->expected(1, -1)
+        ->check(CLI::Number);
+    index->callback([&ctx, args, typeOpt, coefOpt] {
+        ctx.run = [&ctx, args, typeOpt, coefOpt] {
+            PolyCoefBlock coef{};
+            int16_t type = 0;
+            if (args->record > 0) {
+                CliSession session(ctx);
+                if (!session.Open()) return kExitRefused;
+                if (!session.CheckIndex(args->record)) return kExitRefused;
+                MaterialRecord rec;
+                session.list().GetMaterial(args->record, rec);
+                coef = rec.General.PolyCoef;
+                type = rec.General.Polytype;
+            } else {
+                if (typeOpt->count() == 0 || coefOpt->count() == 0) {
+                    *ctx.err << "index: give N, or --polytype and --coef\n";
+                    return kExitUsage;
+                }
+                if (args->coef.size() > coef.size()) {
+                    *ctx.err << "index: at most 14 coefficients\n";
+                    return kExitUsage;
+                }
+                for (size_t i = 0; i < args->coef.size(); ++i) coef[i] = args->coef[i];
+                type = static_cast<int16_t>(args->polytype);
+            }
+            for (const auto& w : args->waves) {
+                int16_t ok = 0;
+                const double n = IndexFromPolynomial(
+                    coef, static_cast<float>(std::strtod(w.c_str(), nullptr)), type, ok);
+                *ctx.out << w << '\t' << Decimals10(n) << '\t' << ok << '\n';
+            }
+            return kExitOk;
+        };
+    });
+
+    auto* fit = app.add_subcommand(
+        "fit", "Fit a dispersion polynomial to index points of a CSV or tab-separated file");
+    fit->add_option("FILE", args->file, "Rows of wave_nm, index[, weight]")->required();
+    fit->add_option("--polytype", args->polytype,
+                    "1 Schott, 2 Sellmeier, 3 Schott Plus, 4 Cauchy, 6 Sellmeier Plus")
+        ->required()
+        ->check(CLI::IsMember({1, 2, 3, 4, 6}));
+    fit->add_flag("--weights", args->weights,
+                  "Read the third column as weights (otherwise every full row weighs 1)");
+    fit->add_flag("--json", args->json, "Write the result as JSON");
+    fit->callback([&ctx, args] {
+        ctx.run = [&ctx, args] {
+            std::ifstream in(args->file, std::ios::binary);
+            if (!in) {
+                *ctx.err << "Cannot read " << args->file << '\n';
+                return kExitRefused;
+            }
+            std::ostringstream text;
+            text << in.rdbuf();
+
+            MaterialRecord rec = ClearedMaterialRecord();
+            rec.General.Polytype = static_cast<int16_t>(args->polytype);
+            std::string constantsText;
+            const auto rows = IndexRowsFromText(text.str(), args->weights);
+            const IndexFitOutcome out = IndexFitSteps(rows, rec, constantsText, *ctx.dialogs);
+            if (args->json) {
+                *ctx.out << FitToJson(rec, out, constantsText).dump(2) << '\n';
+            } else if (out.ready) {
+                *ctx.out << constantsText << '\n' << out.errorLabel << '\n';
+            }
+            return out.ready ? kExitOk : kExitRefused;
+        };
+    });
+}
 
 }  // namespace ostrel::cli

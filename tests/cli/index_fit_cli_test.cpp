@@ -1,0 +1,181 @@
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <nlohmann/json.hpp>
+#include <string>
+
+#include "core/material/material_record.h"
+#include "core/material/material_record_codec.h"
+#include "support/temp_dir.h"
+
+namespace {
+
+using ostrel::testing::ReadFileBytes;
+using ostrel::testing::TempDir;
+using ostrel::testing::WriteFileBytes;
+
+struct CliRun {
+    int status = -1;
+    std::string out;
+    std::string err;
+};
+
+CliRun RunCli(const TempDir& dir, const std::string& args) {
+    const auto out = dir / "stdout.txt";
+    const auto err = dir / "stderr.txt";
+    const std::string command = std::string("\"") + OSTREL_CLI_PATH + "\" --data-dir \"" +
+                                dir.path().string() + "\" " + args + " >\"" + out.string() +
+                                "\" 2>\"" + err.string() + "\"";
+    CliRun run;
+    const int raw = std::system(command.c_str());
+    run.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
+    run.out = ReadFileBytes(out);
+    run.err = ReadFileBytes(err);
+    return run;
+}
+
+const char* kNbk7Coef = "1.03961212,0.231792344,1.01046945,0.00600069867,0.0200179144,103.560653";
+
+// N-BK7 from its published Sellmeier coefficients, rows "wave,index" from 365 to 2325 nm.
+std::string Nbk7Csv(int count, const char* weight = nullptr) {
+    std::string text = "wave_nm,index,weight\n";
+    for (int i = 0; i < count; ++i) {
+        const double nm = 365.0 + (2325.0 - 365.0) * i / (count - 1);
+        const double x = nm * nm * 1e-6;
+        const double n =
+            std::sqrt(1.0 + 1.03961212 * x / (x - 0.00600069867) +
+                      0.231792344 * x / (x - 0.0200179144) + 1.01046945 * x / (x - 103.560653));
+        char line[96];
+        std::snprintf(line, sizeof line, "%.4f,%.8f%s%s\n", nm, n, weight ? "," : "",
+                      weight ? weight : "");
+        text += line;
+    }
+    return text;
+}
+
+struct IndexCase {
+    const char* name;
+    std::string args;
+    std::string printed;
+};
+
+class IndexCli : public ::testing::TestWithParam<IndexCase> {};
+
+TEST_P(IndexCli, PrintsOneLinePerWavelength) {
+    TempDir dir;
+    const CliRun run = RunCli(dir, "index " + GetParam().args);
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.out, GetParam().printed);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Forms, IndexCli,
+    ::testing::Values(
+        // Published N-BK7: nd 1.51680 at the d line, 1.50750 at 1 um.
+        IndexCase{"Sellmeier",
+                  std::string("--polytype 2 --coef ") + kNbk7Coef + " --wave 587.5618 1000",
+                  "587.5618\t1.5168000326\t-1\n1000\t1.5075022040\t-1\n"},
+        IndexCase{"SchottConstant", "--polytype 1 --coef 2.25 --wave 500",
+                  "500\t1.5000000000\t-1\n"},
+        IndexCase{"CauchyBelowOne", "--polytype 4 --coef 0.9 --wave 500", "500\t0.0000000000\t0\n"},
+        IndexCase{"FreeCode", "--polytype 5 --coef 2.25 --wave 500", "500\t0.0000000000\t0\n"}),
+    [](const auto& info) { return info.param.name; });
+
+TEST(IndexCliRecord, EvaluatesMaterialNOfTheList) {
+    TempDir dir;
+    std::string file;
+    for (int k = 0; k < 2; ++k) {
+        ostrel::MaterialRecord rec = ostrel::ClearedMaterialRecord();
+        rec.General.GlassName.Set(k == 0 ? "FIRST" : "SECOND");
+        rec.General.Source.Set("TEST");
+        rec.General.Polytype = 1;
+        rec.General.PolyCoef[0] = k == 0 ? 2.25 : 4.0;
+        const auto image = ostrel::ToBytes(rec);
+        file.append(reinterpret_cast<const char*>(image.data()), image.size());
+    }
+    WriteFileBytes(dir / "UserDefineGlassesV3.DAT", file);
+    const CliRun run = RunCli(dir, "index 2 --wave 700");
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.out, "700\t2.0000000000\t-1\n");
+    EXPECT_EQ(RunCli(dir, "index 3 --wave 700").status, 1);
+}
+
+TEST(IndexCliUsage, NeedsARecordOrAPolynomial) {
+    TempDir dir;
+    EXPECT_EQ(RunCli(dir, "index --wave 500").status, 2);
+    EXPECT_EQ(RunCli(dir, "index --polytype 1 --coef 2.25").status, 2);
+    EXPECT_EQ(RunCli(dir, "index --polytype 1 --coef 2.25 --wave abc").status, 2);
+}
+
+TEST(FitCli, SellmeierOnPublishedData) {
+    TempDir dir;
+    WriteFileBytes(dir / "bk7.csv", Nbk7Csv(20));
+    const CliRun run = RunCli(dir, "fit --polytype 2 \"" + (dir / "bk7.csv").string() + "\"");
+    ASSERT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.out.rfind("Sellmeier Polynomial Constants\n\nB1:   ", 0), 0u);
+    EXPECT_NE(run.out.find("\naverage Sellmeier polynomal fit error: 0.000000"), std::string::npos);
+    EXPECT_TRUE(run.err.empty());
+}
+
+TEST(FitCli, JsonCarriesTheRecordFieldsAndPoints) {
+    TempDir dir;
+    WriteFileBytes(dir / "bk7.txt", Nbk7Csv(20));
+    const CliRun run =
+        RunCli(dir, "fit --polytype 1 --json \"" + (dir / "bk7.txt").string() + "\"");
+    ASSERT_EQ(run.status, 0) << run.err;
+    const auto j = nlohmann::json::parse(run.out);
+    EXPECT_TRUE(j["ok"].get<bool>());
+    EXPECT_EQ(j["Polytype"], 1);
+    EXPECT_EQ(j["IndexReserved"], 6);
+    ASSERT_EQ(j["PolyCoef"].size(), 14u);
+    // Exact least squares over this band leaves an RMS error of 2.02646e-5.
+    EXPECT_NEAR(std::sqrt(j["FitError"].get<double>() / 20), 2.02646e-5, 1e-9);
+    EXPECT_EQ(j["IndexWvMin"], 365);
+    EXPECT_EQ(j["IndexWvMax"], 2325);
+    EXPECT_NEAR(j["nd"].get<double>(), 1.5168, 5e-5);
+    EXPECT_EQ(j["errorLabel"], "average Schott polynomal fit error: 0.0000203");
+    EXPECT_EQ(j["constantsText"].get<std::string>().rfind(
+                  "Schott Polynomial Constants\n\nA0:   +2.2739768", 0),
+              0u);
+    ASSERT_EQ(j["points"].size(), 20u);
+    EXPECT_DOUBLE_EQ(j["points"][0]["wave"].get<double>(), 2325.0);  // longest first
+    EXPECT_EQ(j["points"][0]["weight"], 1.0);
+    const auto& p = j["points"][0];
+    EXPECT_NEAR(p["index"].get<double>() - p["calc"].get<double>(), p["error"].get<double>(),
+                1e-15);
+}
+
+TEST(FitCli, TooFewPointsIsRefusedWithTheFormsMessage) {
+    TempDir dir;
+    WriteFileBytes(dir / "few.csv", Nbk7Csv(5));
+    const CliRun run = RunCli(dir, "fit --polytype 1 \"" + (dir / "few.csv").string() + "\"");
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.err, "You need at least 6 full data points to fit a Schott polynomial.\n");
+    EXPECT_TRUE(run.out.empty());
+}
+
+TEST(FitCli, WeightsAreReadOnlyWhenAsked) {
+    TempDir dir;
+    WriteFileBytes(dir / "w.csv", Nbk7Csv(8, "0"));
+    const std::string file = " \"" + (dir / "w.csv").string() + "\"";
+    EXPECT_EQ(RunCli(dir, "fit --polytype 4" + file).status, 0);
+    const CliRun weighted = RunCli(dir, "fit --polytype 4 --weights" + file);
+    EXPECT_EQ(weighted.status, 1);
+    EXPECT_EQ(weighted.err,
+              "Failed to fit Cauchy Polynomial Division by zero: the data points give no "
+              "solution\n");
+}
+
+TEST(FitCli, UsageErrors) {
+    TempDir dir;
+    WriteFileBytes(dir / "bk7.csv", Nbk7Csv(20));
+    const std::string file = " \"" + (dir / "bk7.csv").string() + "\"";
+    EXPECT_EQ(RunCli(dir, "fit --polytype 7" + file).status, 2);
+    EXPECT_EQ(RunCli(dir, "fit" + file).status, 2);
+    EXPECT_EQ(RunCli(dir, "fit --polytype 1 \"" + (dir / "none.csv").string() + "\"").status, 1);
+}
+
+}  // namespace
