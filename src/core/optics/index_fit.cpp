@@ -126,6 +126,14 @@ std::string Coefficient(double v) {
     return FormatNumber(v, kCoefficientFormat);
 }
 
+// "A3:   " and the like.
+std::string Label(char letter, int number, const char* gap = ":   ") {
+    std::string label(1, letter);
+    label += std::to_string(number);
+    label += gap;
+    return label;
+}
+
 // Title, a blank line, then "label value" lines without a break after the last.
 void AppendLines(std::string& text, const char* title,
                  const std::vector<std::pair<std::string, std::string>>& lines) {
@@ -256,8 +264,7 @@ void CauchyConstantsText(std::string& text, const PolyCoefBlock& c) {
 
 void SchottConstantsText(std::string& text, const PolyCoefBlock& c) {
     std::vector<std::pair<std::string, std::string>> lines;
-    for (int i = 0; i < 6; ++i)
-        lines.push_back({"A" + std::to_string(i) + ":   ", Coefficient(c[i])});
+    for (int i = 0; i < 6; ++i) lines.push_back({Label('A', i), Coefficient(c[i])});
     AppendLines(text, "Schott Polynomial Constants", lines);
 }
 
@@ -266,32 +273,28 @@ void SchottPlusConstantsText(std::string& text, const PolyCoefBlock& c) {
     // the inverse powers (stored 5th down to 1st).
     std::vector<std::pair<std::string, std::string>> lines;
     lines.push_back({"A0:    ", Coefficient(c[5])});
-    for (int i = 1; i <= 4; ++i)
-        lines.push_back({"A" + std::to_string(i) + ":   ", Coefficient(c[5 + i])});
-    for (int i = 5; i <= 9; ++i)
-        lines.push_back({"A" + std::to_string(i) + ":   ", Coefficient(c[9 - i])});
+    for (int i = 1; i <= 4; ++i) lines.push_back({Label('A', i), Coefficient(c[5 + i])});
+    for (int i = 5; i <= 9; ++i) lines.push_back({Label('A', i), Coefficient(c[9 - i])});
     AppendLines(text, "Extended Schott Polynomial Constants", lines);
 }
 
 void SellmeierConstantsText(std::string& text, const PolyCoefBlock& c) {
     text += "Sellmeier Polynomial Constants\n\n";
-    for (int i = 0; i < 3; ++i)
-        text += "B" + std::to_string(i + 1) + ":   " + Coefficient(c[i]) + "\n";
+    for (int i = 0; i < 3; ++i) text += Label('B', i + 1) + Coefficient(c[i]) + "\n";
     text += "\n";
     for (int i = 0; i < 3; ++i) {
         if (i > 0) text += "\n";
-        text += "C" + std::to_string(i + 1) + ":   " + Coefficient(c[3 + i]);
+        text += Label('C', i + 1) + Coefficient(c[3 + i]);
     }
 }
 
 void SellmeierPlusConstantsText(std::string& text, const PolyCoefBlock& c) {
     text = "Extend Sellmeier Polynomial Constants\n\n";
-    for (int i = 0; i < 5; ++i)
-        text += "B" + std::to_string(i + 1) + ":   " + PlainNumberText(c[i]) + "\n";
+    for (int i = 0; i < 5; ++i) text += Label('B', i + 1) + PlainNumberText(c[i]) + "\n";
     text += "\n";
     for (int i = 0; i < 5; ++i) {
         if (i > 0) text += "\n";
-        text += "C" + std::to_string(i + 1) + ":   " + PlainNumberText(c[5 + i]);
+        text += Label('C', i + 1) + PlainNumberText(c[5 + i]);
     }
 }
 
@@ -336,13 +339,18 @@ std::string PlainNumberText(double value) {
     if (exponent < -4 || exponent >= 15) {
         // d.dddE-05
         out += digits.substr(0, 1);
-        if (digits.size() > 1) out += "." + digits.substr(1);
+        if (digits.size() > 1) {
+            out += '.';
+            out += digits.substr(1);
+        }
         char ex[16];
         std::snprintf(ex, sizeof ex, "E%c%02d", exponent < 0 ? '-' : '+', std::abs(exponent));
         return out + ex;
     }
     if (exponent < 0) {
-        out += "0." + std::string(size_t(-exponent - 1), '0') + digits;
+        out += "0.";
+        out.append(size_t(-exponent - 1), '0');
+        out += digits;
     } else if (static_cast<int>(digits.size()) <= exponent + 1) {
         out += digits + std::string(size_t(exponent + 1 - digits.size()), '0');
     } else {
