@@ -106,6 +106,18 @@ bool CopyFileAtomic(const std::filesystem::path& from, const std::filesystem::pa
     return WriteFileAtomic(to, content, error);
 }
 
+bool SnapshotFile(const std::filesystem::path& from, const std::filesystem::path& to,
+                  FileError& error) {
+    const std::string temp = TempNameBeside(to);
+    if (::link(from.c_str(), temp.c_str()) == 0) {
+        const bool renamed = ::rename(temp.c_str(), to.c_str()) == 0;
+        // When both names already are one file, rename leaves the temporary name behind.
+        ::unlink(temp.c_str());
+        if (renamed) return true;
+    }
+    return CopyFileAtomic(from, to, error);
+}
+
 bool RemoveFileIfPresent(const std::filesystem::path& path, FileError& error) {
     if (::unlink(path.c_str()) == 0 || errno == ENOENT) return true;
     SetError(error, errno, path);

@@ -18,6 +18,11 @@ bool ReadWholeFile(const std::filesystem::path& path, std::string& content, File
 bool WriteFileAtomic(const std::filesystem::path& path, std::string_view content, FileError& error);
 bool CopyFileAtomic(const std::filesystem::path& from, const std::filesystem::path& to,
                     FileError& error);
+// Makes `to` hold what `from` holds now, without copying where the file system allows:
+// a hard link under a temporary name renamed over `to`. Later atomic rewrites of `from`
+// replace its name only, so `to` keeps the old content. Falls back to a copy.
+bool SnapshotFile(const std::filesystem::path& from, const std::filesystem::path& to,
+                  FileError& error);
 // Removes a file; a file that is not there is no error.
 bool RemoveFileIfPresent(const std::filesystem::path& path, FileError& error);
 
