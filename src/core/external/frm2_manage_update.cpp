@@ -1,0 +1,172 @@
+#include "core/external/frm2_manage_update.h"
+
+#include <algorithm>
+
+#include "core/external/external_file.h"
+#include "core/external/kelmora_database.h"
+#include "core/materialform/frm2_manage.h"
+#include "core/materialform/verification.h"
+
+namespace ostrel {
+
+frm2ManageUpdate::frm2ManageUpdate(Source source, Bas1Setup& setup, Dialogs& dialogs,
+                                   ShowRemoval showRemoval)
+    : source_(std::move(source)),
+      setup_(setup),
+      dialogs_(dialogs),
+      showRemoval_(std::move(showRemoval)) {
+    cmbUpdateProg.SetItems(
+        {"Lumbrak3D/Sextane only", "KelmoraTD only", "Lumbrak3D/Sextane & KelmoraTD!"});
+    cmbUpdateProg.SetListIndex(kTargetBoth);
+    cmbDataOverWrite.SetItems({"Overwrite existing materials", "Leave existing materials!"});
+    cmbDataOverWrite.SetListIndex(0);
+}
+
+frm2ManageUpdate::Source frm2ManageUpdate::SourceOf(frm2Manage& form) {
+    Source s;
+    s.list = [&form]() -> const std::vector<MaterialRecord>& { return form.Copy(); };
+    s.selection = [&form](int& first, int& last) {
+        const Grid& g = form.ssGlassesCurr;
+        if (g.MaxRows() < 1) return false;
+        int row1 = g.ActiveRow(), row2 = g.ActiveRow();
+        if (g.IsBlockMode()) {
+            row1 = g.SelBlock().row1;
+            row2 = g.SelBlock().row2;
+            if (row1 < 1) row1 = 1;
+            if (row2 < 1) row2 = g.MaxRows();
+        }
+        row1 = std::clamp(row1, 1, g.MaxRows());
+        row2 = std::clamp(row2, 1, g.MaxRows());
+        const int a = static_cast<int>(g.Value(frm2Manage::kColIndex, row1));
+        const int b = static_cast<int>(g.Value(frm2Manage::kColIndex, row2));
+        first = std::min(a, b);
+        last = std::max(a, b);
+        return first >= 1;
+    };
+    return s;
+}
+
+int frm2ManageUpdate::Target() const {
+    const int t = cmbUpdateProg.listIndex();
+    return t < 0 || t > 2 ? kTargetBoth : t;
+}
+
+std::string frm2ManageUpdate::TargetName() const {
+    switch (Target()) {
+        case kTargetFiles:
+            return "Lumbrak3D/Sextane";
+        case kTargetDatabase:
+            return "Kelmora only";
+        default:
+            return "Lumbrak3D/Sextane & Kelmora";
+    }
+}
+
+bool frm2ManageUpdate::WriteFiles(const std::vector<MaterialRecord>& records) {
+    bool ok = true;
+    const std::pair<bool, std::string> folders[] = {
+        {true, setup_.GetPathLumbrak()}, {setup_.GetSextaneFound(), setup_.GetPathSextane()}};
+    for (const auto& [present, folder] : folders) {
+        if (!present) continue;
+        FileError error;
+        if (!WriteExternalFile(folder, records, error)) {
+            dialogs_.MsgBox("Error while writing " + folder + kExternalFileName + "\n" +
+                                std::to_string(error.code) + "\t" + error.message,
+                            MsgButtons::OK, MsgIcon::Exclamation);
+            ok = false;
+        }
+    }
+    return ok;
+}
+
+bool frm2ManageUpdate::UpdateTargets(const std::vector<MaterialRecord>& list, int first, int last,
+                                     bool synch) {
+    bool ok = true;
+    const int target = Target();
+    if ((target == kTargetFiles || target == kTargetBoth) && setup_.GetLumbrakFound()) {
+        BusyPointer busy(dialogs_);
+        if (synch) {
+            ok = WriteFiles(list) && ok;
+        } else {
+            std::vector<MaterialRecord> records;
+            FileError error;
+            if (!ReadExternalFile(setup_.GetPathLumbrak(), records, error)) {
+                dialogs_.MsgBox("Error while reading " + setup_.GetPathLumbrak() +
+                                    kExternalFileName + "\n" + std::to_string(error.code) + "\t" +
+                                    error.message,
+                                MsgButtons::OK, MsgIcon::Exclamation);
+                ok = false;
+            } else {
+                MergeIntoExternalList(records, list, first, last, Overwrite());
+                ok = WriteFiles(records) && ok;
+            }
+        }
+    }
+    if ((target == kTargetDatabase || target == kTargetBoth) && setup_.GetKelmoraFound()) {
+        BusyPointer busy(dialogs_);
+        const std::vector<MaterialRecord> range(list.begin() + (first - 1), list.begin() + last);
+        if (synch) ok = DeleteAllCustomRows(setup_.GetPathKelmora(), dialogs_) && ok;
+        ok = AddGlassesToDatabase(setup_.GetPathKelmora(), range, Overwrite(), dialogs_) && ok;
+    }
+    return ok;
+}
+
+bool frm2ManageUpdate::comExtAddAllClick() {
+    const auto& list = source_.list();
+    const int n = static_cast<int>(list.size());
+    if (n == 0) return false;
+    if (!CheckGlassesReady(dialogs_, 1, n, list)) return false;
+    const std::string q = "Are you sure that you want to export all " + std::to_string(n) +
+                          " materials" + " to " + TargetName();
+    if (dialogs_.MsgBox(q, MsgButtons::OKCancel, MsgIcon::Question) != MsgAnswer::OK) return false;
+    return UpdateTargets(list, 1, n, false);
+}
+
+bool frm2ManageUpdate::comExtAddSelClick() {
+    const auto& list = source_.list();
+    const int n = static_cast<int>(list.size());
+    if (n == 0) return false;
+    int first = 0, last = 0;
+    if (!source_.selection || !source_.selection(first, last)) return false;
+    first = std::max(first, 1);
+    last = std::min(last, n);
+    if (first > last) return false;
+    if (!CheckGlassesReady(dialogs_, first, last, list)) return false;
+    if (first == last) {
+        const auto& rec = list[static_cast<size_t>(first - 1)];
+        const std::string q = "Are you sure that you want to export " +
+                              rec.General.GlassName.Text() + " [" + rec.General.Source.Text() +
+                              "]" + " to " + TargetName();
+        if (dialogs_.MsgBox(q, MsgButtons::YesNo, MsgIcon::Question) != MsgAnswer::Yes) {
+            return false;
+        }
+    } else {
+        const std::string q = "Are you sure that you want to export the selected material[s]" +
+                              std::string(" to ") + TargetName();
+        if (dialogs_.MsgBox(q, MsgButtons::OKCancel, MsgIcon::Question) != MsgAnswer::OK) {
+            return false;
+        }
+    }
+    return UpdateTargets(list, first, last, false);
+}
+
+bool frm2ManageUpdate::comExtSynchClick() {
+    const auto& list = source_.list();
+    const int n = static_cast<int>(list.size());
+    if (n == 0) return false;
+    if (!CheckGlassesReady(dialogs_, 1, n, list)) return false;
+    const std::string q = "Are you sure that you want to force " + TargetName() +
+                          " to ONLY have these " + std::to_string(n) +
+                          " materials as the custom glasses";
+    if (dialogs_.MsgBox(q, MsgButtons::OKCancel, MsgIcon::Question) != MsgAnswer::OK) return false;
+    return UpdateTargets(list, 1, n, true);
+}
+
+bool frm2ManageUpdate::comExtRemoveClick() {
+    frmGlassesDelExt form(setup_, dialogs_);
+    form.Load();
+    if (showRemoval_) showRemoval_(form);
+    return form.Result();
+}
+
+}  // namespace ostrel

@@ -1,0 +1,142 @@
+#include "core/external/frm_glasses_del_ext.h"
+
+#include "core/external/external_file.h"
+#include "core/external/kelmora_database.h"
+#include "core/platform/text.h"
+
+namespace ostrel {
+
+frmGlassesDelExt::frmGlassesDelExt(Bas1Setup& setup, Dialogs& dialogs)
+    : setup_(setup), dialogs_(dialogs) {}
+
+void frmGlassesDelExt::Load() {
+    loading_ = true;
+    result_ = false;
+    closed_ = false;
+    target_ = 0;
+    optUpdateProg[0].value = true;
+    optUpdateProg[1].value = false;
+    ListFileGlasses();
+    loading_ = false;
+}
+
+void frmGlassesDelExt::optUpdateProgClick(int index) {
+    if (loading_ || index < 0 || index > 1) return;
+    target_ = index;
+    optUpdateProg[0].value = index == 0;
+    optUpdateProg[1].value = index == 1;
+    if (index == 1) {
+        ListDatabaseGlasses();
+        lblProg.caption = "Select materials to remove from KelmoraTD database";
+    } else {
+        ListFileGlasses();
+        lblProg.caption = "Select materials to remove from Lumbrak3D/Sextane databases";
+    }
+}
+
+void frmGlassesDelExt::FillFromList() {
+    lstGlasses.Clear();
+    for (const auto& rec : externalList_) {
+        lstGlasses.AddItem(rec.GlassName.Text() + "/" + rec.Source.Text());
+    }
+}
+
+void frmGlassesDelExt::ListFileGlasses() {
+    externalList_.clear();
+    lstGlasses.Clear();
+    if (!setup_.GetLumbrakFound()) return;
+    bool present = false;
+    FileError error;
+    if (!ReadExternalRecords(setup_.GetPathLumbrak(), externalList_, present, error)) {
+        externalList_.clear();
+    }
+    FillFromList();
+}
+
+void frmGlassesDelExt::ListDatabaseGlasses() {
+    externalList_.clear();
+    lstGlasses.Clear();
+    if (!setup_.GetKelmoraFound()) return;
+    auto db = OpenGlassDatabaseForUpdate(setup_.GetPathKelmora(), dialogs_);
+    if (!db) return;
+    const DbCriteria custom = {{"S1", DbValue{int64_t{kCustomRowKind}}}};
+    for (const char* table : {kTableCurrent, kTableArchive}) {
+        std::vector<DbRow> rows;
+        DbError error;
+        if (!db->FindRows(table, custom, rows, error)) {
+            dialogs_.MsgBox(error.message, MsgButtons::OK, MsgIcon::Exclamation);
+            return;
+        }
+        const int64_t mark = table == std::string(kTableArchive) ? kArchiveMark : 0;
+        for (const auto& row : rows) {
+            bool ok = false;
+            const auto id = static_cast<int64_t>(DbNumber(row.Field("GlassID"), ok));
+            lstGlasses.AddItem(VbTrimCopy(DbText(row.Field("GlassName"))) + "/" +
+                                   VbTrimCopy(DbText(row.Field("Source"))),
+                               id + mark);
+        }
+    }
+}
+
+bool frmGlassesDelExt::RemoveSelected() {
+    if (target_ == 1) return RemoveFromDatabase();
+    std::vector<ExternalRecord> keep;
+    for (size_t i = 0; i < externalList_.size(); ++i) {
+        if (!lstGlasses.Selected(static_cast<int>(i))) keep.push_back(externalList_[i]);
+    }
+    if (keep.size() == externalList_.size()) return false;
+    externalList_ = keep;
+    const std::pair<bool, std::string> folders[] = {
+        {setup_.GetLumbrakFound(), setup_.GetPathLumbrak()},
+        {setup_.GetSextaneFound(), setup_.GetPathSextane()}};
+    for (const auto& [present, folder] : folders) {
+        if (!present) continue;
+        FileError error;
+        if (!RewriteExternalFile(folder, externalList_, error)) {
+            dialogs_.MsgBox("Error while writing " + folder + kExternalFileName + "\n" +
+                                std::to_string(error.code) + "\t" + error.message,
+                            MsgButtons::OK, MsgIcon::Exclamation);
+        }
+    }
+    FillFromList();
+    return true;
+}
+
+bool frmGlassesDelExt::RemoveRow(Database& db, int64_t id, DbError& error) {
+    if (id > kArchiveMark) id -= kArchiveMark;
+    const DbCriteria criteria = {{"S1", DbValue{int64_t{kCustomRowKind}}},
+                                 {"GlassID", DbValue{id}}};
+    bool deleted = false;
+    if (!DeleteRows(db, kTableCurrent, criteria, deleted, error)) return false;
+    if (!deleted && !DeleteRows(db, kTableArchive, criteria, deleted, error)) return false;
+    return true;
+}
+
+bool frmGlassesDelExt::RemoveFromDatabase() {
+    auto db = OpenGlassDatabaseForUpdate(setup_.GetPathKelmora(), dialogs_);
+    if (!db) return false;
+    DbError error;
+    bool ok = db->BeginTrans(error);
+    for (int index : lstGlasses.SelectedIndexes()) {
+        if (!ok) break;
+        ok = RemoveRow(*db, lstGlasses.ItemData(index), error);
+    }
+    if (ok) ok = db->CommitTrans(error);
+    if (ok) return true;
+    db->Rollback();
+    dialogs_.MsgBox(DatabaseFailureText(kMsgRemoveFailed, error, kMsgReturnedToOriginal),
+                    MsgButtons::OK, MsgIcon::Exclamation);
+    return false;
+}
+
+void frmGlassesDelExt::comDelSelClick() {
+    result_ = RemoveSelected();
+    closed_ = true;
+}
+
+void frmGlassesDelExt::comCancelClick() {
+    result_ = false;
+    closed_ = true;
+}
+
+}  // namespace ostrel
