@@ -1,0 +1,241 @@
+#include "core/external/frm6_archive.h"
+
+#include <algorithm>
+#include "core/external/kelmora_database.h"
+
+#include "core/platform/number_text.h"
+#include "core/platform/text.h"
+
+namespace ostrel {
+
+namespace {
+
+void SetUpGrid(Grid& g) {
+    g.SetMaxCols(5);
+    const char* titles[] = {"ID", "Material", "Source", "Code", "Status"};
+    for (int c = 1; c <= 5; ++c) {
+        if (c == 1 || c == 4) {
+            g.SetColumnFloat(c, 0);
+        } else {
+            g.SetColumnText(c);
+        }
+        g.SetColumnTitle(c, titles[c - 1]);
+        g.SetColumnLocked(c, true);
+    }
+}
+
+bool MultiRowSelection(const Grid& g) {
+    const auto& blocks = g.Selection();
+    if (blocks.size() > 1) return true;
+    return blocks.size() == 1 && blocks.front().row1 != blocks.front().row2;
+}
+
+// The id in column 1 of a row; false when the cell holds no number.
+bool RowId(const Grid& g, int row, int64_t& id) {
+    const std::string t = VbTrimCopy(g.Text(1, row));
+    if (t.empty() || !IsValidNumber(t)) return false;
+    id = static_cast<int64_t>(g.Value(1, row));
+    return true;
+}
+
+}  // namespace
+
+frm6Archive::frm6Archive(Bas1Setup& setup, Dialogs& dialogs) : setup_(setup), dialogs_(dialogs) {
+    cmbSortOrder.SetItems(
+        {"Sort by ID", "Sort by Material", "Sort by Source", "Sort by Code", "Sort by Status!"});
+    cmbSortOrder.SetListIndex(0);
+}
+
+bool frm6Archive::Load() {
+    loading_ = true;
+    db_ = OpenGlassDatabase(setup_.GetPathKelmora(), dialogs_);
+    if (!db_) return false;
+    SetUpGrid(ssGlassCurr);
+    SetUpGrid(ssGlassArchive);
+    LoadCurrent();
+    LoadArchive();
+    loading_ = false;
+    return true;
+}
+
+void frm6Archive::Unload() {
+    if (db_) db_->Rollback();
+    db_.reset();
+}
+
+void frm6Archive::Fill(Grid& grid, const std::string& table, const std::string& statusColumn,
+                       const std::string& lead) {
+    std::vector<DbRow> rows;
+    DbError error;
+    if (db_ && !db_->FindRows(table, {}, rows, error)) {
+        dialogs_.MsgBox(error.message, MsgButtons::OK, MsgIcon::Exclamation);
+        rows.clear();
+    }
+    std::string clip;
+    for (const auto& row : rows) {
+        if (!clip.empty()) clip += "\n";
+        clip += DbText(row.Field("GlassID")) + "\t" + lead + DbText(row.Field("GlassName")) + "\t" +
+                lead + DbText(row.Field("Source")) + "\t" + DbText(row.Field("GlassCode")) + "\t" +
+                StatusText(DbText(row.Field(statusColumn)));
+    }
+    grid.SetRedraw(false);
+    grid.SetMaxRows(static_cast<int>(rows.size()));
+    grid.ClearAll();
+    if (!rows.empty()) grid.SetClip(1, 1, clip);
+    std::vector<SortKey> keys{{sortColumn_, true}};
+    if (sortColumn_ == 5) keys.push_back({2, true});
+    grid.Sort(1, grid.MaxRows(), keys);
+    grid.SetRedraw(true);
+}
+
+void frm6Archive::LoadCurrent() {
+    Fill(ssGlassCurr, kTableCurrent, "Status", "  ");
+}
+void frm6Archive::LoadArchive() {
+    Fill(ssGlassArchive, kTableArchive, "l", " ");
+}
+
+void frm6Archive::SortGrids() {
+    std::vector<SortKey> keys{{sortColumn_, true}};
+    if (sortColumn_ == 5) keys.push_back({2, true});
+    ssGlassCurr.Sort(1, ssGlassCurr.MaxRows(), keys);
+    ssGlassArchive.Sort(1, ssGlassArchive.MaxRows(), keys);
+}
+
+void frm6Archive::cmbSortOrderClick() {
+    if (loading_) return;
+    sortColumn_ = std::clamp(cmbSortOrder.listIndex() + 1, 1, 5);
+    SortGrids();
+}
+
+void frm6Archive::ssGlassCurrClick(int, int row) {
+    currRow_ = row;
+}
+void frm6Archive::ssGlassArchiveClick(int, int row) {
+    archiveRow_ = row;
+}
+
+bool frm6Archive::IsProtectedGlass(int64_t id, bool& isProtected, DbError& error) {
+    isProtected = false;
+    std::vector<DbRow> rows;
+    if (!db_->FindRows(kTableCurrent, {{"GlassID", DbValue{id}}}, rows, error)) return false;
+    if (rows.empty()) return true;
+    const std::string name = DbText(rows.front().Field("GlassName"));
+    isProtected =
+        DbText(rows.front().Field("Source")) == "Schott" && (name == "K7" || name == "F2");
+    return true;
+}
+
+bool frm6Archive::Move(const std::string& from, const std::string& to, int64_t id,
+                       const char* failure) {
+    DbError error;
+    std::vector<DbRow> rows;
+    bool ok = db_->FindRows(from, {{"GlassID", DbValue{id}}}, rows, error);
+    if (ok && rows.empty()) {
+        error = {3021, "No current record."};
+        ok = false;
+    }
+    int deleted = 0;
+    ok = ok && db_->AddRowByPosition(to, rows.front().Values(), error) &&
+         db_->DeleteRows(from, {{"GlassID", DbValue{id}}}, deleted, error);
+    if (ok) return true;
+    dialogs_.MsgBox(std::string(failure) + "\n" + std::to_string(error.code) + "\t" + error.message,
+                    MsgButtons::OK, MsgIcon::Exclamation);
+    return false;
+}
+
+bool frm6Archive::MoveToArchive(int64_t id) {
+    return Move(kTableCurrent, kTableArchive, id, kMsgArchiveFailed);
+}
+
+bool frm6Archive::MoveToCurrent(int64_t id) {
+    return Move(kTableArchive, kTableCurrent, id, kMsgRestoreFailed);
+}
+
+void frm6Archive::Refresh() {
+    LoadCurrent();
+    LoadArchive();
+}
+
+bool frm6Archive::MoveCommand(Grid& grid, int singleRow, bool archive) {
+    if (!db_) return false;
+    BusyPointer busy(dialogs_);
+    DbError error;
+    auto moveRow = [&](int row) -> int {  // 1 moved or passed over, 0 failed
+        int64_t id = 0;
+        if (!RowId(grid, row, id)) return 1;
+        if (archive) {
+            bool isProtected = false;
+            if (!IsProtectedGlass(id, isProtected, error)) {
+                dialogs_.MsgBox(std::string(kMsgArchiveFailed) + "\n" + std::to_string(error.code) +
+                                    "\t" + error.message,
+                                MsgButtons::OK, MsgIcon::Exclamation);
+                return 0;
+            }
+            if (isProtected) return 1;
+            return MoveToArchive(id) ? 1 : 0;
+        }
+        return MoveToCurrent(id) ? 1 : 0;
+    };
+
+    if (MultiRowSelection(grid)) {
+        if (!db_->BeginTrans(error)) {
+            dialogs_.MsgBox(error.message, MsgButtons::OK, MsgIcon::Exclamation);
+            return false;
+        }
+        const auto blocks = grid.Selection();
+        std::vector<int64_t> done;
+        for (const auto& block : blocks) {
+            int first = block.row1, last = block.row2;
+            if (first < 1) {
+                if (archive && dialogs_.MsgBox(kMsgArchiveAll, MsgButtons::OKCancel,
+                                               MsgIcon::Question) == MsgAnswer::Cancel) {
+                    db_->Rollback();
+                    return false;
+                }
+                first = 1;
+            }
+            if (last < 1) last = grid.MaxRows();
+            for (int row = first; row <= last && row <= grid.MaxRows(); ++row) {
+                if (!moveRow(row)) {
+                    db_->Rollback();
+                    Refresh();
+                    return false;
+                }
+            }
+        }
+        const bool ok = db_->CommitTrans(error);
+        if (!ok) {
+            db_->Rollback();
+            dialogs_.MsgBox(std::string(archive ? kMsgArchiveFailed : kMsgRestoreFailed) + "\n" +
+                                std::to_string(error.code) + "\t" + error.message,
+                            MsgButtons::OK, MsgIcon::Exclamation);
+        }
+        Refresh();
+        return ok;
+    }
+
+    if (singleRow < 1 || singleRow > grid.MaxRows()) return true;
+    int64_t id = 0;
+    if (!RowId(grid, singleRow, id)) return true;
+    if (archive) {
+        bool isProtected = false;
+        if (!IsProtectedGlass(id, isProtected, error)) return false;
+        if (isProtected) return true;
+    }
+    bool ok = db_->BeginTrans(error);
+    if (ok) ok = archive ? MoveToArchive(id) : MoveToCurrent(id);
+    if (ok) ok = db_->CommitTrans(error);
+    if (!ok) db_->Rollback();
+    Refresh();
+    return ok;
+}
+
+bool frm6Archive::comArchiveClick() {
+    return MoveCommand(ssGlassCurr, currRow_, true);
+}
+bool frm6Archive::comDeArchiveClick() {
+    return MoveCommand(ssGlassArchive, archiveRow_, false);
+}
+
+}  // namespace ostrel

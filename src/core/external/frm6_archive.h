@@ -1,0 +1,74 @@
+#pragma once
+// The catalogue program's glasses, current and archived, side by side; rows move between
+// the two tables column by column, each command in one transaction.
+#include <memory>
+#include <string>
+
+#include "core/external/bas1_setup.h"
+#include "core/platform/controls.h"
+#include "core/platform/database.h"
+#include "core/platform/dialogs.h"
+#include "core/platform/grid.h"
+
+namespace ostrel {
+
+class frm6Archive {
+  public:
+    static constexpr const char* kMsgArchiveAll =
+        "Are you really sure that you want to archive ALL the glasses in Kelmora?";
+    static constexpr const char* kMsgArchiveFailed =
+        "Error in archiving glass. Process rolled back.";
+    static constexpr const char* kMsgRestoreFailed =
+        "Error in restoring glass.  Process rolled back. ";
+
+    frm6Archive(Bas1Setup& setup, Dialogs& dialogs);
+
+    // Opens the database and fills both grids; false (reported) when the form must close.
+    bool Load();
+    void Unload();
+
+    void cmbSortOrderClick();
+    void ssGlassCurrClick(int col, int row);
+    void ssGlassArchiveClick(int col, int row);
+    // Each returns true when the command ended with a commit (also when nothing moved).
+    bool comArchiveClick();
+    bool comDeArchiveClick();
+
+    // Schott's K7 and F2: never archived.
+    bool IsProtectedGlass(int64_t id, bool& isProtected, DbError& error);
+    bool MoveToArchive(int64_t id);
+    bool MoveToCurrent(int64_t id);
+    void LoadCurrent();
+    void LoadArchive();
+
+    Database* database() { return db_.get(); }
+    int SortColumn() const { return sortColumn_; }
+
+    Control form{"Kelmora materials"};
+    Label lblCurr{"Current Glasses"};
+    Label lblArchive{"Archived Glasses"};
+    Grid ssGlassCurr;
+    Grid ssGlassArchive;
+    Button comArchive{">> &Archive >>", "Archive selected glasses from Kelmora database"};
+    Button comDeArchive{"<< &Restore <<", "Restore selected archive glasses to Kelmora database"};
+    ListControl cmbSortOrder;
+    Button comOK{"&Close"};
+
+  private:
+    bool Move(const std::string& from, const std::string& to, int64_t id, const char* failure);
+    bool MoveCommand(Grid& grid, int singleRow, bool archive);
+    void Fill(Grid& grid, const std::string& table, const std::string& statusColumn,
+              const std::string& lead);
+    void SortGrids();
+    void Refresh();
+
+    Bas1Setup& setup_;
+    Dialogs& dialogs_;
+    std::unique_ptr<Database> db_;
+    bool loading_ = true;
+    int currRow_ = 0;
+    int archiveRow_ = 0;
+    int sortColumn_ = 1;
+};
+
+}  // namespace ostrel
