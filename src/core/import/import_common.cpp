@@ -1,0 +1,57 @@
+#include "core/import/import_common.h"
+
+#include <algorithm>
+#include <cmath>
+#include <span>
+
+#include "core/optics/glass_code.h"
+#include "core/optics/index_from_polynomial.h"
+#include "core/optics/trans_calcs.h"
+#include "core/platform/number_text.h"
+
+namespace ostrel {
+
+void FinishTransTables(MaterialRecord& rec, int noDataFrom) {
+    auto& g = rec.General;
+    auto& m = rec.Measured;
+    const int points = std::clamp<int>(m.TransPoints, 0, kMaxTransPoints);
+    const int shortRows = std::min(points, kTransTableSize);
+    for (int i = 0; i < shortRows; ++i) {
+        const auto k = static_cast<size_t>(i);
+        g.TransShortWave[k] = m.TransWave[k];
+        g.TransShortValue[k] = m.TransAbsorb[k];
+    }
+    for (int pos = std::max(noDataFrom, 1); pos <= kTransTableSize - 1; ++pos) {
+        g.TransShortValue[static_cast<size_t>(pos - 1)] = kNoTransData;
+    }
+    const auto count = static_cast<size_t>(points);
+    FillTransTable(rec.TransTable, m.TransWidth, std::span<const float>(m.TransWave).first(count),
+                   std::span<const float>(m.TransAbsorb).first(count));
+}
+
+std::string ImportCheckText(const MaterialRecord& rec, const StatedIndex& stated) {
+    if (!stated.present) return {};
+    const auto& g = rec.General;
+    int16_t okD = 0, okC = 0, okF = 0;
+    const double nd = IndexFromPolynomial(g.PolyCoef, kWaveD, g.Polytype, okD);
+    const double nC = IndexFromPolynomial(g.PolyCoef, kWaveC, g.Polytype, okC);
+    const double nF = IndexFromPolynomial(g.PolyCoef, kWaveF, g.Polytype, okF);
+    std::string text;
+    if (stated.nd > 0) {
+        if (!okD) return "nd not computable";
+        if (std::fabs(nd - stated.nd) > 0.0001) {
+            text =
+                "nd " + FormatNumber(nd, "0.00000") + " vs " + FormatNumber(stated.nd, "0.00000");
+        }
+    }
+    if (stated.vd > 0 && okD && okC && okF && nF != nC) {
+        const double vd = (nd - 1.0) / (nF - nC);
+        if (std::fabs(vd - stated.vd) > 0.1) {
+            if (!text.empty()) text += ", ";
+            text += "vd " + FormatNumber(vd, "0.00") + " vs " + FormatNumber(stated.vd, "0.00");
+        }
+    }
+    return text;
+}
+
+}  // namespace ostrel

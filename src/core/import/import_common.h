@@ -1,0 +1,39 @@
+#pragma once
+// What the importers share: the options a read takes, the nd and vd a file states for a
+// glass (kept to check the stored polynomial against), and the last steps on the
+// transmission tables.
+#include <string>
+#include <vector>
+
+#include "core/import/import_text.h"
+#include "core/material/material_record.h"
+
+namespace ostrel {
+
+struct ImportOptions {
+    // Told of the bytes read so far; may be empty.
+    ImportProgress progress;
+    // AGF only: glasses whose formula has no stored form are evaluated by the AGF formula
+    // and refitted to Schott instead of being skipped.
+    bool refitOtherFormulas = false;
+};
+
+// nd and vd as the file states them; present is false when the file gives none.
+struct StatedIndex {
+    bool present = false;
+    double nd = 0;
+    double vd = 0;
+};
+
+// Copies transmission rows 1..41 (at most TransPoints) to TransShortWave and
+// TransShortValue (from TransAbsorb), sets TransShortValue from position noDataFrom
+// (1-based) up to 40 to the no-data value, and resamples TransTable from all rows.
+void FinishTransTables(MaterialRecord& rec, int noDataFrom);
+
+// The check of a staged glass: nd and vd from the stored polynomial against the values the
+// file states. Empty when they agree (within 0.0001 in nd and 0.1 in vd) or the file states
+// none; otherwise "nd 1.51680 vs 1.51700", "vd 64.17 vs 64.30" or both joined by ", "
+// (computed value first).
+std::string ImportCheckText(const MaterialRecord& rec, const StatedIndex& stated);
+
+}  // namespace ostrel

@@ -1,0 +1,259 @@
+#include "core/import/import_oslo_glc.h"
+
+#include <cmath>
+#include <span>
+
+#include "core/import/refit_to_schott.h"
+#include "core/materialform/verification.h"
+#include "core/optics/glass_code.h"
+#include "core/optics/index_from_polynomial.h"
+#include "core/optics/trans_calcs.h"
+#include "core/platform/file_io.h"
+#include "core/platform/text.h"
+
+namespace ostrel {
+namespace {
+
+// Tokens split at single blanks, empty ones kept (token 0 is what stands before the first
+// blank).
+std::vector<std::string_view> SplitAtBlanks(std::string_view s) {
+    std::vector<std::string_view> out;
+    size_t start = 0;
+    for (;;) {
+        const size_t b = s.find(' ', start);
+        if (b == std::string_view::npos) {
+            out.push_back(s.substr(start));
+            return out;
+        }
+        out.push_back(s.substr(start, b - start));
+        start = b + 1;
+    }
+}
+
+}  // namespace
+
+void CImportOsloGLC::SplitResistances(OtherData& other, const std::string& text) {
+    if (text == "0") {
+        other.CR.Blank();
+        other.FR.Blank();
+        other.SR.Blank();
+        other.AR.Blank();
+        other.PR.Blank();
+        return;
+    }
+    auto ch = [&text](size_t i) { return i < text.size() ? text.substr(i, 1) : std::string(); };
+    other.CR.SetRaw(ch(0));
+    other.FR.SetRaw(ch(1));
+    other.SR.SetRaw(ch(2));
+    other.AR.SetRaw(ch(3));
+    other.PR.SetRaw(ch(4));
+}
+
+std::string CImportOsloGLC::SqueezeBlanks(std::string_view text) {
+    return ostrel::SqueezeBlanks(text);
+}
+
+bool CImportOsloGLC::ReadRecord(std::string_view line, const std::string& source,
+                                MaterialRecord& rec, bool& refitted, float& meanError,
+                                StatedIndex& stated) {
+    refitted = false;
+    meanError = 0;
+    const std::string name(VbTrim(line.substr(0, 10)));
+    if (name.empty()) return false;
+    auto& g = rec.General;
+    auto& o = rec.Other;
+    auto& t = rec.Thermal;
+    auto& m = rec.Measured;
+    g.GlassName.SetRaw(name);
+    g.Source.SetRaw(source);
+    g.GlassKind = 8;
+    g.IndexDataType = 1;
+
+    const std::string rest = SqueezeBlanks(line.size() > 10 ? line.substr(10) : std::string_view{});
+    // Trailing blanks would leave an empty last token.
+    std::string_view body = rest;
+    while (!body.empty() && body.back() == ' ') body.remove_suffix(1);
+    const auto tok = SplitAtBlanks(body);
+    auto text = [&tok](size_t i, std::string& out) {
+        if (i >= tok.size()) return false;
+        out.assign(tok[i]);
+        return true;
+    };
+    auto number = [&tok](size_t i, double& v) { return i < tok.size() && ParseNumber(tok[i], v); };
+
+    double nd = 0, vd = 0, v = 0;
+    if (!number(1, nd) || !number(2, vd)) return false;
+    stated = StatedIndex{nd > 0, nd, vd};
+    g.GlassCode = MakeGlassCode(std::string(tok[1]), std::string(tok[2]));
+    if (!number(3, v)) return false;
+    g.Density = static_cast<float>(v);
+    if (!number(4, v)) return false;
+    t.dndt_lin = static_cast<float>(v);
+    if (!number(5, v)) return false;
+    t.ThermalAux = static_cast<float>(v / 10.0);
+    o.A3070.Set(ShortNumberText(v / 10.0));
+    if (!number(7, v)) return false;
+    o.Price.Set(ShortNumberText(v * 10.0));
+    if (!number(8, v)) return false;
+    o.Knoop.Set(ShortNumberText(v));
+    std::string word;
+    if (!text(9, word)) return false;
+    SplitResistances(o, word);
+    if (!text(10, word)) return false;
+    o.Bubble.SetRaw(word == "?" ? " " : word);
+    if (!text(11, word)) return false;
+    if (word == "?") {
+        o.Status.SetRaw(" ");
+    } else {
+        const std::string status = UpperCp1252(VbTrim(word));
+        if (status == "V") {
+            o.Status.SetRaw(name.size() > 1 && name[1] == '-' ? "E" : "R");
+        } else if (status == "A") {
+            o.Status.SetRaw("O");
+        } else {
+            o.Status.SetRaw("A");
+        }
+    }
+    double formulaValue = 0;
+    if (!number(12, formulaValue)) return false;
+    const long formula = std::lround(formulaValue);
+    size_t p = 0;
+    size_t coefficients = 0;
+    if (formula == 1) {
+        g.Polytype = 1;
+        coefficients = 6;
+    } else if (formula == 2) {
+        g.Polytype = 2;
+        coefficients = 6;
+    } else if (formula == 3) {
+        g.Polytype = 7;
+        coefficients = 3;
+    } else {
+        return false;
+    }
+    for (size_t i = 0; i < coefficients; ++i) {
+        if (!number(14 + i, g.PolyCoef[i])) return false;
+    }
+    p = 13 + coefficients;
+
+    t.dndt_RefTemp = 20.0f;
+    double flagValue = 0;
+    if (!number(p + 1, flagValue)) return false;
+    const long thermalFlag = std::lround(flagValue);
+    size_t q = 0;
+    if (thermalFlag == 0) {
+        t.dndttype = 0;
+        q = p + 2;
+    } else if (thermalFlag == 1) {
+        t.dndttype = 2;
+        double d[6];
+        for (size_t i = 0; i < 6; ++i) {
+            if (!number(p + 3 + i, d[i])) return false;
+        }
+        t.dndt_D0 = static_cast<float>(d[0]);
+        t.dndt_D1 = static_cast<float>(d[1]);
+        t.dndt_D2 = static_cast<float>(d[2]);
+        t.dndt_E0 = static_cast<float>(d[3]);
+        t.dndt_E1 = static_cast<float>(d[4]);
+        t.dndt_LamdaTK = static_cast<float>(d[5]);
+        if (d[0] == 0 && d[1] == 0 && d[2] == 0 && d[3] == 0 && d[4] == 0 && d[5] == 0) {
+            t.dndttype = 0;
+        }
+        q = p + 8;
+    } else if (thermalFlag == 2) {
+        t.dndttype = 0;
+        t.dndt_lin = 0;
+        q = p + 3;
+    } else {
+        return false;
+    }
+
+    if (!number(q + 1, v)) return false;
+    const long transFlag = std::lround(v);
+    rec.TransState.Ready = transFlag == 0 ? kFalse : kTrue;
+    double smallest = 0, largest = 0;
+    if (transFlag != 0) {
+        if (!number(q + 2, v)) return false;
+        const long rows = std::lround(v);
+        if (rows < 0 || rows > kTransTableSize) return false;
+        m.TransPoints = static_cast<int16_t>(rows);
+        m.TransType = 1;
+        m.TransWidth = 5.0f;
+        smallest = 1.0e9;
+        largest = 0;
+        for (long i = 0; i < rows; ++i) {
+            double wave = 0, fraction = 0;
+            const auto at = q + 3 + 2 * static_cast<size_t>(i);
+            if (!number(at, wave) || !number(at + 1, fraction)) return false;
+            const auto k = static_cast<size_t>(rows - 1 - i);
+            m.TransWave[k] = static_cast<float>(wave * 1000.0);
+            const float tr = static_cast<float>(fraction * 100.0);
+            m.TransInternal[k] = tr;
+            m.TransAbsorb[k] = AbsorbFromInternal(m.TransWidth, tr);
+            int16_t ok = 0;
+            const double n = IndexFromPolynomial(g.PolyCoef, m.TransWave[k], g.Polytype, ok);
+            m.TransTotal[k] = tr * ReflectionFactor(ok ? n : 0.0);
+            smallest = std::min<double>(smallest, m.TransWave[k]);
+            largest = std::max<double>(largest, m.TransWave[k]);
+        }
+    } else {
+        m.TransPoints = 0;
+    }
+    // The index range is taken from the transmission rows.
+    if (!ToInt16(largest, g.IndexWvMax) || !ToInt16(smallest, g.IndexWvMin)) return false;
+    rec.ThermalState.Ready = kTrue;
+
+    if (g.Polytype == 7) {
+        if (!RefitToSchott(rec, meanError, dialogs_)) return false;
+        refitted = true;
+    }
+    FinishTransTables(rec, m.TransPoints + 1);
+    rec.GeneralState.Ready = kTrue;
+    rec.IndexState.Ready = smallest > 0 && largest > 0 ? kTrue : kFalse;
+    rec.TransState.Ready = m.TransPoints >= 1 ? kTrue : kFalse;
+    rec.OtherState.Ready = kTrue;
+    NormaliseRecord(rec);
+    return true;
+}
+
+void CImportOsloGLC::ReadFile(const std::string& path, std::vector<MaterialRecord>& records,
+                              int& count, int& refitCount, std::vector<float>& refitErrors,
+                              int16_t& ok) {
+    ok = kFalse;
+    count = 0;
+    refitCount = 0;
+    records.clear();
+    refitErrors.clear();
+    stated_.clear();
+    std::string bytes;
+    FileError error;
+    if (!ReadWholeFile(path, bytes, error)) return;
+    const std::string text = DecodeTextFile(bytes);
+    const auto lines = SplitTextLines(text);
+    if (lines.empty()) return;
+    const auto header = SplitBlanks(lines[0]);
+    const std::string source = header.empty() ? std::string() : std::string(header.back());
+    MaterialRecord rec;
+    size_t lastReport = 0;
+    for (size_t i = 1; i < lines.size(); ++i) {
+        ClearMaterialRecord(rec);
+        bool refitted = false;
+        float meanError = 0;
+        StatedIndex stated;
+        if (ReadRecord(lines[i], source, rec, refitted, meanError, stated)) {
+            records.push_back(rec);
+            refitErrors.push_back(refitted ? meanError : 0.0f);
+            stated_.push_back(stated);
+            if (refitted) ++refitCount;
+        }
+        if (options_.progress && i - lastReport >= 200) {
+            lastReport = i;
+            options_.progress(i, lines.size());
+        }
+    }
+    if (options_.progress) options_.progress(lines.size(), lines.size());
+    count = static_cast<int>(records.size());
+    ok = kTrue;
+}
+
+}  // namespace ostrel

@@ -1,0 +1,47 @@
+#pragma once
+// Reader of GLC glass catalogues: a header line whose last word names the maker, then one
+// line per glass with the name in its first ten characters and blank-separated values.
+// A line that cannot be used (an empty line, a missing value, a formula other than 1, 2
+// or 3, too many transmission rows, a failed refit) is passed over without a message.
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/import/import_common.h"
+#include "core/material/material_record.h"
+#include "core/platform/dialogs.h"
+
+namespace ostrel {
+
+class CImportOsloGLC {
+  public:
+    explicit CImportOsloGLC(Dialogs& dialogs, ImportOptions options = {})
+        : dialogs_(dialogs), options_(std::move(options)) {}
+
+    // Reads every usable line of the file at path into records (replaced). ok -1 when the
+    // file was read (count may then be 0), ok 0 with count 0 when it could not be read or
+    // has no header line.
+    void ReadFile(const std::string& path, std::vector<MaterialRecord>& records, int& count,
+                  int& refitCount, std::vector<float>& refitErrors, int16_t& ok);
+
+    // One glass line; false when the line is to be passed over.
+    bool ReadRecord(std::string_view line, const std::string& source, MaterialRecord& rec,
+                    bool& refitted, float& meanError, StatedIndex& stated);
+
+    // nd and vd of each record's line.
+    const std::vector<StatedIndex>& stated() const { return stated_; }
+
+    // "0" blanks CR, FR, SR, AR and PR; any other text gives them its first five characters,
+    // one each.
+    static void SplitResistances(OtherData& other, const std::string& text);
+    // Passes the text through unchanged.
+    static std::string ToGeneralValue(const std::string& text) { return text; }
+    static std::string SqueezeBlanks(std::string_view text);
+
+  private:
+    Dialogs& dialogs_;
+    ImportOptions options_;
+    std::vector<StatedIndex> stated_;
+};
+
+}  // namespace ostrel

@@ -1,0 +1,246 @@
+#include "core/import/import_text.h"
+
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <limits>
+
+#include "core/platform/codepage.h"
+
+namespace ostrel {
+namespace {
+
+bool IsValidUtf8(std::string_view s) {
+    size_t i = 0;
+    const size_t n = s.size();
+    while (i < n) {
+        const auto c = static_cast<unsigned char>(s[i]);
+        if (c < 0x80) {
+            ++i;
+            continue;
+        }
+        int extra = 0;
+        if (c >= 0xC2 && c <= 0xDF) {
+            extra = 1;
+        } else if (c >= 0xE0 && c <= 0xEF) {
+            extra = 2;
+        } else if (c >= 0xF0 && c <= 0xF4) {
+            extra = 3;
+        } else {
+            return false;
+        }
+        if (i + static_cast<size_t>(extra) >= n) return false;
+        for (int k = 1; k <= extra; ++k) {
+            if ((static_cast<unsigned char>(s[i + static_cast<size_t>(k)]) & 0xC0) != 0x80) {
+                return false;
+            }
+        }
+        i += static_cast<size_t>(extra) + 1;
+    }
+    return true;
+}
+
+std::string Utf16ToCp1252(std::string_view bytes, bool bigEndian) {
+    std::string out;
+    out.reserve(bytes.size() / 2);
+    const size_t n = bytes.size() / 2;
+    for (size_t i = 0; i < n; ++i) {
+        const auto b0 = static_cast<unsigned char>(bytes[2 * i]);
+        const auto b1 = static_cast<unsigned char>(bytes[2 * i + 1]);
+        char32_t cp = bigEndian ? static_cast<char32_t>((b0 << 8) | b1)
+                                : static_cast<char32_t>((b1 << 8) | b0);
+        if (cp >= 0xD800 && cp <= 0xDBFF && i + 1 < n) {
+            // A surrogate pair stands for one character the code page cannot hold.
+            ++i;
+            out.push_back('?');
+            continue;
+        }
+        if (cp < 0x80) {
+            out.push_back(static_cast<char>(cp));
+        } else {
+            out.push_back(static_cast<char>(CodePointToCp1252(cp)));
+        }
+    }
+    return out;
+}
+
+bool AllAscii(std::string_view s) {
+    for (char c : s) {
+        if (static_cast<unsigned char>(c) >= 0x80) return false;
+    }
+    return true;
+}
+
+}  // namespace
+
+std::string DecodeTextFile(std::string_view bytes) {
+    if (bytes.size() >= 2) {
+        const auto b0 = static_cast<unsigned char>(bytes[0]);
+        const auto b1 = static_cast<unsigned char>(bytes[1]);
+        if (b0 == 0xFF && b1 == 0xFE) return Utf16ToCp1252(bytes.substr(2), false);
+        if (b0 == 0xFE && b1 == 0xFF) return Utf16ToCp1252(bytes.substr(2), true);
+    }
+    if (bytes.size() >= 3 && bytes.substr(0, 3) == "\xEF\xBB\xBF") {
+        return Utf8ToCp1252(bytes.substr(3));
+    }
+    if (AllAscii(bytes)) return std::string(bytes);
+    if (IsValidUtf8(bytes)) return Utf8ToCp1252(bytes);
+    return std::string(bytes);
+}
+
+std::vector<std::string_view> SplitTextLines(std::string_view text) {
+    std::vector<std::string_view> lines;
+    size_t start = 0;
+    const size_t n = text.size();
+    size_t i = 0;
+    while (i < n) {
+        const char c = text[i];
+        if (c == '\r' || c == '\n') {
+            lines.push_back(text.substr(start, i - start));
+            if (c == '\r' && i + 1 < n && text[i + 1] == '\n') ++i;
+            start = ++i;
+        } else {
+            ++i;
+        }
+    }
+    if (start < n) lines.push_back(text.substr(start));
+    return lines;
+}
+
+bool ParseNumber(std::string_view token, double& value) {
+    size_t b = 0, e = token.size();
+    while (b < e && (token[b] == ' ' || token[b] == '\t')) ++b;
+    while (e > b && (token[e - 1] == ' ' || token[e - 1] == '\t')) --e;
+    std::string_view t = token.substr(b, e - b);
+    if (t.empty()) return false;
+    bool negative = false;
+    if (t[0] == '+' || t[0] == '-') {
+        negative = t[0] == '-';
+        t.remove_prefix(1);
+    }
+    // Mantissa: digits, optionally one point; at least one digit.
+    size_t i = 0;
+    size_t digits = 0;
+    while (i < t.size() && t[i] >= '0' && t[i] <= '9') ++i, ++digits;
+    if (i < t.size() && t[i] == '.') {
+        ++i;
+        while (i < t.size() && t[i] >= '0' && t[i] <= '9') ++i, ++digits;
+    }
+    if (digits == 0) return false;
+    if (i < t.size()) {
+        if (t[i] != 'e' && t[i] != 'E') return false;
+        size_t j = i + 1;
+        if (j < t.size() && (t[j] == '+' || t[j] == '-')) ++j;
+        const size_t expStart = j;
+        while (j < t.size() && t[j] >= '0' && t[j] <= '9') ++j;
+        if (j == expStart || j != t.size()) return false;
+    }
+    double v = 0;
+    const auto res = std::from_chars(t.data(), t.data() + t.size(), v);
+    if (res.ec == std::errc::result_out_of_range) {
+        // Underflow reads as 0; overflow is no number we can use.
+        if (std::fabs(v) > 1.0) return false;
+    } else if (res.ec != std::errc() || res.ptr != t.data() + t.size()) {
+        return false;
+    }
+    if (!std::isfinite(v)) return false;
+    value = negative ? -v : v;
+    return true;
+}
+
+bool ToInt16(double value, int16_t& out) {
+    if (!std::isfinite(value)) return false;
+    const double r = std::nearbyint(value);  // default rounding is to even
+    if (r < std::numeric_limits<int16_t>::min() || r > std::numeric_limits<int16_t>::max()) {
+        return false;
+    }
+    out = static_cast<int16_t>(r);
+    return true;
+}
+
+bool ToInt32(double value, int32_t& out) {
+    if (!std::isfinite(value)) return false;
+    const double r = std::nearbyint(value);
+    if (r < std::numeric_limits<int32_t>::min() || r > std::numeric_limits<int32_t>::max()) {
+        return false;
+    }
+    out = static_cast<int32_t>(r);
+    return true;
+}
+
+std::vector<std::string_view> SplitBlanks(std::string_view s) {
+    std::vector<std::string_view> tokens;
+    size_t i = 0;
+    const size_t n = s.size();
+    while (i < n) {
+        while (i < n && (s[i] == ' ' || s[i] == '\t')) ++i;
+        const size_t start = i;
+        while (i < n && s[i] != ' ' && s[i] != '\t') ++i;
+        if (i > start) tokens.push_back(s.substr(start, i - start));
+    }
+    return tokens;
+}
+
+std::string SqueezeBlanks(std::string_view s) {
+    std::string out;
+    out.reserve(s.size());
+    bool blank = false;
+    for (char c : s) {
+        if (c == ' ' || c == '\t') {
+            if (!blank) out.push_back(' ');
+            blank = true;
+        } else {
+            out.push_back(c);
+            blank = false;
+        }
+    }
+    return out;
+}
+
+namespace {
+
+// to_chars gives "5e-01" style exponents and no leading zero problems; make the exponent
+// upper case and drop a "+" and leading zeros of it.
+std::string TidyShortest(const char* first, const char* last) {
+    std::string s(first, last);
+    const auto e = s.find('e');
+    if (e == std::string::npos) return s;
+    std::string mant = s.substr(0, e);
+    std::string exp = s.substr(e + 1);
+    bool neg = false;
+    if (!exp.empty() && (exp[0] == '+' || exp[0] == '-')) {
+        neg = exp[0] == '-';
+        exp.erase(0, 1);
+    }
+    while (exp.size() > 1 && exp[0] == '0') exp.erase(0, 1);
+    return mant + (neg ? "E-" : "E+") + exp;
+}
+
+}  // namespace
+
+std::string GlzNumber(double value) {
+    if (value == 0.0) return "0";
+    char buf[64];
+    const auto res = std::to_chars(buf, buf + sizeof buf, value);
+    return TidyShortest(buf, res.ptr);
+}
+
+std::string GlzNumber(float value) {
+    if (value == 0.0f) return "0";
+    char buf[64];
+    const auto res = std::to_chars(buf, buf + sizeof buf, value);
+    return TidyShortest(buf, res.ptr);
+}
+
+std::string GlzNumber(int16_t value) {
+    return std::to_string(value);
+}
+
+std::string ShortNumberText(double value) {
+    if (value == 0.0) return "0";
+    char buf[64];
+    std::snprintf(buf, sizeof buf, "%.7G", value);
+    return buf;
+}
+
+}  // namespace ostrel

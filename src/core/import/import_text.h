@@ -1,0 +1,52 @@
+#pragma once
+// Text helpers shared by the importers and the GLZ writer: decoding a whole file to the
+// single-byte code page, splitting lines, strict number reading, blank-separated tokens,
+// and the number text of the GLZ format.
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ostrel {
+
+// Progress of a long read: parts (lines or bytes) done of the whole. Called now and then,
+// last with done == total.
+using ImportProgress = std::function<void(size_t done, size_t total)>;
+
+// Decodes file bytes to Windows-1252: UTF-16LE / UTF-16BE by their byte-order mark, UTF-8
+// (with or without its mark) when the bytes are valid UTF-8, otherwise the bytes as they
+// are (8-bit Latin-1 / Windows-1252 files).
+std::string DecodeTextFile(std::string_view bytes);
+
+// Splits at CR LF, a bare CR or a bare LF. A final line end does not start another line.
+// The views point into text.
+std::vector<std::string_view> SplitTextLines(std::string_view text);
+
+// Reads a whole token (blanks around it allowed) as a number: optional sign, digits with an
+// optional decimal point (".5", "5.", "0.5"), optional exponent of any width ("1.5E-10",
+// "1.5e-010"). False for anything else, the empty text included.
+bool ParseNumber(std::string_view token, double& value);
+
+// A number rounded half to even into a 16-bit or 32-bit integer; false when it lies out of
+// range.
+bool ToInt16(double value, int16_t& out);
+bool ToInt32(double value, int32_t& out);
+
+// Tokens separated by runs of blanks or tabs; no empty tokens.
+std::vector<std::string_view> SplitBlanks(std::string_view s);
+
+// Runs of blanks (and tabs) reduced to one blank.
+std::string SqueezeBlanks(std::string_view s);
+
+// Number texts of the GLZ format: the shortest text that reads back to the same value,
+// with a leading zero and an upper-case exponent ("0.5", "1.5E-10").
+std::string GlzNumber(double value);
+std::string GlzNumber(float value);
+std::string GlzNumber(int16_t value);
+
+// A value as text the way the importers store numbers in text fields: up to 7 significant
+// digits, no trailing zeros ("8.2", "15", "0.0027").
+std::string ShortNumberText(double value);
+
+}  // namespace ostrel

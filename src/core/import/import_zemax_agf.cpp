@@ -1,0 +1,438 @@
+#include "core/import/import_zemax_agf.h"
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <span>
+
+#include "core/import/refit_to_schott.h"
+#include "core/materialform/verification.h"
+#include "core/optics/glass_code.h"
+#include "core/optics/index_from_polynomial.h"
+#include "core/optics/trans_calcs.h"
+#include "core/platform/file_io.h"
+#include "core/platform/number_text.h"
+#include "core/platform/text.h"
+
+namespace ostrel {
+namespace {
+
+bool IsBareNumberLine(const std::vector<std::string_view>& tokens) {
+    double v = 0;
+    return !tokens.empty() && ParseNumber(tokens[0], v);
+}
+
+std::string TokenText(const std::vector<std::string_view>& t, size_t i) {
+    return i < t.size() ? std::string(t[i]) : std::string();
+}
+
+}  // namespace
+
+bool CImportZemaxAGF::NumberOrBlank(std::string_view text, std::string& out) {
+    double v = 0;
+    if (!ParseNumber(text, v)) return false;
+    out = v == -1.0 ? std::string() : ShortNumberText(v);
+    return true;
+}
+
+bool CImportZemaxAGF::TenfoldOrBlank(std::string_view text, std::string& out) {
+    double v = 0;
+    if (!ParseNumber(text, v)) return false;
+    out = v == -1.0 ? std::string() : ShortNumberText(v * 10.0);
+    return true;
+}
+
+std::string CImportZemaxAGF::SqueezeBlanks(std::string_view text) {
+    return ostrel::SqueezeBlanks(text);
+}
+
+bool CImportZemaxAGF::Fail(size_t line, const std::string& why) {
+    failLine_ = line;
+    failWhy_ = why;
+    return false;
+}
+
+CImportZemaxAGF::Outcome CImportZemaxAGF::ReadRecord(const GlassLines& lines,
+                                                     const std::string& source, int16_t glassKind,
+                                                     MaterialRecord& rec, bool& refitted,
+                                                     float& meanError, StatedIndex& stated) {
+    refitted = false;
+    meanError = 0;
+    auto& g = rec.General;
+    auto& o = rec.Other;
+    auto& t = rec.Thermal;
+    auto& m = rec.Measured;
+    const auto& nm = lines.nm.tokens;
+    // A number token of a line; a missing token is no error where allowMissing is set and
+    // then reads `dflt`.
+    auto number = [this](const Keyed& k, size_t i, double& v, bool allowMissing,
+                         double dflt = 0.0) {
+        if (i >= k.tokens.size()) {
+            if (allowMissing) {
+                v = dflt;
+                return true;
+            }
+            return Fail(k.line, "token " + std::to_string(i) + " is missing");
+        }
+        if (!ParseNumber(k.tokens[i], v)) {
+            return Fail(k.line, "\"" + std::string(k.tokens[i]) + "\" is no number");
+        }
+        return true;
+    };
+
+    if (nm.size() < 3) {
+        Fail(lines.nm.line, "the name line has no formula number");
+        return Outcome::Failed;
+    }
+    g.GlassName.SetRaw(VbTrim(nm[1]));
+    g.Source.Set(source);
+    g.GlassKind = glassKind < 9 ? int16_t{8} : glassKind;
+    double formulaValue = 0;
+    if (!number(lines.nm, 2, formulaValue, false)) return Outcome::Failed;
+    const int formula = static_cast<int>(std::lround(formulaValue));
+    bool other = false;
+    switch (formula) {
+        case 1:
+            g.Polytype = 1;
+            break;
+        case 2:
+            g.Polytype = 2;
+            break;
+        case 3:
+            g.Polytype = 8;
+            break;
+        case 5:
+            g.Polytype = 7;
+            break;
+        default:
+            if (!(options_.refitOtherFormulas && IsRefittableAgfFormula(formula))) {
+                ++skipped_;
+                return Outcome::Skipped;
+            }
+            g.Polytype = 0;
+            other = true;
+    }
+    double code = 0;
+    if (!number(lines.nm, 3, code, true)) return Outcome::Failed;
+    int32_t code32 = 0;
+    if (!ToInt32(code, code32)) {
+        Fail(lines.nm.line, "the glass code is out of range");
+        return Outcome::Failed;
+    }
+    g.GlassCode = code32 < 1000 ? MakeGlassCode(TokenText(nm, 4), TokenText(nm, 5)) : code32;
+    stated = {};
+    if (nm.size() > 4 && ParseNumber(nm[4], stated.nd) && stated.nd > 0) {
+        stated.present = true;
+        if (!(nm.size() > 5 && ParseNumber(nm[5], stated.vd))) stated.vd = 0;
+    }
+
+    // ED: expansion values as text, density.
+    if (lines.ed.present) {
+        const auto& ed = lines.ed.tokens;
+        if (ed.size() > 1) {
+            double v = 0;
+            if (!number(lines.ed, 1, v, false)) return Outcome::Failed;
+            o.A3070.Set(ShortNumberText(v));
+        }
+        if (ed.size() > 2) {
+            double v = 0;
+            if (!number(lines.ed, 2, v, false)) return Outcome::Failed;
+            o.A20300.Set(ShortNumberText(v));
+        }
+        double density = 0;
+        if (!number(lines.ed, 3, density, true)) return Outcome::Failed;
+        g.Density = static_cast<float>(density);
+    }
+    g.IndexDataType = 1;
+
+    // CD: coefficients in file order.
+    std::vector<double> c;
+    for (size_t i = 1; i < lines.cd.tokens.size(); ++i) {
+        double v = 0;
+        if (!number(lines.cd, i, v, false)) return Outcome::Failed;
+        c.push_back(v);
+    }
+    auto cf = [&c](size_t i) { return i < c.size() ? c[i] : 0.0; };
+    g.PolyCoef.fill(0.0);
+    switch (formula) {
+        case 1:
+        case 3:
+            for (size_t i = 0; i < 6; ++i) g.PolyCoef[i] = cf(i);
+            break;
+        case 2:
+            // K1 L1 K2 L2 K3 L3 to B1 B2 B3 C1 C2 C3
+            for (size_t i = 0; i < 3; ++i) {
+                g.PolyCoef[i] = cf(2 * i);
+                g.PolyCoef[i + 3] = cf(2 * i + 1);
+            }
+            break;
+        case 5:
+            for (size_t i = 0; i < 3; ++i) g.PolyCoef[i] = cf(i);
+            break;
+        default:
+            break;
+    }
+
+    // TD: Schott dn/dT constants and reference temperature.
+    if (lines.td.present) {
+        double d[6];
+        for (size_t i = 0; i < 6; ++i) {
+            if (!number(lines.td, i + 1, d[i], true)) return Outcome::Failed;
+        }
+        t.dndt_D0 = static_cast<float>(d[0]);
+        t.dndt_D1 = static_cast<float>(d[1]);
+        t.dndt_D2 = static_cast<float>(d[2]);
+        t.dndt_E0 = static_cast<float>(d[3]);
+        t.dndt_E1 = static_cast<float>(d[4]);
+        t.dndt_LamdaTK = static_cast<float>(d[5]);
+        double ref = 20.0;
+        if (!number(lines.td, 7, ref, true, 20.0)) return Outcome::Failed;
+        t.dndt_RefTemp = static_cast<float>(ref);
+    } else {
+        t.dndt_RefTemp = 20.0f;
+    }
+    const bool allZero = t.dndt_D0 == 0 && t.dndt_D1 == 0 && t.dndt_D2 == 0 && t.dndt_E0 == 0 &&
+                         t.dndt_E1 == 0 && t.dndt_LamdaTK == 0;
+    t.dndttype = allZero ? 0 : 2;
+
+    // OD: relative price and the five resistance classes.
+    if (lines.od.present) {
+        const auto& od = lines.od.tokens;
+        std::string text;
+        if (od.size() > 1) {
+            if (!TenfoldOrBlank(od[1], text)) {
+                Fail(lines.od.line, "\"" + std::string(od[1]) + "\" is no number");
+                return Outcome::Failed;
+            }
+            o.Price.Set(text);
+        }
+        for (size_t i = 2; i <= 6 && i < od.size(); ++i) {
+            if (!NumberOrBlank(od[i], text)) {
+                Fail(lines.od.line, "\"" + std::string(od[i]) + "\" is no number");
+                return Outcome::Failed;
+            }
+            switch (i) {
+                case 2:
+                    o.CR.Set(text);
+                    break;
+                case 3:
+                    o.FR.Set(text);
+                    break;
+                case 4:
+                    o.SR.Set(text);
+                    break;
+                case 5:
+                    o.AR.Set(text);
+                    break;
+                default:
+                    o.PR.Set(text);
+            }
+        }
+        o.Status.Set("A");
+    }
+
+    // LD: the waveband.
+    if (lines.ld.present) {
+        double low = 0, high = 0;
+        if (!number(lines.ld, 1, low, false) || !number(lines.ld, 2, high, false)) {
+            return Outcome::Failed;
+        }
+        g.IndexWvMin = CInt(low * 1000.0);
+        const double top = high * 1000.0;
+        g.IndexWvMax = top > 32000.0 ? int16_t{32000} : CInt(top);
+    }
+    const std::string upperSource = UpperCp1252(g.Source.Raw().substr(0, 30));
+    const std::string src(VbTrim(upperSource));
+    if ((src == "CHENGDU" || src == "CDGM") && g.IndexWvMax < 1020) g.IndexWvMax = 1020;
+
+    // Forms the siblings cannot evaluate go to Schott.
+    if (g.Polytype == 7 || g.Polytype == 8) {
+        if (!RefitToSchott(rec, meanError, dialogs_)) return Outcome::Skipped;
+        refitted = true;
+    } else if (other) {
+        const bool done = RefitToSchottFrom(
+            rec,
+            [&c, formula](float w, double& n) {
+                return AgfFormulaIndex(formula, c, static_cast<double>(w) * 0.001, n);
+            },
+            meanError, dialogs_);
+        if (!done) return Outcome::Skipped;
+        refitted = true;
+    }
+
+    // Transmission.
+    const bool caseB = !lines.it.empty();
+    if (!caseB) {
+        m.TransPoints = 2;
+        m.TransType = 1;
+        m.TransWidth = 10.0f;
+        m.TransWave[0] = g.IndexWvMax;
+        m.TransWave[1] = g.IndexWvMin;
+        m.TransInternal[0] = 0;
+        m.TransInternal[1] = 0;
+    } else {
+        if (lines.it.size() > static_cast<size_t>(kMaxTransPoints)) {
+            Fail(lines.it[kMaxTransPoints].line, "more than 150 transmission rows");
+            return Outcome::Failed;
+        }
+        const auto rows = static_cast<int>(lines.it.size());
+        m.TransPoints = static_cast<int16_t>(rows);
+        m.TransType = 2;
+        m.TransWidth = 10.0f;
+        const Keyed& firstIt = lines.it.front();
+        if (firstIt.tokens.size() > 3) {
+            double width = 0;
+            if (!number(firstIt, 3, width, false)) return Outcome::Failed;
+            if (width > 0) m.TransWidth = static_cast<float>(width);
+        }
+        for (int i = 0; i < rows; ++i) {
+            const Keyed& it = lines.it[static_cast<size_t>(i)];
+            double wave = 0, fraction = 0;
+            if (!number(it, 1, wave, false) || !number(it, 2, fraction, false)) {
+                return Outcome::Failed;
+            }
+            const auto k = static_cast<size_t>(rows - 1 - i);
+            m.TransWave[k] = static_cast<float>(wave * 1000.0);
+            m.TransInternal[k] = static_cast<float>(fraction * 100.0);
+        }
+    }
+    const auto points = static_cast<size_t>(m.TransPoints);
+    for (size_t k = 0; k < points; ++k) {
+        const float tr = m.TransInternal[k];
+        m.TransAbsorb[k] = AbsorbFromInternal(m.TransWidth, tr);
+        int16_t ok = 0;
+        const double n = IndexFromPolynomial(g.PolyCoef, m.TransWave[k], g.Polytype, ok);
+        m.TransTotal[k] = tr * ReflectionFactor(ok ? n : 0.0);
+    }
+    FinishTransTables(rec, m.TransPoints + 1);
+    if (caseB && points > 3) {
+        ColourCode(rec, m.TransWidth, std::span<const float>(m.TransWave).first(points),
+                   std::span<const float>(m.TransInternal).first(points));
+    }
+
+    rec.GeneralState.Ready = kTrue;
+    rec.IndexState.Ready = kTrue;
+    rec.ThermalState.Ready = kTrue;
+    rec.TransState.Ready = caseB ? kTrue : kFalse;
+    rec.OtherState.Ready = g.Density != 0 ? kTrue : kFalse;
+    NormaliseRecord(rec);
+    return Outcome::Added;
+}
+
+void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareName,
+                               std::vector<MaterialRecord>& records, int& count, int& refitCount,
+                               std::vector<float>& refitErrors, std::string& errorText,
+                               int16_t glassKind, int16_t& ok) {
+    ok = kFalse;
+    records.clear();
+    stated_.clear();
+    skipped_ = 0;
+    count = 0;
+    refitCount = 0;
+    refitErrors.clear();
+    errorText.clear();
+
+    // The source is the file's name up to its first point.
+    std::string source(VbTrim(bareName.substr(0, bareName.find('.'))));
+    if (UpperAscii(source) == "CHENGDU") source = "CDGM";
+
+    std::string bytes;
+    FileError error;
+    if (!ReadWholeFile(path, bytes, error)) {
+        errorText = "Failure in file read " + path + "! " + error.message;
+        return;
+    }
+    const std::string text = DecodeTextFile(bytes);
+    if (text.find_first_of("\r\n") == std::string::npos && text.size() >= 201) {
+        errorText = kNoCarriageReturnMsg;
+        return;
+    }
+
+    GlassLines glass;
+    bool inGlass = false;
+    Keyed* last = nullptr;
+    MaterialRecord rec;
+    const size_t total = text.size();
+    size_t lastReport = 0;
+    bool failed = false;
+
+    auto finishGlass = [&]() {
+        if (!inGlass) return true;
+        ClearMaterialRecord(rec);
+        bool refitted = false;
+        float meanError = 0;
+        StatedIndex stated;
+        const Outcome outcome =
+            ReadRecord(glass, source, glassKind, rec, refitted, meanError, stated);
+        if (outcome == Outcome::Failed) return false;
+        if (outcome == Outcome::Added) {
+            records.push_back(rec);
+            refitErrors.push_back(refitted ? meanError : 0.0f);
+            stated_.push_back(stated);
+            if (refitted) ++refitCount;
+        }
+        return true;
+    };
+
+    const auto lines = SplitTextLines(text);
+    for (size_t ln = 0; ln < lines.size() && !failed; ++ln) {
+        const std::string_view line = lines[ln];
+        auto tokens = SplitBlanks(line);
+        if (tokens.empty()) continue;
+        const std::string_view key = tokens[0];
+        if (key == "NM") {
+            if (!finishGlass()) {
+                failed = true;
+                break;
+            }
+            glass = GlassLines{};
+            inGlass = true;
+            glass.nm = Keyed{std::move(tokens), ln + 1, true};
+            last = &glass.nm;
+            if (options_.progress) {
+                const auto done = static_cast<size_t>(line.data() - text.data());
+                if (done - lastReport > 65536) {
+                    lastReport = done;
+                    options_.progress(done, total);
+                }
+            }
+            continue;
+        }
+        if (!inGlass) continue;
+        Keyed* target = nullptr;
+        if (key == "ED") {
+            target = &glass.ed;
+        } else if (key == "CD") {
+            target = &glass.cd;
+        } else if (key == "TD") {
+            target = &glass.td;
+        } else if (key == "OD") {
+            target = &glass.od;
+        } else if (key == "LD") {
+            target = &glass.ld;
+        } else if (key == "IT") {
+            glass.it.push_back(Keyed{});
+            target = &glass.it.back();
+        } else if (IsBareNumberLine(tokens)) {
+            if (last) last->tokens.insert(last->tokens.end(), tokens.begin(), tokens.end());
+            continue;
+        } else {
+            last = nullptr;  // GC, MD, BD, comments and anything unknown
+            continue;
+        }
+        *target = Keyed{std::move(tokens), ln + 1, true};
+        last = target;
+    }
+    if (!failed && !finishGlass()) failed = true;
+    count = static_cast<int>(records.size());
+    if (failed) {
+        errorText = "Error in file " + path + ", line " + std::to_string(failLine_) + ", glass " +
+                    std::string(VbTrim(rec.General.GlassName.Raw())) + ": " + failWhy_ +
+                    ".\r\nThe " + std::to_string(count) + " glasses read before it have been kept.";
+        return;
+    }
+    if (options_.progress) options_.progress(total, total);
+    ok = kTrue;
+}
+
+}  // namespace ostrel

@@ -1,0 +1,71 @@
+#pragma once
+// Reader of AGF glass catalogues. Lines are taken by their keyword: NM starts a glass; ED,
+// CD, TD, OD, LD and IT give its data; GC, MD, BD, CC, "!" comments, blank and unknown
+// lines carry nothing used here. A line of bare numbers continues the keyword line before
+// it (wrapped CD and TD values). The file may be UTF-8, Latin-1 or UTF-16 with its mark.
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/import/import_common.h"
+#include "core/material/material_record.h"
+#include "core/platform/dialogs.h"
+
+namespace ostrel {
+
+inline constexpr const char* kNoCarriageReturnMsg =
+    "This file cannot be read properly, because it does not contain any 'carraige returns'."
+    "\r\n\r\nTo correct this, simply:\r\n\t1) read the file in Windows Notepad\r\n\t2) re-save "
+    "it\r\n\t3) try importing again";
+
+class CImportZemaxAGF {
+  public:
+    explicit CImportZemaxAGF(Dialogs& dialogs, ImportOptions options = {})
+        : dialogs_(dialogs), options_(std::move(options)) {}
+
+    // Reads the glasses of the file at path into records (replaced). bareName is the file's
+    // name, which gives the source; glassKind is 8 from the form. refitErrors has one entry
+    // per record, 0 unless the record was refitted. ok is -1 when the whole file was read.
+    // ok 0 comes with errorText: a file without line ends, or a glass whose data cannot be
+    // read (the glasses read before it stay in records and count).
+    void ReadFile(const std::string& path, const std::string& bareName,
+                  std::vector<MaterialRecord>& records, int& count, int& refitCount,
+                  std::vector<float>& refitErrors, std::string& errorText, int16_t glassKind,
+                  int16_t& ok);
+
+    // nd and vd of the NM line, one per record.
+    const std::vector<StatedIndex>& stated() const { return stated_; }
+    // Glasses passed over because their formula has no stored form.
+    int skippedFormulaCount() const { return skipped_; }
+
+    // A number as text; -1 (no data) gives the empty text. False when text is no number.
+    static bool NumberOrBlank(std::string_view text, std::string& out);
+    // The same with the value multiplied by 10.
+    static bool TenfoldOrBlank(std::string_view text, std::string& out);
+    static std::string SqueezeBlanks(std::string_view text);
+
+  private:
+    struct Keyed {
+        std::vector<std::string_view> tokens;  // token 0 is the keyword
+        size_t line = 0;
+        bool present = false;
+    };
+    struct GlassLines {
+        Keyed nm, ed, cd, td, od, ld;
+        std::vector<Keyed> it;
+    };
+    enum class Outcome { Added, Skipped, Failed };
+
+    Outcome ReadRecord(const GlassLines& lines, const std::string& source, int16_t glassKind,
+                       MaterialRecord& rec, bool& refitted, float& meanError, StatedIndex& stated);
+    bool Fail(size_t line, const std::string& why);
+
+    Dialogs& dialogs_;
+    ImportOptions options_;
+    std::vector<StatedIndex> stated_;
+    int skipped_ = 0;
+    size_t failLine_ = 0;
+    std::string failWhy_;
+};
+
+}  // namespace ostrel
