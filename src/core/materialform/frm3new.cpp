@@ -367,8 +367,22 @@ void frm3New::comClipPasteClick(const std::string& clipText) {
     if (mode_ == kModeReview) return;
     try {
         if (tabProperties.tab == kTabIndex) {
+            const int first = ssRefInd.ActiveRow();
             const int rows = ssRefInd.Paste(clipText);
-            if (rows > 0) ssRefIndChange(ssRefInd.ActiveCol(), ssRefInd.ActiveRow());
+            if (rows > 0 && rec_.General.IndexDataType == 0) {
+                // Pasted rows without a weight get one as typed rows do; a weight pasted
+                // as 0 stays 0.
+                for (int r = first; r < first + rows && r <= ssRefInd.MaxRows(); ++r) {
+                    if (ssRefInd.Text(3, r).empty()) ssRefIndChange(1, r);
+                }
+            }
+            if (rows > 0) {
+                if (rec_.General.IndexDataType == 0) HideFitColumns(true);
+                comIndexFit.enabled = true;
+                comIndexShow.enabled = false;
+                SetSectionReady(rec_.IndexState, false);
+                RefreshPanels();
+            }
         } else if (tabProperties.tab == kTabTrans) {
             const int first = ssTrans.ActiveRow();
             const int rows = ssTrans.Paste(clipText);

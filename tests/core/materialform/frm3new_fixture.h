@@ -1,0 +1,92 @@
+#pragma once
+// A material form over a custom list in a fresh folder, driven as the user would.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/material/list_fixture.h"
+#include "core/materialform/frm3new.h"
+
+namespace ostrel::testing {
+
+// Indices of the Schott form n^2 = 2.25 + 0.01 / lambda^2 (lambda in µm), worked out apart.
+struct IndexPoint {
+    double wave;
+    double index;
+};
+inline const std::vector<IndexPoint> kSchottPoints = {
+    {1000, 1.5033296378}, {800, 1.5051993223}, {700, 1.5067873650}, {600, 1.5092308564},
+    {500, 1.5132745950},  {450, 1.5163715627}, {400, 1.5206906326}};
+
+class Frm3NewFixture : public ListFixture {
+  protected:
+    void SetUp() override {
+        Fresh();
+        frm3New::Hooks hooks;
+        hooks.close = [this] { ++closes; };
+        hooks.pickWaves = [this](int16_t& count, float& wave, std::vector<float>& waves,
+                                 int16_t startTab) -> int16_t {
+            pickerStart.push_back(wave);
+            pickerTab.push_back(startTab);
+            if (picked.empty()) return 0;
+            count = static_cast<int16_t>(picked.size());
+            if (picked.size() == 1) {
+                wave = picked[0];
+            } else {
+                waves = picked;
+            }
+            return -1;
+        };
+        form = std::make_unique<frm3New>(*list, dialogs, hooks);
+    }
+
+    static std::string Num(double v) {
+        char buf[40];
+        std::snprintf(buf, sizeof buf, "%.10g", v);
+        return buf;
+    }
+
+    // Types into a cell of a grid and tells the form, as the window does.
+    void Type(Grid& grid, int col, int row, const std::string& text) {
+        ASSERT_TRUE(grid.EditText(col, row, text)) << col << "," << row << " " << text;
+        if (&grid == &form->ssRefInd) form->ssRefIndChange(col, row);
+        if (&grid == &form->ssTrans) form->ssTransChange(col, row);
+        if (&grid == &form->ssOther) form->ssOtherChange(col, row);
+    }
+    void TypeIndexRows(size_t count) {
+        for (size_t i = 0; i < count; ++i) {
+            const int row = static_cast<int>(i) + 1;
+            Type(form->ssRefInd, 1, row, Num(kSchottPoints[i].wave));
+            Type(form->ssRefInd, 2, row, Num(kSchottPoints[i].index));
+        }
+    }
+    void TypeName(const std::string& name, const std::string& source) {
+        form->txtGenGlass.text = name;
+        form->txtGenGlassChange();
+        form->txtGenSource.text = source;
+        form->txtGenSourceChange();
+    }
+    // Coefficient mode, Schott n^2 = 2.25 + 0.01 / lambda^2 over 400..800 nm, checked.
+    void CheckSchottCoefficients() {
+        form->tabPropertiesChange(frm3New::kTabIndex);
+        form->cmbIndexDataType.SetListIndex(1);
+        form->cmbIndexDataTypeClick();
+        Type(form->ssRefInd, 2, 1, "2.25");
+        Type(form->ssRefInd, 2, 3, "0.01");
+        Type(form->ssRefInd, 2, 8, "400");
+        Type(form->ssRefInd, 4, 8, "800");
+        form->comIndexFitClick();
+    }
+    std::string LastBox() const { return dialogs.boxes.empty() ? "" : dialogs.boxes.back().text; }
+
+    std::unique_ptr<frm3New> form;
+    int closes = 0;
+    std::vector<float> picked;
+    std::vector<float> pickerStart;
+    std::vector<int16_t> pickerTab;
+};
+
+}  // namespace ostrel::testing

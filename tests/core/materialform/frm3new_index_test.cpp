@@ -1,0 +1,233 @@
+#include <gtest/gtest.h>
+
+#include "core/materialform/frm3new_fixture.h"
+
+namespace ostrel::testing {
+namespace {
+
+class Frm3NewIndex : public Frm3NewFixture {
+  protected:
+    void SetUp() override {
+        Frm3NewFixture::SetUp();
+        form->DisplayNew();
+        form->tabPropertiesChange(frm3New::kTabIndex);
+    }
+};
+
+TEST_F(Frm3NewIndex, TypedRowGetsWeightOneAndHidesTheFitColumns) {
+    Type(form->ssRefInd, 1, 1, "587.5618");
+    EXPECT_EQ(form->ssRefInd.Text(3, 1), "");  // no index yet
+    Type(form->ssRefInd, 2, 1, "1.5168");
+    EXPECT_EQ(form->ssRefInd.Text(3, 1), "1");
+    EXPECT_TRUE(form->ssRefInd.Column(4).hidden);
+    EXPECT_TRUE(form->ssRefInd.Column(5).hidden);
+    EXPECT_EQ(form->lblIndexMinDataPoints.caption, "Min: 6 points");
+}
+
+TEST_F(Frm3NewIndex, FitOfExactSchottDataMakesIndexReady) {
+    TypeIndexRows(7);
+    Type(form->ssRefInd, 1, 9, "1200");  // a wave without index is no point
+    form->comIndexFitClick();
+
+    EXPECT_TRUE(dialogs.boxes.empty()) << LastBox();
+    EXPECT_EQ(form->lblError.caption, "average Schott polynomal fit error: 0.0000000");
+    const MaterialRecord& r = form->Record();
+    EXPECT_EQ(r.General.IndexPoints, 7);
+    EXPECT_EQ(r.General.IndexReserved, 6);
+    EXPECT_EQ(r.General.IndexWvMin, 400);
+    EXPECT_EQ(r.General.IndexWvMax, 1000);
+    // The points carry ten digits, so the coefficients come back to about 1e-7.
+    EXPECT_NEAR(r.General.PolyCoef[0], 2.25, 1e-6);
+    EXPECT_NEAR(r.General.PolyCoef[2], 0.01, 1e-6);
+    EXPECT_EQ(r.IndexState.Ready, kTrue);
+    EXPECT_EQ(r.IndexState.Changes, 3);
+    // nd 1.50962, vd 80.64 worked out from the formula.
+    EXPECT_EQ(r.General.GlassCode, 510806);
+    EXPECT_EQ(form->lblGlassCode.caption, "510806");
+    EXPECT_EQ(form->pnlStatus[1].caption, "Index: Ready");
+    EXPECT_EQ(form->pnlStatus[1].backColour, kStatusGreen);
+
+    // Longest first; the lone wave has gone from the grid.
+    EXPECT_EQ(form->ssRefInd.Value(1, 1), 1000.0);
+    EXPECT_EQ(form->ssRefInd.Text(1, 8), "");
+    EXPECT_FALSE(form->ssRefInd.Column(4).hidden);
+    EXPECT_EQ(form->ssRefInd.Text(4, 1), "1.5033296");
+    EXPECT_EQ(form->ssRefInd.Text(5, 1), "0.0000000");
+    EXPECT_FALSE(form->comIndexFit.enabled);
+    EXPECT_TRUE(form->comIndexShow.enabled);
+
+    // The plots.
+    const auto curve = form->IndexCurve(5);
+    ASSERT_EQ(curve.size(), 5u);
+    EXPECT_DOUBLE_EQ(curve.front().wave, 400.0);
+    EXPECT_NEAR(curve.back().value, 1.5033296378, 1e-9);
+    const auto residuals = form->IndexResiduals();
+    ASSERT_EQ(residuals.size(), 7u);
+    EXPECT_NEAR(residuals[6].measured, 1.5206906326, 1e-9);
+    EXPECT_NEAR(residuals[6].error, 0.0, 1e-9);
+
+    // Editing a cell undoes the state of the fit.
+    Type(form->ssRefInd, 2, 1, "1.5034");
+    EXPECT_TRUE(form->ssRefInd.Column(4).hidden);
+    EXPECT_TRUE(form->comIndexFit.enabled);
+    EXPECT_FALSE(form->comIndexShow.enabled);
+    EXPECT_EQ(form->pnlStatus[1].caption, "Index: NOT Ready");
+    EXPECT_EQ(form->lblGlassCode.caption, "");
+    EXPECT_TRUE(form->IndexCurve(5).empty());
+}
+
+TEST_F(Frm3NewIndex, OnePointTooFewIsRefused) {
+    TypeIndexRows(5);
+    form->comIndexFitClick();
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(dialogs.boxes[0].text,
+              "You need at least 6 full data points to fit a Schott polynomial.");
+    EXPECT_EQ(dialogs.boxes[0].icon, MsgIcon::Exclamation);
+    EXPECT_EQ(form->lblError.caption, "");
+    EXPECT_EQ(form->Record().IndexState.Ready, kFalse);
+    EXPECT_TRUE(form->ssRefInd.Column(4).hidden);
+}
+
+TEST_F(Frm3NewIndex, SortKeepsEqualWavelengthsInOrderAndLeavesAnEmptyGridAlone) {
+    form->comIndexSortClick();
+    EXPECT_EQ(form->Record().General.IndexPoints, 0);
+
+    Type(form->ssRefInd, 1, 1, "500");
+    Type(form->ssRefInd, 2, 1, "1.51");
+    Type(form->ssRefInd, 1, 2, "700");
+    Type(form->ssRefInd, 2, 2, "1.50");
+    Type(form->ssRefInd, 1, 3, "500");
+    Type(form->ssRefInd, 2, 3, "1.52");
+    form->comIndexSortClick();
+    const auto& m = form->Record().Measured;
+    EXPECT_EQ(form->Record().General.IndexPoints, 3);
+    EXPECT_EQ(m.IndexWave[0], 700.0);
+    EXPECT_EQ(m.IndexValue[1], 1.51);
+    EXPECT_EQ(m.IndexValue[2], 1.52);
+    EXPECT_EQ(form->ssRefInd.Value(2, 2), 1.51);
+    EXPECT_DOUBLE_EQ(m.IndexWaveUm[0], 0.7);
+    EXPECT_DOUBLE_EQ(m.IndexSquared[2], 1.52 * 1.52);
+}
+
+TEST_F(Frm3NewIndex, PastedRowsTakeWeightsButAPastedZeroStays) {
+    form->comClipPasteClick("1000\t1.5033296378\r\n800\t1.5051993223\t0\r\n700\t1.506787365\n");
+    EXPECT_EQ(form->ssRefInd.Text(3, 1), "1");
+    EXPECT_EQ(form->ssRefInd.Text(3, 2), "0");
+    EXPECT_EQ(form->ssRefInd.Text(3, 3), "1");
+    EXPECT_EQ(form->ssRefInd.Text(1, 4), "");
+}
+
+TEST_F(Frm3NewIndex, CheckCoefficientsReportsAndSetsReady) {
+    CheckSchottCoefficients();
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    // Indices of n^2 = 2.25 + 0.01 / lambda^2 worked out apart.
+    const std::string blanks(11, ' ');
+    std::string expected = "Schott Polynomial\n\nWavLn[nm]     Index\n";
+    for (const char* line : {"435.8 1.517450", "480.0 1.514398", "486.1 1.514041",
+                             "546.1 1.511136", "587.6 1.509623", "589.0 1.509578",
+                             "643.8 1.508021", "656.3 1.507719", "",
+                             "400.0 1.520691", "440.0 1.517120", "480.0 1.514398",
+                             "520.0 1.512277", "560.0 1.510592", "600.0 1.509231",
+                             "640.0 1.508116", "680.0 1.507192", "720.0 1.506416",
+                             "760.0 1.505760", "800.0 1.505199"}) {
+        std::string l = line;
+        if (!l.empty()) l.replace(l.find(' '), 1, blanks);
+        expected += l + "\n";
+    }
+    EXPECT_EQ(dialogs.boxes[0].text, expected);
+    EXPECT_EQ(dialogs.boxes[0].buttons, MsgButtons::OK);
+    EXPECT_EQ(form->Record().IndexState.Ready, kTrue);
+    EXPECT_EQ(form->Record().General.IndexWvMin, 400);
+    EXPECT_EQ(form->Record().General.PolyCoef[2], 0.01);
+    EXPECT_EQ(form->comIndexFit.caption, "Check coeffs");
+    EXPECT_FALSE(form->comIndexShow.enabled);
+    EXPECT_FALSE(form->comWaveSelRefInd.enabled);
+    EXPECT_EQ(form->lblIndexMinDataPoints.caption, "");
+    EXPECT_EQ(form->ssRefInd.Text(1, 2), "A1 ");
+    form->tabPropertiesChange(frm3New::kTabIndex);  // refilled from the record
+    EXPECT_EQ(form->ssRefInd.Text(2, 8), "400nm");
+    EXPECT_EQ(form->ssRefInd.Text(2, 1), "+2.25000000e+00");
+}
+
+TEST_F(Frm3NewIndex, InvalidIndexOutsideTheWavebandDoesNotMatter) {
+    form->cmbIndexDataType.SetListIndex(1);
+    form->cmbIndexDataTypeClick();
+    // n^2 = 1.5 - 0.3 / lambda^2: no index at 435.8 nm, a good one from 1000 to 2000 nm.
+    Type(form->ssRefInd, 2, 1, "1.5");
+    Type(form->ssRefInd, 2, 3, "-0.3");
+    Type(form->ssRefInd, 2, 8, "1000");
+    Type(form->ssRefInd, 4, 8, "2000");
+    form->comIndexFitClick();
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_NE(dialogs.boxes[0].text.find("\n435.8           index < 1 !!\n"), std::string::npos);
+    EXPECT_EQ(form->Record().IndexState.Ready, kTrue);
+}
+
+TEST_F(Frm3NewIndex, CheckWithoutWavebandStoresNothing) {
+    form->cmbIndexDataType.SetListIndex(1);
+    form->cmbIndexDataTypeClick();
+    Type(form->ssRefInd, 2, 1, "2.25");
+    form->comIndexFitClick();
+    EXPECT_EQ(LastBox(),
+              "No waveband specified.  Plese enter maximum and minimum wavelengths [in nm].");
+    EXPECT_EQ(form->Record().General.PolyCoef[0], 0.0);
+    EXPECT_EQ(form->Record().IndexState.Ready, kFalse);
+}
+
+TEST_F(Frm3NewIndex, ShowConstsAfterCheckMakesTheTextFromTheCoefficients) {
+    CheckSchottCoefficients();
+    form->cmbIndexDataType.SetListIndex(0);
+    form->cmbIndexDataTypeClick();
+    EXPECT_TRUE(form->comIndexShow.enabled);
+    form->comIndexShowClick();
+    const std::string text = LastBox();
+    EXPECT_EQ(text.rfind("Schott Polynomial Constants\n\nA0:   +2.25000000e+00", 0), 0u) << text;
+    EXPECT_NE(text.find("\n\nWaveLen Min:   400nm\nWaveLen Max:   800nm"), std::string::npos);
+}
+
+TEST_F(Frm3NewIndex, PolynomialListOmitsSellmeierPlusAndKeepsTypeSix) {
+    EXPECT_EQ(form->cmbIndexPolyType.Items(),
+              (std::vector<std::string>{"Schott", "Sellmeier", "Cauchy", "Schott Plus"}));
+    EXPECT_EQ(form->cmbIndexPolyType.ItemData(2), 4);
+    MaterialRecord rec = frm3New::FreshRecord();
+    rec.General.Polytype = 6;
+    form->DisplayEdit(rec);
+    EXPECT_EQ(form->cmbIndexPolyType.listIndex(), -1);
+    EXPECT_EQ(form->Record().General.Polytype, 6);
+    EXPECT_EQ(form->lblIndexMinDataPoints.caption, "Min: 12 points");
+
+    form->cmbIndexPolyType.SetListIndex(2);
+    form->cmbIndexPolyTypeClick();
+    EXPECT_EQ(form->Record().General.Polytype, 4);
+    EXPECT_EQ(form->lblIndexMinDataPoints.caption, "Min: 3 points");
+}
+
+TEST_F(Frm3NewIndex, ClearEmptiesGridAndIndexData) {
+    TypeIndexRows(6);
+    form->comIndexFitClick();
+    form->comClearClick();
+    EXPECT_EQ(form->Record().General.IndexPoints, 0);
+    EXPECT_EQ(form->Record().General.GlassCode, 0);
+    EXPECT_EQ(form->Record().General.PolyCoef[0], 0.0);
+    EXPECT_EQ(form->Record().IndexState.Ready, kFalse);
+    EXPECT_EQ(form->ssRefInd.Text(1, 1), "");
+}
+
+TEST_F(Frm3NewIndex, UsefulWavelengthsFillConsecutiveRowsFromTheActiveRow) {
+    Type(form->ssRefInd, 1, 2, "632.8");
+    form->ssRefInd.SetActiveCell(2, 2);
+    picked = {656.2725f, 587.5618f};
+    form->comWaveSelRefIndClick();
+    ASSERT_EQ(pickerStart.size(), 1u);
+    EXPECT_FLOAT_EQ(pickerStart[0], 632.8f);
+    EXPECT_EQ(pickerTab[0], 0);
+    EXPECT_FLOAT_EQ(static_cast<float>(form->ssRefInd.Value(1, 2)), 656.2725f);
+    EXPECT_FLOAT_EQ(static_cast<float>(form->ssRefInd.Value(1, 3)), 587.5618f);
+
+    picked.clear();  // cancelled: nothing changes
+    form->comWaveSelRefIndClick();
+    EXPECT_FLOAT_EQ(static_cast<float>(form->ssRefInd.Value(1, 2)), 656.2725f);
+}
+
+}  // namespace
+}  // namespace ostrel::testing
