@@ -274,7 +274,7 @@ bool frm3New::GeneralCheck(const std::string& name, const std::string& source) {
     proposal.General.GlassName.Set(n);
     proposal.General.Source.Set(s);
     std::string message;
-    if (!list_.CheckOverwrite(proposal, true, message)) {
+    if (!list_.CheckOverwrite(proposal, false, message)) {
         dialogs_.MsgBox(message, MsgButtons::OK, MsgIcon::Information);
         SetSectionReady(rec_.GeneralState, false);
         return false;

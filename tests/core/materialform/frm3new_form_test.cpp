@@ -1,0 +1,269 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "core/material/catalogue_record.h"
+#include "core/material/material_record_codec.h"
+#include "core/materialform/frm3new_fixture.h"
+
+namespace ostrel::testing {
+namespace {
+
+using Form = Frm3NewFixture;
+
+TEST_F(Form, NewMaterialReadsEditingAndHasOnlyDnDtReady) {
+    form->DisplayNew();
+    EXPECT_TRUE(form->IsOpen());
+    EXPECT_EQ(form->form.caption, "Editing data  ");
+    EXPECT_EQ(form->comAdd.caption, "Add to list");
+    EXPECT_EQ(form->comAdd.toolTip, "Add this new material to the ostrel database");
+    EXPECT_TRUE(form->lblGenNew.visible);
+    const char* expected[] = {"General: NOT Ready", "Index: NOT Ready", "Trans: NOT Ready",
+                              "dn/dt: Ready", "Other: NOT Ready"};
+    for (size_t i = 0; i < 5; ++i) {
+        EXPECT_EQ(form->pnlStatus[i].caption, expected[i]);
+        EXPECT_EQ(form->pnlStatus[i].backColour, i == 3 ? kStatusGreen : kStatusRed);
+    }
+    EXPECT_EQ(form->txtTransGlassWidth.text, "10.0");
+    EXPECT_EQ(form->Record().General.GlassKind, 8);
+    EXPECT_EQ(form->Record().Other.Status.Text(), "A");
+    EXPECT_TRUE(dialogs.boxes.empty());
+}
+
+TEST_F(Form, TitleOfEditedMaterialAndReviewLocksEverything) {
+    MaterialRecord rec = MakeRecord("N-AB", "Maker");
+    form->DisplayEdit(rec);
+    EXPECT_EQ(form->form.caption, "New material data  N-AB::Maker");
+    EXPECT_EQ(form->comAdd.caption, "Accept changes");
+    EXPECT_FALSE(form->lblGenNew.visible);
+    form->DisplayEdit(MakeRecord("N-AB", ""));
+    EXPECT_EQ(form->form.caption, "New material data  ?? ::");
+
+    form->DisplayReview(rec);
+    EXPECT_EQ(form->form.caption, "Reviewing data");
+    for (const Control* c : std::initializer_list<const Control*>{
+             &form->comClear, &form->comClipPaste, &form->comWaveSelRefInd, &form->comIndexFit,
+             &form->comTransSort, &form->comMelt, &form->lstThermal, &form->txtGenGlass,
+             &form->cmbTransType}) {
+        EXPECT_FALSE(c->enabled);
+    }
+    form->tabPropertiesChange(frm3New::kTabIndex);
+    EXPECT_FALSE(form->comClear.enabled);
+    EXPECT_FALSE(form->ssRefInd.EditText(1, 1, "500"));
+    EXPECT_FALSE(form->ssOther.EditText(2, 9, "2.5"));
+    form->comOKClick();
+    EXPECT_FALSE(form->IsOpen());
+    EXPECT_EQ(closes, 1);
+}
+
+struct TabCase {
+    int tab;
+    const char* paste;
+    bool pasteOn;
+    const char* clear;
+    bool clearOn;
+    bool waveOn;
+};
+
+class FormTabs : public Frm3NewFixture, public ::testing::WithParamInterface<TabCase> {};
+
+TEST_P(FormTabs, CommandsFollowTheTab) {
+    form->DisplayNew();
+    const TabCase& c = GetParam();
+    form->tabPropertiesChange(c.tab);
+    EXPECT_EQ(form->comClipPaste.caption, c.paste);
+    EXPECT_EQ(form->comClipPaste.enabled, c.pasteOn);
+    EXPECT_EQ(form->comClear.caption, c.clear);
+    EXPECT_EQ(form->comClear.enabled, c.clearOn);
+    EXPECT_EQ(form->comWaveSelRefInd.enabled, c.waveOn);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Tabs, FormTabs,
+    ::testing::Values(TabCase{0, "&Paste", false, "&Clear", false, false},
+                      TabCase{1, "&Paste index", true, "&Clear index", true, true},
+                      TabCase{2, "&Paste trans", true, "&Clear trans", true, true},
+                      TabCase{3, "&Paste", false, "&Clear dndt", true, false},
+                      TabCase{4, "&Paste", false, "&Clear other", true, false}));
+
+TEST_F(Form, CatalogueNameIsRefusedAndTheOldTextComesBack) {
+    CatalogueRecord c;
+    ClearCatalogueRecord(c);
+    c.GlassName.Set("N-AB");
+    c.Source.Set("MAKER");
+    unsigned char img[kCatalogueRecordSize];
+    ToBytes(c, img);
+    WriteFileBytes(dir / kCatalogueFileName, std::string(reinterpret_cast<char*>(img), sizeof img));
+    list->LoadCatalogueNames(dir.path().string());
+    ASSERT_TRUE(list->ListAdd(MakeRecord("MINE", "MAKER"), false));
+
+    form->DisplayNew();
+    TypeName("N-A", "maker");
+    EXPECT_EQ(form->pnlStatus[0].caption, "General: Ready");
+    form->txtGenGlass.text = "n-ab";
+    form->txtGenGlassChange();
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(dialogs.boxes[0].text,
+              "N-AB - MAKER is already in the list of catalog materials, and cannot be "
+              "overwritten!");
+    EXPECT_EQ(dialogs.boxes[0].icon, MsgIcon::Information);
+    EXPECT_EQ(form->txtGenGlass.text, "N-A");
+    EXPECT_EQ(form->pnlStatus[0].caption, "General: NOT Ready");
+    EXPECT_EQ(form->form.caption, "Editing data  N-A::maker");
+
+    // A name of the custom list passes here; saving asks about it.
+    form->txtGenGlass.text = "Mine";
+    form->txtGenGlassChange();
+    EXPECT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(form->pnlStatus[0].caption, "General: Ready");
+
+    // Names are cut to 30 characters.
+    form->txtGenGlass.text = std::string(40, 'Z');
+    form->txtGenGlassChange();
+    EXPECT_EQ(form->Record().General.GlassName.Text(), std::string(30, 'Z'));
+}
+
+// The whole road of a new material: every tab, then the save into the custom file.
+TEST_F(Form, NewMaterialIsSavedAndTheFormIsReadyForTheNext) {
+    form->DisplayNew();
+    form->comAddClick();
+    EXPECT_EQ(LastBox(), frm3New::kIncompleteMsg);
+    EXPECT_EQ(dialogs.boxes.back().icon, MsgIcon::Exclamation);
+
+    TypeName("Glass-1", "Lab");
+    form->tabPropertiesChange(frm3New::kTabIndex);
+    TypeIndexRows(7);
+    form->comIndexFitClick();
+    form->tabPropertiesChange(frm3New::kTabTrans);
+    form->cmbTransType.SetListIndex(1);
+    form->cmbTransTypeClick();
+    const char* waves[] = {"400", "700", "550"};
+    for (int r = 1; r <= 3; ++r) {
+        Type(form->ssTrans, 1, r, waves[r - 1]);
+        Type(form->ssTrans, 3, r, "90");
+    }
+    form->comTransSortClick();
+    form->tabPropertiesChange(frm3New::kTabOther);
+    Type(form->ssOther, 2, 9, "2.51");
+    const size_t before = dialogs.boxes.size();
+
+    form->comAddClick();
+    EXPECT_EQ(dialogs.boxes.size(), before);
+    ASSERT_EQ(list->CustomCount(), 1);
+    const MaterialRecord& saved = list->CustomList()[0];
+    EXPECT_EQ(saved.General.GlassName.Text(), "Glass-1");
+    EXPECT_TRUE(AllSectionsReady(saved));
+    EXPECT_EQ(saved.DateChanged, 46349.5);
+    EXPECT_EQ(saved.General.GlassCode, 510806);
+    EXPECT_FLOAT_EQ(saved.Measured.TransWave[0], 700.0f);
+    EXPECT_FLOAT_EQ(saved.General.Density, 2.51f);
+    EXPECT_EQ(refreshes, 1);
+    EXPECT_TRUE(std::filesystem::exists(Current()));
+    EXPECT_EQ(std::filesystem::file_size(Current()), 12964u);
+
+    // Ready for the next material.
+    EXPECT_EQ(form->form.caption, "Editing data  ");
+    EXPECT_EQ(form->Record().General.IndexPoints, 0);
+    EXPECT_EQ(form->pnlStatus[1].caption, "Index: NOT Ready");
+    EXPECT_EQ(form->pnlStatus[3].caption, "dn/dt: Ready");
+
+    // The same name again: asked, and No keeps the saved one.
+    MaterialRecord again = saved;
+    again.General.GlassName.Set("Glass-2");
+    again.General.Density = 3.0f;
+    form->DisplayEdit(again);
+    form->txtGenGlass.text = "Glass-1";
+    form->txtGenGlassChange();
+    dialogs.answers.push_back(MsgAnswer::No);
+    form->comAddClick();
+    EXPECT_EQ(LastBox(),
+              "Glass-1 - Lab is already in your collection.\nDo you want to overwrite the "
+              "existing data?");
+    EXPECT_EQ(dialogs.boxes.back().buttons, MsgButtons::YesNo);
+    EXPECT_FLOAT_EQ(list->CustomList()[0].General.Density, 2.51f);
+    EXPECT_EQ(list->CustomCount(), 1);
+}
+
+TEST_F(Form, EditedMaterialIsReplacedWithoutAQuestion) {
+    MaterialRecord rec = MakeRecord("E-1", "Lab");
+    rec.Measured.TransWidth = 2.0f;
+    for (SectionState* s : {&rec.GeneralState, &rec.IndexState, &rec.TransState, &rec.OtherState}) {
+        s->Ready = kTrue;
+    }
+    ASSERT_TRUE(list->ListAdd(rec, false));
+    form->DisplayEdit(rec);
+    form->tabPropertiesChange(frm3New::kTabOther);
+    Type(form->ssOther, 2, 9, "4.2");
+    form->comAddClick();
+    EXPECT_TRUE(dialogs.boxes.empty()) << LastBox();
+    ASSERT_EQ(list->CustomCount(), 1);
+    EXPECT_FLOAT_EQ(list->CustomList()[0].General.Density, 4.2f);
+    EXPECT_EQ(form->FormMode(), frm3New::kModeEdit);
+    EXPECT_EQ(form->Record().GeneralState.Changes, 0);
+}
+
+TEST_F(Form, OtherTabDensityStatusAndRemark) {
+    form->DisplayNew();
+    form->tabPropertiesChange(frm3New::kTabOther);
+    EXPECT_EQ(form->ssOther.Text(1, 9), "p [g/cm³]");
+    EXPECT_EQ(form->ssOther.Text(3, 9), "Density   [REQUIRED]");
+    Type(form->ssOther, 2, 9, "0");
+    EXPECT_EQ(form->pnlStatus[4].caption, "Other: NOT Ready");
+    Type(form->ssOther, 2, 9, "2.5");
+    EXPECT_EQ(form->pnlStatus[4].caption, "Other: Ready");
+    EXPECT_EQ(form->ssOther.Text(2, 9), "2.500");
+    Type(form->ssOther, 2, 9, "");
+    EXPECT_EQ(form->pnlStatus[4].caption, "Other: Ready");
+    EXPECT_FLOAT_EQ(form->Record().General.Density, 2.5f);
+
+    Type(form->ssOther, 2, 22, "r");
+    EXPECT_EQ(form->ssOther.Text(2, 22), "R");
+    Type(form->ssOther, 2, 22, "x");
+    EXPECT_EQ(form->Record().Other.Status.Text(), "R");
+    EXPECT_EQ(form->ssOther.Text(2, 22), "R");
+
+    Type(form->ssOther, 2, 24, std::string(130, 'q'));
+    EXPECT_EQ(form->Record().Other.REMark.Text(), std::string(120, 'q'));
+    EXPECT_EQ(form->ssOther.Text(2, 24), std::string(120, 'q'));
+
+    Type(form->ssOther, 2, 3, "525");
+    EXPECT_EQ(form->Record().Other.Tg.Text(), "525");
+    EXPECT_EQ(form->ssOther.Text(2, 3), "0525");
+    Type(form->ssOther, 2, 1, "abc");
+    EXPECT_EQ(form->Record().Other.A3070.Text(), "");
+
+    form->comClearClick();
+    EXPECT_EQ(form->pnlStatus[4].caption, "Other: NOT Ready");
+    EXPECT_EQ(form->Record().General.Density, 0.0f);
+    EXPECT_EQ(form->Record().Other.Tg.Text(), "");
+}
+
+TEST_F(Form, DnDtModelsRouteBoxZeroToTheirOwnField) {
+    form->DisplayNew();
+    form->lstThermal.SetListIndex(1);
+    form->lstThermalClick();
+    EXPECT_EQ(form->lblTherm[0].caption, "dn/dt");
+    EXPECT_EQ(form->lblDnDtLinear.caption, "Abs. value 20°C at 546nm (e) [units: 10^-6/K]");
+    EXPECT_FALSE(form->txtTherm[1].visible);
+    form->txtTherm[0].text = "2.5";
+    form->txtThermValidate(0);
+    EXPECT_FLOAT_EQ(form->Record().Thermal.dndt_lin, 2.5f);
+    EXPECT_EQ(form->txtTherm[0].text, "2.500e+00");
+
+    form->lstThermal.SetListIndex(2);
+    form->lstThermalClick();
+    EXPECT_EQ(form->lblTherm[0].caption, "D0");
+    EXPECT_EQ(form->lblTherm[6].caption, "ref. temp °C");
+    EXPECT_TRUE(form->txtTherm[6].visible);
+    form->txtTherm[0].text = "1.5e-6";
+    form->txtThermValidate(0);
+    form->txtTherm[6].text = "oops";
+    form->txtThermValidate(6);
+    EXPECT_FLOAT_EQ(form->Record().Thermal.dndt_D0, 1.5e-6f);
+    EXPECT_FLOAT_EQ(form->Record().Thermal.dndt_lin, 2.5f);
+    EXPECT_EQ(form->Record().Thermal.dndt_RefTemp, 0.0f);
+    EXPECT_EQ(form->txtTherm[6].text, "0.000e+00");
+}
+
+}  // namespace
+}  // namespace ostrel::testing
