@@ -6,8 +6,10 @@
 #include <QScreen>
 #include <QTimer>
 #include <filesystem>
+#include <functional>
 
 #include "core/external/bas1_setup.h"
+#include "core/external/frm1setup.h"
 #include "core/material/frm_glasses_list.h"
 #include "core/material/glasses_list.h"
 #include "core/materialform/frm2_manage.h"
@@ -21,6 +23,7 @@
 #include "core/shell/ini_file.h"
 #include "core/shell/manage_forms.h"
 #include "core/shell/new_msg.h"
+#include "gui/external/frm1_setup_window.h"
 #include "gui/material/frm_glasses_list_window.h"
 #include "gui/materialform/frm2_manage_window.h"
 #include "gui/platform/binders.h"
@@ -48,10 +51,11 @@ int main(int argc, char** argv) {
     parser.setApplicationDescription("Custom optical materials");
     parser.addHelpOption();
     QCommandLineOption dataDir("data-dir", "Folder of the custom material list.", "DIR");
-    QCommandLineOption screenshots("screenshots",
-                                   "Save pictures of the main window and the manage form into "
-                                   "DIR, then end.",
-                                   "DIR");
+    QCommandLineOption screenshots(
+        "screenshots",
+        "Save pictures of the main window, the setup form and the manage form into "
+        "DIR, then end.",
+        "DIR");
     parser.addOption(dataDir);
     parser.addOption(screenshots);
     parser.process(qapp);
@@ -70,9 +74,14 @@ int main(int argc, char** argv) {
     gui::QtSettingsStore settings;
     dialogs.SetBusy(true);
 
-    // The stored setup, then the names guarded against and the custom list.
+    // The stored setup, then the names guarded against and the custom list. The
+    // transmission wavelengths (TransTableWave) are a fixed table and need no filling.
     Bas1Setup setup(settings, dialogs);
     setup.LoadPaths();
+    auto installed = [&setup] {
+        return InstalledProgs{setup.GetKelmoraFound(), setup.GetLumbrakFound(),
+                              setup.GetSextaneFound()};
+    };
     GlassesList list(folder, errors);
     list.LoadCatalogueNames(setup.GetPathLumbrak());
     list.LoadGenericNames(setup.GetPathLumbrak());
@@ -87,8 +96,22 @@ int main(int argc, char** argv) {
     HelpNotes notes(dialogs, [&forms] { return forms.GetCurrentForm(); });
     CNewMsg newMsg(dialogs, settings);
 
+    // Editing a material from the floating list's popup or from the manage form. The
+    // material form and the melt form connect themselves here; until then an Edit command
+    // opens nothing.
+    std::function<void(int, const MaterialRecord&)> editInNewForm;
+    std::function<void(int, const MaterialRecord&)> editInMeltForm;
+    auto editNew = [&editInNewForm](int index, const MaterialRecord& rec) {
+        if (editInNewForm) editInNewForm(index, rec);
+    };
+    auto editMelt = [&editInMeltForm](int index, const MaterialRecord& rec) {
+        if (editInMeltForm) editInMeltForm(index, rec);
+    };
+
     gui::frmMainMDIWindow* window = nullptr;
     frmMainMDI::Hooks mainHooks;
+    mainHooks.editInNewForm = editNew;
+    mainHooks.editInMeltForm = editMelt;
     mainHooks.setHelpFile = [&app, folder] { SetHelpFile(app, folder); };
     mainHooks.unload = [&window] {
         if (window) window->close();
@@ -101,8 +124,22 @@ int main(int argc, char** argv) {
     dialogs.SetHelpLine(
         [&mainForm](const std::string& text, bool bold) { mainForm.HelpNote(text, bold); });
 
+    // The setup form. The siblings are looked for beside the program's folder, then on
+    // the user's drive.
+    frm1Setup::Hooks setupHooks;
+    setupHooks.showInstalledProgs = [&mainForm, &installed] {
+        mainForm.ShowInstalledProgs(installed());
+    };
+    setupHooks.ribbonClick = [&forms](int n, bool pressed) { forms.RibbonClick(n, pressed); };
+    setupHooks.searchRoots = [folder] { return Bas1Setup::DefaultRoots(folder); };
+    frm1Setup setupForm(setup, dialogs, setupHooks);
+    gui::frm1SetupWindow setupWindow(setupForm, &app, mainWindow.mdiArea());
+    forms.RegisterForm(kFormSetup, &setupForm);
+
     // The managing form.
     frm2Manage::Hooks manageHooks;
+    manageHooks.editInNewForm = editNew;
+    manageHooks.editInMeltForm = editMelt;
     manageHooks.showGlassesDel = [&mainWindow](frmGlassesDel& del) {
         gui::frmGlassesDelDialog dlg(del, &mainWindow);
         dlg.exec();
@@ -113,8 +150,8 @@ int main(int argc, char** argv) {
     forms.RegisterForm(kFormManage, &manage);
 
     mainWindow.show();
-    mainForm.Load(setup.GetFirstLoad(),
-                  {setup.GetKelmoraFound(), setup.GetLumbrakFound(), setup.GetSextaneFound()});
+    // On a first run this opens the setup form, which searches the disks first.
+    mainForm.Load(setup.GetFirstLoad(), installed());
 
     // The floating list.
     frmGlassesList glassesList(list, {[&forms] { return forms.GetCurrentForm(); },
@@ -136,10 +173,14 @@ int main(int argc, char** argv) {
             mainForm.ribToolsMouseMove(2);
             QApplication::processEvents();
             SaveScreen(dir + "/main_window.png");
-            forms.RibbonClick(kFormManage, true);
+            forms.RibbonClick(kFormSetup, true);
             QTimer::singleShot(800, &mainWindow, [&, dir] {
-                SaveScreen(dir + "/frm2_manage.png");
-                QApplication::quit();
+                SaveScreen(dir + "/frm1_setup.png");
+                forms.RibbonClick(kFormManage, true);
+                QTimer::singleShot(800, &mainWindow, [&, dir] {
+                    SaveScreen(dir + "/frm2_manage.png");
+                    QApplication::quit();
+                });
             });
         });
     }

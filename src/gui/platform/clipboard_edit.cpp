@@ -1,0 +1,84 @@
+#include "gui/platform/clipboard_edit.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QPlainTextEdit>
+#include <QTextEdit>
+
+#include "gui/platform/binders.h"
+
+namespace ostrel::gui {
+
+bool QtClipboard::Clear() {
+    QClipboard* c = QGuiApplication::clipboard();
+    if (!c) return false;
+    c->clear();
+    return true;
+}
+
+bool QtClipboard::SetText(const std::string& text) {
+    QClipboard* c = QGuiApplication::clipboard();
+    if (!c) return false;
+    const QString q = ToQt(text);
+    c->setText(q);
+    // The clipboard tells no failure itself: read the text back.
+    return c->text() == q;
+}
+
+std::optional<std::string> QtClipboard::GetText() {
+    QClipboard* c = QGuiApplication::clipboard();
+    if (!c) return std::nullopt;
+    return FromQt(c->text());
+}
+
+std::string WidgetEditTarget::SelectedText() const {
+    if (auto* e = qobject_cast<QLineEdit*>(widget_)) return FromQt(e->selectedText());
+    if (auto* e = qobject_cast<QPlainTextEdit*>(widget_)) {
+        return FromQt(e->textCursor().selectedText().replace(QChar::ParagraphSeparator, '\n'));
+    }
+    if (auto* e = qobject_cast<QTextEdit*>(widget_)) {
+        return FromQt(e->textCursor().selectedText().replace(QChar::ParagraphSeparator, '\n'));
+    }
+    return {};
+}
+
+bool WidgetEditTarget::ReplaceSelection(const std::string& text) {
+    if (auto* e = qobject_cast<QLineEdit*>(widget_)) {
+        if (e->isReadOnly()) return false;
+        e->insert(ToQt(text));
+        return true;
+    }
+    if (auto* e = qobject_cast<QPlainTextEdit*>(widget_)) {
+        if (e->isReadOnly()) return false;
+        e->insertPlainText(ToQt(text));
+        return true;
+    }
+    if (auto* e = qobject_cast<QTextEdit*>(widget_)) {
+        if (e->isReadOnly()) return false;
+        e->insertPlainText(ToQt(text));
+        return true;
+    }
+    return false;
+}
+
+bool EditCopy(Dialogs& dialogs) {
+    QtClipboard clip;
+    WidgetEditTarget target(QApplication::focusWidget());
+    return CSWindow(clip, dialogs).EditCopy(target);
+}
+
+bool EditCut(Dialogs& dialogs) {
+    QtClipboard clip;
+    WidgetEditTarget target(QApplication::focusWidget());
+    return CSWindow(clip, dialogs).EditCut(target);
+}
+
+bool EditPaste(Dialogs& dialogs) {
+    QtClipboard clip;
+    WidgetEditTarget target(QApplication::focusWidget());
+    return CSWindow(clip, dialogs).EditPaste(target);
+}
+
+}  // namespace ostrel::gui

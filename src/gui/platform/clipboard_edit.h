@@ -1,0 +1,34 @@
+#pragma once
+// Copy, cut and paste of the focused entry's selected text through the system clipboard,
+// with the failure boxes of CSWindow.
+#include <QPointer>
+#include <QWidget>
+
+#include "core/shell/cs_window.h"
+
+namespace ostrel::gui {
+
+class QtClipboard : public ClipboardPort {
+  public:
+    bool Clear() override;
+    bool SetText(const std::string& text) override;
+    std::optional<std::string> GetText() override;
+};
+
+// A line edit or a text edit; any other widget has no selection and takes no text.
+class WidgetEditTarget : public EditTarget {
+  public:
+    explicit WidgetEditTarget(QWidget* widget) : widget_(widget) {}
+    std::string SelectedText() const override;
+    bool ReplaceSelection(const std::string& text) override;
+
+  private:
+    QPointer<QWidget> widget_;
+};
+
+// The edit commands on the widget that has the focus.
+bool EditCopy(Dialogs& dialogs);
+bool EditCut(Dialogs& dialogs);
+bool EditPaste(Dialogs& dialogs);
+
+}  // namespace ostrel::gui

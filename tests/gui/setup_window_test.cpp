@@ -1,0 +1,203 @@
+// The setup form's window over a made-up disk: the labels follow the unit through scan,
+// browse and OK, and the first run keeps the tools off until the setup has closed.
+#include <gtest/gtest.h>
+
+#include <QDialog>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPushButton>
+#include <QToolButton>
+#include <filesystem>
+#include <memory>
+
+#include "core/external/frm1setup.h"
+#include "core/material/glasses_list.h"
+#include "core/platform/settings_store.h"
+#include "core/shell/frm_main_mdi.h"
+#include "gui/external/frm1_setup_window.h"
+#include "gui/shell/frm_main_mdi_window.h"
+#include "support/scripted_dialogs.h"
+#include "support/temp_dir.h"
+
+namespace ostrel::gui {
+namespace {
+
+namespace fs = std::filesystem;
+using ostrel::testing::ScriptedDialogs;
+using ostrel::testing::TempDir;
+using ostrel::testing::WriteFileBytes;
+
+std::string Dir(const fs::path& p) {
+    return p.string() + "/";
+}
+
+// A disk with Kelmora beside the program and Lumbrak elsewhere on the drive; no Sextane.
+class SetupWindowTest : public ::testing::Test {
+  protected:
+    SetupWindowTest() : clock(45292.0), errors(Dir(tmp.path()), dialogs, clock) {
+        fs::create_directories(tmp / "apps" / "Ostrel");
+        fs::create_directories(tmp / "apps" / "Kelmora");
+        WriteFileBytes(tmp / "apps" / "Kelmora" / "KelmoraTD.EXE", "k");
+        fs::create_directories(tmp / "drive" / "Lumbrak");
+        WriteFileBytes(tmp / "drive" / "Lumbrak" / "Lumbrak3D.EXE", "l");
+        list = std::make_unique<GlassesList>(Dir(tmp.path()), errors);
+    }
+
+    InstalledProgs Installed() const {
+        return {setup.GetKelmoraFound(), setup.GetLumbrakFound(), setup.GetSextaneFound()};
+    }
+
+    // The main window, the tool strip and the setup form wired as the program wires them.
+    void Build() {
+        forms = std::make_unique<ManageForms>(
+            dialogs, ManageForms::Hooks{[this] { return setup.GetKelmoraFound(); },
+                                        [this] { return setup.GetFirstLoad(); }, [] {}});
+        notes = std::make_unique<HelpNotes>(dialogs, [this] { return forms->GetCurrentForm(); });
+        newMsg = std::make_unique<CNewMsg>(dialogs, settings);
+        mainUnit = std::make_unique<frmMainMDI>(*forms, *list, dialogs, *notes, *newMsg,
+                                                "Version: 3.0.1", frmMainMDI::Hooks{});
+        mainWindow = std::make_unique<frmMainMDIWindow>(*mainUnit, nullptr);
+        frm1Setup::Hooks h;
+        h.showInstalledProgs = [this] { mainUnit->ShowInstalledProgs(Installed()); };
+        h.ribbonClick = [this](int n, bool pressed) { forms->RibbonClick(n, pressed); };
+        h.searchRoots = [this] { return SearchRoots{Dir(tmp / "apps"), Dir(tmp / "drive")}; };
+        unit = std::make_unique<frm1Setup>(setup, dialogs, h);
+        window = std::make_unique<frm1SetupWindow>(*unit, nullptr, mainWindow->mdiArea());
+        forms->RegisterForm(kFormSetup, unit.get());
+    }
+
+    QString Text(const char* label) const { return window->label(label)->text(); }
+
+    TempDir tmp;
+    ScriptedDialogs dialogs;
+    FixedClock clock;
+    ErrorDisplayer errors;
+    MemorySettingsStore settings;
+    Bas1Setup setup{settings, dialogs};
+    std::unique_ptr<GlassesList> list;
+    std::unique_ptr<ManageForms> forms;
+    std::unique_ptr<HelpNotes> notes;
+    std::unique_ptr<CNewMsg> newMsg;
+    std::unique_ptr<frmMainMDI> mainUnit;
+    std::unique_ptr<frmMainMDIWindow> mainWindow;
+    std::unique_ptr<frm1Setup> unit;
+    std::unique_ptr<frm1SetupWindow> window;
+};
+
+TEST_F(SetupWindowTest, ScanBrowseAndOKThroughTheButtons) {
+    settings.SaveSetting(Bas1Setup::kSection, Bas1Setup::kKeyFirstLoad, "0");
+    setup.LoadPaths();
+    Build();
+    mainUnit->Load(false, Installed());
+    EXPECT_TRUE(window->subWindow()->isHidden());
+
+    mainWindow->ribTools(1)->click();
+    ASSERT_FALSE(window->subWindow()->isHidden());
+    EXPECT_EQ(window->host(), window->subWindow()) << "opened inside the frame";
+    EXPECT_EQ(window->subWindow()->windowTitle(), "Setup");
+    EXPECT_EQ(Text("lblTitleLumbrakSextane"), "Path to LumbrakSextane3D:");
+    EXPECT_EQ(Text("lblPathKelmora"), "Not found");
+    EXPECT_EQ(window->button("comScan")->text(), "&Scan");
+    EXPECT_EQ(window->button("comSetupPathKelmora")->toolTip(),
+              "Manually search for Kelmora program");
+
+    dialogs.helpNotes.clear();
+    window->button("comScan")->click();
+    EXPECT_EQ(Text("lblPathKelmora").toStdString(),
+              Dir(tmp / "apps" / "Kelmora") + "KelmoraTD.EXE");
+    EXPECT_EQ(Text("lblPathLumbrakPlus").toStdString(),
+              Dir(tmp / "drive" / "Lumbrak") + "Lumbrak3D.EXE");
+    EXPECT_EQ(Text("lblPathLumbrakSextane"), "Not found");
+    EXPECT_EQ(dialogs.helpNotes.front(), frm1Setup::kSearchNote);
+    EXPECT_EQ(dialogs.helpNotes.back(), "");
+    EXPECT_TRUE(dialogs.everBusy);
+    EXPECT_EQ(dialogs.busyDepth, 0);
+    EXPECT_EQ(mainWindow->pnlInstalled(0)->text(), " KelmoraTD not found")
+        << "nothing is taken before OK";
+
+    // A file of another name is ignored; the program's own file sets the folder.
+    fs::create_directories(tmp / "other");
+    WriteFileBytes(tmp / "other" / "Setup.exe", "x");
+    WriteFileBytes(tmp / "other" / "lumbraksextanetd.exe", "s");
+    dialogs.files.push_back((tmp / "other" / "Setup.exe").string());
+    window->button("comSetupPathLumbrakSextane")->click();
+    EXPECT_EQ(Text("lblPathLumbrakSextane"), "Not found");
+    dialogs.files.push_back((tmp / "other" / "lumbraksextanetd.exe").string());
+    window->button("comSetupPathLumbrakSextane")->click();
+    EXPECT_EQ(Text("lblPathLumbrakSextane").toStdString(),
+              Dir(tmp / "other") + "LumbrakSextaneTD.EXE");
+
+    window->button("comOK")->click();
+    EXPECT_TRUE(window->subWindow()->isHidden());
+    EXPECT_FALSE(mainWindow->ribTools(1)->isChecked());
+    EXPECT_EQ(forms->GetCurrentForm(), 0);
+    EXPECT_EQ(mainWindow->pnlInstalled(0)->text(), " KelmoraTD found");
+    EXPECT_EQ(mainWindow->pnlInstalled(2)->text(), " SextaneTD found");
+    EXPECT_EQ(settings.GetSetting(Bas1Setup::kSection, Bas1Setup::kKeyLumbrak, ""),
+              Dir(tmp / "drive" / "Lumbrak"));
+}
+
+// On a first run only setup and end work until the setup form has closed, by OK or by
+// Cancel; the information box comes once, and the first-run state is stored as over.
+class FirstRunTest : public SetupWindowTest, public ::testing::WithParamInterface<const char*> {};
+
+TEST_P(FirstRunTest, ToolsStayOffUntilTheSetupCloses) {
+    setup.LoadPaths();
+    ASSERT_TRUE(setup.GetFirstLoad());
+    Build();
+    mainWindow->show();
+    mainUnit->Load(setup.GetFirstLoad(), Installed());
+
+    EXPECT_FALSE(window->subWindow()->isHidden()) << "the setup opens by itself";
+    EXPECT_TRUE(mainWindow->ribTools(1)->isChecked());
+    EXPECT_TRUE(mainWindow->ribEnd()->isEnabled());
+    for (int n = 2; n <= 7; ++n) EXPECT_FALSE(mainWindow->ribTools(n)->isEnabled()) << n;
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(dialogs.boxes[0].text, frm1Setup::FirstRunText());
+    EXPECT_EQ(dialogs.helpNotes.front(), frm1Setup::kSearchNote);
+    EXPECT_EQ(Text("lblPathKelmora").toStdString(), Dir(tmp / "apps" / "Kelmora") + "KelmoraTD.EXE")
+        << "the paths of the search are shown";
+
+    window->button(GetParam())->click();
+    EXPECT_TRUE(window->subWindow()->isHidden());
+    for (int n = 1; n <= 7; ++n) EXPECT_TRUE(mainWindow->ribTools(n)->isEnabled()) << n;
+    EXPECT_FALSE(mainWindow->ribTools(1)->isChecked());
+    EXPECT_EQ(dialogs.boxes.size(), 1u);
+
+    Bas1Setup next(settings, dialogs);
+    next.LoadPaths();
+    EXPECT_FALSE(next.GetFirstLoad());
+    EXPECT_EQ(next.GetKelmoraFound(), std::string(GetParam()) == "comOK");
+}
+
+INSTANTIATE_TEST_SUITE_P(CloseBy, FirstRunTest, ::testing::Values("comOK", "comCancel"));
+
+TEST_F(SetupWindowTest, ModalFormShowsAsABoxAndItsCloseBoxCancels) {
+    settings.SaveSetting(Bas1Setup::kSection, Bas1Setup::kKeyFirstLoad, "0");
+    setup.LoadPaths();
+    Build();
+    forms->SetCurrentForm(kFormSetup);
+    unit->Display(true);
+    auto* box = qobject_cast<QDialog*>(window->host());
+    ASSERT_NE(box, nullptr);
+    EXPECT_TRUE(box->isVisible());
+    EXPECT_TRUE(box->isModal());
+    EXPECT_EQ(box->windowTitle(), "Setup");
+    box->reject();
+    EXPECT_FALSE(unit->IsOpen());
+    EXPECT_FALSE(unit->Result());
+    EXPECT_EQ(forms->GetCurrentForm(), 0);
+
+    // Opened again as a child, it goes back into the frame.
+    forms->RibbonClick(kFormSetup, true);
+    EXPECT_EQ(window->host(), window->subWindow());
+    EXPECT_FALSE(window->subWindow()->isHidden());
+    EXPECT_FALSE(box->isVisible());
+    window->subWindow()->close();
+    EXPECT_TRUE(window->subWindow()->isHidden());
+    EXPECT_FALSE(unit->IsOpen());
+}
+
+}  // namespace
+}  // namespace ostrel::gui
