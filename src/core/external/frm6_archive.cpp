@@ -27,7 +27,8 @@ void SetUpGrid(Grid& g) {
 bool MultiRowSelection(const Grid& g) {
     const auto& blocks = g.Selection();
     if (blocks.size() > 1) return true;
-    return blocks.size() == 1 && blocks.front().row1 != blocks.front().row2;
+    return blocks.size() == 1 &&
+           (blocks.front().row1 < 1 || blocks.front().row1 != blocks.front().row2);
 }
 
 // The id in column 1 of a row; false when the cell holds no number.
@@ -136,8 +137,10 @@ bool frm6Archive::Move(const std::string& from, const std::string& to, int64_t i
         ok = false;
     }
     int deleted = 0;
-    ok = ok && db_->AddRowByPosition(to, rows.front().Values(), error) &&
-         db_->DeleteRows(from, {{"GlassID", DbValue{id}}}, deleted, error);
+    // The row leaves its table before it enters the other, so that its GlassID stands in
+    // one table at every step; the transaction makes the two steps one.
+    ok = ok && db_->DeleteRows(from, {{"GlassID", DbValue{id}}}, deleted, error) &&
+         db_->AddRowByPosition(to, rows.front().Values(), error);
     if (ok) return true;
     dialogs_.MsgBox(std::string(failure) + "\n" + std::to_string(error.code) + "\t" + error.message,
                     MsgButtons::OK, MsgIcon::Exclamation);

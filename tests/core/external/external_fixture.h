@@ -1,0 +1,100 @@
+#pragma once
+// A demo installation of the three sibling programs in a fresh folder, and ready materials.
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/external/bas1_setup.h"
+#include "core/external/demo_installation.h"
+#include "core/external/kelmora_database.h"
+#include "core/platform/file_io.h"
+#include "core/platform/settings_store.h"
+#include "support/scripted_dialogs.h"
+#include "support/temp_dir.h"
+
+namespace ostrel::testing {
+
+inline std::vector<DemoGlass> DemoGlasses() {
+    std::string text;
+    FileError error;
+    ReadWholeFile(std::string(OSTREL_TEST_DATA) + "/../../data/demo/demo_glasses.csv", text, error);
+    std::vector<DemoGlass> glasses;
+    std::string message;
+    EXPECT_TRUE(ParseDemoCatalogue(text, glasses, message)) << message;
+    return glasses;
+}
+
+// A material with all five sections ready.
+inline MaterialRecord ReadyMaterial(const std::string& name, const std::string& source,
+                                    double b1 = 1.03961212) {
+    MaterialRecord rec = ClearedMaterialRecord();
+    rec.General.GlassName.Set(name);
+    rec.General.Source.Set(source);
+    rec.General.GlassKind = 8;
+    rec.General.Polytype = 2;
+    rec.General.PolyCoef = {b1, 0.231792344, 1.01046945, 0.00600069867, 0.0200179144, 103.560653};
+    rec.General.IndexWvMin = 310;
+    rec.General.IndexWvMax = 2500;
+    rec.General.Density = 2.51f;
+    rec.TransTable.fill(kNoTransData);
+    rec.TransTable[20] = 0.0012f;
+    rec.Other.Status.Set("A");
+    for (auto* s : {&rec.GeneralState, &rec.IndexState, &rec.TransState, &rec.ThermalState,
+                    &rec.OtherState}) {
+        s->Ready = kTrue;
+    }
+    return rec;
+}
+
+class ExternalFixture : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        auto glasses = DemoGlasses();
+        glasses.resize(4);  // N-BK7, K7, F2, N-SF11 of Schott
+        std::string message;
+        ASSERT_TRUE(CreateDemoInstallation(dir.path().string(), glasses, settings, message))
+            << message;
+        setup.LoadPaths();
+        ASSERT_TRUE(setup.GetKelmoraFound() && setup.GetLumbrakFound() && setup.GetSextaneFound());
+    }
+    void TearDown() override {
+        SetWriteFaultHook(nullptr);
+        SetDatabaseFaultHook(nullptr);
+    }
+
+    std::string Lumbrak() const { return setup.GetPathLumbrak(); }
+    std::string Sextane() const { return setup.GetPathSextane(); }
+    std::string Kelmora() const { return setup.GetPathKelmora(); }
+
+    std::unique_ptr<Database> Open() {
+        DbError error;
+        auto db = OpenGlassDatabaseForUpdate(Kelmora(), dialogs);
+        EXPECT_TRUE(db);
+        return db;
+    }
+    // "table:id:name:source:s1" of every row of both tables.
+    std::vector<std::string> Rows() {
+        std::vector<std::string> out;
+        auto db = Open();
+        for (const char* table : {kTableCurrent, kTableArchive}) {
+            std::vector<DbRow> rows;
+            DbError error;
+            EXPECT_TRUE(db->FindRows(table, {}, rows, error));
+            for (const auto& r : rows) {
+                out.push_back(std::string(table) + ":" + DbText(r.Field("GlassID")) + ":" +
+                              DbText(r.Field("GlassName")) + ":" + DbText(r.Field("Source")) + ":" +
+                              DbText(r.Field("s1")) + ":" + DbText(r.Field("C1")));
+            }
+        }
+        return out;
+    }
+
+    TempDir dir;
+    MemorySettingsStore settings;
+    ScriptedDialogs dialogs;
+    Bas1Setup setup{settings, dialogs};
+};
+
+}  // namespace ostrel::testing

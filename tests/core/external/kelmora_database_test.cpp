@@ -1,0 +1,281 @@
+#include "core/external/kelmora_database.h"
+
+#include <sqlite3.h>
+
+#include <cmath>
+
+#include "core/optics/derived_data.h"
+#include "core/platform/sqlite_database.h"
+#include "external_fixture.h"
+
+namespace ostrel::testing {
+namespace {
+
+using KelmoraDatabaseTest = ExternalFixture;
+
+TEST(GlassSchema, TransmissionColumnsStandTogetherInWavelengthOrder) {
+    const auto& cols = GlassColumns(false);
+    const auto at = std::find(cols.begin(), cols.end(), "T250") - cols.begin();
+    const char* expected[] = {
+        "T250", "T260", "T270",  "T280",  "T290",  "T300",  "T310",  "T320", "T330", "T334", "T340",
+        "T350", "T360", "T365",  "T370",  "T380",  "T390",  "T400",  "T405", "T420", "T436", "T440",
+        "T460", "T480", "T500",  "T546",  "T550",  "T580",  "T600",  "T620", "T650", "T660", "T700",
+        "T800", "T900", "T1000", "T1060", "T1530", "T1970", "T2325", "T2500"};
+    for (int i = 0; i < 41; ++i) EXPECT_EQ(cols[static_cast<size_t>(at + i)], expected[i]);
+    const auto& arch = GlassColumns(true);
+    ASSERT_EQ(arch.size(), cols.size());
+    for (size_t i = 0; i < cols.size(); ++i) {
+        EXPECT_EQ(arch[i], cols[i] == "Status" ? "l" : cols[i]);
+    }
+}
+
+TEST_F(KelmoraDatabaseTest, EveryColumnIsWrittenAndReadBack) {
+    MaterialRecord rec = ReadyMaterial("O'Brien \"X\"; --", "Lab %_*");
+    auto& o = rec.Other;
+    const char* values[] = {"1.1", "2.2",  "3.3", "4.4", "5.5", "6.6", "7.7", "8.8",
+                            "9.9", "10.5", "11",  "1",   "2",   "3",   "4",   "52.5"};
+    FixedText<15>* f15[] = {&o.A3070,  &o.A20300, &o.Tg,      &o.T1013,   &o.T1076, &o.Cp,
+                            &o.lambda, &o.EMod,   &o.Poisson, &o.Torsion, &o.Knoop};
+    for (size_t i = 0; i < 11; ++i) f15[i]->Set(values[i]);
+    o.CR.Set(values[11]);
+    o.FR.Set(values[12]);
+    o.SR.Set(values[13]);
+    o.AR.Set(values[14]);
+    o.PR.Set(values[15]);
+    o.REMark.Set("remark");
+    o.CC.Set("33/29");
+    o.Bubble.Set("2");
+    o.Price.Set("1.5");
+    rec.Status.StatusECO = kTrue;
+    rec.Status.StatusMold = kTrue;
+    rec.Status.Abrasion = 120;
+    rec.Status.DataDate = 43831.5;
+    rec.Melt.MeltFlag = kTrue;
+    rec.General.GlassCode = 517642;
+    rec.TransTable[0] = 0.5f;
+    rec.TransTable[40] = 0.001f;
+    for (int i = 0; i < 6; ++i)
+        rec.Thermal.TT[static_cast<size_t>(i)].Set("tt" + std::to_string(i + 1));
+    rec.Thermal.dndttype = 2;
+    rec.Thermal.dndt_D0 = 1.5e-6f;
+    rec.Thermal.dndt_D1 = 2.5e-8f;
+    rec.Thermal.dndt_D2 = -3e-11f;
+    rec.Thermal.dndt_E0 = 4e-7f;
+    rec.Thermal.dndt_E1 = 5e-10f;
+    rec.Thermal.dndt_LamdaTK = 0.17f;
+
+    auto db = Open();
+    DbError error;
+    ASSERT_TRUE(AddGlassRow(*db, 100, rec, error)) << error.message;
+    std::vector<DbRow> rows;
+    ASSERT_TRUE(db->FindRows(
+        kTableCurrent, {{"GlassName", DbValue{std::string("O'Brien \"X\"; --")}}}, rows, error));
+    ASSERT_EQ(rows.size(), 1u);
+    const DbRow& row = rows[0];
+    EXPECT_EQ(DbText(row.Field("GlassID")), "100");
+    EXPECT_EQ(DbText(row.Field("s1")), "8");
+    EXPECT_EQ(DbText(row.Field("SchottName")), "O'Brien \"X\"; --");
+    EXPECT_EQ(DbText(row.Field("Polytype")), "Sel");
+    EXPECT_EQ(DbText(row.Field("StatusMelt")), "-1");
+    EXPECT_TRUE(IsNull(row.Field("T260")));
+    EXPECT_EQ(DbText(row.Field("REMark")).size(), 120u);
+
+    MaterialRecord back = ClearedMaterialRecord();
+    ASSERT_TRUE(ReadGlassRow(row, back, error)) << error.message;
+    MaterialRecord expected = rec;
+    UpdateDerivedData(expected);
+    EXPECT_EQ(back.General.GlassName, rec.General.GlassName);
+    EXPECT_EQ(back.General.Source, rec.General.Source);
+    EXPECT_EQ(back.General.GlassKind, 8);
+    EXPECT_EQ(back.General.GlassCode, 517642);
+    EXPECT_EQ(back.General.Polytype, 2);
+    EXPECT_EQ(back.General.PolyCoef, rec.General.PolyCoef);
+    EXPECT_EQ(back.General.Density, 2.51f);
+    EXPECT_EQ(back.General.IndexWvMin, 310);
+    EXPECT_EQ(back.General.IndexWvMax, 2500);
+    EXPECT_EQ(back.Derived.nd, expected.Derived.nd);
+    EXPECT_EQ(back.Derived.vd, expected.Derived.vd);
+    EXPECT_EQ(back.Derived.PgF, expected.Derived.PgF);
+    EXPECT_FLOAT_EQ(back.Derived.nd, 1.5168f);
+    for (size_t i = 0; i < 11; ++i) EXPECT_EQ(back.Other.A3070.Text(), "1.1");
+    EXPECT_EQ(back.Other.Knoop.Text(), "11");
+    EXPECT_EQ(back.Other.PR.Text(), "52.5");
+    EXPECT_EQ(back.Other.REMark, rec.Other.REMark);
+    EXPECT_EQ(back.Other.CC.Text(), "33/29");
+    EXPECT_EQ(back.Other.Bubble.Text(), "2");
+    EXPECT_EQ(back.Other.Status.Text(), "A");
+    EXPECT_EQ(back.Other.Price.Text(), "1.5");
+    EXPECT_EQ(back.Status.StatusECO, kTrue);
+    EXPECT_EQ(back.Status.StatusMold, kTrue);
+    EXPECT_EQ(back.Status.StatusMelt, kTrue);
+    EXPECT_EQ(back.Melt.MeltFlag, 0);  // a different field
+    EXPECT_EQ(back.Status.Abrasion, 120);
+    EXPECT_EQ(back.Status.DataDate, 43831.5);
+    EXPECT_EQ(back.TransTable, rec.TransTable);
+    // Pairs reversed: the last column first.
+    ASSERT_EQ(back.Measured.TransPoints, 3);
+    EXPECT_EQ(back.Measured.TransWave[0], 2500.0f);
+    EXPECT_EQ(back.Measured.TransWave[1], 436.0f);
+    EXPECT_EQ(back.Measured.TransWave[2], 250.0f);
+    EXPECT_EQ(back.Measured.TransAbsorb[2], 0.5f);
+    EXPECT_FLOAT_EQ(back.Measured.TransInternal[2], static_cast<float>(std::exp(-5.0) * 100));
+    EXPECT_EQ(back.General.TransShortWave[0], 2500.0f);
+    EXPECT_EQ(back.Measured.TransType, 2);
+    EXPECT_EQ(back.Measured.TransWidth, 10.0f);
+    for (int i = 0; i < 6; ++i)
+        EXPECT_EQ(back.Thermal.TT[static_cast<size_t>(i)], rec.Thermal.TT[static_cast<size_t>(i)]);
+    EXPECT_EQ(back.Thermal.dndttype, 2);
+    EXPECT_EQ(back.Thermal.dndt_D0, 1.5e-6f);
+    EXPECT_EQ(back.Thermal.dndt_D1, 2.5e-8f);
+    EXPECT_EQ(back.Thermal.dndt_D2, -3e-11f);
+    EXPECT_EQ(back.Thermal.dndt_E0, 4e-7f);
+    EXPECT_EQ(back.Thermal.dndt_E1, 5e-10f);
+    EXPECT_EQ(back.Thermal.dndt_LamdaTK, 0.17f);
+}
+
+TEST_F(KelmoraDatabaseTest, TextRulesOfTheWrite) {
+    MaterialRecord rec = ReadyMaterial("P6", "Lab");
+    rec.General.Polytype = 6;
+    rec.Thermal.dndt_lin = 2.5e-6f;
+    rec.Thermal.TT[0].Set("ignored");
+    const DbNewRow row = WriteGlassRow(7, rec);
+    auto field = [&](const char* name) {
+        for (const auto& [n, v] : row) {
+            if (n == name) return v;
+        }
+        return DbValue{};
+    };
+    EXPECT_EQ(DbText(field("Polytype")), "");
+    EXPECT_EQ(DbText(field("TT1")), "2.5e-06");
+    EXPECT_TRUE(IsNull(field("A3070")));
+    EXPECT_TRUE(IsNull(field("CC")));
+    EXPECT_TRUE(IsNull(TextToField("   ", true)));
+    EXPECT_EQ(std::get<std::string>(TextToField(" ab ", false)), "ab");
+    EXPECT_EQ(std::get<double>(TextToField("1.1", true)), static_cast<double>(1.1f));
+    EXPECT_EQ(GlassQuery("Schott").text,
+              "SELECT ALL * From GlassData  WHERE (GlassData.Source = 'Schott');");
+}
+
+TEST_F(KelmoraDatabaseTest, ParentQueryReadsTheMakersRows) {
+    auto db = Open();
+    std::vector<DbRow> rows;
+    DbError error;
+    ASSERT_TRUE(RunGlassQuery(*db, GlassQuery("Schott"), rows, error));
+    ASSERT_EQ(rows.size(), 4u);
+    MaterialRecord rec = ClearedMaterialRecord();
+    ASSERT_TRUE(ReadGlassRow(rows[0], rec, error));
+    EXPECT_EQ(rec.General.GlassName.Text(), "N-BK7");
+    EXPECT_FLOAT_EQ(rec.Derived.nd, 1.5168f);
+    EXPECT_NEAR(rec.Derived.vd, 64.17f, 0.01);
+    EXPECT_GT(rec.Measured.TransPoints, 10);
+}
+
+TEST_F(KelmoraDatabaseTest, LeaveModeDoesNotAddAGlassStandingOnlyInArchive) {
+    const MaterialRecord rec = ReadyMaterial("MY'GLASS", "Lab");
+    ASSERT_TRUE(AddGlassesToDatabase(Kelmora(), {rec}, true, dialogs));
+    {
+        auto db = Open();
+        DbError error;
+        int n = 0;
+        std::vector<DbRow> rows;
+        ASSERT_TRUE(db->FindRows(kTableCurrent, {{"GlassName", DbValue{std::string("MY'GLASS")}}},
+                                 rows, error));
+        ASSERT_EQ(rows.size(), 1u);
+        ASSERT_TRUE(
+            db->DeleteRows(kTableCurrent, {{"GlassID", rows[0].Field("GlassID")}}, n, error));
+        ASSERT_TRUE(db->AddRowByPosition(kTableArchive, rows[0].Values(), error));
+    }
+    const auto before = Rows();
+    ASSERT_TRUE(
+        AddGlassesToDatabase(Kelmora(), {ReadyMaterial("MY'GLASS", "Lab", 1.2)}, false, dialogs));
+    EXPECT_EQ(Rows(), before);
+    // Overwriting replaces the archived row by a current one.
+    ASSERT_TRUE(
+        AddGlassesToDatabase(Kelmora(), {ReadyMaterial("MY'GLASS", "Lab", 1.2)}, true, dialogs));
+    const auto after = Rows();
+    EXPECT_EQ(after.back(), "GlassData:6:MY'GLASS:Lab:8:1.2");
+    EXPECT_EQ(after.size(), before.size());
+}
+
+TEST_F(KelmoraDatabaseTest, AnAddFailingHalfWayBringsTheOverwrittenRowsBack) {
+    ASSERT_TRUE(AddGlassesToDatabase(
+        Kelmora(), {ReadyMaterial("A", "Lab"), ReadyMaterial("B", "Lab")}, true, dialogs));
+    const auto before = Rows();
+    int adds = 0;
+    SetDatabaseFaultHook(
+        [&](const std::string& op, const std::string&) { return op != "add" || ++adds < 2; });
+    EXPECT_FALSE(AddGlassesToDatabase(
+        Kelmora(), {ReadyMaterial("A", "Lab", 1.1), ReadyMaterial("B", "Lab", 1.1)}, true,
+        dialogs));
+    SetDatabaseFaultHook(nullptr);
+    EXPECT_EQ(Rows(), before);
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(dialogs.boxes[0].text,
+              "Error while adding data to database.\n-3\tInjected failure of add on GlassData\n"
+              "Database has been returned to original state!");
+    EXPECT_EQ(dialogs.boxes[0].icon, MsgIcon::Exclamation);
+}
+
+TEST_F(KelmoraDatabaseTest, AGlassIDPast32767FailsTheUpdate) {
+    {
+        auto db = Open();
+        DbError error;
+        ASSERT_TRUE(db->AddRow(kTableArchive, {{"GlassID", DbValue{int64_t{32767}}}}, error));
+    }
+    const auto before = Rows();
+    EXPECT_FALSE(AddGlassesToDatabase(Kelmora(), {ReadyMaterial("A", "Lab")}, true, dialogs));
+    EXPECT_EQ(Rows(), before);
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(dialogs.boxes[0].text,
+              "Error while adding data to database.\n6\tOverflow\nDatabase has been returned to "
+              "original state!");
+}
+
+TEST_F(KelmoraDatabaseTest, DeleteAllCustomRowsKeepsTheCataloguesOwnRows) {
+    ASSERT_TRUE(AddGlassesToDatabase(Kelmora(), {ReadyMaterial("A", "Lab")}, true, dialogs));
+    SetDatabaseFaultHook([](const std::string& op, const std::string& table) {
+        return !(op == "delete" && table == kTableArchive);
+    });
+    const auto before = Rows();
+    EXPECT_FALSE(DeleteAllCustomRows(Kelmora(), dialogs));
+    EXPECT_EQ(Rows(), before);
+    EXPECT_EQ(dialogs.boxes.back().text,
+              "Error while removed old copeis of user defined glasses from database.\n-3\t"
+              "Injected failure of delete on Archive\nDatabase has been returned to original "
+              "state!");
+    SetDatabaseFaultHook(nullptr);
+    ASSERT_TRUE(DeleteAllCustomRows(Kelmora(), dialogs));
+    EXPECT_EQ(Rows().size(), 4u);
+}
+
+TEST_F(KelmoraDatabaseTest, AFileHeldByAnotherWriterIsAlreadyOpen) {
+    sqlite3* other = nullptr;
+    ASSERT_EQ(sqlite3_open(GlassDatabasePath(Kelmora()).c_str(), &other), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+    EXPECT_EQ(OpenGlassDatabase(Kelmora(), dialogs), nullptr);
+    sqlite3_exec(other, "ROLLBACK", nullptr, nullptr, nullptr);
+    sqlite3_close(other);
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(dialogs.boxes[0].text,
+              "The database file 'FenmarkExA.MDB' is already open.  Please close Kelmora, and "
+              "try again");
+}
+
+TEST(GlassDatabaseOpen, AnOldJetFileIsNamedForWhatItIs) {
+    TempDir dir;
+    std::string jet(2048, '\0');
+    jet.replace(4, 15, "Standard Jet DB");
+    WriteFileBytes(dir / kGlassDatabaseName, jet);
+    ScriptedDialogs dialogs;
+    const std::string folder = dir.path().string() + "/";
+    EXPECT_EQ(OpenGlassDatabase(folder, dialogs), nullptr);
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(dialogs.boxes[0].text, "The file '" + folder + kGlassDatabaseName +
+                                         "' is a database of the older Jet engine, not an SQLite "
+                                         "database");
+    EXPECT_EQ(OpenGlassDatabaseForUpdate(folder, dialogs), nullptr);
+    EXPECT_EQ(dialogs.boxes[1].text.rfind("Unable to open database in path:\n" + folder, 0), 0u);
+}
+
+}  // namespace
+}  // namespace ostrel::testing
