@@ -1,10 +1,150 @@
+// import, export: material text files from the command line.
 #include <CLI/CLI.hpp>
+#include <filesystem>
+#include <ostream>
 
 #include "cli/cli_context.h"
+#include "cli/cli_session.h"
+#include "cli/record_json.h"
+#include "core/import/frm4_import.h"
+#include "core/import/glz_writer.h"
+#include "core/platform/settings_store.h"
+#include "core/platform/text.h"
+#include "core/shell/new_msg.h"
 
 namespace ostrel::cli {
+namespace {
 
-// import, export
-void RegisterImportCommands(CLI::App&, CliContext&) {}
+int TypeFromName(const std::string& text) {
+    const std::string t = UpperAscii(text);
+    const char* names[] = {"GLZ", "GLA", "GLS", "GLC", "AGF"};
+    for (int i = 0; i < 5; ++i) {
+        if (t == names[i] || t == std::string(".") + names[i]) return i + 1;
+    }
+    return 0;
+}
+
+}  // namespace
+
+void RegisterImportCommands(CLI::App& app, CliContext& ctx) {
+    struct Args {
+        std::string file;
+        std::string type;
+        bool refitAll = false;
+        bool json = false;
+        bool addAll = false;
+        std::vector<int> add;
+        std::string renameSource;
+        std::string out;
+        bool all = false;
+        std::vector<int> range;
+    };
+    auto args = std::make_shared<Args>();
+
+    auto* imp = app.add_subcommand("import", "Read a material text file into the import grid");
+    imp->add_option("FILE", args->file, "GLZ, GLA, GLS, GLC or AGF file")->required();
+    imp->add_option("--type", args->type, "glz|gla|gls|glc|agf (default: from the extension)");
+    imp->add_flag("--refit-all", args->refitAll, "Refit AGF formulas that have no stored form");
+    imp->add_flag("--json", args->json, "Write the staged records as JSON");
+    auto* addAll = imp->add_flag("--add-all", args->addAll, "Add every staged material");
+    imp->add_option("--add", args->add, "Add staged materials FIRST..LAST")
+        ->expected(2)
+        ->excludes(addAll);
+    imp->add_option("--rename-source", args->renameSource, "New source of the staged materials");
+    imp->callback([&ctx, args] {
+        ctx.run = [&ctx, args] {
+            int type = TypeFromName(args->type.empty()
+                                        ? std::filesystem::path(args->file).extension().string()
+                                        : args->type);
+            if (type == 0) {
+                *ctx.err << "Unknown file type; give --type glz|gla|gls|glc|agf\n";
+                return kExitUsage;
+            }
+            CliSession session(ctx);
+            if (!session.Open()) return kExitRefused;
+            MemorySettingsStore settings;
+            CNewMsg newMsg(session.dialogs(), settings);
+            frm4Import form(session.list(), session.dialogs(), settings, newMsg, ctx.dataDir);
+            form.chkRefitOther.value = args->refitAll;
+            const bool read = form.ImportFile(args->file, type);
+            if (!args->renameSource.empty()) {
+                ctx.dialogs->inputAnswers.push_back(args->renameSource);
+                form.comRenameSourceClick();
+            }
+            if (!form.lblReFit.caption.get().empty()) *ctx.err << form.lblReFit.caption << '\n';
+            if (!form.lblSkipped.caption.get().empty()) {
+                *ctx.err << form.lblSkipped.caption << '\n';
+            }
+            if (args->json) {
+                auto arr = nlohmann::ordered_json::array();
+                for (int i = 0; i < form.ImportCount(); ++i) {
+                    const auto k = static_cast<size_t>(i);
+                    nlohmann::ordered_json j;
+                    j["record"] = RecordToJson(form.ImportList()[k]);
+                    j["refitError"] = form.RefitErrors()[k];
+                    j["check"] = form.CheckTexts()[k];
+                    arr.push_back(std::move(j));
+                }
+                *ctx.out << arr.dump(2, ' ', false,
+                                     nlohmann::ordered_json::error_handler_t::replace)
+                         << '\n';
+            } else {
+                const auto& g = form.ssGlasses;
+                for (int c = 1; c <= g.MaxCols(); ++c) {
+                    *ctx.out << g.Column(c).title << (c < g.MaxCols() ? '\t' : '\n');
+                }
+                for (int r = 1; r <= g.MaxRows(); ++r) {
+                    for (int c = 1; c <= g.MaxCols(); ++c) {
+                        *ctx.out << g.Text(c, r) << (c < g.MaxCols() ? '\t' : '\n');
+                    }
+                }
+            }
+            if (!read) return kExitRefused;
+            if (args->addAll) return form.AddRange(1, form.ImportCount()) ? kExitOk : kExitRefused;
+            if (args->add.size() == 2) {
+                return form.AddRange(args->add[0], args->add[1]) ? kExitOk : kExitRefused;
+            }
+            return kExitOk;
+        };
+    });
+
+    auto* exp = app.add_subcommand("export", "Back up custom materials to a GLZ text file");
+    exp->add_option("OUT", args->out, "The GLZ file to write")->required();
+    auto* all = exp->add_flag("--all", args->all, "Every material of the list");
+    exp->add_option("RANGE", args->range, "FIRST [LAST] list positions")
+        ->expected(1, 2)
+        ->excludes(all);
+    exp->callback([&ctx, args] {
+        ctx.run = [&ctx, args] {
+            if (!args->all && args->range.empty()) {
+                *ctx.err << "Give --all or FIRST [LAST]\n";
+                return kExitUsage;
+            }
+            CliSession session(ctx);
+            if (!session.Open()) return kExitRefused;
+            std::vector<MaterialRecord> copy = session.list().CopyListOut();
+            const int size = static_cast<int>(copy.size());
+            if (size == 0) {
+                *ctx.err << "There are no glasses to backup!\n";
+                return kExitRefused;
+            }
+            int first = 1, last = size;
+            if (!args->all) {
+                first = args->range[0];
+                last = args->range.size() > 1 ? args->range[1] : first;
+                if (!session.CheckIndex(first) || !session.CheckIndex(last) || last < first) {
+                    return kExitRefused;
+                }
+            }
+            SystemClock clock;
+            FileError error;
+            if (!WriteGlzFile({}, args->out, copy, first, last, clock.Now(), error)) {
+                *ctx.err << "File save error: " << error.message << '\n';
+                return kExitRefused;
+            }
+            return kExitOk;
+        };
+    });
+}
 
 }  // namespace ostrel::cli

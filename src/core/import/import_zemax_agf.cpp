@@ -30,6 +30,10 @@ std::string TokenText(const std::vector<std::string_view>& t, size_t i) {
 
 bool CImportZemaxAGF::NumberOrBlank(std::string_view text, std::string& out) {
     double v = 0;
+    if (text == "-") {
+        out.clear();
+        return true;
+    }
     if (!ParseNumber(text, v)) return false;
     out = v == -1.0 ? std::string() : ShortNumberText(v);
     return true;
@@ -37,6 +41,10 @@ bool CImportZemaxAGF::NumberOrBlank(std::string_view text, std::string& out) {
 
 bool CImportZemaxAGF::TenfoldOrBlank(std::string_view text, std::string& out) {
     double v = 0;
+    if (text == "-") {
+        out.clear();
+        return true;
+    }
     if (!ParseNumber(text, v)) return false;
     out = v == -1.0 ? std::string() : ShortNumberText(v * 10.0);
     return true;
@@ -67,7 +75,8 @@ CImportZemaxAGF::Outcome CImportZemaxAGF::ReadRecord(const GlassLines& lines,
     // then reads `dflt`.
     auto number = [this](const Keyed& k, size_t i, double& v, bool allowMissing,
                          double dflt = 0.0) {
-        if (i >= k.tokens.size()) {
+        // "-" stands for a value the maker does not give.
+        if (i >= k.tokens.size() || k.tokens[i] == "-") {
             if (allowMissing) {
                 v = dflt;
                 return true;
@@ -128,17 +137,12 @@ CImportZemaxAGF::Outcome CImportZemaxAGF::ReadRecord(const GlassLines& lines,
 
     // ED: expansion values as text, density.
     if (lines.ed.present) {
-        const auto& ed = lines.ed.tokens;
-        if (ed.size() > 1) {
-            double v = 0;
-            if (!number(lines.ed, 1, v, false)) return Outcome::Failed;
-            o.A3070.Set(ShortNumberText(v));
-        }
-        if (ed.size() > 2) {
-            double v = 0;
-            if (!number(lines.ed, 2, v, false)) return Outcome::Failed;
-            o.A20300.Set(ShortNumberText(v));
-        }
+        // A missing value or "-" leaves the field blank.
+        double v = 0;
+        if (!number(lines.ed, 1, v, true, std::nan(""))) return Outcome::Failed;
+        if (!std::isnan(v)) o.A3070.Set(ShortNumberText(v));
+        if (!number(lines.ed, 2, v, true, std::nan(""))) return Outcome::Failed;
+        if (!std::isnan(v)) o.A20300.Set(ShortNumberText(v));
         double density = 0;
         if (!number(lines.ed, 3, density, true)) return Outcome::Failed;
         g.Density = static_cast<float>(density);
@@ -261,7 +265,14 @@ CImportZemaxAGF::Outcome CImportZemaxAGF::ReadRecord(const GlassLines& lines,
     }
 
     // Transmission.
-    const bool caseB = !lines.it.empty();
+    // Rows without a wavelength or a transmittance carry nothing and are left out.
+    std::vector<const Keyed*> rowsIn;
+    for (const Keyed& it : lines.it) {
+        if (it.tokens.size() > 2 && it.tokens[1] != "-" && it.tokens[2] != "-") {
+            rowsIn.push_back(&it);
+        }
+    }
+    const bool caseB = !rowsIn.empty();
     if (!caseB) {
         m.TransPoints = 2;
         m.TransType = 1;
@@ -271,22 +282,22 @@ CImportZemaxAGF::Outcome CImportZemaxAGF::ReadRecord(const GlassLines& lines,
         m.TransInternal[0] = 0;
         m.TransInternal[1] = 0;
     } else {
-        if (lines.it.size() > static_cast<size_t>(kMaxTransPoints)) {
-            Fail(lines.it[kMaxTransPoints].line, "more than 150 transmission rows");
+        if (rowsIn.size() > static_cast<size_t>(kMaxTransPoints)) {
+            Fail(rowsIn[kMaxTransPoints]->line, "more than 150 transmission rows");
             return Outcome::Failed;
         }
-        const auto rows = static_cast<int>(lines.it.size());
+        const auto rows = static_cast<int>(rowsIn.size());
         m.TransPoints = static_cast<int16_t>(rows);
         m.TransType = 2;
         m.TransWidth = 10.0f;
-        const Keyed& firstIt = lines.it.front();
+        const Keyed& firstIt = *rowsIn.front();
         if (firstIt.tokens.size() > 3) {
             double width = 0;
-            if (!number(firstIt, 3, width, false)) return Outcome::Failed;
+            if (!number(firstIt, 3, width, true)) return Outcome::Failed;
             if (width > 0) m.TransWidth = static_cast<float>(width);
         }
         for (int i = 0; i < rows; ++i) {
-            const Keyed& it = lines.it[static_cast<size_t>(i)];
+            const Keyed& it = *rowsIn[static_cast<size_t>(i)];
             double wave = 0, fraction = 0;
             if (!number(it, 1, wave, false) || !number(it, 2, fraction, false)) {
                 return Outcome::Failed;
