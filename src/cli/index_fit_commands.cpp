@@ -11,8 +11,11 @@
 #include "cli/cli_context.h"
 #include "cli/cli_session.h"
 #include "core/material/material_record.h"
+#include "core/materialform/frm3new.h"
 #include "core/materialform/index_fit_steps.h"
 #include "core/optics/index_from_polynomial.h"
+#include "core/platform/clock.h"
+#include "core/platform/error_display.h"
 
 namespace ostrel::cli {
 namespace {
@@ -132,11 +135,29 @@ void RegisterIndexFitCommands(CLI::App& app, CliContext& ctx) {
             std::ostringstream text;
             text << in.rdbuf();
 
-            MaterialRecord rec = ClearedMaterialRecord();
-            rec.General.Polytype = static_cast<int16_t>(args->polytype);
-            std::string constantsText;
+            // The material form does the fit: its grid is filled and its button pressed,
+            // so that the command line and the form cannot disagree.
+            SystemClock clock;
+            ErrorDisplayer errors(ctx.dataDir, *ctx.dialogs, clock);
+            GlassesList list(ctx.dataDir, errors);
+            frm3New form(list, *ctx.dialogs);
+            MaterialRecord start = frm3New::FreshRecord();
+            start.General.Polytype = static_cast<int16_t>(args->polytype);
+            form.DisplayEdit(start);
+            form.tabPropertiesChange(frm3New::kTabIndex);
             const auto rows = IndexRowsFromText(text.str(), args->weights);
-            const IndexFitOutcome out = IndexFitSteps(rows, rec, constantsText, *ctx.dialogs);
+            for (size_t i = 0; i < rows.size() && i < size_t(frm3New::kIndexRows); ++i) {
+                const int r = static_cast<int>(i) + 1;
+                form.ssRefInd.SetValue(1, r, rows[i].wave);
+                form.ssRefInd.SetValue(2, r, rows[i].index);
+                form.ssRefInd.SetValue(3, r, rows[i].weight);
+            }
+            form.comIndexFitClick();
+            const MaterialRecord& rec = form.Record();
+            const std::string& constantsText = form.ConstantsText();
+            IndexFitOutcome out;
+            out.ready = rec.IndexState.Ready != 0;
+            out.errorLabel = form.lblError.caption;
             if (args->json) {
                 *ctx.out << FitToJson(rec, out, constantsText).dump(2) << '\n';
             } else if (out.ready) {
