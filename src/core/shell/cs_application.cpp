@@ -22,11 +22,15 @@ void CSApplication::ThisFormPosnSave(const std::string& formName, const FormRect
     ini_.IniPutText(section, "fHeight", std::to_string(rect.width));
 }
 
+bool CSApplication::HasFormPosn(const std::string& formName) const {
+    return !ini_.IniGetText(SectionFor(formName), "fTop").empty();
+}
+
 FormRect CSApplication::ThisFormPosnGet(const std::string& formName, bool bMainForm, bool bPosnOnly,
                                         const FormRect& present, ScreenSize screen) const {
     const std::string section = SectionFor(formName);
     FormRect r = present;
-    if (ini_.IniGetText(section, "fTop").empty()) {
+    if (!HasFormPosn(formName)) {
         r.left = std::max(0, (screen.width - present.width) / 2);
         r.top = std::max(0, (screen.height - present.height) / 2);
         return r;

@@ -38,6 +38,9 @@ class CSApplication {
     FormRect ThisFormPosnGet(const std::string& formName, bool bMainForm, bool bPosnOnly,
                              const FormRect& present, ScreenSize screen) const;
 
+    // True when a position of the form is stored (a top that is not blank).
+    bool HasFormPosn(const std::string& formName) const;
+
     std::string Copyright() const;
     std::string Comment() const;
     // The folder joined to the help file's name (see SetHelpFilePath).

@@ -4,6 +4,7 @@
 #include <QHeaderView>
 #include <QVBoxLayout>
 
+#include "core/shell/cs_application.h"
 #include "gui/platform/binders.h"
 #include "gui/platform/grid_view.h"
 #include "gui/shell/form_position.h"
@@ -37,7 +38,9 @@ frmGlassesListWindow::frmGlassesListWindow(frmGlassesList& unit, CSApplication* 
         const QRect f = owner->geometry();
         move(f.right() - width() - 24, f.top() + 140);
     }
-    RestoreFormPosition(this, app_, kFormName, false);
+    // Until it has a place of its own the list stands at the right of the frame, clear of
+    // the working forms.
+    if (app_ && app_->HasFormPosn(kFormName)) RestoreFormPosition(this, app_, kFormName, false);
     ForceResize();
 }
 

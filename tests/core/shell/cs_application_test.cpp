@@ -53,14 +53,17 @@ TEST_F(CSApplicationTest, SaveSwapsWidthAndHeightKeys) {
     EXPECT_EQ(ini.IniGetInt(s, "fLeft"), 30);
     EXPECT_EQ(ini.IniGetInt(s, "fWidth"), 600);   // the height
     EXPECT_EQ(ini.IniGetInt(s, "fHeight"), 800);  // the width
+    EXPECT_TRUE(app.HasFormPosn("frm4Import"));
     EXPECT_EQ(app.ThisFormPosnGet("frm4Import", false, false, present, screen),
               (FormRect{30, 40, 800, 600}));
 }
 
 TEST_F(CSApplicationTest, NoSectionCentresThePresentSize) {
+    EXPECT_FALSE(app.HasFormPosn("frm2Manage"));
     EXPECT_EQ(app.ThisFormPosnGet("frm2Manage", false, false, present, screen),
               (FormRect{760, 390, 400, 300}));
     Store("frm5Export", " ", "10", "10", "10");  // a blank top counts as no position
+    EXPECT_FALSE(app.HasFormPosn("frm5Export"));
     EXPECT_EQ(app.ThisFormPosnGet("frm5Export", false, false, present, screen),
               (FormRect{760, 390, 400, 300}));
 }
