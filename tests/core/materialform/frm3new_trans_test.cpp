@@ -1,0 +1,159 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "core/materialform/frm3new_fixture.h"
+
+namespace ostrel::testing {
+namespace {
+
+// Index 1.5 everywhere from 400 to 800 nm; with it P = 3 / 3.25 = 0.9230769.
+class Frm3NewTrans : public Frm3NewFixture {
+  protected:
+    void SetUp() override {
+        Frm3NewFixture::SetUp();
+        form->DisplayNew();
+        form->tabPropertiesChange(frm3New::kTabIndex);
+        form->cmbIndexDataType.SetListIndex(1);
+        form->cmbIndexDataTypeClick();
+        Type(form->ssRefInd, 2, 1, "2.25");
+        Type(form->ssRefInd, 2, 8, "400");
+        Type(form->ssRefInd, 4, 8, "800");
+        form->comIndexFitClick();
+        dialogs.boxes.clear();
+        form->tabPropertiesChange(frm3New::kTabTrans);
+    }
+    void SetType(int type) {
+        form->cmbTransType.SetListIndex(type);
+        form->cmbTransTypeClick();
+    }
+};
+
+TEST_F(Frm3NewTrans, InternalGivesAbsorptionAndTotalInBothDisplays) {
+    SetType(1);
+    EXPECT_TRUE(form->ssTrans.Column(2).locked);
+    EXPECT_FALSE(form->ssTrans.Column(3).locked);
+    Type(form->ssTrans, 1, 1, "500");
+    Type(form->ssTrans, 3, 1, "90");
+    const auto& m = form->Record().Measured;
+    // -ln(0.9) / 10 and 90 x 0.9230769.
+    EXPECT_NEAR(m.TransAbsorb[0], 0.0105361, 1e-6);
+    EXPECT_NEAR(m.TransTotal[0], 83.07692, 1e-4);
+    EXPECT_EQ(form->ssTrans.Text(2, 1), "83.08");
+    EXPECT_EQ(form->ssTrans.Text(3, 1), "90.00");
+    EXPECT_EQ(form->ssTrans.Text(4, 1), "0.01054");
+
+    form->cmbTransDisp.SetListIndex(1);
+    form->cmbTransDispClick();
+    EXPECT_EQ(form->ssTrans.Column(3).title, "Internal trans");
+    EXPECT_EQ(form->ssTrans.Text(3, 1), "0.9000");
+    EXPECT_EQ(form->ssTrans.Text(2, 1), "0.8308");
+    Type(form->ssTrans, 3, 1, "0.8");  // a fraction now
+    EXPECT_FLOAT_EQ(m.TransInternal[0], 80.0f);
+    form->cmbTransDisp.SetListIndex(0);
+    form->cmbTransDispClick();
+    EXPECT_EQ(form->ssTrans.Column(3).title, "Internal trans [%]");
+    EXPECT_FLOAT_EQ(m.TransInternal[0], 80.0f);
+
+    // A thinner sample: the same internal transmission means more absorption.
+    form->txtTransGlassWidth.text = "5";
+    form->txtTransGlassWidthValidate();
+    EXPECT_NEAR(m.TransAbsorb[0], -std::log(0.8) / 5, 1e-6);
+    EXPECT_EQ(form->txtTransGlassWidth.text, "5.0");
+    form->txtTransGlassWidth.text = "-1";
+    form->txtTransGlassWidthValidate();
+    EXPECT_FLOAT_EQ(m.TransWidth, 5.0f);
+    EXPECT_TRUE(dialogs.boxes.empty());
+
+    const auto curve = form->TransCurve();
+    ASSERT_EQ(curve.size(), 1u);
+    EXPECT_DOUBLE_EQ(curve[0].wave, 500.0);
+    EXPECT_NEAR(curve[0].value, 80.0, 1e-5);
+}
+
+TEST_F(Frm3NewTrans, TotalAboveTheReflectionLimitIsRefused) {
+    SetType(0);
+    Type(form->ssTrans, 1, 1, "500");
+    Type(form->ssTrans, 2, 1, "95");
+    EXPECT_EQ(LastBox(),
+              "Reflection Loss at this wavelength  7.7%\nTherefore total transmittance must be "
+              "less than  92.3%");
+    EXPECT_EQ(form->Record().Measured.TransTotal[0], 0.0f);
+
+    Type(form->ssTrans, 2, 1, "92");
+    EXPECT_NEAR(form->Record().Measured.TransInternal[0], 99.66667, 1e-3);
+
+    Type(form->ssTrans, 1, 2, "900");
+    Type(form->ssTrans, 2, 2, "50");
+    EXPECT_EQ(LastBox(), "Wavelength outside waveband covered by refractive index polynomial");
+    Type(form->ssTrans, 2, 3, "50");
+    EXPECT_EQ(LastBox(), "You need to specify a wavelength");
+}
+
+TEST_F(Frm3NewTrans, TotalNeedsAReadyIndex) {
+    form->DisplayNew();
+    form->tabPropertiesChange(frm3New::kTabTrans);
+    Type(form->ssTrans, 1, 1, "500");
+    Type(form->ssTrans, 2, 1, "50");
+    EXPECT_EQ(LastBox(),
+              "The Index Data must be READY\nto get the absorption coeff\nfrom the total "
+              "Transmission");
+}
+
+TEST_F(Frm3NewTrans, SortAndCheckNeedsThreePoints) {
+    SetType(2);
+    Type(form->ssTrans, 1, 1, "450");
+    Type(form->ssTrans, 4, 1, "0.01");
+    Type(form->ssTrans, 1, 3, "650");
+    Type(form->ssTrans, 4, 3, "0.002");
+    form->comTransSortClick();
+    const auto& m = form->Record().Measured;
+    EXPECT_EQ(m.TransPoints, 2);
+    EXPECT_EQ(form->pnlStatus[2].caption, "Trans: NOT Ready");
+    EXPECT_FLOAT_EQ(m.TransWave[0], 650.0f);
+    EXPECT_FLOAT_EQ(m.TransAbsorb[1], 0.01f);
+    EXPECT_NEAR(m.TransInternal[1], 100 * std::exp(-0.1), 1e-4);
+    EXPECT_EQ(form->ssTrans.Text(1, 1), "650");
+
+    Type(form->ssTrans, 1, 3, "500");
+    Type(form->ssTrans, 4, 3, "2");  // above 1 reads 0
+    EXPECT_EQ(m.TransAbsorb[2], 0.0f);
+    form->comTransSortClick();
+    EXPECT_EQ(m.TransPoints, 3);
+    EXPECT_EQ(form->pnlStatus[2].caption, "Trans: Ready");
+    // 500 nm is a column of the table; 660 nm lies beyond the data.
+    const auto& table = form->Record().TransTable;
+    EXPECT_NEAR(table[24], 0.0f, 1e-6);
+    EXPECT_FLOAT_EQ(table[31], kNoTransData);
+    EXPECT_FLOAT_EQ(form->Record().General.TransShortWave[1], 500.0f);
+    EXPECT_FLOAT_EQ(form->Record().General.TransShortValue[3], kNoTransData);
+
+    SetType(3);
+    EXPECT_FALSE(form->comTransSort.enabled);
+    EXPECT_FALSE(form->txtTransGlassWidth.enabled);
+    EXPECT_TRUE(form->ssTrans.Column(1).locked);
+}
+
+TEST_F(Frm3NewTrans, ZeroWidthIsRepairedWithAMessageWhenARecordIsOpened) {
+    MaterialRecord rec = frm3New::FreshRecord();
+    rec.Measured.TransWidth = 0;
+    form->DisplayEdit(rec);
+    EXPECT_EQ(LastBox(), "Transmition Data: thickness was zero, set to10mm");
+    EXPECT_EQ(form->txtTransGlassWidth.text, "10.0");
+}
+
+TEST_F(Frm3NewTrans, PastedTableIsWorkedOut) {
+    SetType(1);
+    // Locked columns are passed over: the two columns go to wave and internal.
+    form->comClipPasteClick("600\t95\n500\t90\n");
+    const auto& m = form->Record().Measured;
+    EXPECT_FLOAT_EQ(m.TransWave[1], 500.0f);
+    EXPECT_FLOAT_EQ(m.TransInternal[0], 95.0f);
+    EXPECT_NEAR(m.TransAbsorb[1], 0.0105361, 1e-6);
+    form->comClearClick();
+    EXPECT_EQ(m.TransWave[0], 0.0f);
+    EXPECT_EQ(form->ssTrans.Text(1, 1), "");
+}
+
+}  // namespace
+}  // namespace ostrel::testing
