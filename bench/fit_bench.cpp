@@ -12,24 +12,6 @@ namespace {
 
 using namespace ostrel;
 
-// Answers every box with its first button and shows nothing.
-class QuietDialogs : public Dialogs {
-  public:
-    MsgAnswer MsgBox(const std::string&, MsgButtons buttons, MsgIcon, const std::string&) override {
-        return buttons == MsgButtons::YesNo || buttons == MsgButtons::YesNoCancel ? MsgAnswer::Yes
-                                                                                  : MsgAnswer::OK;
-    }
-    std::optional<std::string> InputBox(const std::string&, const std::string&,
-                                        const std::string&) override {
-        return std::nullopt;
-    }
-    std::optional<std::string> FileOpen(const FileDialogSpec&) override { return std::nullopt; }
-    std::optional<std::string> FileSave(const FileDialogSpec&) override { return std::nullopt; }
-    void SetBusy(bool) override {}
-    void HelpNote(const std::string&, bool) override {}
-    bool OpenUrl(const std::string&) override { return false; }
-};
-
 // Coefficients of a crown glass in every form that can be evaluated.
 PolyCoefBlock CoefficientsFor(int type) {
     switch (type) {

@@ -19,22 +19,6 @@ namespace {
 
 constexpr int kMaterials = 10000;
 
-class QuietDialogs : public Dialogs {
-public:
-    MsgAnswer MsgBox(const std::string&, MsgButtons, MsgIcon, const std::string&) override {
-        return MsgAnswer::OK;
-    }
-    std::optional<std::string> InputBox(const std::string&, const std::string&,
-                                        const std::string&) override {
-        return std::nullopt;
-    }
-    std::optional<std::string> FileOpen(const FileDialogSpec&) override { return std::nullopt; }
-    std::optional<std::string> FileSave(const FileDialogSpec&) override { return std::nullopt; }
-    void SetBusy(bool) override {}
-    void HelpNote(const std::string&, bool) override {}
-    bool OpenUrl(const std::string&) override { return false; }
-};
-
 struct Fixture {
     Fixture() {
         std::string pattern = (fs::temp_directory_path() / "ostrel-bench-XXXXXX").string();

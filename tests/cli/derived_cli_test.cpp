@@ -1,12 +1,11 @@
 #include <gtest/gtest.h>
 
-#include <sys/wait.h>
-
 #include <cstdlib>
 #include <string>
 #include <vector>
 
 #include "core/platform/text.h"
+#include "support/run_cli.h"
 #include "support/temp_dir.h"
 
 namespace {
@@ -15,24 +14,10 @@ using ostrel::testing::ReadFileBytes;
 using ostrel::testing::TempDir;
 using ostrel::testing::WriteFileBytes;
 
-struct CliRun {
-    int status = -1;
-    std::string out;
-    std::string err;
-};
+using CliRun = ostrel::testing::CliResult;
 
 CliRun RunCli(const TempDir& dir, const std::string& args) {
-    const auto out = dir / "stdout.txt";
-    const auto err = dir / "stderr.txt";
-    const std::string command = std::string("\"") + OSTREL_CLI_PATH + "\" --data-dir \"" +
-                                dir.path().string() + "\" " + args + " >\"" + out.string() +
-                                "\" 2>\"" + err.string() + "\"";
-    CliRun run;
-    const int raw = std::system(command.c_str());
-    run.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
-    run.out = ReadFileBytes(out);
-    run.err = ReadFileBytes(err);
-    return run;
+    return ostrel::testing::RunCliIn(dir, args);
 }
 
 struct GlassCodeCase {

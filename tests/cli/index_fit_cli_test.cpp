@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include <cmath>
 #include <cstdio>
@@ -9,6 +8,7 @@
 
 #include "core/material/material_record.h"
 #include "core/material/material_record_codec.h"
+#include "support/run_cli.h"
 #include "support/temp_dir.h"
 
 namespace {
@@ -17,24 +17,10 @@ using ostrel::testing::ReadFileBytes;
 using ostrel::testing::TempDir;
 using ostrel::testing::WriteFileBytes;
 
-struct CliRun {
-    int status = -1;
-    std::string out;
-    std::string err;
-};
+using CliRun = ostrel::testing::CliResult;
 
 CliRun RunCli(const TempDir& dir, const std::string& args) {
-    const auto out = dir / "stdout.txt";
-    const auto err = dir / "stderr.txt";
-    const std::string command = std::string("\"") + OSTREL_CLI_PATH + "\" --data-dir \"" +
-                                dir.path().string() + "\" " + args + " >\"" + out.string() +
-                                "\" 2>\"" + err.string() + "\"";
-    CliRun run;
-    const int raw = std::system(command.c_str());
-    run.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
-    run.out = ReadFileBytes(out);
-    run.err = ReadFileBytes(err);
-    return run;
+    return ostrel::testing::RunCliIn(dir, args);
 }
 
 const char* kNbk7Coef = "1.03961212,0.231792344,1.01046945,0.00600069867,0.0200179144,103.560653";

@@ -35,6 +35,25 @@ class Dialogs {
     virtual bool OpenUrl(const std::string& url) = 0;
 };
 
+// Shows nothing and answers every box with its first button (OK or Yes); input and file
+// boxes are cancelled. For batch work where nobody is there to answer.
+class QuietDialogs : public Dialogs {
+  public:
+    MsgAnswer MsgBox(const std::string&, MsgButtons buttons, MsgIcon, const std::string&) override {
+        return buttons == MsgButtons::YesNo || buttons == MsgButtons::YesNoCancel ? MsgAnswer::Yes
+                                                                                  : MsgAnswer::OK;
+    }
+    std::optional<std::string> InputBox(const std::string&, const std::string&,
+                                        const std::string&) override {
+        return std::nullopt;
+    }
+    std::optional<std::string> FileOpen(const FileDialogSpec&) override { return std::nullopt; }
+    std::optional<std::string> FileSave(const FileDialogSpec&) override { return std::nullopt; }
+    void SetBusy(bool) override {}
+    void HelpNote(const std::string&, bool) override {}
+    bool OpenUrl(const std::string&) override { return false; }
+};
+
 // Turns the pointer busy for the length of a scope.
 class BusyPointer {
   public:

@@ -1,0 +1,52 @@
+#include "core/platform/ole_date.h"
+
+#include <gtest/gtest.h>
+
+#include "core/platform/codepage.h"
+
+namespace ostrel {
+namespace {
+
+struct DateCase {
+    CivilDateTime civil;
+    double days;
+};
+
+class OleDateTest : public ::testing::TestWithParam<DateCase> {};
+
+TEST_P(OleDateTest, DayCountFromDecember30Of1899) {
+    const auto& c = GetParam();
+    EXPECT_DOUBLE_EQ(OleDateFromCivil(c.civil), c.days);
+    CivilDateTime back = CivilFromOleDate(c.days);
+    EXPECT_EQ(back.year, c.civil.year);
+    EXPECT_EQ(back.month, c.civil.month);
+    EXPECT_EQ(back.day, c.civil.day);
+    EXPECT_EQ(back.hour, c.civil.hour);
+    EXPECT_EQ(back.minute, c.civil.minute);
+}
+
+// Day counts worked out by hand: 1900 is no leap year in the Gregorian calendar, so
+// 1900-03-01 is day 61; 2000-01-01 is 36526 (published epoch tables agree).
+INSTANTIATE_TEST_SUITE_P(Known, OleDateTest,
+                         ::testing::Values(DateCase{{1899, 12, 30, 0, 0, 0}, 0.0},
+                                           DateCase{{1899, 12, 31, 0, 0, 0}, 1.0},
+                                           DateCase{{1900, 3, 1, 0, 0, 0}, 61.0},
+                                           DateCase{{2000, 1, 1, 12, 0, 0}, 36526.5},
+                                           DateCase{{2026, 11, 23, 6, 0, 0}, 46349.25},
+                                           DateCase{{1899, 12, 29, 6, 0, 0}, -1.25}));
+
+TEST(OleDate, IsoTexts) {
+    EXPECT_EQ(FormatIsoDate(36526.5), "2000-01-01");
+    EXPECT_EQ(FormatIsoDateTime(36526.75), "2000-01-01 18:00:00");
+}
+
+TEST(Codepage, EveryByteSurvivesTheRoundTrip) {
+    std::string all;
+    for (int b = 0; b < 256; ++b) all += static_cast<char>(b);
+    EXPECT_TRUE(Utf8ToCp1252(Cp1252ToUtf8(all)) == all);
+    EXPECT_EQ(Cp1252ToUtf8("\x80"), "\xE2\x82\xAC");  // euro sign
+    EXPECT_EQ(Cp1252ToUtf8("\xB0"), "\xC2\xB0");      // degree sign
+}
+
+}  // namespace
+}  // namespace ostrel
