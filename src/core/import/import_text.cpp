@@ -221,14 +221,14 @@ std::string TidyShortest(const char* first, const char* last) {
 std::string GlzNumber(double value) {
     if (value == 0.0) return "0";
     char buf[64];
-    const auto res = std::to_chars(buf, buf + sizeof buf, value);
+    const auto res = std::to_chars(buf, buf + sizeof buf, value, std::chars_format::general);
     return TidyShortest(buf, res.ptr);
 }
 
 std::string GlzNumber(float value) {
     if (value == 0.0f) return "0";
     char buf[64];
-    const auto res = std::to_chars(buf, buf + sizeof buf, value);
+    const auto res = std::to_chars(buf, buf + sizeof buf, value, std::chars_format::general);
     return TidyShortest(buf, res.ptr);
 }
 

@@ -75,8 +75,8 @@ TEST(RealCatalogues, EveryAgfFileStagesEveryAcceptedGlass) {
         std::string errorText;
         int count = 0, refits = 0;
         int16_t ok = 0;
-        importer.ReadFile(p.string(), p.filename().string(), recs, count, refits, errors,
-                          errorText, 8, ok);
+        importer.ReadFile(p.string(), p.filename().string(), recs, count, refits, errors, errorText,
+                          8, ok);
         SCOPED_TRACE(p.string());
         EXPECT_EQ(ok, -1) << errorText;
         // A glass is lost only by a failed refit, which says so in a box of its own (the
@@ -143,8 +143,8 @@ TEST_P(KnownAgfGlass, ComputedNdMatchesCatalogue) {
         int refits = 0;
         std::vector<float> errors;
         std::string errorText;
-        importer.ReadFile(p.string(), p.filename().string(), recs, count, refits, errors,
-                          errorText, 8, ok);
+        importer.ReadFile(p.string(), p.filename().string(), recs, count, refits, errors, errorText,
+                          8, ok);
     }
     ASSERT_EQ(ok, -1);
     const MaterialRecord* rec = Find(recs, k.name);
@@ -152,16 +152,15 @@ TEST_P(KnownAgfGlass, ComputedNdMatchesCatalogue) {
     EXPECT_NEAR(Nd(*rec), k.nd, 1e-5);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Catalogues, KnownAgfGlass,
-    ::testing::Values(KnownGlass{"agf/2020/SCHOTT.AGF", "N-BK7", 1.51680},
-                      KnownGlass{"agf/2020/SCHOTT.AGF", "F2", 1.62004},
-                      KnownGlass{"agf/2020/SCHOTT.AGF", "N-SF11", 1.78472},
-                      KnownGlass{"agf/2020/OHARA.agf", "S-BSL7", 1.51633},
-                      KnownGlass{"agf/2020/HIKARI.AGF", "E-F2", 1.62004},
-                      KnownGlass{"agf/2020/HERAEUS.AGF", "HERASIL", 1.458563},
-                      KnownGlass{"glc/schott.glc", "N-BK7", 1.51680},
-                      KnownGlass{"glc/hoya.glc", "BAC4", 1.56883}));
+INSTANTIATE_TEST_SUITE_P(Catalogues, KnownAgfGlass,
+                         ::testing::Values(KnownGlass{"agf/2020/SCHOTT.AGF", "N-BK7", 1.51680},
+                                           KnownGlass{"agf/2020/SCHOTT.AGF", "F2", 1.62004},
+                                           KnownGlass{"agf/2020/SCHOTT.AGF", "N-SF11", 1.78472},
+                                           KnownGlass{"agf/2020/OHARA.agf", "S-BSL7", 1.51633},
+                                           KnownGlass{"agf/2020/HIKARI.AGF", "E-F2", 1.62004},
+                                           KnownGlass{"agf/2020/HERAEUS.AGF", "HERASIL", 1.458563},
+                                           KnownGlass{"glc/schott.glc", "N-BK7", 1.51680},
+                                           KnownGlass{"glc/hoya.glc", "BAC4", 1.56883}));
 
 TEST(RealCatalogues, EveryGlcFileReads) {
     int files = 0, total = 0;

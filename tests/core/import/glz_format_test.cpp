@@ -1,0 +1,317 @@
+// The GLZ writer and reader: the file image line by line, what the writer changes in the
+// list, the reader's section rules, clamps and failures, and a round trip of a whole list.
+#include <gtest/gtest.h>
+
+#include "core/import/glz_writer.h"
+#include "core/import/import_new_glz.h"
+#include "core/import/import_text.h"
+#include "core/platform/ole_date.h"
+#include "support/scripted_dialogs.h"
+#include "support/temp_dir.h"
+
+namespace ostrel {
+namespace {
+
+using testing::ReadFileBytes;
+using testing::ScriptedDialogs;
+using testing::TempDir;
+using testing::WriteFileBytes;
+
+MaterialRecord Sample() {
+    MaterialRecord r = ClearedMaterialRecord();
+    r.General.GlassName.Set("  A*B  ");
+    r.General.Source.Set("Maker");
+    r.General.Polytype = 1;
+    r.General.IndexWvMin = 400;
+    r.General.IndexWvMax = 700;
+    r.General.Density = 2.5f;
+    r.General.PolyCoef = {2.27, -0.0101, 0.0106, 0.00017, -2e-6, 1.5e-10};
+    r.General.IndexPoints = 2;
+    r.General.IndexDataType = 0;
+    r.Measured.IndexWave[0] = 700;
+    r.Measured.IndexValue[0] = 1.513;
+    r.Measured.IndexWeight[0] = 1;
+    r.Measured.IndexWave[1] = 400;
+    r.Measured.IndexValue[1] = 1.5308;
+    r.Measured.IndexWeight[1] = 0.5f;
+    r.Thermal.dndttype = 1;
+    r.Thermal.dndt_lin = 0.5f;
+    r.Thermal.dndt_LamdaTK = 0.17f;
+    r.Thermal.dndt_RefTemp = 20;
+    r.Other.A3070.Set("7.1");
+    r.Other.Status.Set("x");
+    r.Measured.TransPoints = 2;
+    r.Measured.TransWidth = 10;
+    r.Measured.TransType = 1;
+    r.Measured.TransWave[0] = 700;
+    r.Measured.TransInternal[0] = 99.5f;
+    r.Measured.TransTotal[0] = 91.25f;
+    r.Measured.TransAbsorb[0] = 0.0005f;
+    r.Measured.TransWave[1] = 400;
+    r.Measured.TransInternal[1] = 90;
+    r.Measured.TransTotal[1] = 82;
+    r.Measured.TransAbsorb[1] = 0.01f;
+    return r;
+}
+
+TEST(GlzWriter, BlockLineByLine) {
+    std::vector<MaterialRecord> list{Sample()};
+    const std::string image = GlzFileImage(list, 1, 1, OleDateFromCivil({2026, 3, 3}));
+    const std::string expected =
+        "Harvenz Photonics - Ostrel  - text file V2, Tuesday, March 3, 2026\r\n"
+        "#-- Material Data Start --\r\n"
+        "#     -- General --\r\n"
+        "\"A*B\",\"Maker\"\r\n"
+        "1,400,700,2.5\r\n"
+        "2.27,-0.0101,0.0106,0.00017,-2E-6,1.5E-10,0,0,0,0,0,0,0,0\r\n"
+        "2,0,0\r\n"
+        "#     -- dn/dt--\r\n"
+        "1,0.5\r\n"
+        "0,0,0,0,0,0.17,0.17,20\r\n"
+        "0\r\n"
+        "#     -- Chem/Mech/Thermal --\r\n"
+        "\"A3070\",\"7.1\",\"A20300\",\"\",\"Tg\",\"\",\"T1013\",\"\",\"T1076\",\"\",\"Cp\",\"\","
+        "\"lambda\",\"\"\r\n"
+        "\"EMod\",\"\",\"Poisson\",\"\",\"Torsion\",\"\",\"Knoop\",\"\"\r\n"
+        "\"CR\",\"\",\"FR\",\"\",\"SR\",\"\",\"AR\",\"\",\"PR\",\"\"\r\n"
+        "\"Remark\",\"\",\"CC\",\"\",\"Bubble\",\"\",\"Status\",\"A\",\"RelPrice\",\"\"\r\n"
+        "#     -- Transmission --\r\n"
+        "2,10,1\r\n"
+        "700,99.5,91.25,0.0005\r\n"
+        "400,90,82,0.01\r\n"
+        "#     -- Ref Index --\r\n"
+        "700,1.513,1\r\n"
+        "400,1.5308,0.5\r\n"
+        "#-- Material Data End --\r\n"
+        " \r\n"
+        "EOF\r\n";
+    EXPECT_EQ(image, expected);
+    // The writer leaves its changes in the list: trimmed name, normalised status.
+    EXPECT_EQ(list[0].General.GlassName.Untrimmed().substr(0, 4), "A*B ");
+    EXPECT_EQ(list[0].Other.Status.Text(), "A");
+}
+
+class GlzTransRows : public ::testing::TestWithParam<std::pair<int, int>> {};
+
+TEST_P(GlzTransRows, WrittenRowCount) {
+    auto [points, written] = GetParam();
+    std::vector<MaterialRecord> list{Sample()};
+    list[0].Measured.TransPoints = static_cast<int16_t>(points);
+    const std::string image = GlzFileImage(list, 1, 1, 0);
+    const auto lines = SplitTextLines(image);
+    const auto at = std::find(lines.begin(), lines.end(), kGlzTrans) - lines.begin();
+    EXPECT_EQ(
+        lines[static_cast<size_t>(at + 1)].substr(0, lines[static_cast<size_t>(at + 1)].find(',')),
+        std::to_string(written));
+    EXPECT_EQ(lines[static_cast<size_t>(at + 2 + written)], kGlzRefIndex);
+    EXPECT_EQ(list[0].Measured.TransPoints, written);
+}
+
+INSTANTIATE_TEST_SUITE_P(CheckTransPoints, GlzTransRows,
+                         ::testing::Values(std::pair{5, 5}, std::pair{11, 150}, std::pair{0, 150}));
+
+struct GlzRead {
+    std::vector<MaterialRecord> recs;
+    int count = -1;
+    int16_t ok = 1;
+    ScriptedDialogs dialogs;
+};
+
+void ReadGlz(const std::string& content, GlzRead& r) {
+    TempDir dir;
+    WriteFileBytes(dir / "t.glz", content);
+    CImportNewGLZ reader(r.dialogs);
+    reader.ReadFile((dir / "t.glz").string(), r.recs, r.count, r.ok);
+}
+
+const std::string kHead = "Harvenz Photonics - Ostrel  - text file V2, x\r\n";
+
+TEST(GlzReader, WrongTitleShowsMessageAndStillReads) {
+    GlzRead r;
+    ReadGlz(
+        "Some other file\r\n#-- Material Data Start --\r\n#     -- General --\r\n"
+        "\"G\",\"S\"\r\n1,400,700,0\r\n1,0,0,0,0,0,0,0,0,0,0,0,0,0\r\n0,0,1\r\n"
+        "#-- Material Data End --\r\n \r\nEOF\r\n",
+        r);
+    ASSERT_EQ(r.dialogs.boxes.size(), 1u);
+    EXPECT_EQ(r.dialogs.boxes[0].text,
+              "This is not a Dorlantik GLZ material data file.  Import will abort.");
+    EXPECT_EQ(r.ok, -1);
+    ASSERT_EQ(r.count, 1);
+    // Only General: other sections keep the cleared state (dn/dt ready).
+    EXPECT_EQ(r.recs[0].TransState.Ready, 0);
+    EXPECT_EQ(r.recs[0].OtherState.Ready, 0);
+    EXPECT_EQ(r.recs[0].ThermalState.Ready, -1);
+    EXPECT_EQ(r.recs[0].General.GlassKind, 8);
+}
+
+TEST(GlzReader, SectionRulesClampsAndNumberForms) {
+    GlzRead r;
+    ReadGlz(kHead +
+                "#-- Material Data Start --\r\n"
+                "junk line\r\n"
+                "#     -- Ref Index --\r\n"  // before General: no rows known yet
+                "#     -- dn/dt--\r\n2,.5\r\n0,0,0,0,0,0.1,0.2,20\r\n1.5e-010\r\n"
+                "#     -- General --\r\n\"G\",\"S\"\r\n1,400,700,0\r\n"
+                "1,0,0,0,0,0,0,0,0,0,0,0,0,0\r\n2,0,0\r\n"
+                "#     -- Ref Index --\r\n700,12,1.5\r\n400,-1,-0.5\r\n"
+                "#     -- Transmission --\r\n1,10,1\r\n700,90,85,0.01\r\n"
+                "#-- Material Data End --\r\n \r\nEOF\r\n",
+            r);
+    ASSERT_EQ(r.count, 1);
+    const auto& m = r.recs[0];
+    EXPECT_FLOAT_EQ(m.Thermal.dndt_lin, 0.5f);
+    EXPECT_FLOAT_EQ(m.Thermal.dndt_LamdaTK, 0.2f);  // the second copy wins
+    EXPECT_FLOAT_EQ(m.Thermal.ThermalAux, 1.5e-10f);
+    EXPECT_EQ(m.Measured.IndexValue[0], 9.0);
+    EXPECT_EQ(m.Measured.IndexWeight[0], 1.0f);
+    EXPECT_EQ(m.Measured.IndexValue[1], 0.0);
+    EXPECT_EQ(m.Measured.IndexWeight[1], 0.0f);
+    EXPECT_EQ(m.TransState.Ready, 0);  // one row is not enough
+    EXPECT_FLOAT_EQ(m.General.TransShortValue[0], 0.01f);
+    EXPECT_FLOAT_EQ(m.General.TransShortValue[1], 99.0f);
+    EXPECT_FLOAT_EQ(m.General.TransShortValue[40], 0.0f);
+}
+
+TEST(GlzReader, OldIndexSectionAndMelt) {
+    GlzRead r;
+    ReadGlz(kHead +
+                "#-- Material Data Start --\r\n#     -- General --\r\n\"G\",\"S\"\r\n"
+                "1,400,700,0\r\n1,0,0,0,0,0,0,0,0,0,0,0,0,0\r\n2,0,0\r\n"
+                "#     -- Index --\r\n\"700\",\"1.513\"\r\n\"400\",\"1.53\"\r\n"
+                "      -- Melt [optional] --\r\n\"P\",\"PS\"\r\n\"M1\",1\r\n587.6,1.5171\r\n"
+                "1\r\n1,2,3\r\n#-- Material Data End --\r\nEOF\r\n",
+            r);
+    ASSERT_EQ(r.count, 1);
+    const auto& m = r.recs[0];
+    EXPECT_EQ(m.Measured.IndexValue[1], 1.53);
+    EXPECT_EQ(m.Measured.IndexWeight[1], 1.0f);
+    EXPECT_EQ(m.Melt.MeltFlag, -1);
+    EXPECT_EQ(m.Melt.MeltCode.Text(), "M1");
+    EXPECT_EQ(m.Melt.MeltTransThird[0], 3.0);
+}
+
+class GlzBadFile : public ::testing::TestWithParam<std::string> {};
+
+TEST_P(GlzBadFile, FailsAndKeepsNothing) {
+    GlzRead r;
+    ReadGlz(kHead +
+                "#-- Material Data Start --\r\n#     -- General --\r\n\"G\",\"S\"\r\n"
+                "1,400,700,0\r\n1,0,0,0,0,0,0,0,0,0,0,0,0,0\r\n0,0,1\r\n"
+                "#-- Material Data End --\r\n" +
+                GetParam(),
+            r);
+    EXPECT_EQ(r.ok, 0);
+    EXPECT_EQ(r.count, 0);
+    EXPECT_TRUE(r.recs.empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Failures, GlzBadFile,
+    ::testing::Values(
+        // end of file inside a block
+        "#-- Material Data Start --\r\n#     -- General --\r\n\"G\",\"S\"\r\n",
+        // a number that cannot be read
+        "#-- Material Data Start --\r\n#     -- Transmission --\r\n2,abc,1\r\n",
+        // more rows than the tables hold
+        "#-- Material Data Start --\r\n#     -- Transmission --\r\n151,10,1\r\n",
+        "#-- Material Data Start --\r\n      -- Melt [optional] --\r\n\"P\",\"S\"\r\n"
+        "\"M\",21\r\n"));
+
+TEST(GlzReader, StartHeadingOnLastLineStartsNothing) {
+    GlzRead r;
+    ReadGlz(kHead + "#-- Material Data Start --", r);
+    EXPECT_EQ(r.ok, -1);
+    EXPECT_EQ(r.count, 0);
+}
+
+TEST(GlzRoundTrip, EveryCarriedFieldComesBack) {
+    std::vector<MaterialRecord> list{Sample(), Sample(), Sample()};
+    list[1].General.GlassName.Set("Second");
+    list[1].Measured.TransPoints = 44;  // written as 150 rows, all kept on reading
+    for (int i = 0; i < 44; ++i) list[1].Measured.TransWave[static_cast<size_t>(i)] = 2000.0f - i;
+    list[2].General.GlassName.Set("Melt é");
+    list[2].Melt.MeltFlag = -1;
+    list[2].Melt.MeltParentName.Set("N-BK7");
+    list[2].Melt.MeltCode.Set("123");
+    list[2].Melt.MeltIndexPoints = 1;
+    list[2].Melt.MeltIndexWave[0] = 587.56f;
+    list[2].Melt.MeltIndexValue[0] = 1.51678123456789;
+    list[2].Melt.MeltTransPoints = 1;
+    list[2].Melt.MeltTransPair[1][0] = 0.123456789012345;
+    list[2].Thermal.dndt_D0 = 1.234567e-6f;
+    TempDir dir;
+    FileError error;
+    ASSERT_TRUE(WriteGlzFile(dir.path().string(), "all.glz", list, 1, 3, 46000, error));
+    ScriptedDialogs dialogs;
+    CImportNewGLZ reader(dialogs);
+    std::vector<MaterialRecord> back;
+    int count = 0;
+    int16_t ok = 0;
+    reader.ReadFile((dir / "all.glz").string(), back, count, ok);
+    ASSERT_EQ(ok, -1);
+    ASSERT_EQ(count, 3);
+    EXPECT_TRUE(dialogs.boxes.empty());
+    for (size_t i = 0; i < 3; ++i) {
+        const auto& a = list[i];
+        const auto& b = back[i];
+        SCOPED_TRACE(a.General.GlassName.Text());
+        EXPECT_EQ(a.General.GlassName, b.General.GlassName);
+        EXPECT_EQ(a.General.Source, b.General.Source);
+        EXPECT_EQ(a.General.Polytype, b.General.Polytype);
+        EXPECT_EQ(a.General.IndexWvMin, b.General.IndexWvMin);
+        EXPECT_EQ(a.General.IndexWvMax, b.General.IndexWvMax);
+        EXPECT_EQ(a.General.Density, b.General.Density);
+        EXPECT_EQ(a.General.PolyCoef, b.General.PolyCoef);
+        EXPECT_EQ(a.General.IndexPoints, b.General.IndexPoints);
+        EXPECT_EQ(a.General.IndexReserved, b.General.IndexReserved);
+        EXPECT_EQ(a.General.IndexDataType, b.General.IndexDataType);
+        EXPECT_EQ(a.Thermal.dndttype, b.Thermal.dndttype);
+        EXPECT_EQ(a.Thermal.dndt_lin, b.Thermal.dndt_lin);
+        EXPECT_EQ(a.Thermal.dndt_D0, b.Thermal.dndt_D0);
+        EXPECT_EQ(a.Thermal.dndt_LamdaTK, b.Thermal.dndt_LamdaTK);
+        EXPECT_EQ(a.Thermal.dndt_RefTemp, b.Thermal.dndt_RefTemp);
+        EXPECT_EQ(a.Thermal.ThermalAux, b.Thermal.ThermalAux);
+        EXPECT_EQ(a.Other.A3070, b.Other.A3070);
+        EXPECT_EQ(a.Other.Status, b.Other.Status);
+        EXPECT_EQ(a.Other.REMark, b.Other.REMark);
+        EXPECT_EQ(a.Measured.TransPoints, b.Measured.TransPoints);
+        EXPECT_EQ(a.Measured.TransWidth, b.Measured.TransWidth);
+        EXPECT_EQ(a.Measured.TransType, b.Measured.TransType);
+        EXPECT_EQ(a.Measured.TransWave, b.Measured.TransWave);
+        EXPECT_EQ(a.Measured.TransInternal, b.Measured.TransInternal);
+        EXPECT_EQ(a.Measured.TransTotal, b.Measured.TransTotal);
+        EXPECT_EQ(a.Measured.TransAbsorb, b.Measured.TransAbsorb);
+        EXPECT_EQ(a.Measured.IndexWave, b.Measured.IndexWave);
+        EXPECT_EQ(a.Measured.IndexValue, b.Measured.IndexValue);
+        EXPECT_EQ(a.Measured.IndexWeight, b.Measured.IndexWeight);
+        EXPECT_EQ(a.Melt.MeltFlag, b.Melt.MeltFlag);
+        EXPECT_EQ(a.Melt.MeltParentName, b.Melt.MeltParentName);
+        EXPECT_EQ(a.Melt.MeltParentSource, b.Melt.MeltParentSource);
+        EXPECT_EQ(a.Melt.MeltCode, b.Melt.MeltCode);
+        EXPECT_EQ(a.Melt.MeltIndexPoints, b.Melt.MeltIndexPoints);
+        EXPECT_EQ(a.Melt.MeltIndexWave, b.Melt.MeltIndexWave);
+        EXPECT_EQ(a.Melt.MeltIndexValue, b.Melt.MeltIndexValue);
+        EXPECT_EQ(a.Melt.MeltTransPoints, b.Melt.MeltTransPoints);
+        EXPECT_EQ(a.Melt.MeltTransPair, b.Melt.MeltTransPair);
+        EXPECT_EQ(a.Melt.MeltTransThird, b.Melt.MeltTransThird);
+    }
+}
+
+TEST(ImportText, NumberForms) {
+    double v = 0;
+    EXPECT_TRUE(ParseNumber(".5", v));
+    EXPECT_EQ(v, 0.5);
+    EXPECT_TRUE(ParseNumber("1.5e-010", v));
+    EXPECT_EQ(v, 1.5e-10);
+    EXPECT_TRUE(ParseNumber("+2.00000E+00", v));
+    EXPECT_EQ(v, 2.0);
+    EXPECT_FALSE(ParseNumber("-", v));
+    EXPECT_FALSE(ParseNumber("1.5x", v));
+    EXPECT_EQ(GlzNumber(0.5), "0.5");
+    EXPECT_EQ(GlzNumber(1.5e-10), "1.5E-10");
+    EXPECT_EQ(GlzNumber(1.234567e-6f), "1.234567E-6");
+}
+
+}  // namespace
+}  // namespace ostrel
