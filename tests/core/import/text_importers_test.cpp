@@ -1,0 +1,261 @@
+// The AGF, GLC, GLA and GLS importers on small crafted files, one rule at a time.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <filesystem>
+
+#include "core/import/import_old_files.h"
+#include "core/import/import_oslo_glc.h"
+#include "core/import/import_zemax_agf.h"
+#include "core/materialform/verification.h"
+#include "support/scripted_dialogs.h"
+#include "support/temp_dir.h"
+
+namespace ostrel {
+namespace {
+
+using testing::ScriptedDialogs;
+using testing::TempDir;
+using testing::WriteFileBytes;
+
+std::string Data(const std::string& name) {
+    return (std::filesystem::path(OSTREL_TEST_DATA) / "import" / name).string();
+}
+
+struct AgfRead {
+    std::vector<MaterialRecord> recs;
+    std::vector<float> errors;
+    std::string errorText;
+    int count = 0, refits = 0, skipped = 0;
+    int16_t ok = 0;
+    ScriptedDialogs dialogs;
+};
+
+void ReadAgf(const std::string& path, const std::string& bare, AgfRead& r, bool other = false) {
+    ImportOptions options;
+    options.refitOtherFormulas = other;
+    CImportZemaxAGF importer(r.dialogs, options);
+    importer.ReadFile(path, bare, r.recs, r.count, r.refits, r.errors, r.errorText, 8, r.ok);
+    r.skipped = importer.skippedFormulaCount();
+}
+
+void ReadAgfText(const std::string& text, const std::string& bare, AgfRead& r, bool other = false) {
+    TempDir dir;
+    WriteFileBytes(dir / bare, text);
+    ReadAgf((dir / bare).string(), bare, r, other);
+}
+
+TEST(AgfImport, ChengduFileRules) {
+    AgfRead r;
+    ReadAgf(Data("chengdu.agf"), "chengdu.agf", r);
+    ASSERT_EQ(r.ok, -1);
+    ASSERT_EQ(r.count, 1);
+    const auto& m = r.recs[0];
+    EXPECT_EQ(m.General.Source.Text(), "CDGM");
+    EXPECT_EQ(m.General.IndexWvMax, 1020);  // LD up to 0.9 only
+    EXPECT_EQ(m.General.IndexWvMin, 300);
+    EXPECT_EQ(m.Other.Price.Text(), "15");
+    EXPECT_EQ(m.Other.CR.Text(), "");  // -1 is no data
+    EXPECT_EQ(m.Other.SR.Text(), "1");
+    EXPECT_EQ(m.Other.AR.Text(), "2.3");
+    EXPECT_EQ(m.Other.A3070.Text(), "7.1");
+    EXPECT_EQ(m.Thermal.dndttype, 0);  // TD of zeros
+    EXPECT_FLOAT_EQ(m.Thermal.dndt_RefTemp, 20.0f);
+    // Rows from long to short, thickness from the first IT line.
+    EXPECT_EQ(m.Measured.TransPoints, 4);
+    EXPECT_EQ(m.Measured.TransType, 2);
+    EXPECT_FLOAT_EQ(m.Measured.TransWidth, 25.0f);
+    EXPECT_FLOAT_EQ(m.Measured.TransWave[0], 700.0f);
+    EXPECT_FLOAT_EQ(m.Measured.TransWave[3], 400.0f);
+    // 1.0 gives 100 % and no absorption.
+    EXPECT_FLOAT_EQ(m.Measured.TransInternal[1], 100.0f);
+    EXPECT_FLOAT_EQ(m.Measured.TransAbsorb[1], 0.0f);
+    EXPECT_NEAR(m.Measured.TransAbsorb[3], -std::log(0.9) / 25.0, 1e-7);
+    EXPECT_FALSE(m.Other.CC.IsBlank());  // four rows give a colour code
+    EXPECT_FLOAT_EQ(m.General.TransShortValue[3], m.Measured.TransAbsorb[3]);
+    EXPECT_FLOAT_EQ(m.General.TransShortValue[4], 99.0f);
+    EXPECT_EQ(NotReadySections(m), "");
+}
+
+TEST(AgfImport, Utf16ByteOrdersAndContinuationLines) {
+    for (const char* name : {"utf16le.agf", "utf16be.agf"}) {
+        AgfRead r;
+        ReadAgf(Data(name), "NIKON.agf", r);
+        SCOPED_TRACE(name);
+        ASSERT_EQ(r.ok, -1);
+        ASSERT_EQ(r.count, 1);
+        const auto& m = r.recs[0];
+        EXPECT_EQ(m.General.Polytype, 2);  // "2.00000E+00"
+        EXPECT_EQ(m.General.PolyCoef[2], 1.01046945);
+        EXPECT_EQ(m.General.PolyCoef[5], 103.560653);  // from the wrapped line
+        EXPECT_FLOAT_EQ(m.Thermal.dndt_LamdaTK, 0.17f);
+        EXPECT_EQ(m.Thermal.dndttype, 2);
+        // No IT lines: two rows at the ends of the band, not ready.
+        EXPECT_EQ(m.Measured.TransPoints, 2);
+        EXPECT_FLOAT_EQ(m.Measured.TransWave[0], 2500.0f);
+        EXPECT_EQ(NotReadySections(m), "Trans Other");
+        EXPECT_TRUE(m.Other.CC.IsBlank());
+    }
+}
+
+TEST(AgfImport, BadNumberKeepsEarlierGlassesAndNamesThePlace) {
+    AgfRead r;
+    ReadAgf(Data("bad_number.agf"), "bad_number.agf", r);
+    EXPECT_EQ(r.ok, 0);
+    ASSERT_EQ(r.count, 1);
+    EXPECT_EQ(r.recs[0].General.GlassName.Text(), "OK1");
+    EXPECT_NE(r.errorText.find("line 5, glass BAD2: \"x\" is no number"), std::string::npos)
+        << r.errorText;
+}
+
+TEST(AgfImport, FileWithoutLineEnds) {
+    AgfRead r;
+    ReadAgfText("NM X 1 0 1.5 60 0 1 " + std::string(250, 'x'), "x.agf", r);
+    EXPECT_EQ(r.ok, 0);
+    EXPECT_EQ(r.errorText, kNoCarriageReturnMsg);
+}
+
+const char* kTwoGlasses =
+    "NM SKIP 4 0 1.5 60 0 1\n"
+    "CD 1.2 0.2 0.1 0.3 10\n"
+    "LD 0.4 40\n"
+    "NM NEXT 1 0 1.5 60 0 1\n"
+    "CD 2.27 -0.0101 0.0106 0.00017 -2e-6 1e-6\n"
+    "LD 0.4 40\n";
+
+TEST(AgfImport, UnsupportedFormulaSkippedNextRead) {
+    AgfRead r;
+    ReadAgfText(kTwoGlasses, "Schott.agf", r);
+    ASSERT_EQ(r.ok, -1);
+    ASSERT_EQ(r.count, 1);
+    EXPECT_EQ(r.skipped, 1);
+    EXPECT_EQ(r.recs[0].General.GlassName.Text(), "NEXT");
+    EXPECT_EQ(r.recs[0].General.Source.Text(), "Schott");
+    EXPECT_EQ(r.recs[0].General.IndexWvMax, 32000);
+}
+
+TEST(AgfImport, OptionRefitsOtherFormula) {
+    // Formula 9: n^2 = c0 + c1 l^2/(l^2 - c2) + c3 l^2/(l^2 - c4).
+    AgfRead r;
+    ReadAgfText(
+        "NM S4 9 0 1.5 60 0 1\nCD 1.0 1.03961212 0.00600069867 0.231792344 0.0200179144\n"
+        "LD 0.4 0.8\n",
+        "x.agf", r, true);
+    ASSERT_EQ(r.count, 1);
+    EXPECT_EQ(r.refits, 1);
+    EXPECT_GT(r.errors[0], 0.0f);
+    EXPECT_LT(r.errors[0], 1e-4f);
+    EXPECT_EQ(r.recs[0].General.Polytype, 1);
+}
+
+TEST(AgfImport, HerzbergerRefitRaisesLowerEnd) {
+    AgfRead r;
+    ReadAgfText("NM H 3 0 1.5 60 0 1\nCD 1.5 0.004 0 0.0001 0 0\nLD 0.4 1.0\n", "x.agf", r);
+    ASSERT_EQ(r.count, 1);
+    EXPECT_EQ(r.recs[0].General.IndexWvMin, 650);
+    EXPECT_EQ(r.recs[0].General.Polytype, 1);
+}
+
+TEST(AgfImport, MoreThan41RowsAllKept) {
+    std::string text =
+        "NM MANY 1 0 1.5 60 0 1\nCD 2.27 -0.0101 0.0106 0.00017 -2e-6 1e-6\n"
+        "LD 0.3 2.5\n";
+    for (int i = 0; i < 44; ++i) text += "IT " + std::to_string(0.3 + 0.05 * i) + " 0.9 10\n";
+    AgfRead r;
+    ReadAgfText(text, "x.agf", r);
+    ASSERT_EQ(r.count, 1);
+    EXPECT_EQ(r.recs[0].Measured.TransPoints, 44);
+    EXPECT_NEAR(r.recs[0].General.TransShortWave[40], (0.3 + 0.05 * 3) * 1000, 1e-3);
+}
+
+class GlcTest : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        CImportOsloGLC importer(dialogs);
+        importer.ReadFile(Data("sample.glc"), recs, count, refits, errors, ok);
+    }
+    ScriptedDialogs dialogs;
+    std::vector<MaterialRecord> recs;
+    std::vector<float> errors;
+    int count = 0, refits = 0;
+    int16_t ok = 0;
+};
+
+TEST_F(GlcTest, LinesAndRules) {
+    ASSERT_EQ(ok, -1);
+    ASSERT_EQ(count, 2);  // the empty line and the formula 6 line are dropped
+    const auto& bk7 = recs[0];
+    EXPECT_EQ(bk7.General.Source.Text(), "SCHOTT");
+    EXPECT_EQ(bk7.Other.Status.Text(), "E");  // "V" with "-" as second character
+    EXPECT_EQ(bk7.Other.CR.Text(), "1");
+    EXPECT_EQ(bk7.Other.FR.Text(), "-");
+    EXPECT_EQ(bk7.Other.SR.Text(), "2");
+    EXPECT_EQ(bk7.Other.AR.Text(), "");
+    EXPECT_EQ(bk7.Other.Knoop.Text(), "610");
+    EXPECT_EQ(bk7.Other.Price.Text(), "10");
+    EXPECT_EQ(bk7.Other.A3070.Text(), "7.1");
+    EXPECT_FLOAT_EQ(bk7.Measured.TransWave[0], 700.0f);  // reversed
+    EXPECT_EQ(bk7.General.IndexWvMin, 400);
+    EXPECT_EQ(bk7.General.IndexWvMax, 700);
+    EXPECT_FLOAT_EQ(bk7.Measured.TransWidth, 5.0f);
+    EXPECT_NEAR(bk7.Measured.TransTotal[2], 99.8 * 2 * 1.5308 / (1.5308 * 1.5308 + 1), 0.02);
+    const auto& sf5 = recs[1];
+    EXPECT_EQ(sf5.Other.Status.Text(), "A");  // "A" -> "O" -> "A"
+    EXPECT_TRUE(sf5.Other.CR.IsBlank());      // resistance "0"
+    EXPECT_EQ(sf5.Thermal.dndttype, 0);       // six zero constants
+    EXPECT_EQ(NotReadySections(sf5), "");
+}
+
+TEST(OldFiles, GlaQuirksAndReadyFlags) {
+    CImportOldLumbrak importer;
+    std::vector<MaterialRecord> recs;
+    int16_t ok = 0;
+    importer.ReadFile(Data("sample.gla"), recs, ok);
+    ASSERT_EQ(ok, -1);
+    ASSERT_EQ(recs.size(), 1u);
+    const auto& m = recs[0];
+    EXPECT_EQ(m.General.GlassName.Text(), "GLA1");
+    EXPECT_EQ(m.Other.Status.Text(), "A");
+    EXPECT_EQ(NotReadySections(m), "");
+    EXPECT_DOUBLE_EQ(m.Measured.IndexSquared[1], 1.521 * 1.521);
+    EXPECT_FLOAT_EQ(m.Measured.TransAbsorb[2], 0.003f);
+    EXPECT_FLOAT_EQ(m.General.TransShortValue[1], 0.002f);
+    EXPECT_FLOAT_EQ(m.General.TransShortValue[2], 99.0f);  // the last real row too
+}
+
+TEST(OldFiles, GlsShortAndFull) {
+    CImportOldKelmora importer;
+    std::vector<MaterialRecord> recs;
+    int16_t ok = 0;
+    importer.ReadFile(Data("short.gls"), recs, ok);
+    ASSERT_EQ(ok, -1);
+    EXPECT_EQ(recs[0].Other.Status.Text(), "A");
+    EXPECT_TRUE(recs[0].Other.Tg.IsBlank());
+    importer.ReadFile(Data("full.gls"), recs, ok);
+    ASSERT_EQ(ok, -1) << importer.failure();
+    const auto& m = recs[0];
+    EXPECT_FLOAT_EQ(m.Derived.vd, 64.17f);
+    EXPECT_EQ(m.Other.A20300.Text(), "");  // " null "
+    EXPECT_EQ(m.Other.T1013.Text(), "");   // "NULL"
+    EXPECT_EQ(m.Other.Knoop.Text(), "610");
+    EXPECT_EQ(m.Other.Status.Text(), "A");  // empty status
+    EXPECT_EQ(m.Other.Price.Text(), "1");
+    EXPECT_FLOAT_EQ(m.Derived.PgF, 0.1f);
+    EXPECT_EQ(m.Thermal.TT[5].Text(), "t6");
+}
+
+TEST(OldFiles, NoTransmissionRowsFails) {
+    TempDir dir;
+    WriteFileBytes(
+        dir / "z.gla",
+        "\"Z\",8,\"S\",0,0\r\n0,0\r\n400,700,1\r\n1,0,0,0,0,0,0,0,0,0,0,0,0,0\r\n0,1,10\r\n");
+    CImportOldLumbrak importer;
+    std::vector<MaterialRecord> recs;
+    int16_t ok = 0;
+    importer.ReadFile((dir / "z.gla").string(), recs, ok);
+    EXPECT_EQ(ok, 0);
+    EXPECT_TRUE(recs.empty());
+}
+
+}  // namespace
+}  // namespace ostrel
