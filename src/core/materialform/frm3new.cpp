@@ -1,6 +1,7 @@
 // The material form: life cycle, status panels, General tab and the form-wide commands.
 #include "core/materialform/frm3new.h"
 
+#include <charconv>
 #include <exception>
 
 #include "core/materialform/frm2_manage.h"
@@ -448,7 +449,9 @@ void frm3New::comWaveSelRefIndClick() {
         for (size_t i = 0; i < picked.size(); ++i) {
             const int r = row + static_cast<int>(i);
             if (r > grid.MaxRows()) break;
-            grid.SetValue(1, r, picked[i]);
+            char buf[32];  // the wavelength as picked, not as its nearest double
+            const auto res = std::to_chars(buf, buf + sizeof buf, picked[i]);
+            grid.SetText(1, r, std::string(buf, res.ptr));
             if (index) {
                 ssRefIndChange(1, r);
             } else {

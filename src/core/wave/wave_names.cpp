@@ -1,5 +1,6 @@
 #include "core/wave/wave_names.h"
 
+#include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
@@ -190,7 +191,11 @@ int16_t StandardWaveMark(float wave, std::string& mark) {
 }
 
 std::string AlignedWaveText(float wave) {
-    const std::string text = FormatNumber(wave, "0.0###");
+    // The wavelength as the 32-bit number it is, not its nearest double: 2325.42, not
+    // 2325.4199.
+    char buf[32];
+    const auto res = std::to_chars(buf, buf + sizeof buf, wave);
+    const std::string text = FormatNumber(Val(std::string_view(buf, res.ptr - buf)), "0.0###");
     if (wave >= 10000.0f) return " " + text;
     if (wave >= 1000.0f) return "  " + text;
     return "    " + text;

@@ -1,0 +1,171 @@
+#include "core/wave/wave_names.h"
+
+#include <gtest/gtest.h>
+
+#include "core/platform/settings_store.h"
+#include "core/shell/new_msg.h"
+#include "core/wave/pop_edit_param_wave.h"
+#include "support/scripted_dialogs.h"
+#include "support/temp_dir.h"
+
+namespace ostrel::testing {
+namespace {
+
+TEST(WaveNames, TablesHaveTheirRowsInOrder) {
+    const auto glass = GetGlassLines();
+    ASSERT_EQ(glass.size(), 22u);
+    EXPECT_EQ(glass[10], (WaveEntry{"  |HeNe laser", 632.8f}));
+    EXPECT_EQ(glass[20].Name, "");
+    const auto laser = GetLaserLines();
+    ASSERT_EQ(laser.size(), 81u);
+    EXPECT_EQ(laser[0], (WaveEntry{"Er:YAG", 2940.0f}));
+    EXPECT_EQ(laser[33], (WaveEntry{"HeNe |main", 632.8f}));
+    EXPECT_EQ(laser[13].Name, "Nd:YAG, Nd:YVO4");
+    EXPECT_EQ(laser.back(), (WaveEntry{"Nd:YAG |5th", 213.0f}));
+    for (size_t i = 1; i < laser.size(); ++i) EXPECT_LE(laser[i].Wave, laser[i - 1].Wave);
+    const auto trans = GetTransLines();
+    ASSERT_EQ(trans.size(), 30u);
+    EXPECT_EQ(trans[4], (WaveEntry{"1060.0", 1060.0f}));
+}
+
+struct MarkCase {
+    float wave;
+    int16_t hit;
+    const char* mark;
+};
+
+class StandardMark : public ::testing::TestWithParam<MarkCase> {};
+
+TEST_P(StandardMark, LabelsByTheNearestTable) {
+    std::string mark = "old";
+    EXPECT_EQ(StandardWaveMark(GetParam().wave, mark), GetParam().hit);
+    EXPECT_EQ(mark, GetParam().mark);
+}
+
+INSTANTIATE_TEST_SUITE_P(Waves, StandardMark,
+                         ::testing::Values(MarkCase{587.56f, -1, "d   |He]"},
+                                           MarkCase{587.5f, 0, " * "}, MarkCase{312.5663f, -1, ""},
+                                           MarkCase{1064.04f, -1, "Nd:YAG, Nd:YVO4 |]"},
+                                           MarkCase{694.3f, -1, "Ruby  |main]"}));
+
+TEST(WaveNames, NamesAndAlignedWaves) {
+    EXPECT_EQ(FormatWaveName({"e  |Hg", 546.074f}, true), "e  \tHg");
+    EXPECT_EQ(FormatWaveName({"e  |Hg", 546.074f}, false), "e   |Hg]");
+    EXPECT_EQ(FormatWaveName({"", 1.0f}, true), "");
+    EXPECT_TRUE(WaveNear(500.0f, 500.05f));
+    EXPECT_FALSE(WaveNear(500.0f, 500.06f));
+    EXPECT_EQ(AlignedWaveText(10600.0f), " 10600.0");
+    EXPECT_EQ(AlignedWaveText(2325.42f), "  2325.42");
+    EXPECT_EQ(AlignedWaveText(587.5618f), "    587.5618");
+}
+
+class Picker : public ::testing::Test {
+  protected:
+    Picker() : newMsg(dialogs, settings) {}
+    popEditParamWave& Make() {
+        popEditParamWave::Hooks hooks;
+        hooks.showModal = [this](popEditParamWave& p) {
+            if (script) script(p);
+        };
+        picker = std::make_unique<popEditParamWave>(dialogs, newMsg, dir.path().string(), hooks);
+        return *picker;
+    }
+
+    TempDir dir;
+    ScriptedDialogs dialogs;
+    MemorySettingsStore settings;
+    CNewMsg newMsg;
+    std::function<void(popEditParamWave&)> script;
+    std::unique_ptr<popEditParamWave> picker;
+};
+
+TEST_F(Picker, StartWaveIsMarkedInEveryTableThatHoldsIt) {
+    auto& p = Make();
+    int16_t count = 0;
+    float wave = 632.8f;
+    std::vector<float> waves;
+    script = [](popEditParamWave& f) {
+        EXPECT_EQ(f.ssWavesFraun.ActiveRow(), 11);
+        EXPECT_EQ(f.ssWavesLaser.ActiveRow(), 34);
+        EXPECT_EQ(f.ssWavesFraun.Text(1, 11), "    632.8");
+        EXPECT_EQ(f.ssWavesFraun.Text(2, 11), "  ");
+        EXPECT_EQ(f.ssWavesFraun.Text(3, 11), "HeNe laser");
+        EXPECT_EQ(f.tabWaveSel.tab, 2);
+        EXPECT_EQ(f.lblWave.caption, "Typical wavelengths for tranmission");
+        f.comCancelClick();
+    };
+    EXPECT_EQ(p.Display(count, wave, waves, 2), 0);
+    EXPECT_FLOAT_EQ(wave, 632.8f);  // cancelled: the caller's value stays
+    EXPECT_EQ(p.form.caption, "Wavelengths [nm]");
+    // The one-time notice.
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(dialogs.boxes[0].title, "Standard wavelengths");
+    EXPECT_EQ(dialogs.boxes[0].text.rfind(popEditParamWave::kNoticeText, 0), 0u);
+    script = nullptr;
+    p.Display(count, wave, waves, 0);
+    EXPECT_EQ(dialogs.boxes.size(), 1u);
+}
+
+TEST_F(Picker, DoubleClickPicksOneUnlessMultipleIsTicked) {
+    auto& p = Make();
+    int16_t count = 0;
+    float wave = 0;
+    std::vector<float> waves;
+    script = [](popEditParamWave& f) {
+        f.chkMultiWaves.value = true;
+        f.chkMultiWavesClick();
+        f.ssWavesDblClick(0, 13);
+        EXPECT_TRUE(f.Visible());  // nothing picked
+        f.chkMultiWaves.value = false;
+        f.chkMultiWavesClick();
+        f.ssWavesDblClick(0, 13);
+    };
+    EXPECT_EQ(p.Display(count, wave, waves, 0), -1);
+    EXPECT_EQ(count, 1);
+    EXPECT_FLOAT_EQ(wave, 587.5618f);
+    EXPECT_TRUE(waves.empty());
+}
+
+TEST_F(Picker, OkTakesTheBlocksOfTheActiveTabInOrder) {
+    auto& p = Make();
+    int16_t count = 0;
+    float wave = 0;
+    std::vector<float> waves;
+    script = [](popEditParamWave& f) {
+        f.chkMultiWaves.value = true;
+        f.chkMultiWavesClick();
+        f.tabWaveSelChange(1);
+        EXPECT_EQ(f.lblWave.caption, "Pre-defined spectral && laser wavelengths");
+        f.ssWavesLaser.SetSelection({-1, 1, -1, 2});
+        f.ssWavesLaser.AddSelection({-1, 34, -1, 34});
+        f.comOKClick();
+    };
+    EXPECT_EQ(p.Display(count, wave, waves, 0), -1);
+    EXPECT_EQ(count, 3);
+    EXPECT_EQ(waves, (std::vector<float>{2940.0f, 2127.0f, 632.8f}));
+    EXPECT_EQ(p.ReportText(), "2940.0000\n2127.0000\n632.8000\n");
+    EXPECT_TRUE(p.MultiOn());  // kept for the next showing
+}
+
+TEST_F(Picker, OwnWavelengthFileReplacesTheThirdTab) {
+    auto& p = Make();
+    int16_t count = 0;
+    float wave = 0;
+    std::vector<float> waves;
+    p.Display(count, wave, waves, 2);
+    EXPECT_FALSE(p.CustomLoaded());
+    EXPECT_EQ(p.ssWavesCustom.MaxRows(), 30);
+    EXPECT_TRUE(std::filesystem::is_directory(dir / "UserData"));
+
+    WriteFileBytes(dir / "UserData" / "WaveLen.lst", "Laser A|1550.5\nnot a line\n|800\r\n");
+    script = [](popEditParamWave& f) { f.ssWavesDblClick(2, 1); };
+    EXPECT_EQ(p.Display(count, wave, waves, 2), -1);
+    EXPECT_TRUE(p.CustomLoaded());
+    EXPECT_EQ(p.ssWavesCustom.MaxRows(), 2);
+    EXPECT_EQ(p.ssWavesCustom.Text(2, 1), "Laser A");
+    EXPECT_EQ(p.ssWavesCustom.Text(2, 2), "800");
+    EXPECT_FLOAT_EQ(wave, 1550.5f);
+}
+
+}  // namespace
+}  // namespace ostrel::testing
