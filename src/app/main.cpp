@@ -173,6 +173,7 @@ int main(int argc, char** argv) {
             mainForm.ribToolsMouseMove(2);
             QApplication::processEvents();
             SaveScreen(dir + "/main_window.png");
+            mainForm.ribToolsMouseMove(1);
             forms.RibbonClick(kFormSetup, true);
             QTimer::singleShot(800, &mainWindow, [&, dir] {
                 SaveScreen(dir + "/frm1_setup.png");

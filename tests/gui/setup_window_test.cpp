@@ -14,7 +14,9 @@
 #include "core/external/frm1setup.h"
 #include "core/material/glasses_list.h"
 #include "core/platform/settings_store.h"
+#include "core/shell/cs_application.h"
 #include "core/shell/frm_main_mdi.h"
+#include "core/shell/ini_file.h"
 #include "gui/external/frm1_setup_window.h"
 #include "gui/shell/frm_main_mdi_window.h"
 #include "support/scripted_dialogs.h"
@@ -49,7 +51,7 @@ class SetupWindowTest : public ::testing::Test {
     }
 
     // The main window, the tool strip and the setup form wired as the program wires them.
-    void Build() {
+    void Build(CSApplication* app = nullptr) {
         forms = std::make_unique<ManageForms>(
             dialogs, ManageForms::Hooks{[this] { return setup.GetKelmoraFound(); },
                                         [this] { return setup.GetFirstLoad(); }, [] {}});
@@ -63,7 +65,7 @@ class SetupWindowTest : public ::testing::Test {
         h.ribbonClick = [this](int n, bool pressed) { forms->RibbonClick(n, pressed); };
         h.searchRoots = [this] { return SearchRoots{Dir(tmp / "apps"), Dir(tmp / "drive")}; };
         unit = std::make_unique<frm1Setup>(setup, dialogs, h);
-        window = std::make_unique<frm1SetupWindow>(*unit, nullptr, mainWindow->mdiArea());
+        window = std::make_unique<frm1SetupWindow>(*unit, app, mainWindow->mdiArea());
         forms->RegisterForm(kFormSetup, unit.get());
     }
 
@@ -197,6 +199,30 @@ TEST_F(SetupWindowTest, ModalFormShowsAsABoxAndItsCloseBoxCancels) {
     window->subWindow()->close();
     EXPECT_TRUE(window->subWindow()->isHidden());
     EXPECT_FALSE(unit->IsOpen());
+}
+
+// Positions of a form inside the frame are taken in the frame's client area: centred there
+// the first time, and back where the user left it afterwards.
+TEST_F(SetupWindowTest, PlaceInsideTheFrameIsCentredThenKept) {
+    settings.SaveSetting(Bas1Setup::kSection, Bas1Setup::kKeyFirstLoad, "0");
+    setup.LoadPaths();
+    IniFile ini(Dir(tmp.path()));
+    CSApplication app(Dir(tmp.path()), ini, errors);
+    Build(&app);
+    mainWindow->resize(1000, 700);
+    mainWindow->show();
+    forms->RibbonClick(kFormSetup, true);
+    QMdiSubWindow* sub = window->subWindow();
+    const QSize room = mainWindow->mdiArea()->viewport()->size();
+    EXPECT_NEAR(sub->geometry().center().x(), room.width() / 2, 1);
+    EXPECT_NEAR(sub->geometry().center().y(), room.height() / 2, 1);
+
+    sub->move(12, 34);
+    window->button("comCancel")->click();
+    EXPECT_EQ(ini.IniGetInt("FormPosNonChild_frm1Setup", "fLeft"), 12);
+    EXPECT_EQ(ini.IniGetInt("FormPosNonChild_frm1Setup", "fTop"), 34);
+    forms->RibbonClick(kFormSetup, true);
+    EXPECT_EQ(sub->pos(), QPoint(12, 34));
 }
 
 }  // namespace

@@ -67,7 +67,7 @@ frm1SetupWindow::frm1SetupWindow(frm1Setup& unit, CSApplication* app, QMdiArea* 
         paths->addWidget(MakeLabel(this, row.title, row.titleModel), r, 0, 1, 2);
         QLabel* path = MakeLabel(this, row.path, row.pathModel);
         path->setFrameStyle(QFrame::Panel | QFrame::Sunken);
-        path->setMinimumWidth(440);
+        path->setMinimumWidth(360);
         path->setContentsMargins(4, 2, 4, 2);
         path->setTextInteractionFlags(Qt::TextSelectableByMouse);
         paths->addWidget(path, r + 1, 0);
@@ -98,10 +98,10 @@ frm1SetupWindow::frm1SetupWindow(frm1Setup& unit, CSApplication* app, QMdiArea* 
     outer->addLayout(buttons);
 
     sub_ = area->addSubWindow(this);
-    sub_->setWindowIcon(style()->standardIcon(QStyle::SP_DriveHDIcon));
+    sub_->setWindowIcon(style()->standardIcon(QStyle::SP_ComputerIcon));
     sub_->installEventFilter(this);
     sub_->setWindowTitle(ToQt(unit_.form.caption));
-    sub_->resize(sub_->sizeHint().expandedTo(QSize(540, 280)));
+    sub_->resize(sub_->sizeHint().expandedTo(QSize(440, 280)));
     sub_->hide();
     visibleSub_ = unit_.form.Observe([this] { FollowVisible(); });
 }

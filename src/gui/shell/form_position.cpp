@@ -8,12 +8,23 @@
 
 namespace ostrel::gui {
 
+namespace {
+
+// Where a form lives: a child form inside its frame's client area, any other window on
+// the screen's free area.
+QRect Room(const QWidget* w) {
+    if (!w->isWindow() && w->parentWidget()) return QRect(QPoint(0, 0), w->parentWidget()->size());
+    QScreen* screen = w->screen() ? w->screen() : QGuiApplication::primaryScreen();
+    return screen ? screen->availableGeometry() : QRect();
+}
+
+}  // namespace
+
 void RestoreFormPosition(QWidget* w, const CSApplication* app, const std::string& formName,
                          bool mainForm) {
     if (!app) return;
-    QScreen* screen = w->screen() ? w->screen() : QGuiApplication::primaryScreen();
-    if (!screen) return;
-    const QRect avail = screen->availableGeometry();
+    const QRect avail = Room(w);
+    if (avail.isEmpty()) return;
     const FormRect present{w->x(), w->y(), w->width(), w->height()};
     const FormRect r =
         app->ThisFormPosnGet(formName, mainForm, false, present, {avail.width(), avail.height()});
@@ -22,8 +33,7 @@ void RestoreFormPosition(QWidget* w, const CSApplication* app, const std::string
 
 void SaveFormPosition(QWidget* w, CSApplication* app, const std::string& formName) {
     if (!app) return;
-    QScreen* screen = w->screen() ? w->screen() : QGuiApplication::primaryScreen();
-    const QPoint origin = screen ? screen->availableGeometry().topLeft() : QPoint();
+    const QPoint origin = Room(w).topLeft();
     const QRect g = w->geometry();
     app->ThisFormPosnSave(formName,
                           {g.left() - origin.x(), g.top() - origin.y(), g.width(), g.height()});

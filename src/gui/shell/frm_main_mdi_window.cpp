@@ -24,7 +24,7 @@ constexpr const char* kFormName = "frmMainMDI";
 QStyle::StandardPixmap ToolIcon(int n) {
     switch (n) {
         case 1:
-            return QStyle::SP_DriveHDIcon;
+            return QStyle::SP_ComputerIcon;
         case 2:
             return QStyle::SP_FileDialogDetailedView;
         case 3:
