@@ -1,0 +1,173 @@
+// The import and backup forms: grid texts, refit labels, the add checks, rename, settings,
+// the notice, and the backup file name and messages.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "core/import/frm4_import.h"
+#include "core/import/frm5_export.h"
+#include "core/platform/clock.h"
+#include "core/platform/error_display.h"
+#include "support/scripted_dialogs.h"
+#include "support/temp_dir.h"
+
+namespace ostrel {
+namespace {
+
+using testing::ScriptedDialogs;
+using testing::TempDir;
+
+std::string Data(const std::string& name) {
+    return (std::filesystem::path(OSTREL_TEST_DATA) / "import" / name).string();
+}
+
+class ImportForm : public ::testing::Test {
+  protected:
+    TempDir dir;
+    ScriptedDialogs dialogs;
+    FixedClock clock{46000.5};
+    ErrorDisplayer errors{dir.path().string(), dialogs, clock};
+    GlassesList list{dir.path().string(), errors};
+    MemorySettingsStore settings;
+    CNewMsg newMsg{dialogs, settings};
+    frm4Import form{list, dialogs, settings, newMsg, "/app/"};
+};
+
+TEST_F(ImportForm, GlcReadFillsGridAndSettings) {
+    dialogs.files.push_back(Data("sample.glc"));
+    form.comImportClick();
+    ASSERT_EQ(dialogs.fileDialogs.size(), 1u);
+    EXPECT_EQ(dialogs.fileDialogs[0].filter, frm4Import::kFilter);
+    EXPECT_EQ(dialogs.fileDialogs[0].initialPath, "/app/");
+    EXPECT_EQ(form.ImportCount(), 2);
+    EXPECT_EQ(form.ssGlasses.Text(1, 1), "N-BK7");
+    EXPECT_EQ(form.ssGlasses.Text(3, 1), "400.0 - 700.0");
+    EXPECT_EQ(form.ssGlasses.Text(5, 1), "OK");
+    EXPECT_TRUE(form.ssGlasses.Column(frm4Import::kColRefit).hidden);  // nothing refitted
+    EXPECT_TRUE(dialogs.boxes.empty());                                // and no notice
+    EXPECT_EQ(settings.GetSetting("B4Import", "B4ImportLastType", ""), "4");
+    EXPECT_EQ(settings.GetSetting("B4Import", "B4ImpPathOslo_GLC", ""),
+              std::filesystem::path(Data("sample.glc")).parent_path().string());
+    EXPECT_EQ(form.form.caption.get(), "Import material data from text file: sample.glc");
+}
+
+TEST_F(ImportForm, RefitLabelsAndNotice) {
+    TempDir files;
+    testing::WriteFileBytes(files / "two.agf",
+                            "NM H1 3 0 1.5 60 0 1\nCD 1.5 0.004 0 0.0001 0 0\nLD 0.4 1.0\n"
+                            "NM H2 3 0 1.5 60 0 1\nCD 1.5 0.004 0 0.0001 0 0\nLD 0.4 1.0\n"
+                            "NM S 1 0 1.5 60 0 1\nCD 2.27 -0.0101 0.0106 0.00017 -2e-6 1e-6\n"
+                            "LD 0.4 1.0\n");
+    form.ImportFile((files / "two.agf").string(), frm4Import::kAGF);
+    EXPECT_EQ(form.lblReFit.caption.get(),
+              "2 glasses have been refited to index polynomial[s] used in Lumbrak.  The average "
+              "error is in the last column.");
+    EXPECT_FALSE(form.ssGlasses.Column(frm4Import::kColRefit).hidden);
+    EXPECT_EQ(form.ssGlasses.Text(frm4Import::kColRefit, 3), "not refitted ");
+    EXPECT_NE(form.ssGlasses.Text(frm4Import::kColRefit, 1).find("-Schott"), std::string::npos);
+    ASSERT_EQ(dialogs.boxes.size(), 1u);  // the notice, at once without a timer
+    EXPECT_EQ(dialogs.boxes[0].text.substr(0, 20), frm4Import::kRefitNotice.substr(0, 20));
+}
+
+TEST_F(ImportForm, CheckColumnShowsDisagreement) {
+    TempDir files;
+    testing::WriteFileBytes(files / "c.agf",
+                            "NM G 2 0 1.5170 64.17 0 1\nCD 1.03961212 0.00600069867 0.231792344 "
+                            "0.0200179144 1.01046945 103.560653\nLD 0.3 2.5\n");
+    form.ImportFile((files / "c.agf").string(), frm4Import::kAGF);
+    EXPECT_EQ(form.ssGlasses.Text(frm4Import::kColCheck, 1), "nd 1.51680 vs 1.51700");
+}
+
+TEST_F(ImportForm, CatalogueNameBlocksEverythingAndRenameFreesIt) {
+    form.ImportFile(Data("sample.glc"), frm4Import::kGLC);
+    // One staged glass already in the list: answering No adds nothing.
+    MaterialRecord existing = form.ImportList()[0];
+    ASSERT_TRUE(list.ListAdd(existing, false));
+    dialogs.answers.push_back(MsgAnswer::No);
+    EXPECT_FALSE(form.AddRange(1, 2));
+    EXPECT_EQ(list.CustomCount(), 1);
+    EXPECT_EQ(dialogs.boxes.back().text,
+              "The following materials are already in your collection:\n\nN-BK7/SCHOTT\n\n"
+              "Do you want to overwrite the existing data?");
+    dialogs.inputs.push_back(std::string("  Mine "));
+    form.comRenameSourceClick();
+    EXPECT_EQ(form.ssGlasses.Text(2, 2), "Mine");
+    form.comAddAllClick();
+    EXPECT_EQ(list.CustomCount(), 3);
+}
+
+TEST_F(ImportForm, NothingStagedAsksToOpen) {
+    dialogs.answers.push_back(MsgAnswer::No);
+    form.comAddAllClick();
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(dialogs.boxes[0].text,
+              "No materials have been imported, so none can be added to the main list!\n\n"
+              "Do you wish to open a material text file now?");
+    EXPECT_EQ(dialogs.boxes[0].buttons, MsgButtons::YesNo);
+}
+
+TEST_F(ImportForm, FailedReadMessages) {
+    form.ImportFile(Data("missing.glz"), frm4Import::kGLZ);
+    ASSERT_FALSE(dialogs.boxes.empty());
+    EXPECT_EQ(dialogs.boxes.back().text, "Failure in file read " + Data("missing.glz") + "!");
+    form.ImportFile(Data("missing.gla"), frm4Import::kGLA);
+    EXPECT_EQ(dialogs.boxes.back().text,
+              "Unable to import any glasses from file " + Data("missing.gla") + "!");
+}
+
+TEST_F(ImportForm, ReviewGoesToTheHook) {
+    int reviewed = 0;
+    frm4Import f(list, dialogs, settings, newMsg, "/app/",
+                 {[&](const MaterialRecord&) { ++reviewed; }, nullptr, nullptr});
+    f.ImportFile(Data("sample.glc"), frm4Import::kGLC);
+    f.ssGlassesDblClick(1, 2);
+    EXPECT_EQ(reviewed, 1);
+    EXPECT_EQ(f.SelectedRow(), 2);
+}
+
+TEST(Bas4ImportKeys, PathKeys) {
+    EXPECT_EQ(Bas4Import::PathKey(1), "B4ImpPathOstrelNew_GLZ");
+    EXPECT_EQ(Bas4Import::PathKey(5), "B4ImpPathZemax_AGF");
+    EXPECT_EQ(Bas4Import::PathKey(6), "");
+}
+
+class ExportForm : public ImportForm {
+  protected:
+    frm5Export backup{list, dialogs, clock};
+};
+
+TEST_F(ExportForm, EmptyListMessage) {
+    backup.Display();
+    backup.comExportAllClick();
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(dialogs.boxes[0].text, "There are no glasses to backup!");
+    EXPECT_TRUE(dialogs.fileDialogs.empty());
+}
+
+TEST_F(ExportForm, DefaultNameAndWrite) {
+    MaterialRecord a = ClearedMaterialRecord();
+    a.General.GlassName.Set("A*B");
+    a.General.Source.Set("S");
+    MaterialRecord b = a;
+    b.General.GlassName.Set("C");
+    b.Melt.MeltFlag = -1;
+    list.ListAdd(a, false);
+    list.ListAdd(b, false);
+    backup.Display();
+    EXPECT_EQ(backup.ssGlassesCurr.MaxRows(), 2);
+    EXPECT_EQ(backup.ssGlassesCurr.RowColour(2), (Colour{255, 255, 128}));
+    EXPECT_EQ(backup.DefaultFileName(1, 1), "A-B.GLZ");
+    EXPECT_EQ(backup.DefaultFileName(1, 2), "");
+    const std::string out = (dir / "out.glz").string();
+    dialogs.files.push_back(out);
+    backup.ssGlassesCurr.SetActiveCell(1, 1);
+    backup.comExportSelClick();
+    EXPECT_EQ(dialogs.fileDialogs.back().initialPath, "A-B.GLZ");
+    EXPECT_EQ(dialogs.fileDialogs.back().title, "Exporting selected glass data to text file");
+    const std::string image = testing::ReadFileBytes(out);
+    EXPECT_NE(image.find("\"A*B\",\"S\""), std::string::npos);
+    EXPECT_EQ(image.find("\"C\""), std::string::npos);
+}
+
+}  // namespace
+}  // namespace ostrel
