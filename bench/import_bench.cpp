@@ -1,0 +1,91 @@
+// Reading the real catalogues: every AGF file of the 2020 set and every GLC file, beside a
+// plain split of the same bytes into lines.
+#include <benchmark/benchmark.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "core/import/import_oslo_glc.h"
+#include "core/import/import_zemax_agf.h"
+#include "core/platform/text.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// The shared catalogues stand beside the source tree.
+const fs::path kData = fs::path(__FILE__).parent_path().parent_path() / ".." / "shared" / "data";
+
+class QuietDialogs : public ostrel::Dialogs {
+  public:
+    ostrel::MsgAnswer MsgBox(const std::string&, ostrel::MsgButtons, ostrel::MsgIcon,
+                             const std::string&) override {
+        return ostrel::MsgAnswer::OK;
+    }
+    std::optional<std::string> InputBox(const std::string&, const std::string&,
+                                        const std::string&) override {
+        return std::nullopt;
+    }
+    std::optional<std::string> FileOpen(const ostrel::FileDialogSpec&) override { return {}; }
+    std::optional<std::string> FileSave(const ostrel::FileDialogSpec&) override { return {}; }
+    void SetBusy(bool) override {}
+    void HelpNote(const std::string&, bool) override {}
+    bool OpenUrl(const std::string&) override { return false; }
+};
+
+std::vector<fs::path> Catalogues() {
+    std::vector<fs::path> out;
+    for (const auto& dir : {kData / "agf" / "2020", kData / "glc"}) {
+        if (!fs::exists(dir)) continue;
+        for (const auto& e : fs::directory_iterator(dir)) out.push_back(e.path());
+    }
+    return out;
+}
+
+void BM_ImportCatalogues(benchmark::State& state) {
+    const auto files = Catalogues();
+    QuietDialogs dialogs;
+    size_t glasses = 0;
+    for (auto _ : state) {
+        glasses = 0;
+        for (const auto& p : files) {
+            std::vector<ostrel::MaterialRecord> recs;
+            std::vector<float> errors;
+            int count = 0, refits = 0;
+            int16_t ok = 0;
+            if (p.parent_path().filename() == "glc") {
+                ostrel::CImportOsloGLC importer(dialogs);
+                importer.ReadFile(p.string(), recs, count, refits, errors, ok);
+            } else {
+                ostrel::CImportZemaxAGF importer(dialogs);
+                std::string errorText;
+                importer.ReadFile(p.string(), p.filename().string(), recs, count, refits, errors,
+                                  errorText, 8, ok);
+            }
+            glasses += static_cast<size_t>(count);
+        }
+        benchmark::DoNotOptimize(glasses);
+    }
+    state.counters["glasses"] = static_cast<double>(glasses);
+}
+BENCHMARK(BM_ImportCatalogues)->Unit(benchmark::kMillisecond);
+
+void BM_PlainLineSplit(benchmark::State& state) {
+    const auto files = Catalogues();
+    for (auto _ : state) {
+        size_t lines = 0;
+        for (const auto& p : files) {
+            std::ifstream in(p, std::ios::binary);
+            std::stringstream ss;
+            ss << in.rdbuf();
+            lines += ostrel::SplitLines(ss.str()).size();
+        }
+        benchmark::DoNotOptimize(lines);
+    }
+}
+BENCHMARK(BM_PlainLineSplit)->Unit(benchmark::kMillisecond);
+
+}  // namespace
