@@ -89,3 +89,4 @@ void BM_PlainLineSplit(benchmark::State& state) {
 BENCHMARK(BM_PlainLineSplit)->Unit(benchmark::kMillisecond);
 
 }  // namespace
+BENCHMARK_MAIN();
