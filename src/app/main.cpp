@@ -186,6 +186,9 @@ int main(int argc, char** argv) {
         });
     }
     const int rc = QApplication::exec();
+    // Ending the program closes the open working form the way its own close would (a setup
+    // left open still ends the first run).
+    forms.UnloadAll();
     glassesList.ForceUnload();
     return rc;
 }

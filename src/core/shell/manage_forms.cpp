@@ -103,6 +103,14 @@ void ManageForms::RibbonClick(int formNumber, bool pressed) {
     if (formNumber == kFormSetup) EnableTools();
 }
 
+void ManageForms::UnloadAll() {
+    const int open = currentForm_;
+    currentForm_ = kNoForm;
+    if (newFormOpen_) HideForm(kFormNew);
+    if (meltFormOpen_) HideForm(kFormMelt);
+    if (open != kNoForm) HideForm(open);
+}
+
 bool ManageForms::ShowForm(int formNumber, bool keep) {
     if (!ValidForm(formNumber)) return false;
     WorkingForm* f = Form(formNumber);

@@ -58,6 +58,8 @@ class ManageForms {
     bool ShowForm(int formNumber, bool keep = false);
     // Closes a form by calling its ForceUnload, and releases its tool button.
     void HideForm(int formNumber);
+    // At the end of the program: unloads every open working form, as closing it would.
+    void UnloadAll();
     // Enables the tools 2 to 7 exactly when the setup has been confirmed once; the setup
     // and end buttons stay enabled.
     void EnableTools();

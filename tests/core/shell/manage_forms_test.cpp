@@ -223,6 +223,20 @@ TEST_F(RibbonClickTest, HideFormOfNothingDoesNothing) {
     EXPECT_TRUE(calls.empty());
 }
 
+TEST_F(RibbonClickTest, UnloadAllAtTheEndClosesEveryOpenForm) {
+    forms->RibbonClick(2, true);
+    forms->SetNewFormOpen(true);
+    calls.clear();
+    forms->UnloadAll();
+    EXPECT_EQ(calls, (std::vector<std::string>{"unload 3", "unload 2"}));
+    EXPECT_EQ(forms->GetCurrentForm(), 0);
+    EXPECT_FALSE(forms->GetNewFormOpen());
+    EXPECT_FALSE(forms->ribTools[2].value);
+    calls.clear();
+    forms->UnloadAll();
+    EXPECT_TRUE(calls.empty());
+}
+
 TEST(ManageFormsToolTips, NameEachTool) {
     EXPECT_EQ(ManageForms::ToolTip(1), "Confirm paths to LumbrakPlus & Kelmora");
     EXPECT_EQ(ManageForms::ToolTip(6), "Archive/restore any glasses in Kelmora database");
