@@ -6,6 +6,7 @@
 
 #include "cli/cli_context.h"
 #include "cli/cli_session.h"
+#include "cli/demo_catalogue.h"
 #include "core/external/bas1_setup.h"
 #include "core/external/demo_installation.h"
 #include "core/external/frm2_manage_update.h"
@@ -214,19 +215,16 @@ int RunDbMove(CliContext& ctx, const ExternalArgs& a, bool archive) {
 }
 
 int RunDemo(CliContext& ctx, const ExternalArgs& a) {
-    std::string catalogue = a.catalogue;
-    if (catalogue.empty()) {
-        std::error_code ec;
-        const auto exe = std::filesystem::read_symlink("/proc/self/exe", ec);
-        catalogue = FindDemoCatalogue(ec ? std::string(".") : exe.parent_path().string());
-        if (catalogue.empty()) catalogue = FindDemoCatalogue(".");
-    }
-    std::string text;
-    FileError error;
-    if (catalogue.empty() || !ReadWholeFile(catalogue, text, error)) {
-        *ctx.err << "The demo catalogue " << kDemoCatalogueName
-                 << " was not found; give it with --catalogue\n";
-        return kExitRefused;
+    // The catalogue built into the program, unless another one is named.
+    std::string catalogue = "(built-in)";
+    std::string text = kEmbeddedDemoCatalogue;
+    if (!a.catalogue.empty()) {
+        catalogue = a.catalogue;
+        FileError error;
+        if (!ReadWholeFile(catalogue, text, error)) {
+            *ctx.err << "The demo catalogue could not be read: " << error.message << '\n';
+            return kExitRefused;
+        }
     }
     std::vector<DemoGlass> glasses;
     std::string message;

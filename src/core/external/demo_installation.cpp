@@ -121,20 +121,6 @@ MaterialRecord DemoGlassRecord(const DemoGlass& glass) {
     return rec;
 }
 
-std::string FindDemoCatalogue(const std::string& startFolder) {
-    std::error_code ec;
-    fs::path dir = fs::absolute(startFolder, ec);
-    for (int up = 0; up < 8 && !dir.empty(); ++up) {
-        for (const fs::path& candidate : {dir / "data" / "demo" / kDemoCatalogueName,
-                                          dir / "share" / "ostrel" / kDemoCatalogueName}) {
-            if (fs::is_regular_file(candidate, ec)) return candidate.string();
-        }
-        if (dir == dir.parent_path()) break;
-        dir = dir.parent_path();
-    }
-    return {};
-}
-
 bool CreateDemoInstallation(const std::string& dirText, const std::vector<DemoGlass>& glasses,
                             SettingsStore& settings, std::string& message) {
     std::error_code ec;

@@ -36,10 +36,6 @@ bool ParseDemoCatalogue(const std::string& text, std::vector<DemoGlass>& glasses
 // The full record of a demo glass, as the catalogue program holds it.
 MaterialRecord DemoGlassRecord(const DemoGlass& glass);
 
-// The demo catalogue file: looked for in data/demo of the folders above `startFolder`
-// (the program's own folder), then in share/ostrel beside it; "" when not found.
-std::string FindDemoCatalogue(const std::string& startFolder);
-
 // Builds DIR/Lumbrak (Lumbrak3D.EXE, STFenmarkExA.dat, SPFenmark.dat), DIR/Sextane
 // (LumbrakSextaneTD.EXE) and DIR/Kelmora (KelmoraTD.EXE, FenmarkExA.mdb with the catalogue's
 // rows), and stores the three folders in the settings with the first run done. Refuses a
