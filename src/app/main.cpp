@@ -7,9 +7,12 @@
 #include <QTimer>
 #include <filesystem>
 #include <functional>
+#include <memory>
 
 #include "core/external/bas1_setup.h"
 #include "core/external/frm1setup.h"
+#include "core/external/frm2_manage_update.h"
+#include "core/external/frm6_archive.h"
 #include "core/material/frm_glasses_list.h"
 #include "core/material/glasses_list.h"
 #include "core/materialform/frm2_manage.h"
@@ -24,6 +27,9 @@
 #include "core/shell/manage_forms.h"
 #include "core/shell/new_msg.h"
 #include "gui/external/frm1_setup_window.h"
+#include "gui/external/frm2_manage_update_panel.h"
+#include "gui/external/frm6_archive_window.h"
+#include "gui/external/frm_glasses_del_ext_dialog.h"
 #include "gui/material/frm_glasses_list_window.h"
 #include "gui/materialform/frm2_manage_window.h"
 #include "gui/platform/binders.h"
@@ -53,8 +59,8 @@ int main(int argc, char** argv) {
     QCommandLineOption dataDir("data-dir", "Folder of the custom material list.", "DIR");
     QCommandLineOption screenshots(
         "screenshots",
-        "Save pictures of the main window, the setup form and the manage form into "
-        "DIR, then end.",
+        "Save pictures of the main window, the setup form, the manage form, the archive "
+        "form and the removal form into DIR, then end.",
         "DIR");
     parser.addOption(dataDir);
     parser.addOption(screenshots);
@@ -148,6 +154,18 @@ int main(int argc, char** argv) {
     frm2Manage manage(list, dialogs, manageHooks);
     gui::frm2ManageWindow manageWindow(manage, &app, mainWindow.mdiArea());
     forms.RegisterForm(kFormManage, &manage);
+    // Its update frame, with the removal form.
+    frm2ManageUpdate manageUpdate(frm2ManageUpdate::SourceOf(manage), setup, dialogs,
+                                  [&mainWindow](frmGlassesDelExt& del) {
+                                      gui::frmGlassesDelExtDialog dlg(del, &mainWindow);
+                                      dlg.exec();
+                                  });
+    manageWindow.AddPanel(new gui::frm2ManageUpdatePanel(manageUpdate));
+
+    // The archive form of the catalogue program's glasses.
+    frm6Archive archive(setup, dialogs, [&forms] { forms.RibbonClick(kFormArchive, false); });
+    gui::frm6ArchiveWindow archiveWindow(archive, &app, mainWindow.mdiArea());
+    forms.RegisterForm(kFormArchive, &archive);
 
     mainWindow.show();
     // On a first run this opens the setup form, which searches the disks first.
@@ -180,7 +198,20 @@ int main(int argc, char** argv) {
                 forms.RibbonClick(kFormManage, true);
                 QTimer::singleShot(800, &mainWindow, [&, dir] {
                     SaveScreen(dir + "/frm2_manage.png");
-                    QApplication::quit();
+                    forms.RibbonClick(kFormArchive, true);
+                    QTimer::singleShot(800, &mainWindow, [&, dir] {
+                        SaveScreen(dir + "/frm6_archive.png");
+                        forms.RibbonClick(kFormArchive, false);
+                        auto del = std::make_shared<frmGlassesDelExt>(setup, dialogs);
+                        del->Load();
+                        auto* dlg = new gui::frmGlassesDelExtDialog(*del, &mainWindow);
+                        dlg->show();
+                        QTimer::singleShot(800, &mainWindow, [dir, del, dlg] {
+                            SaveScreen(dir + "/frm_glasses_del_ext.png");
+                            delete dlg;
+                            QApplication::quit();
+                        });
+                    });
                 });
             });
         });

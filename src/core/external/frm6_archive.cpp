@@ -1,6 +1,7 @@
 #include "core/external/frm6_archive.h"
 
 #include <algorithm>
+#include <utility>
 #include "core/external/kelmora_database.h"
 
 #include "core/platform/number_text.h"
@@ -41,7 +42,9 @@ bool RowId(const Grid& g, int row, int64_t& id) {
 
 }  // namespace
 
-frm6Archive::frm6Archive(Bas1Setup& setup, Dialogs& dialogs) : setup_(setup), dialogs_(dialogs) {
+frm6Archive::frm6Archive(Bas1Setup& setup, Dialogs& dialogs, std::function<void()> close)
+    : setup_(setup), dialogs_(dialogs), close_(std::move(close)) {
+    form.visible = false;
     cmbSortOrder.SetItems(
         {"Sort by ID", "Sort by Material", "Sort by Source", "Sort by Code", "Sort by Status!"});
     cmbSortOrder.SetListIndex(0);
@@ -62,6 +65,28 @@ bool frm6Archive::Load() {
 void frm6Archive::Unload() {
     if (db_) db_->Rollback();
     db_.reset();
+}
+
+void frm6Archive::Display() {
+    if (!Load()) {
+        // The open failed and said why; the tool button goes back up.
+        if (close_) close_();
+        return;
+    }
+    form.visible = true;
+}
+
+void frm6Archive::ForceUnload() {
+    Unload();
+    form.visible = false;
+}
+
+void frm6Archive::comOKClick() {
+    if (close_) {
+        close_();
+    } else {
+        ForceUnload();
+    }
 }
 
 void frm6Archive::Fill(Grid& grid, const std::string& table, const std::string& statusColumn,

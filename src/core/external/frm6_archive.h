@@ -1,6 +1,7 @@
 #pragma once
 // The catalogue program's glasses, current and archived, side by side; rows move between
 // the two tables column by column, each command in one transaction.
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -9,10 +10,11 @@
 #include "core/platform/database.h"
 #include "core/platform/dialogs.h"
 #include "core/platform/grid.h"
+#include "core/shell/manage_forms.h"
 
 namespace ostrel {
 
-class frm6Archive {
+class frm6Archive : public WorkingForm {
   public:
     static constexpr const char* kMsgArchiveAll =
         "Are you really sure that you want to archive ALL the glasses in Kelmora?";
@@ -21,7 +23,14 @@ class frm6Archive {
     static constexpr const char* kMsgRestoreFailed =
         "Error in restoring glass.  Process rolled back. ";
 
-    frm6Archive(Bas1Setup& setup, Dialogs& dialogs);
+    // `close` closes the form through the tool strip (RibbonClick of form 6, released).
+    frm6Archive(Bas1Setup& setup, Dialogs& dialogs, std::function<void()> close = {});
+
+    // Loads and shows the form; when the database cannot be opened the form closes again.
+    void Display() override;
+    // Closes the database and hides the form.
+    void ForceUnload() override;
+    void comOKClick();
 
     // Opens the database and fills both grids; false (reported) when the form must close.
     bool Load();
@@ -64,6 +73,7 @@ class frm6Archive {
 
     Bas1Setup& setup_;
     Dialogs& dialogs_;
+    std::function<void()> close_;
     std::unique_ptr<Database> db_;
     bool loading_ = true;
     int currRow_ = 0;

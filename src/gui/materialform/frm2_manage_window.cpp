@@ -110,6 +110,11 @@ QPushButton* frm2ManageWindow::button(const char* name) const {
     return findChild<QPushButton*>(name);
 }
 
+void frm2ManageWindow::AddPanel(QWidget* panel) {
+    panel->setParent(this);
+    static_cast<QVBoxLayout*>(layout())->insertWidget(1, panel);
+}
+
 bool frm2ManageWindow::eventFilter(QObject* watched, QEvent* event) {
     // The close box closes the form the way its Close button does, through the tool strip.
     if (watched == sub_ && event->type() == QEvent::Close && unit_.form.visible) {

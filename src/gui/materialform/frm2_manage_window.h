@@ -36,6 +36,8 @@ class frm2ManageWindow : public QWidget {
     GridView* grid() const { return grid_; }
     QMdiSubWindow* subWindow() const { return sub_; }
     QPushButton* button(const char* name) const;
+    // Places a panel of another part of the form (the update frame) below the grid.
+    void AddPanel(QWidget* panel);
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -137,7 +137,10 @@ void GridView::SelectionFromGrid() {
     for (const GridBlock& b : g.Selection()) {
         const int c1 = b.col1 <= 0 ? 0 : b.col1 - 1;
         const int c2 = b.col2 <= 0 ? g.MaxCols() - 1 : b.col2 - 1;
-        sel.select(model_->index(b.row1 - 1, c1), model_->index(b.row2 - 1, c2));
+        // A first row of -1 is the whole grid.
+        const int r1 = b.row1 < 1 ? 0 : b.row1 - 1;
+        const int r2 = b.row1 < 1 || b.row2 < 1 ? g.MaxRows() - 1 : b.row2 - 1;
+        sel.select(model_->index(r1, c1), model_->index(r2, c2));
     }
     const QModelIndex active = model_->index(g.ActiveRow() - 1, g.ActiveCol() - 1);
     if (active.isValid()) selectionModel()->setCurrentIndex(active, QItemSelectionModel::NoUpdate);

@@ -321,3 +321,35 @@ TEST_F(UpdateTest, AMoveThatFailsRollsTheCommandBack) {
 
 }  // namespace
 }  // namespace ostrel::testing
+
+namespace ostrel::testing {
+namespace {
+
+// The archive form through the tool strip: it opens with the database and closes it again;
+// a database that cannot be opened says so and puts the tool button back up.
+TEST_F(UpdateTest, ArchiveFormOpensAndClosesThroughTheToolStrip) {
+    ManageForms forms(dialogs, {[] { return true; }, [] { return false; }, [] {}});
+    frm6Archive form(setup, dialogs, [&forms] { forms.RibbonClick(kFormArchive, false); });
+    forms.RegisterForm(kFormArchive, &form);
+    EXPECT_FALSE(form.form.visible);
+
+    forms.RibbonClick(kFormArchive, true);
+    EXPECT_TRUE(form.form.visible);
+    ASSERT_NE(form.database(), nullptr);
+    EXPECT_EQ(form.ssGlassCurr.MaxRows(), 4);
+    form.comOKClick();
+    EXPECT_FALSE(form.form.visible);
+    EXPECT_EQ(form.database(), nullptr);
+    EXPECT_EQ(forms.GetCurrentForm(), kNoForm);
+    EXPECT_FALSE(forms.ribTools[kFormArchive].value);
+
+    fs::remove(fs::path(Kelmora()) / "FenmarkExA.mdb");
+    forms.RibbonClick(kFormArchive, true);
+    EXPECT_FALSE(form.form.visible);
+    EXPECT_FALSE(dialogs.boxes.empty());
+    EXPECT_EQ(forms.GetCurrentForm(), kNoForm);
+    EXPECT_FALSE(forms.ribTools[kFormArchive].value);
+}
+
+}  // namespace
+}  // namespace ostrel::testing

@@ -1,0 +1,140 @@
+#include "gui/external/frm6_archive_window.h"
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QEvent>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPushButton>
+#include <QStyle>
+#include <QVBoxLayout>
+
+#include "gui/platform/binders.h"
+#include "gui/platform/grid_view.h"
+#include "gui/shell/form_position.h"
+
+namespace ostrel::gui {
+
+namespace {
+
+constexpr const char* kFormName = "frm6Archive";
+
+QPushButton* MakeButton(QWidget* parent, const char* name, Button& model) {
+    auto* b = new QPushButton(parent);
+    b->setObjectName(name);
+    Bind(b, model);
+    return b;
+}
+
+QLabel* MakeLabel(QWidget* parent, const char* name, Label& model) {
+    auto* l = new QLabel(parent);
+    l->setObjectName(name);
+    l->setTextFormat(Qt::PlainText);
+    Bind(l, model);
+    return l;
+}
+
+}  // namespace
+
+GridView* frm6ArchiveWindow::MakeGrid(const char* name, Grid& grid,
+                                      void (frm6Archive::*click)(int, int)) {
+    auto* view = new GridView(this);
+    view->setObjectName(name);
+    // Whole rows, several blocks at once (Ctrl and Shift with the mouse).
+    view->setSelectionBehavior(QAbstractItemView::SelectRows);
+    view->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    view->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    view->verticalHeader()->setDefaultSectionSize(view->fontMetrics().height() + 6);
+    view->horizontalHeader()->setStretchLastSection(true);
+    view->Bind(grid);
+    // The corner button selects the whole grid: one block from row -1.
+    if (auto* corner = view->findChild<QAbstractButton*>()) {
+        connect(corner, &QAbstractButton::clicked, this, [&grid] {
+            grid.SetSelection({0, -1, 0, -1});
+        });
+    }
+    connect(view, &QAbstractItemView::pressed, this, [this, click](const QModelIndex& index) {
+        (unit_.*click)(index.column() + 1, index.row() + 1);
+    });
+    return view;
+}
+
+frm6ArchiveWindow::frm6ArchiveWindow(frm6Archive& unit, CSApplication* app, QMdiArea* area)
+    : unit_(unit), app_(app) {
+    setObjectName(kFormName);
+    auto* outer = new QVBoxLayout(this);
+    auto* grids = new QGridLayout();
+    grids->addWidget(MakeLabel(this, "lblCurr", unit_.lblCurr), 0, 0);
+    grids->addWidget(MakeLabel(this, "lblArchive", unit_.lblArchive), 0, 2);
+    curr_ = MakeGrid("ssGlassCurr", unit_.ssGlassCurr, &frm6Archive::ssGlassCurrClick);
+    archive_ = MakeGrid("ssGlassArchive", unit_.ssGlassArchive, &frm6Archive::ssGlassArchiveClick);
+    grids->addWidget(curr_, 1, 0);
+    grids->addWidget(archive_, 1, 2);
+
+    auto* moves = new QVBoxLayout();
+    moves->addStretch(1);
+    QPushButton* toArchive = MakeButton(this, "comArchive", unit_.comArchive);
+    connect(toArchive, &QPushButton::clicked, this, [this] { unit_.comArchiveClick(); });
+    moves->addWidget(toArchive);
+    QPushButton* toCurrent = MakeButton(this, "comDeArchive", unit_.comDeArchive);
+    connect(toCurrent, &QPushButton::clicked, this, [this] { unit_.comDeArchiveClick(); });
+    moves->addWidget(toCurrent);
+    moves->addStretch(1);
+    grids->addLayout(moves, 1, 1);
+    grids->setColumnStretch(0, 1);
+    grids->setColumnStretch(2, 1);
+    grids->setRowStretch(1, 1);
+    outer->addLayout(grids, 1);
+
+    auto* bottom = new QHBoxLayout();
+    sort_ = new QComboBox(this);
+    sort_->setObjectName("cmbSortOrder");
+    Bind(sort_, unit_.cmbSortOrder);
+    connect(sort_, &QComboBox::currentIndexChanged, this, [this] { unit_.cmbSortOrderClick(); });
+    bottom->addWidget(sort_);
+    bottom->addStretch(1);
+    QPushButton* ok = MakeButton(this, "comOK", unit_.comOK);
+    connect(ok, &QPushButton::clicked, this, [this] { unit_.comOKClick(); });
+    bottom->addWidget(ok);
+    outer->addLayout(bottom);
+
+    sub_ = area->addSubWindow(this);
+    sub_->setWindowIcon(style()->standardIcon(QStyle::SP_DriveHDIcon));
+    sub_->installEventFilter(this);
+    sub_->resize(900, 520);
+    sub_->setWindowTitle(ToQt(unit_.form.caption));
+    sub_->hide();
+    visibleSub_ = unit_.form.Observe([this] {
+        sub_->setWindowTitle(ToQt(unit_.form.caption));
+        if (unit_.form.visible && sub_->isHidden()) {
+            RestoreFormPosition(sub_, app_, kFormName, false);
+            sub_->show();
+            sub_->setFocus();
+            curr_->resizeColumnsToContents();
+            archive_->resizeColumnsToContents();
+        } else if (!unit_.form.visible && !sub_->isHidden()) {
+            SaveFormPosition(sub_, app_, kFormName);
+            sub_->hide();
+        }
+    });
+}
+
+QPushButton* frm6ArchiveWindow::button(const char* name) const {
+    return findChild<QPushButton*>(name);
+}
+
+bool frm6ArchiveWindow::eventFilter(QObject* watched, QEvent* event) {
+    // The close box closes the form the way its Close button does, through the tool strip.
+    if (watched == sub_ && event->type() == QEvent::Close && unit_.form.visible) {
+        event->ignore();
+        unit_.comOKClick();
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+}  // namespace ostrel::gui
