@@ -72,7 +72,6 @@ void frm7Melt::Trap(const char* what, const std::function<void()>& body) {
     try {
         body();
     } catch (const std::exception& e) {
-        dialogs_.SetBusy(false);
         list_.errors().ErrorDisplay(what, e.what(), 0);
     }
 }
@@ -437,12 +436,14 @@ std::vector<float> frm7Melt::ReadWavelengths() const {
 // --- the fit ---
 
 void frm7Melt::FitMelt() {
+    bool busy = true;
+    dialogs_.SetBusy(true);
     Trap("The melt glass could not be fitted.", [&] {
-        BusyPointer busy(dialogs_);
         bool saveOk = true;
         ReadIndexTable();
         if (melt_.Melt.MeltIndexPoints < 4) {
             dialogs_.SetBusy(false);
+            busy = false;
             dialogs_.MsgBox(kTooFewPairsMsg, MsgButtons::OK, MsgIcon::Exclamation);
             lblError.caption = "";
             comAdd.enabled = false;
@@ -481,6 +482,7 @@ void frm7Melt::FitMelt() {
         }
         comAdd.enabled = saveOk;
     });
+    if (busy) dialogs_.SetBusy(false);
 }
 
 void frm7Melt::ShowFitDifferences() {

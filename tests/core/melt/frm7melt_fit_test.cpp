@@ -1,0 +1,231 @@
+#include <cmath>
+
+#include "melt_fixture.h"
+
+namespace ostrel::testing {
+namespace {
+
+const std::vector<float> kLines = {656.273f, 587.562f, 486.133f, 435.834f};
+const std::vector<float> kSchottLines = {656.273f, 643.847f, 587.562f, 546.074f,
+                                         486.133f, 479.991f, 435.834f};
+
+double Zero(double) {
+    return 0.0;
+}
+double Plus4(double) {
+    return 0.0004;
+}
+// A difference that is exactly quadratic in the wavelength (nm).
+double Quadratic(double w) {
+    return 2e-4 + 3e-7 * w - 2e-10 * w * w;
+}
+
+struct ParentCase {
+    const char* maker;
+    const char* name;
+    int16_t polytype;
+    int16_t gridPoints;  // 21 unless the 32-bit steps drop the last
+};
+
+class MeltFitTest : public MeltFixture, public ::testing::WithParamInterface<ParentCase> {};
+
+TEST_P(MeltFitTest, PairsEqualToTheParentGiveTheParent) {
+    Start(GetParam().maker, GetParam().name, "m1");
+    ASSERT_EQ(form->ParentRecord().General.Polytype, GetParam().polytype);
+    TypeOffsetPairs(kLines, Zero);
+    form->comIndexFitClick();
+    const auto& melt = form->MeltRecord();
+    ASSERT_EQ(melt.IndexState.Ready, kTrue);
+    // The typed pairs carry only what a 32-bit float keeps, about 1e-7: at the pairs that is
+    // all, far out in the band the quadratic carries it further.
+    for (float w : kLines) EXPECT_NEAR(IndexOf(melt, w), IndexOf(form->ParentRecord(), w), 1e-6);
+    const auto& g = form->ParentRecord().General;
+    for (float w = g.IndexWvMin; w <= g.IndexWvMax; w += 50.0f) {
+        EXPECT_NEAR(IndexOf(melt, w), IndexOf(form->ParentRecord(), w), 3e-5) << w;
+    }
+    EXPECT_EQ(form->lblError.caption.get(),
+              "Average error [user-fitted] indices at above wavelengths: 0.000000");
+}
+
+TEST_P(MeltFitTest, AConstantOffsetIsRecoveredAtThePairs) {
+    Start(GetParam().maker, GetParam().name, "m1");
+    TypeOffsetPairs(kSchottLines, Plus4);
+    form->comIndexFitClick();
+    const auto& melt = form->MeltRecord();
+    ASSERT_EQ(melt.IndexState.Ready, kTrue);
+    EXPECT_EQ(melt.General.Polytype, GetParam().polytype);
+    for (size_t i = 0; i < kSchottLines.size(); ++i) {
+        const float w = kSchottLines[i];
+        EXPECT_NEAR(IndexOf(melt, w) - IndexOf(form->ParentRecord(), w), 0.0004, 2e-6) << w;
+        EXPECT_EQ(form->ssRefInd.Text(6, static_cast<int>(i) + 1), "0.000400") << w;
+    }
+    EXPECT_EQ(form->lblError.caption.get(),
+              "Average error [user-fitted] indices at above wavelengths: 0.000400");
+    EXPECT_FALSE(form->ssRefInd.Column(6).hidden);
+    EXPECT_FALSE(form->comIndexFit.enabled);
+    EXPECT_TRUE(form->comShowDispConsts.enabled);
+    EXPECT_TRUE(form->comShowIndex.enabled);
+    EXPECT_TRUE(form->comAdd.enabled);
+    EXPECT_EQ(form->pnlStatus.caption.get(), "Index: Ready");
+    EXPECT_EQ(form->lblGlassCode.caption.get(), std::to_string(melt.General.GlassCode));
+    // Everything else is the parent's.
+    EXPECT_EQ(melt.TransTable, form->ParentRecord().TransTable);
+    EXPECT_EQ(melt.General.Density, form->ParentRecord().General.Density);
+}
+
+TEST_P(MeltFitTest, TheSyntheticPointsAreTheParentPlusTheQuadratic) {
+    Start(GetParam().maker, GetParam().name, "m1");
+    const auto& pg = form->ParentRecord().General;
+    // Pairs across the whole band, so that the 32-bit pairs are not carried far.
+    std::vector<float> waves;
+    for (int k = 4; k >= 0; --k)
+        waves.push_back(pg.IndexWvMin + (pg.IndexWvMax - pg.IndexWvMin) * k / 4.0f);
+    TypeOffsetPairs(waves, Quadratic);
+    form->comIndexFitClick();
+    const auto& melt = form->MeltRecord();
+    const float step = static_cast<float>((pg.IndexWvMax - pg.IndexWvMin) / 20.0);
+    ASSERT_EQ(melt.General.IndexPoints, GetParam().gridPoints);
+    float w = pg.IndexWvMax;
+    for (int i = 0; i < GetParam().gridPoints; ++i, w -= step) {
+        EXPECT_EQ(melt.Measured.IndexWave[i], static_cast<double>(w));
+        EXPECT_NEAR(melt.Measured.IndexValue[i], IndexOf(form->ParentRecord(), w) + Quadratic(w),
+                    1e-6)
+            << w;
+        EXPECT_EQ(melt.Measured.IndexWeight[i], 1.0f);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Parents, MeltFitTest,
+                         ::testing::Values(ParentCase{"Schott", "N-BK7", 2, 21},
+                                           ParentCase{"Hoya", "BSC7", 1, 20}));
+
+TEST_F(MeltFixture, APairOutsideTheWavebandTakesPartInTheQuadratic) {
+    Start("Hoya", "BSC7", "m1");  // 365 to 1014 nm
+    TypeOffsetPairs(kLines, Plus4);
+    // 1500 nm lies beyond the band, 0.0010 above the parent.
+    char buf[40];
+    std::snprintf(buf, sizeof buf, "%.10g", IndexOf(form->ParentRecord(), 1500.0f) + 0.0010);
+    TypePair(5, "1500", buf);
+    form->comIndexFitClick();
+    const auto& melt = form->MeltRecord();
+    ASSERT_EQ(melt.IndexState.Ready, kTrue);
+    EXPECT_EQ(melt.Measured.IndexWave[0], 1014.0);
+    EXPECT_GE(melt.Measured.IndexWave[melt.General.IndexPoints - 1], 365.0);
+    // The far pair pulls the long end up.
+    EXPECT_GT(IndexOf(melt, 1014.0f) - IndexOf(form->ParentRecord(), 1014.0f), 0.00045);
+    EXPECT_EQ(melt.Melt.MeltIndexWave[0], 1500.0f);
+}
+
+TEST_F(MeltFixture, FewerThanFourCompletePairsAreRefused) {
+    Start("Schott", "N-BK7", "m1");
+    TypePair(1, "656.273", "1.5147");
+    TypePair(2, "587.562", "1.5172");
+    TypePair(3, "486.133", "");  // wavelength only
+    TypePair(4, "", "1.5271");   // index only
+    TypePair(5, "435.834", "1.5271");
+    dialogs.boxes.clear();
+    form->comIndexFitClick();
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(dialogs.boxes[0].text,
+              "You need at least 4 full melt index/wavelength pairs to create a melt glass");
+    EXPECT_EQ(dialogs.boxes[0].icon, MsgIcon::Exclamation);
+    EXPECT_EQ(form->MeltRecord().Melt.MeltIndexPoints, 3);
+    EXPECT_EQ(form->MeltRecord().IndexState.Ready, kFalse);
+    EXPECT_EQ(form->lblError.caption.get(), "");
+    EXPECT_FALSE(form->comAdd.enabled);
+    EXPECT_EQ(dialogs.busyDepth, 0);
+    // The three pairs were sorted and written back.
+    EXPECT_EQ(form->ssRefInd.Text(2, 3), "435.834");
+    EXPECT_EQ(form->ssRefInd.Text(2, 4), "");
+}
+
+TEST_F(MeltFixture, RowTextsGoThroughA32BitFloat) {
+    Start("Schott", "N-BK7", "m1");
+    TypePair(1, "587.562", "1.5170");
+    EXPECT_EQ(form->ssRefInd.Text(1, 1), "d ");
+    // N-BK7 has nd 1.51680.
+    EXPECT_EQ(form->ssRefInd.Text(4, 1).substr(0, 7), "1.51680");
+    EXPECT_EQ(form->ssRefInd.Text(5, 1), "0.000200");
+    TypePair(2, "600", "");
+    EXPECT_EQ(form->ssRefInd.Text(1, 2), "");
+    EXPECT_EQ(form->ssRefInd.Text(5, 2), "  ");
+    TypePair(3, "", "1.6");
+    EXPECT_EQ(form->ssRefInd.Text(4, 3), "  ");
+    EXPECT_EQ(form->ssRefInd.Text(5, 3), "  ");
+    form->comIndexSortClick();
+    EXPECT_EQ(form->MeltRecord().Melt.MeltIndexPoints, 1);
+    EXPECT_EQ(form->MeltRecord().Melt.MeltIndexValue[0], static_cast<double>(1.5170f));
+}
+
+TEST_F(MeltFixture, SortIsDescendingAndKeepsEqualWavelengthsInOrder) {
+    Start("Schott", "N-BK7", "m1");
+    TypePair(1, "486.133", "1.5224");
+    TypePair(2, "656.273", "1.5144");
+    TypePair(3, "486.133", "1.5225");
+    form->comIndexSortClick();
+    const auto& m = form->MeltRecord().Melt;
+    ASSERT_EQ(m.MeltIndexPoints, 3);
+    EXPECT_EQ(m.MeltIndexWave[0], 656.273f);
+    EXPECT_EQ(m.MeltIndexValue[1], static_cast<double>(1.5224f));
+    EXPECT_EQ(m.MeltIndexValue[2], static_cast<double>(1.5225f));
+    EXPECT_EQ(form->ssRefInd.Text(1, 1), "C ");
+    EXPECT_EQ(form->ssRefInd.Text(1, 2), "F ");
+}
+
+TEST_F(MeltFixture, ReportsHaveTheirLayouts) {
+    Start("Schott", "N-BK7", "m1");
+    TypeOffsetPairs(kLines, Plus4);
+    form->comIndexFitClick();
+    const std::string consts = form->ConstantsReport();
+    EXPECT_EQ(consts.rfind("Melt glass: Sellmeier Polynomial Constants\n\n", 0), 0u);
+    EXPECT_NE(consts.find("\n\nParent glass: Sellmeier Polynomial Constants\n\n"),
+              std::string::npos);
+    EXPECT_TRUE(consts.ends_with("\n\nWaveLen Min:   300nm\nWaveLen Max:   2500nm"));
+
+    const std::string cmp = form->ComparisonReport();
+    const auto lines = SplitLines(cmp);
+    ASSERT_GE(lines.size(), 24u);
+    EXPECT_EQ(lines[0], "Index comparison over waveband [parent & melt glasses]");
+    EXPECT_EQ(lines[1], "");
+    EXPECT_EQ(lines[2], "Wave\t\tParent\tMelt\t\tDifference");
+    EXPECT_EQ(lines[3].rfind("300.0\t   \t", 0), 0u);
+    EXPECT_EQ(lines[23].rfind("2500.0\t   \t", 0), 0u);
+    char expected[80];
+    std::snprintf(expected, sizeof expected, "1.%06.0f  \t",
+                  (IndexOf(form->ParentRecord(), 1180.0f) - 1) * 1e6);
+    EXPECT_NE(lines[11].find(expected), std::string::npos) << lines[11];
+    EXPECT_NEAR(std::stod(lines[11].substr(lines[11].rfind('\t') + 1)), 0.0004, 2e-6) << lines[11];
+
+    dialogs.boxes.clear();
+    form->comShowIndexClick();
+    form->comShowDispConstsClick();
+    ASSERT_EQ(dialogs.boxes.size(), 2u);
+    EXPECT_EQ(dialogs.boxes[0].title, "Melt Maker");
+    EXPECT_EQ(dialogs.boxes[1].title, "");
+}
+
+TEST(MeltReports, AnEmptyWavebandSaysSo) {
+    MaterialRecord rec = ClearedMaterialRecord();
+    rec.General.IndexWvMin = rec.General.IndexWvMax = 500;
+    EXPECT_EQ(MeltComparisonReport(rec, rec),
+              "No waveband specified.  Please enter maximum and minimum wavelengths [in nm].");
+}
+
+TEST_F(MeltFixture, DeltaPlotData) {
+    Start("Schott", "N-BK7", "m1");
+    TypeOffsetPairs(kLines, Plus4);
+    EXPECT_TRUE(form->DeltaCurve(50).empty());
+    form->comIndexFitClick();
+    const auto points = form->DeltaPoints();
+    ASSERT_EQ(points.size(), 4u);
+    EXPECT_NEAR(points[0].wave, 656.273, 1e-3);
+    EXPECT_NEAR(points[0].delta, 0.0004, 1e-7);
+    const auto curve = form->DeltaCurve(12);
+    ASSERT_EQ(curve.size(), 12u);
+    EXPECT_EQ(curve.front().wave, 300.0);
+    EXPECT_EQ(curve.back().wave, 2500.0);
+    EXPECT_NEAR(curve[3].delta, 0.0004, 2e-6);
+}
+
+}  // namespace
+}  // namespace ostrel::testing

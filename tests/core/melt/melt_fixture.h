@@ -1,0 +1,136 @@
+#pragma once
+// A melt maker over a custom list in a fresh folder, with a demo catalogue database as the
+// source of parent glasses, driven as the user would.
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/external/bas1_setup.h"
+#include "core/external/demo_installation.h"
+#include "core/material/list_fixture.h"
+#include "core/melt/frm7melt.h"
+#include "core/melt/glass_melt.h"
+#include "core/melt/pop_melt_parent.h"
+#include "core/optics/index_from_polynomial.h"
+#include "core/platform/file_io.h"
+#include "core/platform/text.h"
+#include "core/shell/new_msg.h"
+
+namespace ostrel::testing {
+
+inline std::vector<DemoGlass> AllDemoGlasses() {
+    std::string text;
+    FileError error;
+    ReadWholeFile(std::string(OSTREL_TEST_DATA) + "/../../data/demo/demo_glasses.csv", text, error);
+    std::vector<DemoGlass> glasses;
+    std::string message;
+    EXPECT_TRUE(ParseDemoCatalogue(text, glasses, message)) << message;
+    return glasses;
+}
+
+inline double IndexOf(const MaterialRecord& rec, float wave, int16_t type = 0) {
+    int16_t ok = 0;
+    return IndexFromPolynomial(rec.General.PolyCoef, wave, type ? type : rec.General.Polytype, ok);
+}
+
+class MeltFixture : public ListFixture {
+  protected:
+    void SetUp() override {
+        Fresh();
+        std::string message;
+        ASSERT_TRUE(
+            CreateDemoInstallation((dir / "demo").string(), AllDemoGlasses(), settings, message))
+            << message;
+        setup.LoadPaths();
+        ASSERT_TRUE(setup.GetKelmoraFound());
+        frm7Melt::Hooks hooks;
+        hooks.close = [this] { ++closes; };
+        hooks.enableOwner = [this](bool on) { ownerStates.push_back(on); };
+        hooks.pickParent = [this](MaterialRecord& rec) {
+            if (nextParent.empty()) return false;
+            rec = Pick(nextMaker, nextParent);
+            return true;
+        };
+        hooks.pickWaves = [this](int16_t& count, float& wave, std::vector<float>& waves,
+                                 int16_t) -> int16_t {
+            if (picked.empty()) return 0;
+            count = static_cast<int16_t>(picked.size());
+            if (picked.size() == 1)
+                wave = picked[0];
+            else
+                waves = picked;
+            return -1;
+        };
+        hooks.enterSheet = [this](MaterialRecord& rec) {
+            if (!sheetResult) return false;
+            sheetResult(rec);
+            return true;
+        };
+        form = std::make_unique<frm7Melt>(*list, dialogs, newMsg, setup.GetPathKelmora(), hooks);
+    }
+
+    // The record the parent picker returns for a glass of a maker.
+    MaterialRecord Pick(const std::string& maker, const std::string& name) {
+        popMeltParent picker(dialogs, settings, setup.GetPathKelmora(), {maker});
+        MaterialRecord out = ClearedMaterialRecord();
+        EXPECT_TRUE(picker.Load());
+        picker.lstMakers.SetListIndex(0);
+        picker.lstMakersClick();
+        for (int r = 1; r <= picker.ssGlasses.MaxRows(); ++r) {
+            if (VbTrimCopy(picker.ssGlasses.Text(2, r)) == name) {
+                picker.ssGlassesClick(2, r);
+                picker.comOKClick();
+                return picker.PickedRecord();
+            }
+        }
+        ADD_FAILURE() << "no parent " << maker << " " << name;
+        return out;
+    }
+
+    // A new melt of the parent with a code.
+    void Start(const std::string& maker, const std::string& name, const std::string& code) {
+        form->DisplayNew(false);
+        nextMaker = maker;
+        nextParent = name;
+        form->comParentClick();
+        form->txtMeltCode.text = code;
+        form->txtMeltCodeValidate();
+    }
+
+    // Types a pair into a row, as the window does.
+    void TypePair(int row, const std::string& wave, const std::string& index) {
+        if (!wave.empty()) {
+            ASSERT_TRUE(form->ssRefInd.EditText(2, row, wave));
+            form->ssRefIndChange(2, row);
+        }
+        if (!index.empty()) {
+            ASSERT_TRUE(form->ssRefInd.EditText(3, row, index));
+            form->ssRefIndChange(3, row);
+        }
+    }
+    // Pairs of the parent's index plus offset(wave), typed with 10 digits.
+    void TypeOffsetPairs(const std::vector<float>& waves, double (*offset)(double)) {
+        for (size_t i = 0; i < waves.size(); ++i) {
+            char buf[40];
+            std::snprintf(buf, sizeof buf, "%.10g",
+                          IndexOf(form->ParentRecord(), waves[i]) + offset(waves[i]));
+            char wbuf[40];
+            std::snprintf(wbuf, sizeof wbuf, "%.4f", waves[i]);
+            TypePair(static_cast<int>(i) + 1, wbuf, buf);
+        }
+    }
+
+    MemorySettingsStore settings;
+    Bas1Setup setup{settings, dialogs};
+    CNewMsg newMsg{dialogs, settings};
+    std::unique_ptr<frm7Melt> form;
+    std::string nextMaker, nextParent;
+    std::vector<float> picked;
+    std::function<void(MaterialRecord&)> sheetResult;
+    std::vector<bool> ownerStates;
+    int closes = 0;
+};
+
+}  // namespace ostrel::testing
