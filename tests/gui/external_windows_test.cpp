@@ -1,0 +1,292 @@
+// The update frame, the removal dialog and the archive form over a demo installation of the
+// sibling programs: each driven through its widgets, and the files and the database checked.
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QListWidget>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTimer>
+#include <filesystem>
+#include <functional>
+#include <memory>
+
+#include "core/external/external_file.h"
+#include "core/external/external_fixture.h"
+#include "core/external/frm2_manage_update.h"
+#include "core/external/frm6_archive.h"
+#include "core/external/frm_glasses_del_ext.h"
+#include "core/external/kelmora_database.h"
+#include "core/material/glasses_list.h"
+#include "core/materialform/frm2_manage.h"
+#include "core/platform/clock.h"
+#include "core/platform/error_display.h"
+#include "gui/external/frm2_manage_update_panel.h"
+#include "gui/external/frm6_archive_window.h"
+#include "gui/external/frm_glasses_del_ext_dialog.h"
+#include "gui/materialform/frm2_manage_window.h"
+#include "gui/platform/grid_view.h"
+
+namespace ostrel::gui {
+namespace {
+
+namespace fs = std::filesystem;
+using ostrel::testing::ReadFileBytes;
+using ostrel::testing::ReadyMaterial;
+using ostrel::testing::ScriptedDialogs;
+using ostrel::testing::TempDir;
+
+// N-BK7, K7, F2 and N-SF11 of Schott in the catalogue program; three ready custom materials.
+class ExternalWindowsTest : public ::testing::Test {
+  protected:
+    ExternalWindowsTest() : clock(45292.0), errors(tmp.path().string() + "/", dialogs, clock) {
+        auto glasses = ostrel::testing::DemoGlasses();
+        glasses.resize(4);
+        std::string message;
+        EXPECT_TRUE(CreateDemoInstallation((tmp / "demo").string(), glasses, settings, message))
+            << message;
+        setup.LoadPaths();
+        list = std::make_unique<GlassesList>(tmp.path().string() + "/", errors);
+        for (const char* name : {"GLASS A", "GLASS B", "GLASS C"})
+            list->ListAdd(ReadyMaterial(name, "Lab"), false);
+    }
+
+    // The manage form's window with its update frame; the removal form is handed to `remove`.
+    void BuildManage() {
+        manage = std::make_unique<frm2Manage>(*list, dialogs, frm2Manage::Hooks{});
+        manageWindow = std::make_unique<frm2ManageWindow>(*manage, nullptr, &area);
+        update =
+            std::make_unique<frm2ManageUpdate>(frm2ManageUpdate::SourceOf(*manage), setup, dialogs,
+                                               [this](frmGlassesDelExt& del) { remove(del); });
+        panel = new frm2ManageUpdatePanel(*update);
+        manageWindow->AddPanel(panel);
+        manage->Display();
+    }
+
+    // "name/source" of the custom rows (s1 8) of a table.
+    std::vector<std::string> CustomRows(const char* table) {
+        auto db = OpenGlassDatabaseForUpdate(setup.GetPathKelmora(), dialogs);
+        std::vector<DbRow> rows;
+        DbError error;
+        EXPECT_TRUE(db && db->FindRows(table, {{"s1", DbValue{int64_t{8}}}}, rows, error));
+        std::vector<std::string> out;
+        for (const auto& r : rows)
+            out.push_back(DbText(r.Field("GlassName")) + "/" + DbText(r.Field("Source")));
+        return out;
+    }
+    int DbRows(const char* table) {
+        auto db = OpenGlassDatabaseForUpdate(setup.GetPathKelmora(), dialogs);
+        std::vector<DbRow> rows;
+        DbError error;
+        EXPECT_TRUE(db && db->FindRows(table, {}, rows, error));
+        return static_cast<int>(rows.size());
+    }
+    std::string FileIn(const std::string& folder) {
+        const fs::path p = fs::path(folder) / kExternalFileName;
+        return fs::exists(p) ? ReadFileBytes(p) : std::string("<none>");
+    }
+
+    TempDir tmp;
+    ScriptedDialogs dialogs;
+    FixedClock clock;
+    ErrorDisplayer errors;
+    MemorySettingsStore settings;
+    Bas1Setup setup{settings, dialogs};
+    std::unique_ptr<GlassesList> list;
+    QMdiArea area;
+    std::unique_ptr<frm2Manage> manage;
+    std::unique_ptr<frm2ManageWindow> manageWindow;
+    std::unique_ptr<frm2ManageUpdate> update;
+    frm2ManageUpdatePanel* panel = nullptr;
+    std::function<void(frmGlassesDelExt&)> remove = [](frmGlassesDelExt&) {};
+};
+
+TEST_F(ExternalWindowsTest, UpdateFrameSendsTheListToTheFileAndTheDatabase) {
+    BuildManage();
+    ASSERT_TRUE(setup.GetKelmoraFound() && setup.GetLumbrakFound() && setup.GetSextaneFound());
+    EXPECT_TRUE(manageWindow->isAncestorOf(panel));
+    EXPECT_EQ(panel->title(), "Update external programs: ");
+    EXPECT_EQ(panel->combo("cmbUpdateProg")->currentText(), "Lumbrak3D/Sextane & KelmoraTD!");
+    EXPECT_EQ(panel->combo("cmbDataOverWrite")->currentText(), "Overwrite existing materials");
+    EXPECT_EQ(panel->button("comExtAddAll")->text(), "U&pdate with all materials");
+    EXPECT_EQ(panel->button("comExtRemove")->toolTip(),
+              "Remove selected materials from databas of external program");
+    EXPECT_EQ(panel->findChild<QLabel*>("lblSynch")->text(), frm2ManageUpdate::kSynchNote);
+
+    // All materials: the database takes them; the file is only made by synchronising.
+    dialogs.answers = {MsgAnswer::OK};
+    panel->button("comExtAddAll")->click();
+    EXPECT_EQ(dialogs.boxes.back().text,
+              "Are you sure that you want to export all 3 materials to Lumbrak3D/Sextane & "
+              "Kelmora");
+    EXPECT_EQ(CustomRows(kTableCurrent),
+              (std::vector<std::string>{"GLASS A/Lab", "GLASS B/Lab", "GLASS C/Lab"}));
+    EXPECT_EQ(FileIn(setup.GetPathLumbrak()), "<none>");
+
+    dialogs.answers = {MsgAnswer::OK};
+    panel->button("comExtSynch")->click();
+    const std::string file = FileIn(setup.GetPathLumbrak());
+    ASSERT_EQ(file.size(), 3u * 554);
+    EXPECT_EQ(file.substr(554, 7), "GLASS B");
+    EXPECT_EQ(FileIn(setup.GetPathSextane()), file);
+    EXPECT_EQ(CustomRows(kTableCurrent).size(), 3u) << "replaced, not added again";
+    EXPECT_EQ(DbRows(kTableCurrent), 7);
+
+    // The selected grid row and the chosen target reach the question; No leaves all as is.
+    panel->combo("cmbUpdateProg")->setCurrentIndex(0);
+    EXPECT_EQ(update->Target(), frm2ManageUpdate::kTargetFiles);
+    manageWindow->grid()->selectRow(1);
+    dialogs.answers = {MsgAnswer::No};
+    panel->button("comExtAddSel")->click();
+    EXPECT_EQ(dialogs.boxes.back().text,
+              "Are you sure that you want to export GLASS B [Lab] to Lumbrak3D/Sextane");
+    EXPECT_EQ(dialogs.boxes.back().buttons, MsgButtons::YesNo);
+    EXPECT_EQ(FileIn(setup.GetPathLumbrak()), file);
+}
+
+TEST_F(ExternalWindowsTest, RemovalDialogListsAndRemovesFromFileAndDatabase) {
+    BuildManage();
+    dialogs.answers = {MsgAnswer::OK, MsgAnswer::OK};
+    panel->button("comExtSynch")->click();
+    ASSERT_EQ(FileIn(setup.GetPathLumbrak()).size(), 3u * 554);
+    ASSERT_EQ(CustomRows(kTableCurrent).size(), 3u);
+
+    // Each showing of the removal form runs `drive` on the open modal dialog.
+    std::function<void(frmGlassesDelExtDialog&)> drive;
+    int shown = 0;
+    remove = [&](frmGlassesDelExt& del) {
+        frmGlassesDelExtDialog dlg(del, manageWindow.get());
+        ++shown;
+        QTimer::singleShot(0, &dlg, [&] {
+            drive(dlg);
+            if (dlg.isVisible()) dlg.reject();  // never leave a test hanging
+        });
+        dlg.exec();
+    };
+
+    drive = [&](frmGlassesDelExtDialog& dlg) {
+        EXPECT_TRUE(dlg.isModal());
+        EXPECT_EQ(dlg.windowTitle(), "Materials to remove");
+        EXPECT_TRUE(dlg.option(0)->isChecked());
+        ASSERT_EQ(dlg.list()->count(), 3);
+        EXPECT_EQ(dlg.list()->item(0)->text(), "GLASS A/Lab");
+        dlg.list()->item(1)->setSelected(true);
+        dlg.button("comDelSel")->click();
+        EXPECT_FALSE(dlg.isVisible());
+        EXPECT_EQ(dlg.result(), QDialog::Accepted);
+    };
+    EXPECT_TRUE(update->comExtRemoveClick());
+    const std::string file = FileIn(setup.GetPathLumbrak());
+    ASSERT_EQ(file.size(), 2u * 554);
+    EXPECT_EQ(file.substr(554, 7), "GLASS C");
+    EXPECT_EQ(FileIn(setup.GetPathSextane()), file);
+
+    drive = [&](frmGlassesDelExtDialog& dlg) {
+        dlg.option(1)->click();
+        EXPECT_EQ(dlg.findChild<QLabel*>("lblProg")->text(),
+                  "Select materials to remove from KelmoraTD database");
+        ASSERT_EQ(dlg.list()->count(), 3);
+        dlg.list()->item(0)->setSelected(true);
+        dlg.list()->item(2)->setSelected(true);
+        dlg.button("comDelSel")->click();
+    };
+    panel->button("comExtRemove")->click();
+    EXPECT_EQ(CustomRows(kTableCurrent), (std::vector<std::string>{"GLASS B/Lab"}));
+
+    // The close box cancels.
+    drive = [&](frmGlassesDelExtDialog& dlg) {
+        dlg.list()->item(0)->setSelected(true);
+        dlg.close();
+        EXPECT_EQ(dlg.result(), QDialog::Rejected);
+    };
+    EXPECT_FALSE(update->comExtRemoveClick());
+    EXPECT_EQ(FileIn(setup.GetPathLumbrak()), file);
+    EXPECT_EQ(shown, 3);
+}
+
+TEST_F(ExternalWindowsTest, ArchiveFormMovesSelectedGlassesAndRestoresThem) {
+    ManageForms forms(dialogs, {[] { return true; }, [] { return false; }, [] {}});
+    frm6Archive archive(setup, dialogs, [&forms] { forms.RibbonClick(kFormArchive, false); });
+    frm6ArchiveWindow w(archive, nullptr, &area);
+    forms.RegisterForm(kFormArchive, &archive);
+    EXPECT_TRUE(w.subWindow()->isHidden());
+
+    forms.RibbonClick(kFormArchive, true);
+    ASSERT_FALSE(w.subWindow()->isHidden());
+    EXPECT_EQ(w.subWindow()->windowTitle(), "Kelmora materials");
+    EXPECT_EQ(w.findChild<QLabel*>("lblCurr")->text(), "Current Glasses");
+    EXPECT_EQ(w.button("comArchive")->text(), ">> &Archive >>");
+    EXPECT_EQ(w.sortOrder()->count(), 5);
+    auto* curr = w.gridCurr()->model();
+    auto* arch = w.gridArchive()->model();
+    ASSERT_EQ(curr->rowCount(), 4);
+    EXPECT_EQ(curr->headerData(4, Qt::Horizontal, Qt::DisplayRole).toString(), "Status");
+    EXPECT_EQ(arch->rowCount(), 0);
+    auto rowOf = [](QAbstractItemModel* m, const QString& name) {
+        for (int r = 0; r < m->rowCount(); ++r)
+            if (m->index(r, 1).data().toString().trimmed() == name) return r;
+        return -1;
+    };
+
+    // One row, clicked.
+    const int sf11 = rowOf(curr, "N-SF11");
+    w.gridCurr()->selectRow(sf11);
+    emit w.gridCurr()->pressed(curr->index(sf11, 1));
+    w.button("comArchive")->click();
+    ASSERT_EQ(arch->rowCount(), 1);
+    EXPECT_EQ(arch->index(0, 1).data().toString(), " N-SF11");
+    EXPECT_EQ(curr->rowCount(), 3);
+    EXPECT_EQ(DbRows(kTableArchive), 1);
+
+    // Two blocks: N-BK7 goes, K7 stays where it must.
+    auto* sel = w.gridCurr()->selectionModel();
+    sel->clearSelection();
+    sel->select(curr->index(rowOf(curr, "N-BK7"), 0),
+                QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    sel->select(curr->index(rowOf(curr, "K7"), 0),
+                QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    sel->select(curr->index(rowOf(curr, "F2"), 0),
+                QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    const size_t boxes = dialogs.boxes.size();
+    w.button("comArchive")->click();
+    EXPECT_EQ(dialogs.boxes.size(), boxes);
+    EXPECT_EQ(curr->rowCount(), 2);
+    EXPECT_EQ(rowOf(curr, "N-BK7"), -1);
+    EXPECT_EQ(arch->rowCount(), 2);
+
+    // The corner button selects everything, which asks first.
+    auto* corner = w.gridCurr()->findChild<QAbstractButton*>();
+    ASSERT_NE(corner, nullptr);
+    corner->click();
+    EXPECT_TRUE(sel->isRowSelected(1, {}));
+    dialogs.answers = {MsgAnswer::Cancel};
+    w.button("comArchive")->click();
+    EXPECT_EQ(dialogs.boxes.back().text, frm6Archive::kMsgArchiveAll);
+    EXPECT_EQ(curr->rowCount(), 2);
+
+    // Restoring everything asks nothing.
+    w.gridArchive()->selectAll();
+    const size_t before = dialogs.boxes.size();
+    w.button("comDeArchive")->click();
+    EXPECT_EQ(dialogs.boxes.size(), before);
+    EXPECT_EQ(curr->rowCount(), 4);
+    EXPECT_EQ(arch->rowCount(), 0);
+    EXPECT_EQ(DbRows(kTableArchive), 0);
+
+    w.sortOrder()->setCurrentIndex(1);
+    EXPECT_EQ(archive.SortColumn(), 2);
+    EXPECT_EQ(curr->index(0, 1).data().toString(), "  F2");
+
+    w.button("comOK")->click();
+    EXPECT_TRUE(w.subWindow()->isHidden());
+    EXPECT_EQ(forms.GetCurrentForm(), kNoForm);
+    EXPECT_EQ(archive.database(), nullptr);
+}
+
+}  // namespace
+}  // namespace ostrel::gui
