@@ -99,7 +99,11 @@ void frm4Import::ForceUnload() {
 }
 
 void frm4Import::comOKClick() {
-    form.visible = false;
+    if (hooks_.close) {
+        hooks_.close();
+    } else {
+        form.visible = false;
+    }
 }
 
 void frm4Import::ShowInfo(const std::string& text) {
@@ -126,12 +130,17 @@ void frm4Import::comImportClick() {
     if (!chosen) return;
     // The dialog hands back the filter the user ended with in spec.filterIndex only in the
     // window; here the type follows the file's extension when it names one of ours.
-    std::string ext = UpperAscii(std::filesystem::path(*chosen).extension().string());
+    ImportFile(std::string(VbTrim(*chosen)), FileTypeOf(*chosen, type));
+}
+
+int frm4Import::FileTypeOf(const std::string& path, int fallback) {
+    const std::string ext =
+        UpperAscii(std::filesystem::path(std::string(VbTrim(path))).extension().string());
     const char* exts[] = {".GLZ", ".GLA", ".GLS", ".GLC", ".AGF"};
     for (int i = 0; i < 5; ++i) {
-        if (ext == exts[i]) type = i + 1;
+        if (ext == exts[i]) return i + 1;
     }
-    ImportFile(std::string(VbTrim(*chosen)), type);
+    return fallback;
 }
 
 bool frm4Import::ImportFile(const std::string& fullPath, int fileType) {

@@ -17,6 +17,7 @@
 #include "core/platform/dialogs.h"
 #include "core/platform/grid.h"
 #include "core/platform/settings_store.h"
+#include "core/shell/manage_forms.h"
 #include "core/shell/new_msg.h"
 
 namespace ostrel {
@@ -45,7 +46,7 @@ class Bas4Import {
     std::string appPath_;
 };
 
-class frm4Import {
+class frm4Import : public WorkingForm {
   public:
     enum FileTypes { kGLZ = 1, kGLA, kGLS, kGLC, kAGF };
     enum Col {
@@ -70,6 +71,9 @@ class frm4Import {
         std::function<void(const MaterialRecord&)> reviewInMeltForm;
         // Reading progress (parts done of total) of the file being read.
         std::function<void(size_t done, size_t total)> progress;
+        // Closes the form through the tool strip (RibbonClick of form 4, released); without
+        // it the Close button simply hides the form.
+        std::function<void()> close;
     };
 
     // appPath: the program's folder, the default folder of the open dialog.
@@ -78,8 +82,8 @@ class frm4Import {
 
     // Shows the form (the grid filled from the staging list; the first time the glass
     // column is made twice as wide). ForceUnload closes it whatever its state.
-    void Display();
-    void ForceUnload();
+    void Display() override;
+    void ForceUnload() override;
 
     // --- commands ---
     // Open dialog, read, notice, settings, caption.
@@ -100,6 +104,9 @@ class frm4Import {
     bool AddRange(int first, int last);
     // Fills ssGlasses and lblReFit from the staging list.
     void UpdateTable();
+    // The file type (kGLZ..kAGF) a path's extension names, in any case; `fallback` when it
+    // names none of them.
+    static int FileTypeOf(const std::string& path, int fallback);
 
     // --- state, read-only for the window and the command line ---
     int FileType() const { return fileType_; }

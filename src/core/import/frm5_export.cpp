@@ -9,8 +9,9 @@
 
 namespace ostrel {
 
-frm5Export::frm5Export(GlassesList& list, Dialogs& dialogs, const Clock& clock)
-    : list_(list), dialogs_(dialogs), clock_(clock) {
+frm5Export::frm5Export(GlassesList& list, Dialogs& dialogs, const Clock& clock,
+                       std::function<void()> close)
+    : list_(list), dialogs_(dialogs), clock_(clock), close_(std::move(close)) {
     form.visible = false;
     auto& g = ssGlassesCurr;
     g.SetMaxCols(kColCount);
@@ -37,7 +38,11 @@ void frm5Export::ForceUnload() {
     form.visible = false;
 }
 void frm5Export::comOKClick() {
-    form.visible = false;
+    if (close_) {
+        close_();
+    } else {
+        form.visible = false;
+    }
 }
 
 void frm5Export::FillGrid() {

@@ -4,6 +4,7 @@
 //
 // Binding a window: one widget per control below (same names), ssGlassesCurr through the
 // grid view. The save dialog of the window is expected to ask before it overwrites a file.
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -12,10 +13,11 @@
 #include "core/platform/controls.h"
 #include "core/platform/dialogs.h"
 #include "core/platform/grid.h"
+#include "core/shell/manage_forms.h"
 
 namespace ostrel {
 
-class frm5Export {
+class frm5Export : public WorkingForm {
   public:
     enum Col {
         kColGlass = 1,
@@ -28,12 +30,15 @@ class frm5Export {
     static constexpr const char* kFilter = "Ostrel (*.GLZ)|*.GLZ";
     static constexpr const char* kEmptyListMsg = "There are no glasses to backup!";
 
-    frm5Export(GlassesList& list, Dialogs& dialogs, const Clock& clock);
+    // close: closes the form through the tool strip (RibbonClick of form 5, released);
+    // without it the Close button simply hides the form.
+    frm5Export(GlassesList& list, Dialogs& dialogs, const Clock& clock,
+               std::function<void()> close = {});
 
     // Takes a copy of the custom list, fills the grid (the first time the glass column is
     // made twice as wide) and shows the form. ForceUnload closes it whatever its state.
-    void Display();
-    void ForceUnload();
+    void Display() override;
+    void ForceUnload() override;
     void FillGrid();
 
     void comExportAllClick();
@@ -63,6 +68,7 @@ class frm5Export {
     GlassesList& list_;
     Dialogs& dialogs_;
     const Clock& clock_;
+    std::function<void()> close_;
     std::vector<MaterialRecord> copy_;
     bool firstFill_ = true;
 };

@@ -118,7 +118,7 @@ TEST_F(ImportForm, FailedReadMessages) {
 TEST_F(ImportForm, ReviewGoesToTheHook) {
     int reviewed = 0;
     frm4Import f(list, dialogs, settings, newMsg, "/app/",
-                 {[&](const MaterialRecord&) { ++reviewed; }, nullptr, nullptr});
+                 {[&](const MaterialRecord&) { ++reviewed; }, nullptr, nullptr, nullptr});
     f.ImportFile(Data("sample.glc"), frm4Import::kGLC);
     f.ssGlassesDblClick(1, 2);
     EXPECT_EQ(reviewed, 1);
@@ -167,6 +167,47 @@ TEST_F(ExportForm, DefaultNameAndWrite) {
     const std::string image = testing::ReadFileBytes(out);
     EXPECT_NE(image.find("\"A*B\",\"S\""), std::string::npos);
     EXPECT_EQ(image.find("\"C\""), std::string::npos);
+}
+
+// Close goes through the tool strip, so that the tool button is released with the form;
+// the form registered under its number is what the strip shows and unloads.
+TEST_F(ExportForm, CloseReleasesTheToolButton) {
+    ManageForms forms(dialogs, {[] { return true; }, [] { return false; }, [] {}});
+    frm4Import import(list, dialogs, settings, newMsg, "/app/",
+                      {{}, {}, {}, [&] { forms.RibbonClick(kFormImport, false); }});
+    frm5Export exportForm(list, dialogs, clock, [&] { forms.RibbonClick(kFormExport, false); });
+    forms.RegisterForm(kFormImport, &import);
+    forms.RegisterForm(kFormExport, &exportForm);
+
+    forms.RibbonClick(kFormImport, true);
+    EXPECT_TRUE(import.form.visible);
+    import.comOKClick();
+    EXPECT_FALSE(import.form.visible);
+    EXPECT_FALSE(forms.ribTools[kFormImport].value);
+    EXPECT_EQ(forms.GetCurrentForm(), kNoForm);
+
+    forms.RibbonClick(kFormExport, true);
+    EXPECT_TRUE(exportForm.form.visible);
+    exportForm.comOKClick();
+    EXPECT_FALSE(exportForm.form.visible);
+    EXPECT_FALSE(forms.ribTools[kFormExport].value);
+    EXPECT_EQ(forms.GetCurrentForm(), kNoForm);
+
+    // Without the strip the button just hides the form.
+    backup.Display();
+    backup.comOKClick();
+    EXPECT_FALSE(backup.form.visible);
+}
+
+TEST(ImportFileType, FollowsTheExtensionInAnyCase) {
+    EXPECT_EQ(frm4Import::FileTypeOf("/x/SCHOTT.AGF", 1), frm4Import::kAGF);
+    EXPECT_EQ(frm4Import::FileTypeOf("/x/nikon.agf ", 1), frm4Import::kAGF);
+    EXPECT_EQ(frm4Import::FileTypeOf("a.Glc", 1), frm4Import::kGLC);
+    EXPECT_EQ(frm4Import::FileTypeOf("a.gls", 1), frm4Import::kGLS);
+    EXPECT_EQ(frm4Import::FileTypeOf("a.GLA", 5), frm4Import::kGLA);
+    EXPECT_EQ(frm4Import::FileTypeOf("a.glz", 5), frm4Import::kGLZ);
+    EXPECT_EQ(frm4Import::FileTypeOf("a.txt", 3), 3);
+    EXPECT_EQ(frm4Import::FileTypeOf("AGF", 2), 2);
 }
 
 }  // namespace

@@ -1,0 +1,103 @@
+#include "gui/import/frm5_export_window.h"
+
+#include <QCloseEvent>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPushButton>
+#include <QStyle>
+#include <QVBoxLayout>
+
+#include "gui/platform/binders.h"
+#include "gui/platform/grid_view.h"
+#include "gui/shell/form_position.h"
+
+namespace ostrel::gui {
+
+namespace {
+
+constexpr const char* kFormName = "frm5Export";
+
+QPushButton* MakeButton(QWidget* parent, const char* name, Button& model) {
+    auto* b = new QPushButton(parent);
+    b->setObjectName(name);
+    Bind(b, model);
+    return b;
+}
+
+}  // namespace
+
+frm5ExportWindow::frm5ExportWindow(frm5Export& unit, CSApplication* app, QMdiArea* area)
+    : unit_(unit), app_(app) {
+    setObjectName(kFormName);
+    auto* outer = new QVBoxLayout(this);
+
+    grid_ = new GridView(this);
+    grid_->setObjectName("ssGlassesCurr");
+    grid_->setSelectionBehavior(QAbstractItemView::SelectRows);
+    grid_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    grid_->horizontalHeader()->setStretchLastSection(true);
+    grid_->Bind(unit_.ssGlassesCurr);
+    outer->addWidget(grid_, 1);
+
+    auto* bottom = new QHBoxLayout();
+    fraBackup_ = new QGroupBox(this);
+    fraBackup_->setObjectName("fraBackup");
+    auto* frame = new QHBoxLayout(fraBackup_);
+    QPushButton* sel = MakeButton(fraBackup_, "comExportSel", unit_.comExportSel);
+    connect(sel, &QPushButton::clicked, this, [this] { unit_.comExportSelClick(); });
+    frame->addWidget(sel);
+    QPushButton* all = MakeButton(fraBackup_, "comExportAll", unit_.comExportAll);
+    connect(all, &QPushButton::clicked, this, [this] { unit_.comExportAllClick(); });
+    frame->addWidget(all);
+    frameSub_ = unit_.fraBackup.Observe([this] {
+        fraBackup_->setTitle(ToQt(unit_.fraBackup.caption));
+        fraBackup_->setEnabled(unit_.fraBackup.enabled);
+        fraBackup_->setVisible(unit_.fraBackup.visible);
+    });
+    fraBackup_->setTitle(ToQt(unit_.fraBackup.caption));
+    bottom->addWidget(fraBackup_);
+    bottom->addStretch(1);
+    QPushButton* ok = MakeButton(this, "comOK", unit_.comOK);
+    connect(ok, &QPushButton::clicked, this, [this] { unit_.comOKClick(); });
+    bottom->addWidget(ok, 0, Qt::AlignBottom);
+    outer->addLayout(bottom);
+
+    sub_ = area->addSubWindow(this);
+    sub_->setWindowIcon(style()->standardIcon(QStyle::SP_DialogSaveButton));
+    sub_->installEventFilter(this);
+    sub_->resize(680, 440);
+    sub_->setWindowTitle(ToQt(unit_.form.caption));
+    sub_->hide();
+    formSub_ = unit_.form.Observe([this] { FollowForm(); });
+}
+
+void frm5ExportWindow::FollowForm() {
+    sub_->setWindowTitle(ToQt(unit_.form.caption));
+    if (unit_.form.visible && sub_->isHidden()) {
+        RestoreFormPosition(sub_, app_, kFormName, false);
+        sub_->show();
+        sub_->setFocus();
+    } else if (!unit_.form.visible && !sub_->isHidden()) {
+        SaveFormPosition(sub_, app_, kFormName);
+        sub_->hide();
+    }
+}
+
+QPushButton* frm5ExportWindow::button(const char* name) const {
+    return findChild<QPushButton*>(name);
+}
+
+bool frm5ExportWindow::eventFilter(QObject* watched, QEvent* event) {
+    // The close box closes the form the way its Close button does, through the tool strip.
+    if (watched == sub_ && event->type() == QEvent::Close && unit_.form.visible) {
+        event->ignore();
+        unit_.comOKClick();
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+}  // namespace ostrel::gui

@@ -1,0 +1,183 @@
+// The import and backup windows over their units, opened and closed through the tool
+// strip: a crafted file read through the import window, and a backup written through the
+// backup window to a scripted path.
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QProgressBar>
+#include <QPushButton>
+#include <filesystem>
+#include <memory>
+
+#include "core/import/frm4_import.h"
+#include "core/import/frm5_export.h"
+#include "core/material/glasses_list.h"
+#include "core/platform/clock.h"
+#include "core/platform/error_display.h"
+#include "core/platform/settings_store.h"
+#include "core/shell/manage_forms.h"
+#include "core/shell/new_msg.h"
+#include "gui/import/frm4_import_window.h"
+#include "gui/import/frm5_export_window.h"
+#include "gui/platform/binders.h"
+#include "gui/platform/grid_view.h"
+#include "support/scripted_dialogs.h"
+#include "support/temp_dir.h"
+
+namespace ostrel::gui {
+namespace {
+
+namespace fs = std::filesystem;
+using ostrel::testing::ReadFileBytes;
+using ostrel::testing::ScriptedDialogs;
+using ostrel::testing::TempDir;
+using ostrel::testing::WriteFileBytes;
+
+// Two Herzberger glasses (refitted), one Schott glass, and one formula that is passed over.
+constexpr const char* kCraftedAgf =
+    "NM H1 3 0 1.5 60 0 1\nCD 1.5 0.004 0 0.0001 0 0\nLD 0.4 1.0\n"
+    "NM H2 3 0 1.5 60 0 1\nCD 1.5 0.004 0 0.0001 0 0\nLD 0.4 1.0\n"
+    "NM S 1 0 1.5 60 0 1\nCD 2.27 -0.0101 0.0106 0.00017 -2e-6 1e-6\nLD 0.4 1.0\n"
+    "NM X 4 0 1.5 60 0 1\nCD 1 0 0 0 0 0\nLD 0.4 1.0\n";
+
+class ImportWindowsTest : public ::testing::Test {
+  protected:
+    ImportWindowsTest()
+        : clock(45292.0),
+          errors(tmp.path().string() + "/", dialogs, clock),
+          list(tmp.path().string() + "/", errors),
+          newMsg(dialogs, settings),
+          forms(dialogs, {[] { return false; }, [] { return false; }, [] {}}) {
+        area.resize(1200, 700);
+        area.show();
+    }
+
+    TempDir tmp;
+    ScriptedDialogs dialogs;
+    FixedClock clock;
+    ErrorDisplayer errors;
+    GlassesList list;
+    MemorySettingsStore settings;
+    CNewMsg newMsg;
+    ManageForms forms;
+    QMdiArea area;
+};
+
+TEST_F(ImportWindowsTest, ImportWindowShowsTheReadAndClosesThroughTheStrip) {
+    frm4ImportWindow* window = nullptr;
+    frm4Import::Hooks hooks;
+    std::vector<int> seen;  // whether the bar was up at each report
+    hooks.progress = [&](size_t done, size_t total) {
+        window->ShowProgress(done, total);
+        seen.push_back(window->progressBar()->isVisibleTo(window) ? 1 : 0);
+    };
+    hooks.close = [&] { forms.RibbonClick(kFormImport, false); };
+    frm4Import unit(list, dialogs, settings, newMsg, tmp.path().string(), hooks);
+    frm4ImportWindow w(unit, nullptr, &area);
+    window = &w;
+    forms.RegisterForm(kFormImport, &unit);
+
+    forms.RibbonClick(kFormImport, true);
+    EXPECT_TRUE(w.subWindow()->isVisible());
+    EXPECT_EQ(w.subWindow()->windowTitle(), "Import material data from text file");
+    EXPECT_EQ(w.button("comImport")->text(), "&Open file...");
+    EXPECT_EQ(w.button("comImport")->shortcut(), QKeySequence("Alt+O"));
+    EXPECT_EQ(w.button("comAddAll")->shortcut(), QKeySequence("Alt+M"));
+    EXPECT_EQ(w.checkBox("chkRefitOther")->text(), "Refit other AGF formulas");
+
+    // Halfway through a read the bar is up; at the end it is gone.
+    w.ShowProgress(50, 100);
+    EXPECT_TRUE(w.progressBar()->isVisibleTo(&w));
+    EXPECT_EQ(w.progressBar()->value(), 500);
+    w.ShowProgress(100, 100);
+    EXPECT_FALSE(w.progressBar()->isVisibleTo(&w));
+
+    WriteFileBytes(tmp / "crafted.agf", kCraftedAgf);
+    dialogs.files.push_back((tmp / "crafted.agf").string());
+    w.button("comImport")->click();
+    auto* model = w.grid()->model();
+    ASSERT_EQ(model->rowCount(), 3);
+    ASSERT_EQ(model->columnCount(), 7);
+    EXPECT_EQ(model->headerData(6, Qt::Horizontal).toString(), "Check");
+    EXPECT_EQ(model->index(0, 0).data().toString(), "H1");
+    EXPECT_EQ(model->index(2, 0).data().toString(), "S");
+    EXPECT_EQ(model->index(2, 5).data().toString(), "not refitted ");
+    EXPECT_FALSE(w.grid()->isColumnHidden(5)) << "the refit column shows after a refit";
+    EXPECT_EQ(w.label("lblReFit")->text(),
+              "2 glasses have been refited to index polynomial[s] used in Lumbrak.  The average "
+              "error is in the last column.");
+    EXPECT_EQ(w.label("lblSkipped")->text(), ToQt(unit.lblSkipped.caption));
+    EXPECT_FALSE(w.label("lblSkipped")->text().isEmpty());
+    EXPECT_EQ(w.subWindow()->windowTitle(), "Import material data from text file: crafted.agf");
+    EXPECT_FALSE(w.progressBar()->isVisibleTo(&w));
+    ASSERT_FALSE(seen.empty());
+    EXPECT_EQ(seen.back(), 0) << "the last report (done == total) takes the bar away";
+
+    // A GLC file with nothing refitted: the note is cleared and the column hidden again.
+    dialogs.files.push_back((fs::path(OSTREL_TEST_DATA) / "import" / "sample.glc").string());
+    w.button("comImport")->click();
+    EXPECT_EQ(model->rowCount(), unit.ImportCount());
+    EXPECT_EQ(model->index(0, 0).data().toString(), "N-BK7");
+    EXPECT_TRUE(w.label("lblReFit")->text().isEmpty());
+    EXPECT_TRUE(w.grid()->isColumnHidden(5));
+
+    // A click in the grid picks the row that the add command takes.
+    w.grid()->selectRow(0);
+    w.button("comAddSel")->click();
+    ASSERT_EQ(list.CustomCount(), 1);
+    EXPECT_EQ(list.CustomList()[0].General.GlassName.Text(), "N-BK7");
+
+    w.button("comOK")->click();
+    EXPECT_FALSE(w.subWindow()->isVisible());
+    EXPECT_FALSE(forms.ribTools[kFormImport].value);
+    EXPECT_EQ(forms.GetCurrentForm(), kNoForm);
+}
+
+TEST_F(ImportWindowsTest, BackupWindowWritesTheSelectedGlass) {
+    MaterialRecord a = ClearedMaterialRecord();
+    a.General.GlassName.Set("A*B");
+    a.General.Source.Set("Home");
+    MaterialRecord b = a;
+    b.General.GlassName.Set("MELT1");
+    b.Melt.MeltFlag = kTrue;
+    list.ListAdd(a, false);
+    list.ListAdd(b, false);
+
+    frm5Export unit(list, dialogs, clock, [&] { forms.RibbonClick(kFormExport, false); });
+    frm5ExportWindow w(unit, nullptr, &area);
+    forms.RegisterForm(kFormExport, &unit);
+    forms.RibbonClick(kFormExport, true);
+    EXPECT_TRUE(w.subWindow()->isVisible());
+    EXPECT_EQ(w.subWindow()->windowTitle(), "Backup material data");
+    EXPECT_EQ(w.button("comExportAll")->shortcut(), QKeySequence("Alt+A"));
+
+    auto* model = w.grid()->model();
+    ASSERT_EQ(model->rowCount(), 2);
+    EXPECT_EQ(model->index(1, 0).data().toString(), "MELT1");
+    EXPECT_EQ(model->index(1, 0).data(Qt::BackgroundRole).value<QColor>(), QColor(255, 255, 128));
+
+    const fs::path out = tmp / "one.GLZ";
+    dialogs.files.push_back(out.string());
+    w.grid()->selectRow(0);
+    w.button("comExportSel")->click();
+    ASSERT_FALSE(dialogs.fileDialogs.empty());
+    EXPECT_EQ(dialogs.fileDialogs.back().initialPath, "A-B.GLZ");
+    const std::string image = ReadFileBytes(out);
+    EXPECT_NE(image.find("\"A*B\",\"Home\""), std::string::npos);
+    EXPECT_EQ(image.find("MELT1"), std::string::npos);
+
+    // A cancelled dialog writes nothing.
+    fs::remove(out);
+    w.button("comExportAll")->click();
+    EXPECT_FALSE(fs::exists(out));
+
+    w.subWindow()->close();
+    EXPECT_FALSE(w.subWindow()->isVisible());
+    EXPECT_FALSE(forms.ribTools[kFormExport].value);
+}
+
+}  // namespace
+}  // namespace ostrel::gui
