@@ -1,0 +1,381 @@
+#include <filesystem>
+
+#include "core/material/catalogue_record.h"
+#include "core/materialform/verification.h"
+#include "melt_fixture.h"
+
+namespace ostrel::testing {
+namespace {
+
+// --- names ---
+
+struct NameCase {
+    const char* parent;
+    const char* source;
+    const char* code;
+    const char* name;
+    const char* key;
+};
+
+class MeltNameTest : public ::testing::TestWithParam<NameCase> {};
+
+TEST_P(MeltNameTest, NameIsParentStarCodeCutTo30) {
+    MaterialRecord rec = ClearedMaterialRecord();
+    rec.Melt.MeltParentName.Set(GetParam().parent);
+    rec.Melt.MeltCode.Set(GetParam().code);
+    rec.General.Source.Set(GetParam().source);
+    EXPECT_EQ(BuildMeltName(rec), GetParam().key);
+    EXPECT_EQ(rec.General.GlassName.Text(), GetParam().name);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Names, MeltNameTest,
+    ::testing::Values(NameCase{"BK7", "Schott", "m1234", "BK7 *m1234", "BK7 *M1234 [SCHOTT]"},
+                      NameCase{"  N-BK7", "[own]", "m1", "N-BK7 *m1", "N-BK7 *M1 [OWN]"},
+                      NameCase{"BK7", "", "m1", "BK7 *m1", "BK7 *M1"},
+                      // 27 characters leave room for " *" and one letter of the code.
+                      NameCase{"ABCDEFGHIJKLMNOPQRSTUVWXYZ1", "S", "m1234",
+                               "ABCDEFGHIJKLMNOPQRSTUVWXYZ1 *m",
+                               "ABCDEFGHIJKLMNOPQRSTUVWXYZ1 *M [S]"},
+                      // 30 characters lose the whole code.
+                      NameCase{"ABCDEFGHIJKLMNOPQRSTUVWXYZ1234", "S", "m1234",
+                               "ABCDEFGHIJKLMNOPQRSTUVWXYZ1234",
+                               "ABCDEFGHIJKLMNOPQRSTUVWXYZ1234 [S]"}));
+
+struct CaptionCase {
+    const char* source;
+    const char* name;
+    const char* code;
+    const char* caption;
+};
+
+class MeltCaptionTest : public ::testing::TestWithParam<CaptionCase> {};
+
+TEST_P(MeltCaptionTest, Caption) {
+    EXPECT_EQ(MeltCaption(GetParam().source, GetParam().name, GetParam().code), GetParam().caption);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Captions, MeltCaptionTest,
+    ::testing::Values(CaptionCase{" Schott ", "  BK7", "m1234 ", "Schott  BK7 *m1234"},
+                      CaptionCase{"Schott", "BK7", "", "Schott  BK7  -  please enter a melt code!"},
+                      CaptionCase{"", "", "", "<- select a parent glass for the melt"},
+                      CaptionCase{"", "BK7", "m1", "  BK7 *m1"}));
+
+// --- life cycle and controls ---
+
+TEST_F(MeltFixture, NewFormWaitsForParentCodeAndFit) {
+    EXPECT_FALSE(form->DisplayNew(false));
+    ASSERT_FALSE(dialogs.boxes.empty());
+    EXPECT_EQ(dialogs.boxes[0].title, "Melt derivative");
+    EXPECT_EQ(dialogs.boxes[0].text,
+              std::string(frm7Melt::NoticeText()) + "\nDo you want to see this message again?");
+    EXPECT_EQ(form->form.caption.get(), "Melt glass: new");
+    EXPECT_EQ(form->txtMeltCode.text.get(), "Enter melt code!");
+    EXPECT_EQ(form->lblMeltName.caption.get(), "<- select a parent glass for the melt");
+    EXPECT_FALSE(form->pnlSide.visible);
+    EXPECT_FALSE(form->comClear.visible);
+    EXPECT_FALSE(form->comMeltSchott.enabled);
+    EXPECT_FALSE(form->comAdd.enabled);
+    EXPECT_EQ(form->pnlStatus.caption.get(), "Index: NOT Ready");
+    EXPECT_TRUE(form->ssRefInd.Column(6).hidden);
+    EXPECT_EQ(form->ssRefInd.MaxRows(), 20);
+    EXPECT_EQ(form->ssRefInd.Column(3).title, "melt glass index [user data]");
+
+    nextMaker = "Schott";
+    nextParent = "N-BK7";
+    form->comParentClick();
+    EXPECT_EQ(form->pnlPolyType.caption.get(), "Sellmeier");
+    EXPECT_TRUE(form->pnlSide.visible);
+    EXPECT_TRUE(form->comWaveSelRefInd.visible);
+    EXPECT_EQ(form->lblMeltName.caption.get(), "Schott  N-BK7  -  please enter a melt code!");
+    // The prompt itself is no code.
+    form->txtMeltCodeValidate();
+    EXPECT_EQ(form->MeltRecord().Melt.MeltCode.Text(), "");
+    form->txtMeltCode.text = " m17 ";
+    form->txtMeltCodeValidate();
+    EXPECT_EQ(form->MeltRecord().Melt.MeltCode.Text(), "m17");
+    EXPECT_EQ(form->lblMeltName.caption.get(), "Schott  N-BK7 *m17");
+    EXPECT_FALSE(form->comAdd.enabled);
+
+    for (int i = 0; i < 4; ++i) {
+        const float w = std::array<float, 4>{656.273f, 587.562f, 486.133f, 435.834f}[i];
+        char buf[40];
+        std::snprintf(buf, sizeof buf, "%.10g", IndexOf(form->ParentRecord(), w) + 0.0002);
+        TypePair(i + 1, std::to_string(w), buf);
+    }
+    form->comIndexFitClick();
+    EXPECT_TRUE(form->comAdd.enabled);
+    // An edit afterwards makes the index not ready again.
+    TypePair(5, "404.656", "");
+    EXPECT_FALSE(form->comAdd.enabled);
+    EXPECT_TRUE(form->comIndexFit.enabled);
+    EXPECT_FALSE(form->comShowIndex.enabled);
+    EXPECT_TRUE(form->ssRefInd.Column(6).hidden);
+    EXPECT_EQ(form->ssRefInd.Text(1, 5), "h ");
+}
+
+TEST_F(MeltFixture, SaveSortsTheListAndOffersOverwrite) {
+    MaterialRecord other = ClearedMaterialRecord();
+    other.General.GlassName.Set("ZZ glass");
+    other.General.Source.Set("Own");
+    ASSERT_TRUE(list->AddAndSave(other, false));
+
+    Start("Schott", "N-BK7", "m1");
+    TypeOffsetPairs({656.273f, 587.562f, 486.133f, 435.834f}, [](double) { return 0.0003; });
+    form->comIndexFitClick();
+    ASSERT_TRUE(form->comAdd.enabled);
+    dialogs.boxes.clear();
+    form->comAddClick();
+    EXPECT_TRUE(dialogs.boxes.empty());
+    EXPECT_TRUE(form->Saved());
+    ASSERT_EQ(list->CustomCount(), 2);
+    const MaterialRecord& saved = list->CustomList()[0];
+    EXPECT_EQ(saved.General.GlassName.Text(), "N-BK7 *m1");
+    EXPECT_EQ(saved.General.Source.Text(), "Schott");
+    EXPECT_EQ(saved.Melt.MeltFlag, kTrue);
+    EXPECT_EQ(saved.Melt.MeltParentName.Text(), "N-BK7");
+    EXPECT_EQ(saved.Melt.MeltIndexPoints, 4);
+    EXPECT_EQ(saved.DateChanged, 46349.5);
+    EXPECT_EQ(list->CustomList()[1].General.GlassName.Text(), "ZZ glass");
+    // The form starts again.
+    EXPECT_EQ(form->MeltRecord().Melt.MeltParentName.Text(), "");
+    EXPECT_FALSE(form->comAdd.enabled);
+    EXPECT_EQ(form->ssRefInd.Text(2, 1), "");
+
+    // The same melt again: asked, and left alone on No.
+    Start("Schott", "N-BK7", "m1");
+    TypeOffsetPairs({656.273f, 587.562f, 486.133f, 435.834f}, [](double) { return 0.0005; });
+    form->comIndexFitClick();
+    dialogs.boxes.clear();
+    dialogs.answers.push_back(MsgAnswer::No);
+    form->comAddClick();
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(dialogs.boxes[0].text,
+              "N-BK7 *M1 [SCHOTT] is already in your collection.\n\nDo you want to overwrite the "
+              "existing data?");
+    EXPECT_EQ(dialogs.boxes[0].buttons, MsgButtons::YesNo);
+    EXPECT_EQ(dialogs.boxes[0].icon, MsgIcon::Question);
+    EXPECT_NEAR(IndexOf(list->CustomList()[0], 587.562f) - IndexOf(form->ParentRecord(), 587.562f),
+                0.0003, 2e-6);
+}
+
+TEST_F(MeltFixture, ACatalogueNameIsRefused) {
+    // A catalogue holding a name of 30 characters, which a melt of a parent of that name
+    // cannot leave: the code is cut off entirely.
+    const std::string longName = "ABCDEFGHIJKLMNOPQRSTUVWXYZ1234";
+    CatalogueRecord cat;
+    ClearCatalogueRecord(cat);
+    cat.GlassName.Set(longName);
+    cat.Source.Set("Schott");
+    std::string image(kCatalogueRecordSize, '\0');
+    ToBytes(cat, reinterpret_cast<unsigned char*>(image.data()));
+    std::filesystem::create_directories(dir / "lumbrak");
+    WriteFileBytes(dir / "lumbrak" / kCatalogueFileName, image);
+    list->LoadCatalogueNames((dir / "lumbrak").string());
+
+    Start("Schott", "N-BK7", "m1");
+    TypeOffsetPairs({656.273f, 587.562f, 486.133f, 435.834f}, [](double) { return 0.0; });
+    form->comIndexFitClick();
+    form->MeltRecordForEdit().Melt.MeltParentName.Set(longName);
+    dialogs.boxes.clear();
+    form->comAddClick();
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(dialogs.boxes[0].text,
+              longName +
+                  " [SCHOTT] is a catalog glass and cannot be overwritten!\n\nIf you really want "
+                  "to use this data, then change the 'name' and /or 'source'.");
+    EXPECT_EQ(dialogs.boxes[0].icon, MsgIcon::Exclamation);
+    EXPECT_EQ(list->CustomCount(), 0);
+    EXPECT_FALSE(form->Saved());
+}
+
+TEST_F(MeltFixture, IncompleteRecordIsRefused) {
+    Start("Schott", "N-BK7", "m1");
+    form->MeltRecordForEdit().OtherState.Ready = kFalse;
+    dialogs.boxes.clear();
+    form->comAddClick();
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(dialogs.boxes[0].text,
+              "Data for new material is incomplete.  Please add required information!");
+    EXPECT_EQ(list->CustomCount(), 0);
+}
+
+TEST_F(MeltFixture, EditAndReviewOpenTheSavedMelt) {
+    Start("Schott", "N-BK7", "m1");
+    TypeOffsetPairs({656.273f, 587.562f, 486.133f, 435.834f}, [](double) { return 0.0003; });
+    form->comIndexFitClick();
+    form->comAddClick();
+    const MaterialRecord saved = list->CustomList()[0];
+
+    form->DisplayEdit(saved);
+    EXPECT_EQ(form->form.caption.get(), "Melt glass: edit");
+    EXPECT_EQ(form->comAdd.caption.get(), "Accept changes");
+    EXPECT_EQ(form->comAdd.toolTip.get(), "Accept changes made to this melt glass");
+    EXPECT_EQ(form->MeltRecord().IndexState.Changes, 2);
+    EXPECT_EQ(form->ParentRecord().General.GlassName.Text(), "N-BK7");
+    EXPECT_EQ(form->ParentRecord().General.PolyCoef[0], 1.03961212);
+    EXPECT_EQ(form->ssRefInd.Text(2, 1), "656.273");
+    EXPECT_EQ(form->ssRefInd.Text(1, 1), "C ");
+    EXPECT_EQ(form->ssRefInd.Text(5, 1), "0.000300");
+    EXPECT_TRUE(form->comAdd.enabled);
+    EXPECT_EQ(ownerStates, std::vector<bool>{false});
+    form->comOKClick();
+    EXPECT_EQ(ownerStates, (std::vector<bool>{false, true}));
+
+    form->DisplayReview(saved);
+    EXPECT_EQ(form->form.caption.get(), "Melt glass: review");
+    EXPECT_EQ(form->comAdd.caption.get(), "&Save");
+    const std::vector<const Control*> locked{
+        &form->comClear,     &form->comWaveSelRefInd, &form->comClipPaste, &form->comIndexFit,
+        &form->comIndexSort, &form->comMeltSchott,    &form->comWaveBand,  &form->comAdd,
+        &form->lstWaveBand,  &form->txtMeltCode};
+    for (const Control* c : locked) {
+        EXPECT_FALSE(c->enabled);
+    }
+    EXPECT_FALSE(form->ssRefInd.EditText(2, 5, "500"));
+    form->ForceUnload();
+    EXPECT_FALSE(form->Saved());
+    EXPECT_FALSE(form->IsOpen());
+}
+
+TEST_F(MeltFixture, EditOfAParentNoLongerInTheDatabase) {
+    MaterialRecord rec = ClearedMaterialRecord();
+    rec.Melt.MeltParentName.Set("Gone");
+    rec.Melt.MeltParentSource.Set("Schott");
+    dialogs.boxes.clear();
+    form->DisplayEdit(rec);
+    ASSERT_FALSE(dialogs.boxes.empty());
+    EXPECT_EQ(dialogs.boxes.back().text, "no match");
+    EXPECT_TRUE(form->IsOpen());
+}
+
+TEST_F(MeltFixture, ClearEmptiesTableAndMeltData) {
+    Start("Schott", "N-BK7", "m1");
+    TypeOffsetPairs({656.273f, 587.562f, 486.133f, 435.834f}, [](double) { return 0.0; });
+    form->comIndexFitClick();
+    form->MeltRecordForEdit().Melt.MeltTransThird[3] = 0.008;
+    form->comClearClick();
+    const auto& m = form->MeltRecord().Melt;
+    EXPECT_EQ(m.MeltIndexPoints, 0);
+    EXPECT_EQ(m.MeltIndexWave[0], 0.0f);
+    EXPECT_EQ(m.MeltTransThird[3], 0.0);
+    EXPECT_EQ(form->MeltRecord().IndexState.Ready, kFalse);
+    EXPECT_EQ(form->ssRefInd.Text(2, 1), "");
+    EXPECT_FALSE(form->comAdd.enabled);
+}
+
+TEST_F(MeltFixture, UsefulWavelengthsFillFromTheActiveRow) {
+    Start("Schott", "N-BK7", "m1");
+    form->ssRefInd.SetActiveCell(2, 19);
+    picked = {656.273f, 587.562f, 486.133f};
+    form->comWaveSelRefIndClick();
+    EXPECT_EQ(form->ssRefInd.Text(2, 19), "656.273");
+    EXPECT_EQ(form->ssRefInd.Text(2, 20), "587.562");
+    EXPECT_EQ(form->ssRefInd.Text(1, 20), "d ");
+    picked = {546.074f};
+    form->ssRefInd.SetActiveCell(2, 2);
+    form->comWaveSelRefIndClick();
+    EXPECT_EQ(form->ssRefInd.Text(2, 2), "546.074");
+    EXPECT_EQ(form->ssRefInd.Text(1, 2), "e ");
+}
+
+TEST_F(MeltFixture, SchottSheetReplacesTheTable) {
+    Start("Schott", "N-BK7", "m1");
+    TypePair(12, "1000", "1.5");
+    sheetResult = [](MaterialRecord& rec) {
+        rec.Melt.MeltIndexPoints = 2;
+        rec.Melt.MeltIndexWave[0] = 656.273f;
+        rec.Melt.MeltIndexValue[0] = 1.5145;
+        rec.Melt.MeltIndexWave[1] = 587.562f;
+        rec.Melt.MeltIndexValue[1] = 1.5170;
+    };
+    form->comMeltSchottClick();
+    EXPECT_EQ(form->ssRefInd.Text(2, 1), "656.273");
+    EXPECT_EQ(form->ssRefInd.Text(3, 2), "1.517");
+    EXPECT_EQ(form->ssRefInd.Text(2, 12), "");
+}
+
+// --- wavebands ---
+
+TEST_F(MeltFixture, WavebandListAndClick) {
+    Start("Schott", "N-BK7", "m1");
+    ASSERT_EQ(form->lstWaveBand.ListCount(), 3);
+    EXPECT_EQ(
+        form->lstWaveBand.Items(),
+        (std::vector<std::string>{"Ohara - standard", "Ohara - advanced", "Schott - standard"}));
+    form->lstWaveBand.SetListIndex(0);
+    form->lstWaveBandClick();
+    EXPECT_EQ(form->ssRefInd.Text(2, 1), "656.273");
+    EXPECT_EQ(form->ssRefInd.Text(1, 1), "C ");
+    EXPECT_EQ(form->ssRefInd.Text(1, 4), "g ");
+    EXPECT_EQ(form->ssRefInd.Text(2, 5), "");  // 706.519 is not part of the standard band
+    form->lstWaveBand.SetListIndex(1);
+    form->lstWaveBandClick();
+    EXPECT_EQ(form->ssRefInd.Text(2, 2), "706.519");
+    EXPECT_EQ(form->ssRefInd.Text(1, 2), "r ");
+    EXPECT_EQ(form->ssRefInd.Text(2, 10), "404.656");
+}
+
+TEST_F(MeltFixture, AWavebandIsSavedWithTheFixedOnesAndReadBackDoubled) {
+    Start("Schott", "N-BK7", "m1");
+    TypePair(1, "486.133", "");
+    TypePair(2, "1013.98", "");
+    // Two wavelengths are too few: nothing happens.
+    dialogs.inputs.push_back(std::string("Mine"));
+    form->comWaveBandClick();
+    EXPECT_EQ(form->WaveBands().size(), 3u);
+    const auto file = dir / "UserData" / "MeltWaveBand.lst";
+    EXPECT_FALSE(std::filesystem::exists(file));
+
+    TypePair(3, "656.273", "");
+    dialogs.inputs.push_back(std::string("Mine"));
+    form->comWaveBandClick();
+    EXPECT_EQ(dialogs.prompts.back(), "Enter a name for this waveband");
+    ASSERT_EQ(form->lstWaveBand.ListCount(), 4);
+    EXPECT_EQ(ReadFileBytes(file),
+              "Ohara - advanced|10|852.11|706.519|656.273|643.847|587.562|546.074|486.133|"
+              "479.991|435.834|404.656\n"
+              "Schott - standard|7|656.273|643.847|587.562|546.074|486.133|479.991|435.834\n"
+              "Mine|3|1013.98|656.273|486.133\n");
+
+    // Opened again: five fixed rows and the user's.
+    form->DisplayNew(false);
+    EXPECT_EQ(form->lstWaveBand.Items(),
+              (std::vector<std::string>{"Ohara - standard", "Ohara - advanced", "Schott - standard",
+                                        "Ohara - advanced", "Schott - standard", "Mine"}));
+    EXPECT_EQ(form->lstWaveBand.ItemData(5), 6);
+}
+
+struct LineCase {
+    const char* line;
+    bool good;
+};
+
+class WaveBandLineTest : public ::testing::TestWithParam<LineCase> {};
+
+TEST_P(WaveBandLineTest, BadLinesAreDropped) {
+    MeltWaveBand band;
+    EXPECT_EQ(ParseWaveBandLine(GetParam().line, band), GetParam().good) << GetParam().line;
+}
+
+INSTANTIATE_TEST_SUITE_P(Lines, WaveBandLineTest,
+                         ::testing::Values(LineCase{"a|3|656.273|587.562|486.133", true},
+                                           LineCase{"a|3|656.273|587.562|486.133|400", true},
+                                           LineCase{"a|3|656.273|587.562", false},
+                                           LineCase{"a|x|656.273", false},
+                                           LineCase{"a|2|656.273|abc", false}, LineCase{"a", false},
+                                           LineCase{"", false}));
+
+TEST_F(MeltFixture, BadFileLinesAreDroppedAndTheRestRead) {
+    std::filesystem::create_directories(dir / "UserData");
+    WriteFileBytes(dir / "UserData" / "MeltWaveBand.lst",
+                   "one|3|700|600|500\r\nbroken|4|700\nx|1|12.5\n");
+    form->DisplayNew(false);
+    ASSERT_EQ(form->WaveBands().size(), 5u);
+    EXPECT_EQ(form->WaveBands()[3], (MeltWaveBand{"one", 3, {700.0f, 600.0f, 500.0f}}));
+    EXPECT_EQ(form->WaveBands()[4].Name, "x");
+}
+
+}  // namespace
+}  // namespace ostrel::testing
