@@ -1,0 +1,280 @@
+#include "core/melt/pop_melt_schott.h"
+#include "melt_fixture.h"
+
+namespace ostrel::testing {
+namespace {
+
+// --- parent picker ---
+
+class ParentPickerTest : public MeltFixture {
+  protected:
+    std::unique_ptr<popMeltParent> Picker() {
+        return std::make_unique<popMeltParent>(dialogs, settings, setup.GetPathKelmora(),
+                                               GenericMakerNames(setup.GetPathLumbrak()));
+    }
+    int RowOf(popMeltParent& p, const std::string& name) {
+        for (int r = 1; r <= p.ssGlasses.MaxRows(); ++r) {
+            if (p.ssGlasses.Text(2, r) == "  " + name) return r;
+        }
+        return 0;
+    }
+};
+
+TEST_F(ParentPickerTest, MakersComeFromTheGenericList) {
+    auto p = Picker();
+    ASSERT_TRUE(p->Load());
+    ASSERT_GE(p->lstMakers.ListCount(), 3);
+    EXPECT_EQ(p->lstMakers.List(0), "Schott");
+    EXPECT_EQ(p->lstMakers.List(1), "Ohara");
+    EXPECT_EQ(p->lstMakers.List(2), "Hoya");
+    EXPECT_EQ(p->lstMakers.listIndex(), -1);
+    EXPECT_EQ(p->ssGlasses.MaxRows(), 0);
+    EXPECT_FALSE(p->comOK.enabled);
+    EXPECT_EQ(p->cmbSortOrder.Items().back(), "Sort by Status!");
+}
+
+TEST_F(ParentPickerTest, GlassesOfAMakerWithTheirColumns) {
+    auto p = Picker();
+    ASSERT_TRUE(p->Load());
+    p->lstMakers.SetListIndex(0);
+    p->lstMakersClick();
+    ASSERT_EQ(p->ssGlasses.MaxRows(), 12);  // the demo's Schott glasses
+    EXPECT_EQ(p->ssGlasses.Text(1, 1), "1");
+    EXPECT_EQ(p->ssGlasses.Text(2, 1), "  N-BK7");
+    EXPECT_EQ(p->ssGlasses.Text(3, 1), "517642");
+    EXPECT_EQ(p->ssGlasses.DisplayText(4, 1), "1.51680");
+    EXPECT_EQ(p->ssGlasses.DisplayText(5, 1), "64.17");
+    EXPECT_EQ(p->ssGlasses.Text(6, 1), "  Recommended");
+    EXPECT_TRUE(p->ssGlassesView.visible);
+    EXPECT_FALSE(p->lblSelGlass.visible);
+    EXPECT_FALSE(p->comOK.enabled);
+
+    p->ssGlassesClick(3, RowOf(*p, "F2"));
+    EXPECT_TRUE(p->comOK.enabled);
+    EXPECT_EQ(p->lblSelGlass.caption.get(), "Select glass: Schott    F2");
+    // Another maker: a row must be clicked again.
+    p->lstMakers.SetListIndex(1);
+    p->lstMakersClick();
+    EXPECT_FALSE(p->comOK.enabled);
+    EXPECT_EQ(p->ssGlasses.Text(6, 1), "  Available?");
+}
+
+TEST_F(ParentPickerTest, StatusSortsTheWordsThenTheNames) {
+    auto p = Picker();
+    ASSERT_TRUE(p->Load());
+    p->lstMakers.SetListIndex(2);  // Hoya: A and R
+    p->lstMakersClick();
+    p->cmbSortOrder.SetListIndex(5);
+    p->cmbSortOrderClick();
+    EXPECT_EQ(p->SortColumn(), 6);
+    std::vector<std::string> seen;
+    for (int r = 1; r <= p->ssGlasses.MaxRows(); ++r) {
+        seen.push_back(p->ssGlasses.Text(6, r) + "|" + p->ssGlasses.Text(2, r));
+    }
+    ASSERT_FALSE(seen.empty());
+    EXPECT_TRUE(std::is_sorted(seen.begin(), seen.end(), [](const auto& a, const auto& b) {
+        return UpperAscii(a) < UpperAscii(b);
+    }));
+    EXPECT_EQ(seen.front().rfind("  Available?|", 0), 0u);
+    EXPECT_EQ(seen.back().rfind("  Recommended|", 0), 0u);
+}
+
+TEST_F(ParentPickerTest, PickReturnsTheWholeRowAndRemembersTheMaker) {
+    MaterialRecord rec = ClearedMaterialRecord();
+    popMeltParent::Hooks hooks;
+    hooks.showModal = [this](popMeltParent& p) {
+        p.lstMakers.SetListIndex(2);
+        p.lstMakersClick();
+        p.ssGlassesClick(2, RowOf(p, "BSC7"));
+        p.comOKClick();
+    };
+    popMeltParent picker(dialogs, settings, setup.GetPathKelmora(),
+                         GenericMakerNames(setup.GetPathLumbrak()), hooks);
+    ASSERT_TRUE(picker.PickParent(rec));
+    EXPECT_EQ(rec.Melt.MeltParentName.Untrimmed().substr(0, 6), "  BSC7");
+    EXPECT_EQ(rec.Melt.MeltParentSource.Text(), "Hoya");
+    EXPECT_EQ(rec.General.GlassName.Text(), "BSC7");
+    EXPECT_EQ(rec.General.Polytype, 1);
+    EXPECT_EQ(rec.General.PolyCoef[0], 2.2702566);
+    EXPECT_EQ(rec.General.IndexWvMax, 1014);
+    EXPECT_EQ(settings.GetSetting("MeltParent", "MeltParentMaker", "?"), "Hoya");
+
+    // Opened again, the maker is selected and its glasses are shown.
+    auto p = Picker();
+    ASSERT_TRUE(p->Load());
+    EXPECT_EQ(p->lstMakers.listIndex(), 2);
+    EXPECT_GT(p->ssGlasses.MaxRows(), 0);
+    // A cancel keeps the setting.
+    p->lstMakers.SetListIndex(0);
+    p->lstMakersClick();
+    p->ssGlassesClick(1, 1);
+    p->comCancelClick();
+    EXPECT_EQ(settings.GetSetting("MeltParent", "MeltParentMaker", "?"), "Hoya");
+}
+
+TEST_F(ParentPickerTest, AMakerWithoutRowsGivesAnEmptyGrid) {
+    popMeltParent p(dialogs, settings, setup.GetPathKelmora(), {"Nobody"});
+    ASSERT_TRUE(p.Load());
+    dialogs.boxes.clear();
+    p.lstMakers.SetListIndex(0);
+    p.lstMakersClick();
+    EXPECT_TRUE(dialogs.boxes.empty());
+    EXPECT_EQ(p.ssGlasses.MaxRows(), 0);
+    EXPECT_FALSE(p.comOK.enabled);
+    p.ssGlassesClick(1, 1);  // nothing there
+    EXPECT_FALSE(p.comOK.enabled);
+}
+
+TEST_F(ParentPickerTest, NoDatabaseClosesThePicker) {
+    popMeltParent p(dialogs, settings, (dir / "nowhere").string(), {"Schott"});
+    MaterialRecord rec = ClearedMaterialRecord();
+    rec.General.GlassName.Set("kept");
+    dialogs.boxes.clear();
+    EXPECT_FALSE(p.PickParent(rec));
+    EXPECT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_FALSE(p.IsOpen());
+    EXPECT_EQ(rec.General.GlassName.Text(), "kept");
+}
+
+// --- Schott melt sheet ---
+
+class SchottSheetTest : public ListFixture {
+  protected:
+    void SetUp() override { sheet.Load(ClearedMaterialRecord()); }
+    void Enter(int field, const std::string& text) {
+        sheet.txtIndex[static_cast<size_t>(field)].text = text;
+        sheet.txtIndexValidate(field);
+    }
+    void EnterAll(const std::array<const char*, 9>& values) {
+        for (int i = 1; i <= 9; ++i) Enter(i, values[static_cast<size_t>(i - 1)]);
+    }
+    MemorySettingsStore settings;
+    CNewMsg newMsg{dialogs, settings};
+    popMeltSchott sheet{dialogs, newMsg};
+};
+
+// A sheet of a BK7-like melt: nd, ne, nF-nC, nd-nC, nF-nd, nF-ne, ng-nF, nF'-nC', nF'-ne.
+const std::array<const char*, 9> kSheet = {"1.51680", "1.51872", "0.00805", "0.00224", "0.00581",
+                                           "0.00389", "0.00455", "0.00813", "0.00437"};
+
+TEST_F(SchottSheetTest, TheChainOfSums) {
+    EXPECT_FALSE(sheet.comOK.enabled);
+    EnterAll(kSheet);
+    EXPECT_TRUE(sheet.comOK.enabled);
+    EXPECT_TRUE(sheet.comShowIndex.enabled);
+    EXPECT_EQ(sheet.txtIndex[4].text.get(), "0.002240");
+    dialogs.boxes.clear();
+    sheet.comShowIndexClick();
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(dialogs.boxes[0].text,
+              " \twavelength\tindex\n"
+              "C \t656.2730\t\t1.514560\n"
+              "C'\t643.8470\t\t1.514960\n"
+              "d \t587.5620\t\t1.516800\n"
+              "e \t546.0740\t\t1.518720\n"
+              "F \t486.1330\t\t1.522610\n"
+              "F'\t479.9910\t\t1.523090\n"
+              "g \t435.8340\t\t1.527160\n");
+    const double expected[7] = {1.51456, 1.51496, 1.5168, 1.51872, 1.52261, 1.52309, 1.52716};
+    const auto& m = sheet.Record().Melt;
+    ASSERT_EQ(m.MeltIndexPoints, 7);
+    for (int i = 0; i < 7; ++i) EXPECT_NEAR(m.MeltIndexValue[i], expected[i], 2e-7) << i;
+    EXPECT_EQ(m.MeltIndexWave[1], 643.847f);
+    // The figures stay in entries 1 to 9.
+    EXPECT_EQ(m.MeltTransThird[1], static_cast<double>(1.5168f));
+    EXPECT_EQ(m.MeltTransThird[9], static_cast<double>(0.00437f));
+    EXPECT_EQ(m.MeltTransThird[0], 0.0);
+    sheet.comOKClick();
+    EXPECT_TRUE(sheet.Accepted());
+}
+
+struct EntryCase {
+    const char* typed;
+    const char* shown;  // what the field shows afterwards
+};
+
+class SchottEntryTest : public SchottSheetTest, public ::testing::WithParamInterface<EntryCase> {};
+
+TEST_P(SchottEntryTest, EntryLimits) {
+    Enter(3, "0.00805");
+    Enter(3, GetParam().typed);
+    EXPECT_EQ(sheet.txtIndex[3].text.get(), GetParam().shown);
+}
+
+INSTANTIATE_TEST_SUITE_P(Entries, SchottEntryTest,
+                         ::testing::Values(EntryCase{"0.01", "0.010000"},
+                                           EntryCase{"2.4999", "2.499900"},
+                                           EntryCase{"2.5", "0.008050"}, EntryCase{"0", "0.008050"},
+                                           EntryCase{"-0.002", "0.008050"},
+                                           EntryCase{"abc", "abc"}));
+
+TEST_F(SchottSheetTest, AnIndexOutOfRangeIsRefusedAtOK) {
+    auto values = kSheet;
+    values[0] = "2.3";  // accepted as an entry
+    EnterAll(values);
+    EXPECT_EQ(sheet.txtIndex[1].text.get(), "2.300000");
+    dialogs.boxes.clear();
+    sheet.comOKClick();
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(dialogs.boxes[0].text, "Index value outside valid range!");
+    EXPECT_EQ(dialogs.boxes[0].icon, MsgIcon::Exclamation);
+    EXPECT_FALSE(sheet.Accepted());
+    EXPECT_EQ(sheet.Record().Melt.MeltIndexPoints, 0);
+}
+
+TEST_F(SchottSheetTest, FallingIndicesAreRefused) {
+    auto values = kSheet;
+    values[7] = "0.02";  // nF' - nC' too large: C' falls below C
+    EnterAll(values);
+    dialogs.boxes.clear();
+    sheet.comOKClick();
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(dialogs.boxes[0].text, "Index value is not increasing as wavelength gets shorter!");
+    EXPECT_FALSE(sheet.Accepted());
+}
+
+TEST_F(SchottSheetTest, UnusedFiguresMayDisagree) {
+    auto values = kSheet;
+    values[2] = "0.5";  // nF - nC
+    values[5] = "0.4";  // nF - ne
+    EnterAll(values);
+    sheet.comOKClick();
+    EXPECT_TRUE(sheet.Accepted());
+}
+
+TEST_F(MeltFixture, TheParentMakesAStartingSheet) {
+    const MaterialRecord parent = Pick("Schott", "N-BK7");
+    popMeltSchott sheet(dialogs, newMsg);
+    sheet.Load(parent);
+    EXPECT_EQ(sheet.lblIndexCat[1].caption.get(), "1.516800");
+    EXPECT_FALSE(sheet.comOK.enabled);
+    sheet.pctSchottClick();
+    EXPECT_TRUE(sheet.comOK.enabled);
+    EXPECT_EQ(sheet.txtIndex[1].text.get(), "1.516800");
+    bool ok = false;
+    sheet.ComputeSheet(false, ok);
+    ASSERT_TRUE(ok);
+    const auto& m = sheet.Record().Melt;
+    for (int i = 0; i < 7; ++i) {
+        EXPECT_NEAR(m.MeltIndexValue[i], IndexOf(parent, m.MeltIndexWave[i]), 1e-12);
+    }
+}
+
+TEST_F(MeltFixture, SheetThroughTheMeltMaker) {
+    Start("Schott", "N-BK7", "m1");
+    popMeltSchott::Hooks hooks;
+    hooks.showModal = [](popMeltSchott& s) {
+        s.pctSchottClick();
+        s.comOKClick();
+    };
+    popMeltSchott sheet(dialogs, newMsg, hooks);
+    sheetResult = [&sheet](MaterialRecord& rec) { ASSERT_TRUE(sheet.EnterSheet(rec)); };
+    form->comMeltSchottClick();
+    EXPECT_EQ(form->ssRefInd.Text(2, 7), "435.834");
+    EXPECT_EQ(form->ssRefInd.Text(5, 7), "0.000000");
+    form->comIndexFitClick();
+    EXPECT_EQ(form->MeltRecord().IndexState.Ready, kTrue);
+}
+
+}  // namespace
+}  // namespace ostrel::testing
