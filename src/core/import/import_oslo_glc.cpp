@@ -14,20 +14,16 @@
 namespace ostrel {
 namespace {
 
-// Tokens split at single blanks, empty ones kept (token 0 is what stands before the first
-// blank).
-std::vector<std::string_view> SplitAtBlanks(std::string_view s) {
-    std::vector<std::string_view> out;
-    size_t start = 0;
-    for (;;) {
-        const size_t b = s.find(' ', start);
-        if (b == std::string_view::npos) {
-            out.push_back(s.substr(start));
-            return out;
-        }
-        out.push_back(s.substr(start, b - start));
-        start = b + 1;
-    }
+// The fields of a glass line after its name: runs of blanks and tabs separate them, and a
+// line that starts with a blank has an empty field 0 before it.
+void SplitFields(std::string_view s, std::vector<std::string_view>& out) {
+    SplitBlanks(s, out);
+    if (s.empty() || s[0] == ' ' || s[0] == '\t') out.insert(out.begin(), std::string_view{});
+}
+
+// A glass line starts with its name in the first ten characters.
+bool HasName(std::string_view line) {
+    return !VbTrim(line.substr(0, 10)).empty();
 }
 
 }  // namespace
@@ -69,11 +65,8 @@ bool CImportOsloGLC::ReadRecord(std::string_view line, const std::string& source
     g.GlassKind = 8;
     g.IndexDataType = 1;
 
-    const std::string rest = SqueezeBlanks(line.size() > 10 ? line.substr(10) : std::string_view{});
-    // Trailing blanks would leave an empty last token.
-    std::string_view body = rest;
-    while (!body.empty() && body.back() == ' ') body.remove_suffix(1);
-    const auto tok = SplitAtBlanks(body);
+    std::vector<std::string_view>& tok = fields_;
+    SplitFields(line.size() > 10 ? line.substr(10) : std::string_view{}, tok);
     auto text = [&tok](size_t i, std::string& out) {
         if (i >= tok.size()) return false;
         out.assign(tok[i]);
@@ -228,23 +221,33 @@ void CImportOsloGLC::ReadFile(const std::string& path, std::vector<MaterialRecor
     std::string bytes;
     FileError error;
     if (!ReadWholeFile(path, bytes, error)) return;
-    const std::string text = DecodeTextFile(bytes);
+    const std::string text = DecodeTextFile(std::move(bytes));
     const auto lines = SplitTextLines(text);
     if (lines.empty()) return;
     const auto header = SplitBlanks(lines[0]);
     const std::string source = header.empty() ? std::string() : std::string(header.back());
-    MaterialRecord rec;
+    // Each glass is built in its place at the end of the list, from a cleared record, with
+    // room made for all of them at once.
+    size_t named = 0;
+    for (size_t i = 1; i < lines.size(); ++i) {
+        if (HasName(lines[i])) ++named;
+    }
+    records.reserve(named);
+    const MaterialRecord cleared = ClearedMaterialRecord();
     size_t lastReport = 0;
     for (size_t i = 1; i < lines.size(); ++i) {
-        ClearMaterialRecord(rec);
-        bool refitted = false;
-        float meanError = 0;
-        StatedIndex stated;
-        if (ReadRecord(lines[i], source, rec, refitted, meanError, stated)) {
-            records.push_back(rec);
-            refitErrors.push_back(refitted ? meanError : 0.0f);
-            stated_.push_back(stated);
-            if (refitted) ++refitCount;
+        if (HasName(lines[i])) {
+            records.push_back(cleared);
+            bool refitted = false;
+            float meanError = 0;
+            StatedIndex stated;
+            if (ReadRecord(lines[i], source, records.back(), refitted, meanError, stated)) {
+                refitErrors.push_back(refitted ? meanError : 0.0f);
+                stated_.push_back(stated);
+                if (refitted) ++refitCount;
+            } else {
+                records.pop_back();
+            }
         }
         if (options_.progress && i - lastReport >= 200) {
             lastReport = i;

@@ -42,6 +42,7 @@ class CImportOsloGLC {
     Dialogs& dialogs_;
     ImportOptions options_;
     std::vector<StatedIndex> stated_;
+    std::vector<std::string_view> fields_;  // of the line being read, reused line to line
 };
 
 }  // namespace ostrel

@@ -1,8 +1,10 @@
 #include "core/import/import_text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
+#include <cstring>
 #include <limits>
 
 #include "core/platform/codepage.h"
@@ -42,8 +44,8 @@ bool IsValidUtf8(std::string_view s) {
 
 std::string Utf16ToCp1252(std::string_view bytes, bool bigEndian) {
     std::string out;
-    out.reserve(bytes.size() / 2);
     const size_t n = bytes.size() / 2;
+    out.reserve(n);
     for (size_t i = 0; i < n; ++i) {
         const auto b0 = static_cast<unsigned char>(bytes[2 * i]);
         const auto b1 = static_cast<unsigned char>(bytes[2 * i + 1]);
@@ -65,10 +67,30 @@ std::string Utf16ToCp1252(std::string_view bytes, bool bigEndian) {
 }
 
 bool AllAscii(std::string_view s) {
-    for (char c : s) {
-        if (static_cast<unsigned char>(c) >= 0x80) return false;
+    // Eight bytes at a time: any byte with its top bit set ends it.
+    constexpr uint64_t kTopBits = 0x8080808080808080ull;
+    size_t i = 0;
+    const size_t n = s.size();
+    for (; i + 8 <= n; i += 8) {
+        uint64_t word = 0;
+        std::memcpy(&word, s.data() + i, 8);
+        if (word & kTopBits) return false;
+    }
+    for (; i < n; ++i) {
+        if (static_cast<unsigned char>(s[i]) >= 0x80) return false;
     }
     return true;
+}
+
+// Only the forms that need a conversion; everything else is used as it is.
+bool NeedsConversion(std::string_view bytes) {
+    if (bytes.size() >= 2) {
+        const auto b0 = static_cast<unsigned char>(bytes[0]);
+        const auto b1 = static_cast<unsigned char>(bytes[1]);
+        if ((b0 == 0xFF && b1 == 0xFE) || (b0 == 0xFE && b1 == 0xFF)) return true;
+    }
+    if (bytes.size() >= 3 && bytes.substr(0, 3) == "\xEF\xBB\xBF") return true;
+    return !AllAscii(bytes) && IsValidUtf8(bytes);
 }
 
 }  // namespace
@@ -88,24 +110,96 @@ std::string DecodeTextFile(std::string_view bytes) {
     return std::string(bytes);
 }
 
+std::string DecodeTextFile(std::string&& bytes) {
+    if (NeedsConversion(bytes)) return DecodeTextFile(std::string_view(bytes));
+    return std::move(bytes);
+}
+
 std::vector<std::string_view> SplitTextLines(std::string_view text) {
     std::vector<std::string_view> lines;
-    size_t start = 0;
+    const char* const begin = text.data();
     const size_t n = text.size();
-    size_t i = 0;
-    while (i < n) {
-        const char c = text[i];
-        if (c == '\r' || c == '\n') {
-            lines.push_back(text.substr(start, i - start));
-            if (c == '\r' && i + 1 < n && text[i + 1] == '\n') ++i;
-            start = ++i;
-        } else {
-            ++i;
+    // The next CR and the next LF at or after the start of the line, each searched for
+    // again only once the line start has passed it.
+    auto find = [begin, n](char c, size_t from) {
+        const void* p = from < n ? std::memchr(begin + from, c, n - from) : nullptr;
+        return p ? static_cast<size_t>(static_cast<const char*>(p) - begin) : n;
+    };
+    size_t nextCr = find('\r', 0);
+    size_t nextLf = find('\n', 0);
+    size_t start = 0;
+    while (start < n) {
+        if (nextCr < start) nextCr = find('\r', start);
+        if (nextLf < start) nextLf = find('\n', start);
+        const size_t end = std::min(nextCr, nextLf);
+        if (end >= n) {
+            lines.push_back(text.substr(start));
+            break;
         }
+        lines.push_back(text.substr(start, end - start));
+        start = end + 1;
+        if (end == nextCr && start < n && text[start] == '\n') ++start;
     }
-    if (start < n) lines.push_back(text.substr(start));
     return lines;
 }
+
+namespace {
+
+// Powers of ten that a double holds exactly.
+constexpr double kExactTens[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                 1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
+// The common case of a catalogue number: at most 15 significant digits and a small
+// exponent. The digits then form an exact integer and one multiplication or division by an
+// exact power of ten rounds once, which gives the correctly rounded value that from_chars
+// gives too. False (nothing decided) for anything else, which the full path then reads.
+bool QuickDecimal(std::string_view t, double& v) {
+    uint64_t mantissa = 0;
+    int significant = 0;
+    int scale = 0;  // power of ten to apply to the mantissa
+    size_t i = 0;
+    size_t digits = 0;
+    const size_t n = t.size();
+    for (; i < n && t[i] >= '0' && t[i] <= '9'; ++i, ++digits) {
+        if (mantissa == 0 && t[i] == '0') continue;
+        if (++significant > 15) return false;
+        mantissa = mantissa * 10 + static_cast<uint64_t>(t[i] - '0');
+    }
+    if (i < n && t[i] == '.') {
+        for (++i; i < n && t[i] >= '0' && t[i] <= '9'; ++i, ++digits) {
+            --scale;
+            if (mantissa == 0 && t[i] == '0') continue;
+            if (++significant > 15) return false;
+            mantissa = mantissa * 10 + static_cast<uint64_t>(t[i] - '0');
+        }
+    }
+    if (digits == 0) return false;
+    if (i < n) {
+        if (t[i] != 'e' && t[i] != 'E') return false;
+        ++i;
+        bool negativeExp = false;
+        if (i < n && (t[i] == '+' || t[i] == '-')) negativeExp = t[i++] == '-';
+        if (i == n) return false;
+        int exp = 0;
+        for (; i < n && t[i] >= '0' && t[i] <= '9'; ++i) {
+            if (exp > 1000) return false;
+            exp = exp * 10 + (t[i] - '0');
+        }
+        if (i != n) return false;
+        scale += negativeExp ? -exp : exp;
+    }
+    if (mantissa == 0) {
+        v = 0.0;
+        return true;
+    }
+    if (scale < -22 || scale > 22) return false;
+    const auto m = static_cast<double>(mantissa);
+    v = scale < 0 ? m / kExactTens[-scale] : m * kExactTens[scale];
+    return true;
+}
+
+}  // namespace
 
 bool ParseNumber(std::string_view token, double& value) {
     size_t b = 0, e = token.size();
@@ -117,6 +211,10 @@ bool ParseNumber(std::string_view token, double& value) {
     if (t[0] == '+' || t[0] == '-') {
         negative = t[0] == '-';
         t.remove_prefix(1);
+    }
+    if (double quick = 0; QuickDecimal(t, quick)) {
+        value = negative ? -quick : quick;
+        return true;
     }
     // Mantissa: digits, optionally one point; at least one digit.
     size_t i = 0;
@@ -170,6 +268,12 @@ bool ToInt32(double value, int32_t& out) {
 
 std::vector<std::string_view> SplitBlanks(std::string_view s) {
     std::vector<std::string_view> tokens;
+    SplitBlanks(s, tokens);
+    return tokens;
+}
+
+void SplitBlanks(std::string_view s, std::vector<std::string_view>& tokens) {
+    tokens.clear();
     size_t i = 0;
     const size_t n = s.size();
     while (i < n) {
@@ -178,7 +282,6 @@ std::vector<std::string_view> SplitBlanks(std::string_view s) {
         while (i < n && s[i] != ' ' && s[i] != '\t') ++i;
         if (i > start) tokens.push_back(s.substr(start, i - start));
     }
-    return tokens;
 }
 
 std::string SqueezeBlanks(std::string_view s) {
@@ -239,8 +342,17 @@ std::string GlzNumber(int16_t value) {
 std::string ShortNumberText(double value) {
     if (value == 0.0) return "0";
     char buf[64];
-    std::snprintf(buf, sizeof buf, "%.7G", value);
-    return buf;
+    if (!std::isfinite(value)) {
+        std::snprintf(buf, sizeof buf, "%.7G", value);
+        return buf;
+    }
+    // The text of printf's "%.7G", without going through the formatted printing.
+    const auto res = std::to_chars(buf, buf + sizeof buf, value, std::chars_format::general, 7);
+    std::string out(buf, res.ptr);
+    for (char& c : out) {
+        if (c == 'e') c = 'E';
+    }
+    return out;
 }
 
 }  // namespace ostrel

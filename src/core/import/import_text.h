@@ -18,6 +18,8 @@ using ImportProgress = std::function<void(size_t done, size_t total)>;
 // (with or without its mark) when the bytes are valid UTF-8, otherwise the bytes as they
 // are (8-bit Latin-1 / Windows-1252 files).
 std::string DecodeTextFile(std::string_view bytes);
+// The same, taking over the bytes when they need no conversion.
+std::string DecodeTextFile(std::string&& bytes);
 
 // Splits at CR LF, a bare CR or a bare LF. A final line end does not start another line.
 // The views point into text.
@@ -35,6 +37,8 @@ bool ToInt32(double value, int32_t& out);
 
 // Tokens separated by runs of blanks or tabs; no empty tokens.
 std::vector<std::string_view> SplitBlanks(std::string_view s);
+// The same into `tokens` (cleared first), so that a reader can reuse one vector per line.
+void SplitBlanks(std::string_view s, std::vector<std::string_view>& tokens);
 
 // Runs of blanks (and tabs) reduced to one blank.
 std::string SqueezeBlanks(std::string_view s);

@@ -26,7 +26,25 @@ std::string TokenText(const std::vector<std::string_view>& t, size_t i) {
     return i < t.size() ? std::string(t[i]) : std::string();
 }
 
+// True when the line's first word is `key`.
+bool StartsWithKey(std::string_view line, std::string_view key) {
+    size_t i = 0;
+    while (i < line.size() && (line[i] == ' ' || line[i] == '\t')) ++i;
+    if (line.substr(i, key.size()) != key) return false;
+    i += key.size();
+    return i == line.size() || line[i] == ' ' || line[i] == '\t';
+}
+
 }  // namespace
+
+void CImportZemaxAGF::GlassLines::Reset() {
+    for (Keyed* k : {&nm, &ed, &cd, &td, &od, &ld}) {
+        k->tokens.clear();
+        k->line = 0;
+        k->present = false;
+    }
+    itCount = 0;
+}
 
 bool CImportZemaxAGF::NumberOrBlank(std::string_view text, std::string& out) {
     double v = 0;
@@ -267,7 +285,7 @@ CImportZemaxAGF::Outcome CImportZemaxAGF::ReadRecord(const GlassLines& lines,
     // Transmission.
     // Rows without a wavelength or a transmittance carry nothing and are left out.
     std::vector<const Keyed*> rowsIn;
-    for (const Keyed& it : lines.it) {
+    for (const Keyed& it : std::span<const Keyed>(lines.it).first(lines.itCount)) {
         if (it.tokens.size() > 2 && it.tokens[1] != "-" && it.tokens[2] != "-") {
             rowsIn.push_back(&it);
         }
@@ -353,42 +371,60 @@ void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareN
         errorText = "Failure in file read " + path + "! " + error.message;
         return;
     }
-    const std::string text = DecodeTextFile(bytes);
+    const std::string text = DecodeTextFile(std::move(bytes));
     if (text.find_first_of("\r\n") == std::string::npos && text.size() >= 201) {
         errorText = kNoCarriageReturnMsg;
         return;
     }
 
+    const auto lines = SplitTextLines(text);
+    // Every glass is built in its place at the end of the list, from a cleared record; room
+    // for all of them is made at once, so that no record is moved while the list grows.
+    size_t glasses = 0;
+    for (const std::string_view line : lines) {
+        if (StartsWithKey(line, "NM")) ++glasses;
+    }
+    records.reserve(glasses);
+    const MaterialRecord cleared = ClearedMaterialRecord();
+
     GlassLines glass;
     bool inGlass = false;
     Keyed* last = nullptr;
-    MaterialRecord rec;
+    std::string failedName;
     const size_t total = text.size();
     size_t lastReport = 0;
     bool failed = false;
 
     auto finishGlass = [&]() {
         if (!inGlass) return true;
-        ClearMaterialRecord(rec);
+        records.push_back(cleared);
+        MaterialRecord& rec = records.back();
         bool refitted = false;
         float meanError = 0;
         StatedIndex stated;
         const Outcome outcome =
             ReadRecord(glass, source, glassKind, rec, refitted, meanError, stated);
-        if (outcome == Outcome::Failed) return false;
         if (outcome == Outcome::Added) {
-            records.push_back(rec);
             refitErrors.push_back(refitted ? meanError : 0.0f);
             stated_.push_back(stated);
             if (refitted) ++refitCount;
+            return true;
         }
-        return true;
+        if (outcome == Outcome::Failed) failedName = VbTrim(rec.General.GlassName.Raw());
+        records.pop_back();
+        return outcome != Outcome::Failed;
     };
 
-    const auto lines = SplitTextLines(text);
+    std::vector<std::string_view> tokens;
+    auto take = [&](Keyed& target, size_t lineNumber) {
+        target.tokens.assign(tokens.begin(), tokens.end());
+        target.line = lineNumber;
+        target.present = true;
+        last = &target;
+    };
     for (size_t ln = 0; ln < lines.size() && !failed; ++ln) {
         const std::string_view line = lines[ln];
-        auto tokens = SplitBlanks(line);
+        SplitBlanks(line, tokens);
         if (tokens.empty()) continue;
         const std::string_view key = tokens[0];
         if (key == "NM") {
@@ -396,10 +432,9 @@ void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareN
                 failed = true;
                 break;
             }
-            glass = GlassLines{};
+            glass.Reset();
             inGlass = true;
-            glass.nm = Keyed{std::move(tokens), ln + 1, true};
-            last = &glass.nm;
+            take(glass.nm, ln + 1);
             if (options_.progress) {
                 const auto done = static_cast<size_t>(line.data() - text.data());
                 if (done - lastReport > 65536) {
@@ -410,36 +445,31 @@ void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareN
             continue;
         }
         if (!inGlass) continue;
-        Keyed* target = nullptr;
         if (key == "ED") {
-            target = &glass.ed;
+            take(glass.ed, ln + 1);
         } else if (key == "CD") {
-            target = &glass.cd;
+            take(glass.cd, ln + 1);
         } else if (key == "TD") {
-            target = &glass.td;
+            take(glass.td, ln + 1);
         } else if (key == "OD") {
-            target = &glass.od;
+            take(glass.od, ln + 1);
         } else if (key == "LD") {
-            target = &glass.ld;
+            take(glass.ld, ln + 1);
         } else if (key == "IT") {
-            glass.it.push_back(Keyed{});
-            target = &glass.it.back();
+            if (glass.itCount == glass.it.size()) glass.it.emplace_back();
+            take(glass.it[glass.itCount++], ln + 1);
         } else if (IsBareNumberLine(tokens)) {
             if (last) last->tokens.insert(last->tokens.end(), tokens.begin(), tokens.end());
-            continue;
         } else {
             last = nullptr;  // GC, MD, BD, comments and anything unknown
-            continue;
         }
-        *target = Keyed{std::move(tokens), ln + 1, true};
-        last = target;
     }
     if (!failed && !finishGlass()) failed = true;
     count = static_cast<int>(records.size());
     if (failed) {
         errorText = "Error in file " + path + ", line " + std::to_string(failLine_) + ", glass " +
-                    std::string(VbTrim(rec.General.GlassName.Raw())) + ": " + failWhy_ +
-                    ".\r\nThe " + std::to_string(count) + " glasses read before it have been kept.";
+                    failedName + ": " + failWhy_ + ".\r\nThe " + std::to_string(count) +
+                    " glasses read before it have been kept.";
         return;
     }
     if (options_.progress) options_.progress(total, total);

@@ -50,9 +50,13 @@ class CImportZemaxAGF {
         size_t line = 0;
         bool present = false;
     };
+    // The lines of one glass. The storage is kept from glass to glass; only the first
+    // itCount entries of `it` belong to the present glass.
     struct GlassLines {
         Keyed nm, ed, cd, td, od, ld;
         std::vector<Keyed> it;
+        size_t itCount = 0;
+        void Reset();
     };
     enum class Outcome { Added, Skipped, Failed };
 
