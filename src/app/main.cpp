@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QMdiSubWindow>
 #include <QScreen>
 #include <QTimer>
 #include <filesystem>
@@ -196,9 +197,12 @@ int main(int argc, char** argv) {
             QTimer::singleShot(800, &mainWindow, [&, dir] {
                 SaveScreen(dir + "/frm1_setup.png");
                 forms.RibbonClick(kFormManage, true);
+                // Clear of the floating list, so that the whole form shows.
+                manageWindow.subWindow()->setGeometry(8, 8, 760, 480);
                 QTimer::singleShot(800, &mainWindow, [&, dir] {
                     SaveScreen(dir + "/frm2_manage.png");
                     forms.RibbonClick(kFormArchive, true);
+                    archiveWindow.subWindow()->move(8, 8);
                     QTimer::singleShot(800, &mainWindow, [&, dir] {
                         SaveScreen(dir + "/frm6_archive.png");
                         forms.RibbonClick(kFormArchive, false);

@@ -105,7 +105,7 @@ frm6ArchiveWindow::frm6ArchiveWindow(frm6Archive& unit, CSApplication* app, QMdi
     sub_ = area->addSubWindow(this);
     sub_->setWindowIcon(style()->standardIcon(QStyle::SP_DriveHDIcon));
     sub_->installEventFilter(this);
-    sub_->resize(900, 520);
+    sub_->resize(760, 520);
     sub_->setWindowTitle(ToQt(unit_.form.caption));
     sub_->hide();
     visibleSub_ = unit_.form.Observe([this] {
