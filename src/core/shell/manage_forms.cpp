@@ -111,6 +111,27 @@ void ManageForms::UnloadAll() {
     if (open != kNoForm) HideForm(open);
 }
 
+void ManageForms::OpenForEdit(int formNumber) {
+    if (formNumber != kFormNew && formNumber != kFormMelt) return;
+    if (currentForm_ == formNumber) return;
+    if (currentForm_ == kFormManage || currentForm_ == kFormImport) {
+        if (formNumber == kFormNew) newFormOpen_ = true;
+        if (formNumber == kFormMelt) meltFormOpen_ = true;
+        ribTools[formNumber].value = true;
+        return;
+    }
+    RibbonClick(formNumber, true);
+}
+
+void ManageForms::FormClosed(int formNumber) {
+    if (!ValidForm(formNumber)) return;
+    if (currentForm_ == formNumber) {
+        RibbonClick(formNumber, false);
+    } else {
+        HideForm(formNumber);
+    }
+}
+
 bool ManageForms::ShowForm(int formNumber, bool keep) {
     if (!ValidForm(formNumber)) return false;
     WorkingForm* f = Form(formNumber);

@@ -60,6 +60,14 @@ class ManageForms {
     void HideForm(int formNumber);
     // At the end of the program: unloads every open working form, as closing it would.
     void UnloadAll();
+    // The material or melt form (3 or 7) opened for editing by another form's command: beside
+    // the manage or import form it is marked open beside it and its button goes down;
+    // otherwise it becomes the current form the way its tool would open it. The caller then
+    // fills it with the record (its DisplayEdit), which replaces what Display showed.
+    void OpenForEdit(int formNumber);
+    // A working form closed by its own command: the current one is closed as a release of
+    // its tool; one open beside the manage or import form goes alone, leaving that form.
+    void FormClosed(int formNumber);
     // Enables the tools 2 to 7 exactly when the setup has been confirmed once; the setup
     // and end buttons stay enabled.
     void EnableTools();

@@ -237,6 +237,40 @@ TEST_F(RibbonClickTest, UnloadAllAtTheEndClosesEveryOpenForm) {
     EXPECT_TRUE(calls.empty());
 }
 
+TEST_F(RibbonClickTest, EditFromManageOpensTheMaterialFormBesideItAndClosesItAlone) {
+    forms->RibbonClick(2, true);
+    calls.clear();
+    forms->OpenForEdit(3);
+    EXPECT_TRUE(calls.empty()) << "the caller fills the form itself";
+    EXPECT_TRUE(forms->GetNewFormOpen());
+    EXPECT_TRUE(forms->ribTools[3].value);
+    EXPECT_EQ(forms->GetCurrentForm(), 2);
+
+    forms->FormClosed(3);
+    EXPECT_EQ(calls, std::vector<std::string>{"unload 3"});
+    EXPECT_FALSE(forms->GetNewFormOpen());
+    EXPECT_FALSE(forms->ribTools[3].value);
+    EXPECT_EQ(forms->GetCurrentForm(), 2) << "the manage form stays";
+    EXPECT_TRUE(forms->ribTools[2].value);
+}
+
+TEST_F(RibbonClickTest, EditWithNoFormOpenMakesTheMaterialFormCurrent) {
+    forms->RibbonClick(5, true);
+    calls.clear();
+    forms->OpenForEdit(3);
+    EXPECT_EQ(calls, (std::vector<std::string>{"unload 5", "show 3"}));
+    EXPECT_EQ(forms->GetCurrentForm(), 3);
+    EXPECT_FALSE(forms->GetNewFormOpen());
+    calls.clear();
+    forms->OpenForEdit(3);
+    EXPECT_TRUE(calls.empty()) << "already the current form";
+
+    forms->FormClosed(3);
+    EXPECT_EQ(calls, std::vector<std::string>{"unload 3"});
+    EXPECT_EQ(forms->GetCurrentForm(), 0);
+    EXPECT_FALSE(forms->ribTools[3].value);
+}
+
 TEST(ManageFormsToolTips, NameEachTool) {
     EXPECT_EQ(ManageForms::ToolTip(1), "Confirm paths to LumbrakPlus & Kelmora");
     EXPECT_EQ(ManageForms::ToolTip(6), "Archive/restore any glasses in Kelmora database");

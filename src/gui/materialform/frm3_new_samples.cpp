@@ -1,0 +1,127 @@
+#include "gui/materialform/frm3_new_samples.h"
+
+#include <QAbstractItemModel>
+#include <QApplication>
+#include <QTabWidget>
+#include <QTimer>
+#include <cmath>
+#include <cstdio>
+
+#include "core/materialform/frm3new.h"
+#include "core/shell/manage_forms.h"
+#include "core/wave/pop_edit_param_wave.h"
+#include "gui/materialform/frm3_new_window.h"
+#include "gui/platform/grid_view.h"
+#include "gui/wave/pop_edit_param_wave_window.h"
+
+namespace ostrel::gui {
+
+namespace {
+
+// A borosilicate crown: its published Sellmeier constants (wavelength in µm).
+double CrownIndex(double nm) {
+    const double l2 = (nm / 1000.0) * (nm / 1000.0);
+    const double n2 = 1.0 + 1.03961212 * l2 / (l2 - 0.00600069867) +
+                      0.231792344 * l2 / (l2 - 0.0200179144) + 1.01046945 * l2 / (l2 - 103.560653);
+    return std::sqrt(n2);
+}
+
+QString Fixed(double v, int decimals) {
+    return QString::number(v, 'f', decimals);
+}
+
+// Types a cell the way the user would, through the grid on screen.
+void Type(GridView* view, int col, int row, const QString& text) {
+    QAbstractItemModel* m = view->model();
+    m->setData(m->index(row - 1, col - 1), text, Qt::EditRole);
+}
+
+void Choose(ListControl& list, int index, frm3New& unit, void (frm3New::*click)()) {
+    list.SetListIndex(index);
+    (unit.*click)();
+}
+
+}  // namespace
+
+void ShowMaterialFormSamples(ManageForms& forms, frm3New& unit, frm3NewWindow& window,
+                             popEditParamWave& picker, CSApplication* app, QWidget* owner,
+                             QWidget* floating, const std::function<void(const QString&)>& shot) {
+    // The floating list would cover the plots.
+    const bool floatingShown = floating && floating->isVisible();
+    if (floating) floating->hide();
+    forms.RibbonClick(kFormNew, true);
+
+    unit.txtGenGlass.text = "BK7-M12";
+    unit.txtGenGlassChange();
+    unit.txtGenSource.text = "Own melt";
+    unit.txtGenSourceChange();
+
+    // Index: sixteen catalogue lines from 2325 nm to 365 nm, fitted by Sellmeier.
+    window.tabs()->setCurrentIndex(frm3New::kTabIndex);
+    const double waves[] = {2325.42,  1970.09,  1529.582, 1060.0,   1013.98, 852.11,
+                            706.5188, 656.2725, 643.8469, 587.5618, 546.074, 486.1327,
+                            479.9914, 435.8343, 404.6561, 365.0146};
+    // The polynomial first: choosing it refills the grid from the record.
+    Choose(unit.cmbIndexPolyType, 1, unit, &frm3New::cmbIndexPolyTypeClick);
+    GridView* index = window.grid("ssRefInd");
+    int row = 1;
+    for (double w : waves) {
+        Type(index, 1, row, Fixed(w, 4));
+        Type(index, 2, row, Fixed(CrownIndex(w), 7));
+        ++row;
+    }
+    unit.comIndexFitClick();
+    window.RefreshPlots();
+
+    // Transmission: internal transmission of a 10 mm sample.
+    Choose(unit.cmbTransType, 1, unit, &frm3New::cmbTransTypeClick);
+    const double trans[][2] = {{2500, 66.5},  {2325.4, 79.3}, {1970.1, 93.3}, {1529.6, 99.2},
+                               {1060, 99.9},  {700, 99.8},    {546.1, 99.8},  {460, 99.3},
+                               {400, 99.7},   {380, 99.3},    {365, 98.8},    {350, 98.3},
+                               {334.1, 95.7}, {320, 83.0},    {310, 49.0},    {300, 14.0}};
+    GridView* transGrid = window.grid("ssTrans");
+    row = 1;
+    for (const auto& t : trans) {
+        Type(transGrid, 1, row, Fixed(t[0], 1));
+        Type(transGrid, 3, row, Fixed(t[1], 1));
+        ++row;
+    }
+    unit.comTransSortClick();
+
+    // Temperature data by the Schott model, and the density.
+    Choose(unit.lstThermal, 2, unit, &frm3New::lstThermalClick);
+    const char* therm[] = {"1.86e-6", "1.31e-8", "-1.37e-11", "4.34e-7", "6.27e-10", "0.17", "20"};
+    for (int k = 0; k < 7; ++k) {
+        unit.txtTherm[static_cast<size_t>(k)].text = therm[k];
+        unit.txtThermValidate(k);
+    }
+    GridView* other = window.grid("ssOther");
+    Type(other, 2, 1, "7.1");
+    Type(other, 2, 3, "557");
+    Type(other, 2, 9, "2.51");
+    Type(other, 2, 10, "82");
+    Type(other, 2, 22, "R");
+    window.RefreshPlots();
+
+    const char* files[] = {"frm3_new_general.png", "frm3_new_index.png", "frm3_new_trans.png",
+                           "frm3_new_dndt.png", "frm3_new_other.png"};
+    for (int tab = frm3New::kTabGeneral; tab <= frm3New::kTabOther; ++tab) {
+        window.tabs()->setCurrentIndex(tab);
+        shot(files[tab]);
+    }
+
+    // The picker, opened on the index grid's d line. Its one-time notice is closed first.
+    window.tabs()->setCurrentIndex(frm3New::kTabIndex);
+    QTimer::singleShot(300, [] {
+        if (QWidget* box = QApplication::activeModalWidget()) box->close();
+    });
+    picker.Load(587.5618f, 0);
+    popEditParamWaveWindow box(picker, app, owner);
+    box.show();
+    shot("pop_edit_param_wave.png");
+    box.hide();
+    forms.RibbonClick(kFormNew, false);
+    if (floatingShown) floating->show();
+}
+
+}  // namespace ostrel::gui

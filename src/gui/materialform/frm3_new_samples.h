@@ -1,0 +1,26 @@
+#pragma once
+// Pictures of the material form: a sample crown glass typed in and fitted, each tab shown in
+// turn, then the wavelength picker. Used by the program's --screenshots option.
+#include <QString>
+#include <functional>
+
+class QWidget;
+
+namespace ostrel {
+class CSApplication;
+class ManageForms;
+class frm3New;
+class popEditParamWave;
+}  // namespace ostrel
+
+namespace ostrel::gui {
+
+class frm3NewWindow;
+
+// `floating` (the floating list, may be null) is hidden meanwhile. `shot(file)` lets the windows
+// settle and saves the screen under the file name.
+void ShowMaterialFormSamples(ManageForms& forms, frm3New& unit, frm3NewWindow& window,
+                             popEditParamWave& picker, CSApplication* app, QWidget* owner,
+                             QWidget* floating, const std::function<void(const QString&)>& shot);
+
+}  // namespace ostrel::gui

@@ -1,0 +1,290 @@
+// The material form's window and the wavelength picker over their units: rows typed into
+// the grids on screen, buttons clicked, and the widgets and plots checked to follow.
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QItemSelectionModel>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTimer>
+#include <cmath>
+#include <functional>
+
+#include "core/material/glasses_list.h"
+#include "core/materialform/frm3new.h"
+#include "core/platform/settings_store.h"
+#include "core/shell/new_msg.h"
+#include "core/wave/pop_edit_param_wave.h"
+#include "gui/materialform/frm3_new_plots.h"
+#include "gui/materialform/frm3_new_window.h"
+#include "gui/platform/grid_view.h"
+#include "gui/wave/pop_edit_param_wave_window.h"
+#include "support/scripted_dialogs.h"
+#include "support/temp_dir.h"
+
+namespace ostrel::gui {
+namespace {
+
+using ostrel::testing::ScriptedDialogs;
+using ostrel::testing::TempDir;
+
+// A borosilicate crown by its published Sellmeier constants, wavelength in nm.
+double CrownIndex(double nm) {
+    const double l2 = (nm / 1000.0) * (nm / 1000.0);
+    return std::sqrt(1.0 + 1.03961212 * l2 / (l2 - 0.00600069867) +
+                     0.231792344 * l2 / (l2 - 0.0200179144) + 1.01046945 * l2 / (l2 - 103.560653));
+}
+
+QColor Back(const QLabel* panel) {
+    return panel->palette().color(QPalette::Window);
+}
+
+const QColor kGreen(kStatusGreen.r, kStatusGreen.g, kStatusGreen.b);
+const QColor kRed(kStatusRed.r, kStatusRed.g, kStatusRed.b);
+
+class Frm3NewWindowTest : public ::testing::Test {
+  protected:
+    Frm3NewWindowTest()
+        : clock(45292.0),
+          errors(dir.path().string() + "/", dialogs, clock),
+          list(dir.path().string() + "/", errors),
+          newMsg(dialogs, settings),
+          picker(dialogs, newMsg, dir.path().string() + "/",
+                 {[this](popEditParamWave& p) { RunPicker(p); }}),
+          unit(list, dialogs,
+               {[this](int16_t& count, float& wave, std::vector<float>& waves, int16_t tab) {
+                    return picker.Display(count, wave, waves, tab);
+                },
+                [this] { ++closes; },
+                {}}),
+          window(unit, nullptr, &area) {}
+
+    // The picker's modal loop, with the user's action queued to run inside it.
+    void RunPicker(popEditParamWave& p) {
+        popEditParamWaveWindow box(p, nullptr, nullptr);
+        QTimer::singleShot(0, &box, [this, &box] {
+            pickerAction(box);
+            if (box.isVisible()) box.close();  // a test that forgot to close it
+        });
+        pickerResult = box.exec();
+    }
+
+    void Type(const char* grid, int col, int row, const QString& text) {
+        QAbstractItemModel* m = window.grid(grid)->model();
+        ASSERT_TRUE(m->setData(m->index(row - 1, col - 1), text, Qt::EditRole))
+            << grid << " " << col << "," << row << " " << text.toStdString();
+    }
+
+    void TypeCrownPoints(int count) {
+        const double waves[] = {2325.42,  1970.09,  1529.582, 1060.0,   852.11,
+                                706.5188, 656.2725, 643.8469, 587.5618, 546.074,
+                                486.1327, 479.9914, 435.8343, 404.6561, 365.0146};
+        for (int i = 0; i < count; ++i) {
+            Type("ssRefInd", 1, i + 1, QString::number(waves[i], 'f', 4));
+            Type("ssRefInd", 2, i + 1, QString::number(CrownIndex(waves[i]), 'f', 7));
+        }
+    }
+
+    void Choose(const char* name, int index) {
+        QComboBox* combo = window.combo(name);
+        combo->setCurrentIndex(index);
+        emit combo->activated(index);
+    }
+
+    QLabel* Panel(int i) {
+        return window.label(QString("pnlStatus%1").arg(i).toUtf8().constData());
+    }
+
+    TempDir dir;
+    ScriptedDialogs dialogs;
+    FixedClock clock;
+    ErrorDisplayer errors;
+    GlassesList list;
+    MemorySettingsStore settings;
+    CNewMsg newMsg;
+    popEditParamWave picker;
+    std::function<void(popEditParamWaveWindow&)> pickerAction = [](popEditParamWaveWindow&) {};
+    int pickerResult = -1;
+    int closes = 0;
+    QMdiArea area;
+    frm3New unit;
+    frm3NewWindow window;
+};
+
+TEST_F(Frm3NewWindowTest, OpensAsANewMaterialWithItsPanelsAndTabs) {
+    EXPECT_TRUE(window.subWindow()->isHidden());
+    unit.DisplayNew();
+    EXPECT_FALSE(window.subWindow()->isHidden());
+    EXPECT_EQ(window.subWindow()->windowTitle(), "Editing data  ");
+    const char* captions[] = {"General", "Index", "Trans", "dn/dt", "Other"};
+    ASSERT_EQ(window.tabs()->count(), 5);
+    for (int i = 0; i < 5; ++i) {
+        EXPECT_EQ(window.tabs()->tabText(i).remove('&'), captions[i]);
+        EXPECT_EQ(Back(Panel(i)), i == frm3New::kTabDndt ? kGreen : kRed) << i;
+    }
+    EXPECT_EQ(Panel(0)->text(), "General: NOT Ready");
+    EXPECT_EQ(window.button("comAdd")->text(), "Add to list");
+
+    // Name and source typed into their boxes reach the record and the title.
+    emit window.edit("txtGenGlass")->textEdited("BK7-M12");
+    window.edit("txtGenSource")->setText("Lab");
+    emit window.edit("txtGenSource")->textEdited("Lab");
+    EXPECT_EQ(unit.Record().General.GlassName.Text(), "BK7-M12");
+    EXPECT_EQ(window.subWindow()->windowTitle(), "Editing data  BK7-M12::Lab");
+    EXPECT_EQ(window.label("lblGlassSource")->text(), "BK7-M12::Lab");
+    EXPECT_EQ(Panel(0)->text(), "General: Ready");
+    EXPECT_EQ(Back(Panel(0)), kGreen);
+
+    // The shared buttons follow the tab.
+    EXPECT_FALSE(window.button("comClipPaste")->isEnabled());
+    window.tabs()->setCurrentIndex(frm3New::kTabIndex);
+    EXPECT_EQ(unit.tabProperties.tab, frm3New::kTabIndex);
+    EXPECT_EQ(window.button("comClipPaste")->text(), "&Paste index");
+    EXPECT_TRUE(window.button("comClipPaste")->isEnabled());
+    window.tabs()->setCurrentIndex(frm3New::kTabOther);
+    EXPECT_EQ(window.button("comClear")->text(), "&Clear other");
+
+    // The close box closes through the unit, and the window follows.
+    window.subWindow()->close();
+    EXPECT_EQ(closes, 1);
+    EXPECT_FALSE(unit.IsOpen());
+    EXPECT_TRUE(window.subWindow()->isHidden());
+}
+
+TEST_F(Frm3NewWindowTest, SellmeierFitOfTypedPointsShowsResultsAndPlots) {
+    unit.DisplayNew();
+    window.tabs()->setCurrentIndex(frm3New::kTabIndex);
+    Choose("cmbIndexPolyType", 1);
+    ASSERT_EQ(unit.Record().General.Polytype, 2);
+    TypeCrownPoints(15);
+    GridView* grid = window.grid("ssRefInd");
+    EXPECT_EQ(grid->model()->index(0, 2).data().toString(), "1.00") << "weight completed";
+    EXPECT_TRUE(grid->isColumnHidden(3));
+    EXPECT_TRUE(grid->isColumnHidden(4));
+    EXPECT_EQ(window.indexPlot()->CurvePointCount(), 0);
+
+    window.button("comIndexFit")->click();
+    EXPECT_TRUE(dialogs.boxes.empty());
+    EXPECT_FALSE(grid->isColumnHidden(3));
+    EXPECT_FALSE(grid->isColumnHidden(4));
+    EXPECT_FALSE(window.label("lblError")->text().isEmpty());
+    EXPECT_EQ(window.label("lblError")->text().toStdString(), unit.lblError.caption.get());
+    EXPECT_EQ(Panel(1)->text(), "Index: Ready");
+    EXPECT_EQ(Back(Panel(1)), kGreen);
+    EXPECT_EQ(window.label("lblGlassCode")->text().toStdString(),
+              std::to_string(unit.Record().General.GlassCode));
+    EXPECT_FALSE(window.button("comIndexFit")->isEnabled());
+    EXPECT_TRUE(window.button("comIndexShow")->isEnabled());
+    // The fit reproduces the catalogue's nd = 1.5168 of this glass.
+    EXPECT_NEAR(unit.Record().Derived.nd, 1.5168, 1e-4);
+
+    EXPECT_GT(window.indexPlot()->CurvePointCount(), 100);
+    EXPECT_EQ(window.indexPlot()->MeasuredPointCount(), 15);
+    EXPECT_EQ(window.indexPlot()->ResidualPointCount(), 15);
+
+    // A changed cell makes the fit stale: columns, panel and plots go back.
+    Type("ssRefInd", 2, 3, "1.5010000");
+    EXPECT_TRUE(grid->isColumnHidden(3));
+    EXPECT_EQ(Back(Panel(1)), kRed);
+    EXPECT_TRUE(window.label("lblGlassCode")->text().isEmpty());
+    EXPECT_EQ(window.indexPlot()->CurvePointCount(), 0);
+    EXPECT_TRUE(window.button("comIndexFit")->isEnabled());
+    EXPECT_FALSE(window.button("comIndexShow")->isEnabled());
+}
+
+TEST_F(Frm3NewWindowTest, TooFewPointsForAFitLeaveTheIndexNotReady) {
+    unit.DisplayNew();
+    window.tabs()->setCurrentIndex(frm3New::kTabIndex);
+    TypeCrownPoints(5);
+    window.button("comIndexFit")->click();
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(dialogs.boxes[0].text,
+              "You need at least 6 full data points to fit a Schott polynomial.");
+    EXPECT_TRUE(window.label("lblError")->text().isEmpty());
+    EXPECT_EQ(Back(Panel(1)), kRed);
+    EXPECT_EQ(window.indexPlot()->CurvePointCount(), 0);
+}
+
+TEST_F(Frm3NewWindowTest, TransmissionRowsPlotAsInternalTransmission) {
+    unit.DisplayNew();
+    window.tabs()->setCurrentIndex(frm3New::kTabTrans);
+    Choose("cmbTransType", 1);
+    EXPECT_EQ(unit.Record().Measured.TransType, 1);
+    const double rows[][2] = {{2325.4, 79.3}, {1060, 99.9}, {400, 99.7}, {320, 83.0}};
+    for (int r = 0; r < 4; ++r) {
+        Type("ssTrans", 1, r + 1, QString::number(rows[r][0]));
+        Type("ssTrans", 3, r + 1, QString::number(rows[r][1]));
+    }
+    window.button("comTransSort")->click();
+    EXPECT_EQ(Panel(2)->text(), "Trans: Ready");
+    EXPECT_EQ(window.transPlot()->PointCount(), 4);
+
+    // "No Data Available" leaves the width box and the sort button disabled.
+    Choose("cmbTransType", 3);
+    EXPECT_FALSE(window.edit("txtTransGlassWidth")->isEnabled());
+    EXPECT_FALSE(window.button("comTransSort")->isEnabled());
+}
+
+TEST_F(Frm3NewWindowTest, ReviewLocksTheWidgets) {
+    MaterialRecord rec = frm3New::FreshRecord();
+    rec.General.GlassName.Set("F2");
+    rec.General.Source.Set("Lab");
+    unit.DisplayReview(rec);
+    EXPECT_EQ(window.subWindow()->windowTitle(), "Reviewing data");
+    EXPECT_FALSE(window.edit("txtGenGlass")->isEnabled());
+    EXPECT_FALSE(window.combo("cmbIndexPolyType")->isEnabled());
+    window.tabs()->setCurrentIndex(frm3New::kTabIndex);
+    EXPECT_FALSE(window.button("comClipPaste")->isEnabled());
+    QAbstractItemModel* m = window.grid("ssRefInd")->model();
+    EXPECT_FALSE(m->flags(m->index(0, 0)) & Qt::ItemIsEditable);
+}
+
+TEST_F(Frm3NewWindowTest, PickerDoubleClickFillsTheActiveRow) {
+    unit.DisplayNew();
+    window.tabs()->setCurrentIndex(frm3New::kTabIndex);
+    pickerAction = [](popEditParamWaveWindow& box) {
+        EXPECT_EQ(box.windowTitle(), "Wavelengths [nm]");
+        EXPECT_EQ(box.tabs()->tabText(1), "&Laser lines");
+        box.tabs()->setCurrentIndex(1);
+        GridView* lasers = box.grid(1);
+        emit lasers->doubleClicked(lasers->model()->index(2, 0));  // Er:YLF 1730 nm
+    };
+    window.button("comWaveSelRefInd")->click();
+    EXPECT_EQ(pickerResult, QDialog::Accepted);
+    EXPECT_EQ(unit.ssRefInd.Text(1, 1), "1730");
+    EXPECT_EQ(window.grid("ssRefInd")->model()->index(0, 0).data().toString(), "1730.0000");
+}
+
+TEST_F(Frm3NewWindowTest, PickerMultiplePickByBlockAndCancel) {
+    unit.DisplayNew();
+    window.tabs()->setCurrentIndex(frm3New::kTabIndex);
+    pickerAction = [](popEditParamWaveWindow& box) {
+        box.multiBox()->click();
+        // A double click picks nothing while several may be picked.
+        emit box.grid(0)->doubleClicked(box.grid(0)->model()->index(0, 0));
+        ASSERT_TRUE(box.isVisible());
+        QAbstractItemModel* m = box.grid(0)->model();
+        box.grid(0)->selectionModel()->select(QItemSelection(m->index(8, 0), m->index(10, 2)),
+                                              QItemSelectionModel::ClearAndSelect);
+        box.button("comOK")->click();
+    };
+    window.button("comWaveSelRefInd")->click();
+    EXPECT_EQ(pickerResult, QDialog::Accepted);
+    EXPECT_EQ(unit.ssRefInd.Text(1, 1), "656.2725");
+    EXPECT_EQ(unit.ssRefInd.Text(1, 2), "643.8469");
+    EXPECT_EQ(unit.ssRefInd.Text(1, 3), "632.8");
+
+    pickerAction = [](popEditParamWaveWindow& box) { box.button("comCancel")->click(); };
+    window.grid("ssRefInd")->setCurrentIndex(window.grid("ssRefInd")->model()->index(0, 0));
+    window.button("comWaveSelRefInd")->click();
+    EXPECT_EQ(pickerResult, QDialog::Rejected);
+    EXPECT_EQ(unit.ssRefInd.Text(1, 1), "656.2725") << "a cancelled pick changes nothing";
+}
+
+}  // namespace
+}  // namespace ostrel::gui
