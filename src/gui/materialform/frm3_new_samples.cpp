@@ -2,6 +2,7 @@
 
 #include <QAbstractItemModel>
 #include <QApplication>
+#include <QEventLoop>
 #include <QTabWidget>
 #include <QTimer>
 #include <cmath>
@@ -34,6 +35,13 @@ QString Fixed(double v, int decimals) {
 void Type(GridView* view, int col, int row, const QString& text) {
     QAbstractItemModel* m = view->model();
     m->setData(m->index(row - 1, col - 1), text, Qt::EditRole);
+}
+
+// Lets the windows settle before a picture is taken.
+void Settle(int ms) {
+    QEventLoop loop;
+    QTimer::singleShot(ms, &loop, &QEventLoop::quit);
+    loop.exec();
 }
 
 void Choose(ListControl& list, int index, frm3New& unit, void (frm3New::*click)()) {
@@ -107,6 +115,7 @@ void ShowMaterialFormSamples(ManageForms& forms, frm3New& unit, frm3NewWindow& w
                            "frm3_new_dndt.png", "frm3_new_other.png"};
     for (int tab = frm3New::kTabGeneral; tab <= frm3New::kTabOther; ++tab) {
         window.tabs()->setCurrentIndex(tab);
+        Settle(700);
         shot(files[tab]);
     }
 
@@ -118,6 +127,7 @@ void ShowMaterialFormSamples(ManageForms& forms, frm3New& unit, frm3NewWindow& w
     picker.Load(587.5618f, 0);
     popEditParamWaveWindow box(picker, app, owner);
     box.show();
+    Settle(700);
     shot("pop_edit_param_wave.png");
     box.hide();
     forms.RibbonClick(kFormNew, false);

@@ -17,8 +17,8 @@ namespace ostrel::gui {
 
 class frm3NewWindow;
 
-// `floating` (the floating list, may be null) is hidden meanwhile. `shot(file)` lets the windows
-// settle and saves the screen under the file name.
+// `floating` (the floating list, may be null) is hidden meanwhile. `shot(file)` saves the
+// screen under the file name.
 void ShowMaterialFormSamples(ManageForms& forms, frm3New& unit, frm3NewWindow& window,
                              popEditParamWave& picker, CSApplication* app, QWidget* owner,
                              QWidget* floating, const std::function<void(const QString&)>& shot);
