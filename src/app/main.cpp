@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
-#include <QEventLoop>
 #include <QMdiSubWindow>
 #include <QScreen>
 #include <QTimer>
@@ -15,11 +14,10 @@
 #include "core/external/frm1setup.h"
 #include "core/external/frm2_manage_update.h"
 #include "core/external/frm6_archive.h"
-#include "core/import/frm4_import.h"
-#include "core/import/frm5_export.h"
 #include "core/material/frm_glasses_list.h"
 #include "core/material/glasses_list.h"
 #include "core/materialform/frm2_manage.h"
+#include "core/materialform/frm3new.h"
 #include "core/platform/clock.h"
 #include "core/platform/data_folder.h"
 #include "core/platform/error_display.h"
@@ -30,18 +28,20 @@
 #include "core/shell/ini_file.h"
 #include "core/shell/manage_forms.h"
 #include "core/shell/new_msg.h"
+#include "core/wave/pop_edit_param_wave.h"
 #include "gui/external/frm1_setup_window.h"
 #include "gui/external/frm2_manage_update_panel.h"
 #include "gui/external/frm6_archive_window.h"
 #include "gui/external/frm_glasses_del_ext_dialog.h"
-#include "gui/import/frm4_import_window.h"
-#include "gui/import/frm5_export_window.h"
 #include "gui/material/frm_glasses_list_window.h"
 #include "gui/materialform/frm2_manage_window.h"
+#include "gui/materialform/frm3_new_samples.h"
+#include "gui/materialform/frm3_new_window.h"
 #include "gui/platform/binders.h"
 #include "gui/platform/qt_dialogs.h"
 #include "gui/platform/qt_settings_store.h"
 #include "gui/shell/frm_main_mdi_window.h"
+#include "gui/wave/pop_edit_param_wave_window.h"
 
 using namespace ostrel;
 
@@ -50,13 +50,6 @@ namespace {
 // Saves a picture of the whole screen.
 void SaveScreen(const QString& path) {
     if (QScreen* s = QGuiApplication::primaryScreen()) s->grabWindow(0).save(path);
-}
-
-// Lets the windows settle for a while before a picture is taken.
-void Settle(int ms) {
-    QEventLoop loop;
-    QTimer::singleShot(ms, &loop, &QEventLoop::quit);
-    loop.exec();
 }
 
 }  // namespace
@@ -77,9 +70,6 @@ int main(int argc, char** argv) {
         "DIR");
     parser.addOption(dataDir);
     parser.addOption(screenshots);
-    QCommandLineOption screenshotImport(
-        "screenshot-import", "With --screenshots: the file read into the import form.", "FILE");
-    parser.addOption(screenshotImport);
     parser.process(qapp);
 
     std::string folder =
@@ -129,10 +119,6 @@ int main(int argc, char** argv) {
     auto editMelt = [&editInMeltForm](int index, const MaterialRecord& rec) {
         if (editInMeltForm) editInMeltForm(index, rec);
     };
-    // Reviewing a staged glass of the import form, read-only. The material form and the
-    // melt form connect themselves here too; until then Pre-view opens nothing.
-    std::function<void(const MaterialRecord&)> reviewInNewForm;
-    std::function<void(const MaterialRecord&)> reviewInMeltForm;
 
     gui::frmMainMDIWindow* window = nullptr;
     frmMainMDI::Hooks mainHooks;
@@ -174,6 +160,26 @@ int main(int argc, char** argv) {
     frm2Manage manage(list, dialogs, manageHooks);
     gui::frm2ManageWindow manageWindow(manage, &app, mainWindow.mdiArea());
     forms.RegisterForm(kFormManage, &manage);
+
+    // The material form, with the wavelength picker. An edit while the manage form is the
+    // current form is that form's: it is refreshed after a save.
+    popEditParamWave picker(dialogs, newMsg, folder, {[&app, &mainWindow](popEditParamWave& p) {
+                                gui::popEditParamWaveWindow::ShowModal(p, &app, &mainWindow);
+                            }});
+    frm3New::Hooks newHooks;
+    newHooks.pickWaves = [&picker](int16_t& count, float& wave, std::vector<float>& waves,
+                                   int16_t startTab) {
+        return picker.Display(count, wave, waves, startTab);
+    };
+    newHooks.close = [&forms] { forms.FormClosed(kFormNew); };
+    frm3New newForm(list, dialogs, newHooks);
+    gui::frm3NewWindow newWindow(newForm, &app, mainWindow.mdiArea());
+    forms.RegisterForm(kFormNew, &newForm);
+    editInNewForm = [&forms, &newForm, &manage](int, const MaterialRecord& rec) {
+        frm2Manage* owner = forms.GetCurrentForm() == kFormManage ? &manage : nullptr;
+        forms.OpenForEdit(kFormNew);
+        newForm.DisplayEdit(rec, owner);
+    };
     // Its update frame, with the removal form.
     frm2ManageUpdate manageUpdate(frm2ManageUpdate::SourceOf(manage), setup, dialogs,
                                   [&mainWindow](frmGlassesDelExt& del) {
@@ -186,28 +192,6 @@ int main(int argc, char** argv) {
     frm6Archive archive(setup, dialogs, [&forms] { forms.RibbonClick(kFormArchive, false); });
     gui::frm6ArchiveWindow archiveWindow(archive, &app, mainWindow.mdiArea());
     forms.RegisterForm(kFormArchive, &archive);
-
-    // The import form, with a progress bar while a large file is read, and the backup form.
-    gui::frm4ImportWindow* importWindowPtr = nullptr;
-    frm4Import::Hooks importHooks;
-    importHooks.reviewInNewForm = [&reviewInNewForm](const MaterialRecord& rec) {
-        if (reviewInNewForm) reviewInNewForm(rec);
-    };
-    importHooks.reviewInMeltForm = [&reviewInMeltForm](const MaterialRecord& rec) {
-        if (reviewInMeltForm) reviewInMeltForm(rec);
-    };
-    importHooks.progress = [&importWindowPtr](size_t done, size_t total) {
-        if (importWindowPtr) importWindowPtr->ShowProgress(done, total);
-    };
-    importHooks.close = [&forms] { forms.RibbonClick(kFormImport, false); };
-    frm4Import importForm(list, dialogs, settings, newMsg, folder, importHooks);
-    gui::frm4ImportWindow importWindow(importForm, &app, mainWindow.mdiArea());
-    importWindowPtr = &importWindow;
-    forms.RegisterForm(kFormImport, &importForm);
-    frm5Export exportForm(list, dialogs, clock,
-                          [&forms] { forms.RibbonClick(kFormExport, false); });
-    gui::frm5ExportWindow exportWindow(exportForm, &app, mainWindow.mdiArea());
-    forms.RegisterForm(kFormExport, &exportForm);
 
     mainWindow.show();
     // On a first run this opens the setup form, which searches the disks first.
@@ -230,6 +214,9 @@ int main(int argc, char** argv) {
         const QString dir = parser.value(screenshots);
         QDir().mkpath(dir);
         QTimer::singleShot(1000, &mainWindow, [&, dir] {
+            gui::ShowMaterialFormSamples(
+                forms, newForm, newWindow, picker, &app, &mainWindow, &listWindow,
+                [dir](const QString& file) { SaveScreen(dir + "/" + file); });
             mainForm.ribToolsMouseMove(2);
             QApplication::processEvents();
             SaveScreen(dir + "/main_window.png");
@@ -242,17 +229,6 @@ int main(int argc, char** argv) {
                 manageWindow.subWindow()->setGeometry(8, 8, 760, 480);
                 QTimer::singleShot(800, &mainWindow, [&, dir] {
                     SaveScreen(dir + "/frm2_manage.png");
-                    forms.RibbonClick(kFormImport, true);
-                    if (parser.isSet(screenshotImport)) {
-                        const std::string file = gui::FromQt(parser.value(screenshotImport));
-                        importForm.ImportFile(file,
-                                              frm4Import::FileTypeOf(file, frm4Import::kAGF));
-                    }
-                    Settle(800);
-                    SaveScreen(dir + "/frm4_import.png");
-                    forms.RibbonClick(kFormExport, true);
-                    Settle(800);
-                    SaveScreen(dir + "/frm5_export.png");
                     forms.RibbonClick(kFormArchive, true);
                     archiveWindow.subWindow()->move(8, 8);
                     QTimer::singleShot(800, &mainWindow, [&, dir] {
