@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QEventLoop>
 #include <QMdiSubWindow>
 #include <QScreen>
 #include <QTimer>
@@ -14,6 +15,8 @@
 #include "core/external/frm1setup.h"
 #include "core/external/frm2_manage_update.h"
 #include "core/external/frm6_archive.h"
+#include "core/import/frm4_import.h"
+#include "core/import/frm5_export.h"
 #include "core/material/frm_glasses_list.h"
 #include "core/material/glasses_list.h"
 #include "core/materialform/frm2_manage.h"
@@ -33,6 +36,8 @@
 #include "gui/external/frm2_manage_update_panel.h"
 #include "gui/external/frm6_archive_window.h"
 #include "gui/external/frm_glasses_del_ext_dialog.h"
+#include "gui/import/frm4_import_window.h"
+#include "gui/import/frm5_export_window.h"
 #include "gui/material/frm_glasses_list_window.h"
 #include "gui/materialform/frm2_manage_window.h"
 #include "gui/materialform/frm3_new_samples.h"
@@ -50,6 +55,13 @@ namespace {
 // Saves a picture of the whole screen.
 void SaveScreen(const QString& path) {
     if (QScreen* s = QGuiApplication::primaryScreen()) s->grabWindow(0).save(path);
+}
+
+// Lets the windows settle for a while before a picture is taken.
+void Settle(int ms) {
+    QEventLoop loop;
+    QTimer::singleShot(ms, &loop, &QEventLoop::quit);
+    loop.exec();
 }
 
 }  // namespace
@@ -70,6 +82,9 @@ int main(int argc, char** argv) {
         "DIR");
     parser.addOption(dataDir);
     parser.addOption(screenshots);
+    QCommandLineOption screenshotImport(
+        "screenshot-import", "With --screenshots: the file read into the import form.", "FILE");
+    parser.addOption(screenshotImport);
     parser.process(qapp);
 
     std::string folder =
@@ -119,6 +134,10 @@ int main(int argc, char** argv) {
     auto editMelt = [&editInMeltForm](int index, const MaterialRecord& rec) {
         if (editInMeltForm) editInMeltForm(index, rec);
     };
+    // Reviewing a staged glass of the import form, read-only. The material form and the
+    // melt form connect themselves here too; until then Pre-view opens nothing.
+    std::function<void(const MaterialRecord&)> reviewInNewForm;
+    std::function<void(const MaterialRecord&)> reviewInMeltForm;
 
     gui::frmMainMDIWindow* window = nullptr;
     frmMainMDI::Hooks mainHooks;
@@ -166,12 +185,64 @@ int main(int argc, char** argv) {
     popEditParamWave picker(dialogs, newMsg, folder, {[&app, &mainWindow](popEditParamWave& p) {
                                 gui::popEditParamWaveWindow::ShowModal(p, &app, &mainWindow);
                             }});
+
+    // The melt maker, with its parent picker (over the catalogue database of the stored
+    // setup at the time of the pick) and its Schott sheet. An edit or review disables the
+    // manage form until the melt form goes.
+    popMeltSchott meltSheet(dialogs, newMsg, {[&app, &mainWindow](popMeltSchott& s) {
+                                gui::popMeltSchottDialog::ShowModal(s, &app, &mainWindow);
+                            }});
+    gui::frm7MeltWindow* meltWindowPtr = nullptr;
+    frm7Melt::Hooks meltHooks;
+    meltHooks.show = [&meltWindowPtr](bool modal) {
+        if (meltWindowPtr) meltWindowPtr->ShowForm(modal);
+    };
+    meltHooks.close = [&meltWindowPtr, &forms] {
+        if (meltWindowPtr) meltWindowPtr->CloseForm();
+        forms.FormClosed(kFormMelt);
+    };
+    meltHooks.enableOwner = [&manageWindow](bool enabled) {
+        manageWindow.subWindow()->setEnabled(enabled);
+    };
+    meltHooks.pickWaves = [&picker](int16_t& count, float& wave, std::vector<float>& waves,
+                                    int16_t startTab) {
+        return picker.Display(count, wave, waves, startTab);
+    };
+    meltHooks.pickParent = [&](MaterialRecord& rec) {
+        popMeltParent parentPicker(dialogs, settings, setup.GetPathKelmora(),
+                                   GenericMakerNames(setup.GetPathLumbrak()),
+                                   {[&app, &mainWindow](popMeltParent& p) {
+                                       gui::popMeltParentDialog::ShowModal(p, &app, &mainWindow);
+                                   }});
+        return parentPicker.PickParent(rec);
+    };
+    meltHooks.enterSheet = [&meltSheet](MaterialRecord& rec) { return meltSheet.EnterSheet(rec); };
+    frm7Melt meltForm(list, dialogs, newMsg, setup.GetPathKelmora(), meltHooks, &forms);
+    gui::frm7MeltWindow meltWindow(meltForm, &app, mainWindow.mdiArea());
+    meltWindowPtr = &meltWindow;
+    forms.RegisterForm(kFormMelt, &meltForm);
+    editInMeltForm = [&forms, &meltForm, &manage, &setup](int, const MaterialRecord& rec) {
+        frm2Manage* owner = forms.GetCurrentForm() == kFormManage ? &manage : nullptr;
+        forms.OpenForEdit(kFormMelt);
+        meltForm.SetKelmoraFolder(setup.GetPathKelmora());
+        meltForm.DisplayEdit(rec, owner);
+    };
+    reviewInMeltForm = [&forms, &meltForm, &setup](const MaterialRecord& rec) {
+        forms.OpenForEdit(kFormMelt);
+        meltForm.SetKelmoraFolder(setup.GetPathKelmora());
+        meltForm.DisplayReview(rec);
+    };
+
     frm3New::Hooks newHooks;
     newHooks.pickWaves = [&picker](int16_t& count, float& wave, std::vector<float>& waves,
                                    int16_t startTab) {
         return picker.Display(count, wave, waves, startTab);
     };
     newHooks.close = [&forms] { forms.FormClosed(kFormNew); };
+    newHooks.openMelt = [&forms, &meltForm] {
+        forms.OpenForEdit(kFormMelt);
+        if (!meltForm.IsOpen()) meltForm.DisplayNew(false);
+    };
     frm3New newForm(list, dialogs, newHooks);
     gui::frm3NewWindow newWindow(newForm, &app, mainWindow.mdiArea());
     forms.RegisterForm(kFormNew, &newForm);
@@ -192,6 +263,28 @@ int main(int argc, char** argv) {
     frm6Archive archive(setup, dialogs, [&forms] { forms.RibbonClick(kFormArchive, false); });
     gui::frm6ArchiveWindow archiveWindow(archive, &app, mainWindow.mdiArea());
     forms.RegisterForm(kFormArchive, &archive);
+
+    // The import form, with a progress bar while a large file is read, and the backup form.
+    gui::frm4ImportWindow* importWindowPtr = nullptr;
+    frm4Import::Hooks importHooks;
+    importHooks.reviewInNewForm = [&reviewInNewForm](const MaterialRecord& rec) {
+        if (reviewInNewForm) reviewInNewForm(rec);
+    };
+    importHooks.reviewInMeltForm = [&reviewInMeltForm](const MaterialRecord& rec) {
+        if (reviewInMeltForm) reviewInMeltForm(rec);
+    };
+    importHooks.progress = [&importWindowPtr](size_t done, size_t total) {
+        if (importWindowPtr) importWindowPtr->ShowProgress(done, total);
+    };
+    importHooks.close = [&forms] { forms.RibbonClick(kFormImport, false); };
+    frm4Import importForm(list, dialogs, settings, newMsg, folder, importHooks);
+    gui::frm4ImportWindow importWindow(importForm, &app, mainWindow.mdiArea());
+    importWindowPtr = &importWindow;
+    forms.RegisterForm(kFormImport, &importForm);
+    frm5Export exportForm(list, dialogs, clock,
+                          [&forms] { forms.RibbonClick(kFormExport, false); });
+    gui::frm5ExportWindow exportWindow(exportForm, &app, mainWindow.mdiArea());
+    forms.RegisterForm(kFormExport, &exportForm);
 
     mainWindow.show();
     // On a first run this opens the setup form, which searches the disks first.
@@ -229,6 +322,17 @@ int main(int argc, char** argv) {
                 manageWindow.subWindow()->setGeometry(8, 8, 760, 480);
                 QTimer::singleShot(800, &mainWindow, [&, dir] {
                     SaveScreen(dir + "/frm2_manage.png");
+                    forms.RibbonClick(kFormImport, true);
+                    if (parser.isSet(screenshotImport)) {
+                        const std::string file = gui::FromQt(parser.value(screenshotImport));
+                        importForm.ImportFile(file,
+                                              frm4Import::FileTypeOf(file, frm4Import::kAGF));
+                    }
+                    Settle(800);
+                    SaveScreen(dir + "/frm4_import.png");
+                    forms.RibbonClick(kFormExport, true);
+                    Settle(800);
+                    SaveScreen(dir + "/frm5_export.png");
                     forms.RibbonClick(kFormArchive, true);
                     archiveWindow.subWindow()->move(8, 8);
                     QTimer::singleShot(800, &mainWindow, [&, dir] {
