@@ -185,64 +185,12 @@ int main(int argc, char** argv) {
     popEditParamWave picker(dialogs, newMsg, folder, {[&app, &mainWindow](popEditParamWave& p) {
                                 gui::popEditParamWaveWindow::ShowModal(p, &app, &mainWindow);
                             }});
-
-    // The melt maker, with its parent picker (over the catalogue database of the stored
-    // setup at the time of the pick) and its Schott sheet. An edit or review disables the
-    // manage form until the melt form goes.
-    popMeltSchott meltSheet(dialogs, newMsg, {[&app, &mainWindow](popMeltSchott& s) {
-                                gui::popMeltSchottDialog::ShowModal(s, &app, &mainWindow);
-                            }});
-    gui::frm7MeltWindow* meltWindowPtr = nullptr;
-    frm7Melt::Hooks meltHooks;
-    meltHooks.show = [&meltWindowPtr](bool modal) {
-        if (meltWindowPtr) meltWindowPtr->ShowForm(modal);
-    };
-    meltHooks.close = [&meltWindowPtr, &forms] {
-        if (meltWindowPtr) meltWindowPtr->CloseForm();
-        forms.FormClosed(kFormMelt);
-    };
-    meltHooks.enableOwner = [&manageWindow](bool enabled) {
-        manageWindow.subWindow()->setEnabled(enabled);
-    };
-    meltHooks.pickWaves = [&picker](int16_t& count, float& wave, std::vector<float>& waves,
-                                    int16_t startTab) {
-        return picker.Display(count, wave, waves, startTab);
-    };
-    meltHooks.pickParent = [&](MaterialRecord& rec) {
-        popMeltParent parentPicker(dialogs, settings, setup.GetPathKelmora(),
-                                   GenericMakerNames(setup.GetPathLumbrak()),
-                                   {[&app, &mainWindow](popMeltParent& p) {
-                                       gui::popMeltParentDialog::ShowModal(p, &app, &mainWindow);
-                                   }});
-        return parentPicker.PickParent(rec);
-    };
-    meltHooks.enterSheet = [&meltSheet](MaterialRecord& rec) { return meltSheet.EnterSheet(rec); };
-    frm7Melt meltForm(list, dialogs, newMsg, setup.GetPathKelmora(), meltHooks, &forms);
-    gui::frm7MeltWindow meltWindow(meltForm, &app, mainWindow.mdiArea());
-    meltWindowPtr = &meltWindow;
-    forms.RegisterForm(kFormMelt, &meltForm);
-    editInMeltForm = [&forms, &meltForm, &manage, &setup](int, const MaterialRecord& rec) {
-        frm2Manage* owner = forms.GetCurrentForm() == kFormManage ? &manage : nullptr;
-        forms.OpenForEdit(kFormMelt);
-        meltForm.SetKelmoraFolder(setup.GetPathKelmora());
-        meltForm.DisplayEdit(rec, owner);
-    };
-    reviewInMeltForm = [&forms, &meltForm, &setup](const MaterialRecord& rec) {
-        forms.OpenForEdit(kFormMelt);
-        meltForm.SetKelmoraFolder(setup.GetPathKelmora());
-        meltForm.DisplayReview(rec);
-    };
-
     frm3New::Hooks newHooks;
     newHooks.pickWaves = [&picker](int16_t& count, float& wave, std::vector<float>& waves,
                                    int16_t startTab) {
         return picker.Display(count, wave, waves, startTab);
     };
     newHooks.close = [&forms] { forms.FormClosed(kFormNew); };
-    newHooks.openMelt = [&forms, &meltForm] {
-        forms.OpenForEdit(kFormMelt);
-        if (!meltForm.IsOpen()) meltForm.DisplayNew(false);
-    };
     frm3New newForm(list, dialogs, newHooks);
     gui::frm3NewWindow newWindow(newForm, &app, mainWindow.mdiArea());
     forms.RegisterForm(kFormNew, &newForm);
