@@ -21,6 +21,10 @@
 #include "core/material/glasses_list.h"
 #include "core/materialform/frm2_manage.h"
 #include "core/materialform/frm3new.h"
+#include "core/melt/frm7melt.h"
+#include "core/melt/glass_melt.h"
+#include "core/melt/pop_melt_parent.h"
+#include "core/melt/pop_melt_schott.h"
 #include "core/platform/clock.h"
 #include "core/platform/data_folder.h"
 #include "core/platform/error_display.h"
@@ -42,6 +46,10 @@
 #include "gui/materialform/frm2_manage_window.h"
 #include "gui/materialform/frm3_new_samples.h"
 #include "gui/materialform/frm3_new_window.h"
+#include "gui/melt/frm7_melt_samples.h"
+#include "gui/melt/frm7_melt_window.h"
+#include "gui/melt/pop_melt_parent_dialog.h"
+#include "gui/melt/pop_melt_schott_dialog.h"
 #include "gui/platform/binders.h"
 #include "gui/platform/qt_dialogs.h"
 #include "gui/platform/qt_settings_store.h"
@@ -185,12 +193,64 @@ int main(int argc, char** argv) {
     popEditParamWave picker(dialogs, newMsg, folder, {[&app, &mainWindow](popEditParamWave& p) {
                                 gui::popEditParamWaveWindow::ShowModal(p, &app, &mainWindow);
                             }});
+
+    // The melt maker, with its parent picker (over the catalogue database of the stored
+    // setup at the time of the pick) and its Schott sheet. An edit or review disables the
+    // manage form until the melt form goes.
+    popMeltSchott meltSheet(dialogs, newMsg, {[&app, &mainWindow](popMeltSchott& s) {
+                                gui::popMeltSchottDialog::ShowModal(s, &app, &mainWindow);
+                            }});
+    gui::frm7MeltWindow* meltWindowPtr = nullptr;
+    frm7Melt::Hooks meltHooks;
+    meltHooks.show = [&meltWindowPtr](bool modal) {
+        if (meltWindowPtr) meltWindowPtr->ShowForm(modal);
+    };
+    meltHooks.close = [&meltWindowPtr, &forms] {
+        if (meltWindowPtr) meltWindowPtr->CloseForm();
+        forms.FormClosed(kFormMelt);
+    };
+    meltHooks.enableOwner = [&manageWindow](bool enabled) {
+        manageWindow.subWindow()->setEnabled(enabled);
+    };
+    meltHooks.pickWaves = [&picker](int16_t& count, float& wave, std::vector<float>& waves,
+                                    int16_t startTab) {
+        return picker.Display(count, wave, waves, startTab);
+    };
+    meltHooks.pickParent = [&](MaterialRecord& rec) {
+        popMeltParent parentPicker(dialogs, settings, setup.GetPathKelmora(),
+                                   GenericMakerNames(setup.GetPathLumbrak()),
+                                   {[&app, &mainWindow](popMeltParent& p) {
+                                       gui::popMeltParentDialog::ShowModal(p, &app, &mainWindow);
+                                   }});
+        return parentPicker.PickParent(rec);
+    };
+    meltHooks.enterSheet = [&meltSheet](MaterialRecord& rec) { return meltSheet.EnterSheet(rec); };
+    frm7Melt meltForm(list, dialogs, newMsg, setup.GetPathKelmora(), meltHooks, &forms);
+    gui::frm7MeltWindow meltWindow(meltForm, &app, mainWindow.mdiArea());
+    meltWindowPtr = &meltWindow;
+    forms.RegisterForm(kFormMelt, &meltForm);
+    editInMeltForm = [&forms, &meltForm, &manage, &setup](int, const MaterialRecord& rec) {
+        frm2Manage* owner = forms.GetCurrentForm() == kFormManage ? &manage : nullptr;
+        forms.OpenForEdit(kFormMelt);
+        meltForm.SetKelmoraFolder(setup.GetPathKelmora());
+        meltForm.DisplayEdit(rec, owner);
+    };
+    reviewInMeltForm = [&forms, &meltForm, &setup](const MaterialRecord& rec) {
+        forms.OpenForEdit(kFormMelt);
+        meltForm.SetKelmoraFolder(setup.GetPathKelmora());
+        meltForm.DisplayReview(rec);
+    };
+
     frm3New::Hooks newHooks;
     newHooks.pickWaves = [&picker](int16_t& count, float& wave, std::vector<float>& waves,
                                    int16_t startTab) {
         return picker.Display(count, wave, waves, startTab);
     };
     newHooks.close = [&forms] { forms.FormClosed(kFormNew); };
+    newHooks.openMelt = [&forms, &meltForm] {
+        forms.OpenForEdit(kFormMelt);
+        if (!meltForm.IsOpen()) meltForm.DisplayNew(false);
+    };
     frm3New newForm(list, dialogs, newHooks);
     gui::frm3NewWindow newWindow(newForm, &app, mainWindow.mdiArea());
     forms.RegisterForm(kFormNew, &newForm);
@@ -258,6 +318,11 @@ int main(int argc, char** argv) {
             gui::ShowMaterialFormSamples(
                 forms, newForm, newWindow, picker, &app, &mainWindow, &listWindow,
                 [dir](const QString& file) { SaveScreen(dir + "/" + file); });
+            gui::ShowMeltFormSamples(forms, meltForm, meltWindow, dialogs, newMsg, &app,
+                                     &mainWindow, &listWindow, [dir](const QString& file) {
+                                         Settle(700);
+                                         SaveScreen(dir + "/" + file);
+                                     });
             mainForm.ribToolsMouseMove(2);
             QApplication::processEvents();
             SaveScreen(dir + "/main_window.png");

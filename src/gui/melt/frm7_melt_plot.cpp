@@ -1,0 +1,131 @@
+#include "gui/melt/frm7_melt_plot.h"
+
+#include <QChart>
+#include <QChartView>
+#include <QLegend>
+#include <QLegendMarker>
+#include <QLineSeries>
+#include <QPainter>
+#include <QScatterSeries>
+#include <QVBoxLayout>
+#include <QValueAxis>
+#include <algorithm>
+#include <cmath>
+
+namespace ostrel::gui {
+
+namespace {
+
+// Differences are drawn in millionths of an index unit.
+constexpr double kScale = 1e6;
+
+QValueAxis* MakeAxis(QChart* chart, Qt::Alignment side, const QString& title, const char* format) {
+    auto* axis = new QValueAxis(chart);
+    axis->setTitleText(title);
+    axis->setLabelFormat(format);
+    QFont f = axis->titleFont();
+    f.setBold(false);
+    axis->setTitleFont(f);
+    chart->addAxis(axis, side);
+    return axis;
+}
+
+void Attach(QChart* chart, QAbstractSeries* series, QValueAxis* x, QValueAxis* y) {
+    chart->addSeries(series);
+    series->attachAxis(x);
+    series->attachAxis(y);
+}
+
+// A range around [lo, hi] that never collapses to nothing, on round numbers.
+void SetRange(QValueAxis* axis, double lo, double hi, double minSpan) {
+    if (!(hi > lo) || hi - lo < minSpan) {
+        const double mid = (lo + hi) / 2;
+        lo = mid - minSpan / 2;
+        hi = mid + minSpan / 2;
+    }
+    const double pad = (hi - lo) * 0.08;
+    axis->setRange(lo - pad, hi + pad);
+    axis->applyNiceNumbers();
+}
+
+// The wavelength axis over [lo, hi] exactly, ticked at round steps.
+void SetWaveRange(QValueAxis* axis, double lo, double hi) {
+    if (!(hi > lo + 10)) {
+        lo -= 50;
+        hi += 50;
+    }
+    const double raw = (hi - lo) / 5;
+    const double mag = std::pow(10.0, std::floor(std::log10(raw)));
+    double step = mag;
+    for (double f : {1.0, 2.0, 2.5, 5.0, 10.0}) {
+        step = f * mag;
+        if (step >= raw) break;
+    }
+    axis->setRange(lo, hi);
+    axis->setTickType(QValueAxis::TicksDynamic);
+    axis->setTickAnchor(0);
+    axis->setTickInterval(step);
+}
+
+}  // namespace
+
+MeltDeltaPlot::MeltDeltaPlot(QWidget* parent) : QWidget(parent) {
+    auto* chart = new QChart();
+    chart->setTitle(tr("Melt minus parent"));
+    chart->legend()->setAlignment(Qt::AlignBottom);
+    chart->setMargins(QMargins(4, 4, 4, 4));
+    chart->setBackgroundRoundness(0);
+    x_ = MakeAxis(chart, Qt::AlignBottom, tr("Wavelength [nm]"), "%.0f");
+    y_ = MakeAxis(chart, Qt::AlignLeft, tr("Δn [10⁻⁶]"), "%.0f");
+    zero_ = new QLineSeries(chart);
+    zero_->setPen(QPen(Qt::gray, 1, Qt::DashLine));
+    curve_ = new QLineSeries(chart);
+    curve_->setName(tr("Fitted"));
+    curve_->setPen(QPen(QColor(0, 90, 170), 2));
+    measured_ = new QScatterSeries(chart);
+    measured_->setName(tr("Measured"));
+    measured_->setMarkerSize(8);
+    measured_->setColor(QColor(200, 60, 30));
+    Attach(chart, zero_, x_, y_);
+    Attach(chart, curve_, x_, y_);
+    Attach(chart, measured_, x_, y_);
+    chart->legend()->markers(zero_).first()->setVisible(false);
+
+    view_ = new QChartView(chart, this);
+    view_->setRenderHint(QPainter::Antialiasing);
+    view_->setMinimumSize(260, 200);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(view_);
+    Show({}, {});
+}
+
+void MeltDeltaPlot::Show(const std::vector<frm7Melt::DeltaPoint>& points,
+                         const std::vector<frm7Melt::DeltaPoint>& curve) {
+    QList<QPointF> line, meas;
+    double x0 = 1e300, x1 = -1e300, y0 = 0, y1 = 0;
+    auto take = [&](const frm7Melt::DeltaPoint& p, QList<QPointF>& into) {
+        const double y = p.delta * kScale;
+        into.append({p.wave, y});
+        x0 = std::min(x0, p.wave), x1 = std::max(x1, p.wave);
+        y0 = std::min(y0, y), y1 = std::max(y1, y);
+    };
+    for (const auto& p : curve) take(p, line);
+    for (const auto& p : points) take(p, meas);
+    curve_->replace(line);
+    measured_->replace(meas);
+    if (line.isEmpty() && meas.isEmpty()) x0 = 400, x1 = 700;
+    zero_->replace(QList<QPointF>{{x0, 0.0}, {x1, 0.0}});
+    SetWaveRange(x_, x0, x1);
+    SetRange(y_, y0, y1, 10);
+}
+
+int MeltDeltaPlot::MeasuredPointCount() const {
+    return static_cast<int>(measured_->count());
+}
+
+int MeltDeltaPlot::CurvePointCount() const {
+    return static_cast<int>(curve_->count());
+}
+
+}  // namespace ostrel::gui

@@ -1,0 +1,137 @@
+#include "gui/melt/pop_melt_parent_dialog.h"
+
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "gui/platform/binders.h"
+#include "gui/platform/grid_view.h"
+#include "gui/shell/form_position.h"
+
+namespace ostrel::gui {
+
+namespace {
+constexpr const char* kFormName = "popMeltParent";
+}  // namespace
+
+popMeltParentDialog::popMeltParentDialog(popMeltParent& unit, CSApplication* app, QWidget* parent)
+    : QDialog(parent), unit_(unit), app_(app) {
+    setObjectName(kFormName);
+    setWindowTitle(ToQt(unit_.form.caption));
+    auto* layout = new QVBoxLayout(this);
+
+    makers_ = new QListWidget(this);
+    makers_->setObjectName("lstMakers");
+    Bind(makers_, unit_.lstMakers);
+    makers_->setMaximumHeight(makers_->fontMetrics().height() * 7);
+    // The unit refills the grid as it answers; the answer comes after the list's own signal.
+    connect(
+        makers_, &QListWidget::currentRowChanged, this,
+        [this](int row) {
+            if (row < 0 || row == unit_.lstMakers.listIndex()) return;
+            unit_.lstMakers.SetListIndex(row);
+            unit_.lstMakersClick();
+        },
+        Qt::QueuedConnection);
+    layout->addWidget(makers_);
+
+    auto* help = new QLabel(this);
+    help->setObjectName("lblHelp");
+    Bind(help, unit_.lblHelp);
+    help->setWordWrap(true);
+    layout->addWidget(help);
+
+    sort_ = new QComboBox(this);
+    sort_->setObjectName("cmbSortOrder");
+    Bind(sort_, unit_.cmbSortOrder);
+    connect(sort_, &QComboBox::activated, this, [this] { unit_.cmbSortOrderClick(); });
+    auto* sortRow = new QHBoxLayout();
+    sortRow->addWidget(sort_);
+    sortRow->addStretch(1);
+    layout->addLayout(sortRow);
+
+    grid_ = new GridView(this);
+    grid_->setObjectName("ssGlasses");
+    grid_->Bind(unit_.ssGlasses);
+    grid_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    grid_->setSelectionBehavior(QAbstractItemView::SelectRows);
+    grid_->setSelectionMode(QAbstractItemView::SingleSelection);
+    grid_->verticalHeader()->hide();
+    grid_->horizontalHeader()->setStretchLastSection(true);
+    auto fit = [this] {
+        grid_->resizeColumnsToContents();
+        for (int c = 0; c < grid_->model()->columnCount(); ++c)
+            grid_->setColumnWidth(c, grid_->columnWidth(c) + 14);
+    };
+    connect(grid_->gridModel(), &GridTableModel::layoutReset, grid_, fit);
+    fit();
+    connect(grid_, &QAbstractItemView::clicked, this,
+            [this](const QModelIndex& i) { unit_.ssGlassesClick(i.column() + 1, i.row() + 1); });
+    gridShown_ =
+        unit_.ssGlassesView.Observe([this] { grid_->setVisible(unit_.ssGlassesView.visible); });
+    grid_->setVisible(unit_.ssGlassesView.visible);
+    layout->addWidget(grid_, 1);
+
+    auto* selected = new QLabel(this);
+    selected->setObjectName("lblSelGlass");
+    Bind(selected, unit_.lblSelGlass);
+    layout->addWidget(selected);
+
+    auto* row = new QHBoxLayout();
+    row->addStretch(1);
+    auto* ok = new QPushButton(this);
+    ok->setObjectName("comOK");
+    Bind(ok, unit_.comOK);
+    ok->setDefault(true);
+    auto* cancel = new QPushButton(this);
+    cancel->setObjectName("comCancel");
+    Bind(cancel, unit_.comCancel);
+    connect(ok, &QPushButton::clicked, this, [this] {
+        unit_.comOKClick();
+        FollowUnit();
+    });
+    connect(cancel, &QPushButton::clicked, this, [this] {
+        unit_.comCancelClick();
+        FollowUnit();
+    });
+    row->addWidget(ok);
+    row->addWidget(cancel);
+    layout->addLayout(row);
+
+    resize(520, 560);
+    RestoreFormPosition(this, app_, kFormName, false);
+}
+
+popMeltParentDialog::~popMeltParentDialog() {
+    SaveFormPosition(this, app_, kFormName);
+}
+
+void popMeltParentDialog::ShowModal(popMeltParent& unit, CSApplication* app, QWidget* parent) {
+    popMeltParentDialog box(unit, app, parent);
+    box.exec();
+}
+
+QPushButton* popMeltParentDialog::button(const char* name) const {
+    return findChild<QPushButton*>(name);
+}
+
+void popMeltParentDialog::reject() {
+    // Escape and the close box cancel as the Cancel button does.
+    if (unit_.IsOpen()) unit_.comCancelClick();
+    QDialog::reject();
+}
+
+void popMeltParentDialog::FollowUnit() {
+    if (unit_.IsOpen()) return;
+    if (unit_.Accepted()) {
+        accept();
+    } else {
+        QDialog::reject();
+    }
+}
+
+}  // namespace ostrel::gui
