@@ -55,7 +55,6 @@ frm7MeltWindow::frm7MeltWindow(frm7Melt& unit, CSApplication* app, QMdiArea* are
     QLabel* gen = MakeLabel(this, "lblGen", unit_.lblGen);
     code_ = new QLineEdit(this);
     code_->setObjectName("txtMeltCode");
-    code_->setMaxLength(10);
     code_->setMaximumWidth(code_->fontMetrics().horizontalAdvance(QString(18, 'M')));
     Bind(code_, unit_.txtMeltCode);
     gen->setBuddy(code_);
