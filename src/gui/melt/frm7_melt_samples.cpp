@@ -132,6 +132,8 @@ void ShowMeltFormSamples(ManageForms& forms, frm7Melt& unit, frm7MeltWindow& win
     sheet.pctSchottClick();
     {
         popMeltSchottDialog box(sheet, app, owner);
+        box.adjustSize();
+        if (owner) box.move(owner->geometry().center() - box.rect().center());
         box.show();
         shot("pop_melt_schott.png");
         box.hide();
