@@ -142,8 +142,8 @@ int main(int argc, char** argv) {
     auto editMelt = [&editInMeltForm](int index, const MaterialRecord& rec) {
         if (editInMeltForm) editInMeltForm(index, rec);
     };
-    // Reviewing a staged glass of the import form, read-only. The material form and the
-    // melt form connect themselves here too; until then Pre-view opens nothing.
+    // Reviewing a staged glass of the import form, read-only, in the material form or the
+    // melt form; both connect themselves here once they are built.
     std::function<void(const MaterialRecord&)> reviewInNewForm;
     std::function<void(const MaterialRecord&)> reviewInMeltForm;
 
@@ -258,6 +258,10 @@ int main(int argc, char** argv) {
         frm2Manage* owner = forms.GetCurrentForm() == kFormManage ? &manage : nullptr;
         forms.OpenForEdit(kFormNew);
         newForm.DisplayEdit(rec, owner);
+    };
+    reviewInNewForm = [&forms, &newForm](const MaterialRecord& rec) {
+        forms.OpenForEdit(kFormNew);
+        newForm.DisplayReview(rec);
     };
     // Its update frame, with the removal form.
     frm2ManageUpdate manageUpdate(frm2ManageUpdate::SourceOf(manage), setup, dialogs,
