@@ -3,28 +3,29 @@
 // Kept in one place so that a distributor can change them.
 namespace ostrel::maker {
 
-inline constexpr const char* kName = "Ostrel Software";
+inline constexpr const char* kName = "Harvenz Photonics";
 inline constexpr const char* kProgramTitle = "OstrelTD";
 
 // The program's version: major.minor.revision.
 inline constexpr int kVersionMajor = 3;
 inline constexpr int kVersionMinor = 0;
 inline constexpr int kVersionRevision = 1;
-inline constexpr const char* kCopyright = "Copyright (c) Ostrel Software Ltd. All rights reserved.";
+inline constexpr const char* kCopyright =
+    "Copyright (c) Harvenz Photonics Ltd. All rights reserved.";
 inline constexpr const char* kComment =
     "Custom optical materials for Lumbrak3D/SextaneTD & KelmoraTD";
 // The help file's name as the program is shipped; the platform picks its own extension.
 inline constexpr const char* kHelpFileName = "OstrelTD.chm";
 
 // Contact details shown by the contact box.
-inline constexpr const char* kCompany = "Ostrel Software Ltd";
+inline constexpr const char* kCompany = "Harvenz Photonics Ltd";
 inline constexpr const char* kAddress[] = {"Unit 4, Quayside Works", "17 Harbour Road",
                                            "Northport NP3 7QX", "United Kingdom"};
 inline constexpr const char* kPhone = "+44 (0)1632 960 418";
 inline constexpr const char* kFax = "+44 (0)1632 960 419";
-inline constexpr const char* kEmail = "support@ostrel.example.com";
+inline constexpr const char* kEmail = "support@harvenz.example.com";
 // The maker's web site, and the web site of the lens design suite.
-inline constexpr const char* kWebSite = "https://www.ostrel.example.com/";
+inline constexpr const char* kWebSite = "https://www.harvenz.example.com/";
 inline constexpr const char* kLumbrakWebSite = "https://www.lumbrak.example.org/";
 
 }  // namespace ostrel::maker

@@ -397,7 +397,7 @@ INSTANTIATE_TEST_SUITE_P(
                       "F2 - SCHOTT is already in the list of catalog materials, and cannot be "
                       "overwritten!"},
         OverwriteCase{"Air", "Generic", true, false,
-                      "Air - Generic is already in the Ostrel Software supplied list of generic "
+                      "Air - Generic is already in the Harvenz Photonics supplied list of generic "
                       "materials, and cannot be overwritten!"},
         OverwriteCase{"mine", "me", true, false,
                       "mine - me is already in your list of custom materials.\nDo you want to "

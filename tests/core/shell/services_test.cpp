@@ -32,7 +32,7 @@ TEST(HelpNotes, ShowsEachNoteOnceWhileTheMouseStaysOnItsTool) {
     EXPECT_EQ(d.helpNotes[0],
               "Select paths to Lumbrak3D and to Kelmora for updating glass files with new user "
               "defined materials");
-    EXPECT_EQ(d.helpNotes[1], "Ostrel Utility from Ostrel Software.");
+    EXPECT_EQ(d.helpNotes[1], "Ostrel Utility from Harvenz Photonics.");
     EXPECT_EQ(d.helpNotes[2], "");
     EXPECT_EQ(notes.LastHelpNote(), -1);
 }
@@ -43,13 +43,13 @@ TEST(HelpNotes, WithAFormOpenEveryNoteNamesTheMaker) {
     HelpNotes notes(d, [&] { return form; });
     notes.ShowHelpNote(3);
     notes.ShowHelpNote(0);
-    EXPECT_EQ(d.helpNotes, (std::vector<std::string>{"Ostrel Utility from Ostrel Software",
-                                                     "Ostrel Utility from Ostrel Software"}));
+    EXPECT_EQ(d.helpNotes, (std::vector<std::string>{"Ostrel Utility from Harvenz Photonics",
+                                                     "Ostrel Utility from Harvenz Photonics"}));
 }
 
 TEST(HelpNotes, NoteTextsKeepTheirWording) {
     EXPECT_EQ(HelpNotes::NoteText(5),
-              "You may save one or more materials from the current list, in the Ostrel Software "
+              "You may save one or more materials from the current list, in the Harvenz Photonics "
               "format text file.  This can be used for backup or for providing data to another "
               "colleague using the Lumbrak PLus suite.");
     const std::string six = HelpNotes::NoteText(6);
@@ -152,21 +152,21 @@ TEST_P(ContactsTest, OpensTheChosenSite) {
 
 INSTANTIATE_TEST_SUITE_P(
     Answers, ContactsTest,
-    ::testing::Values(ContactCase{MsgAnswer::Yes, true, {"https://www.ostrel.example.com/"}, 1},
+    ::testing::Values(ContactCase{MsgAnswer::Yes, true, {"https://www.harvenz.example.com/"}, 1},
                       ContactCase{MsgAnswer::No, true, {"https://www.lumbrak.example.org/"}, 1},
                       ContactCase{MsgAnswer::Cancel, true, {}, 1},
-                      ContactCase{MsgAnswer::Yes, false, {"https://www.ostrel.example.com/"}, 2},
+                      ContactCase{MsgAnswer::Yes, false, {"https://www.harvenz.example.com/"}, 2},
                       ContactCase{MsgAnswer::Cancel, false, {}, 1}));
 
 TEST(Contacts, TextListsTheDetailsAndEndsWithTheChoice) {
     const std::string t = ContactsText();
     for (const char* part :
-         {"Ostrel Software Ltd\n", "\nphone: ", "\nfax:   ", "\nemail: ",
-          "\nnet:   https://www.ostrel.example.com/\n", "\nLumbrak website [for updates etc]\n"}) {
+         {"Harvenz Photonics Ltd\n", "\nphone: ", "\nfax:   ", "\nemail: ",
+          "\nnet:   https://www.harvenz.example.com/\n", "\nLumbrak website [for updates etc]\n"}) {
         EXPECT_NE(t.find(part), std::string::npos) << part;
     }
     const std::string end =
-        "Click YES to visit the Ostrel Software website NOW\n"
+        "Click YES to visit the Harvenz Photonics website NOW\n"
         "Click NO to visit the Lumbrak website NOW";
     EXPECT_EQ(t.substr(t.size() - end.size()), end);
 }
