@@ -1,0 +1,323 @@
+// Whole real catalogues, one row per file: how many glasses are staged, how many are passed
+// over for their formula or a failed refit, and how many staged glasses the Check column
+// flags. The numbers are fixed so that a change which loses glasses, or which starts to
+// misread coefficients, shows at once. For every file an independent scan of the raw lines
+// counts the glasses by formula and must agree with the importer.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "core/import/import_common.h"
+#include "core/import/import_oslo_glc.h"
+#include "core/import/import_text.h"
+#include "core/import/import_zemax_agf.h"
+#include "support/scripted_dialogs.h"
+
+namespace ostrel {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ScriptedDialogs;
+
+const fs::path kData(OSTREL_SHARED_DATA);
+
+struct CatalogueCounts {
+    const char* file;  // below the data folder
+    int staged;        // glasses read into the list
+    int skipped;       // passed over: a formula without a stored form (AGF)
+    // Passed over for another reason: in AGF a failed refit, which shows a box; in GLC,
+    // silently, more than 40 transmission rows, a thermal part laid out otherwise than the
+    // reader takes it, or a formula 3 glass without rows to give the band of its refit.
+    int lost;
+    int flagged;  // staged glasses with a non-empty Check text
+};
+
+std::ostream& operator<<(std::ostream& os, const CatalogueCounts& c) {
+    return os << c.file;
+}
+
+std::string Slurp(const fs::path& p) {
+    std::ifstream in(p, std::ios::binary);
+    std::stringstream ss;
+    ss << in.rdbuf();
+    return ss.str();
+}
+
+std::vector<std::string> Words(const std::string& line) {
+    std::istringstream ls(line);
+    std::vector<std::string> out;
+    for (std::string w; ls >> w;) out.push_back(w);
+    return out;
+}
+
+// Glasses of an AGF file by formula number, from the NM lines alone.
+std::map<long, int> AgfFormulas(const fs::path& p) {
+    std::istringstream in(DecodeTextFile(Slurp(p)));
+    std::map<long, int> out;
+    for (std::string line; std::getline(in, line);) {
+        const auto w = Words(line);
+        if (w.size() < 3 || w[0] != "NM") continue;
+        ++out[std::lround(std::strtod(w[2].c_str(), nullptr))];
+    }
+    return out;
+}
+
+// Glass lines of a GLC file whose formula (the twelfth value after the name) is 1, 2 or 3.
+int GlcUsableLines(const fs::path& p) {
+    std::istringstream in(DecodeTextFile(Slurp(p)));
+    std::string line;
+    std::getline(in, line);  // header
+    int n = 0;
+    while (std::getline(in, line)) {
+        const auto w = Words(line);
+        if (w.size() < 14 || line[0] == ' ') continue;
+        const long f = std::lround(std::strtod(w[12].c_str(), nullptr));
+        if (f >= 1 && f <= 3) ++n;
+    }
+    return n;
+}
+
+struct Read {
+    std::vector<MaterialRecord> recs;
+    std::vector<std::string> checks;
+    int count = 0;
+    int skipped = 0;
+    int boxes = 0;
+    int16_t ok = 0;
+};
+
+Read ReadCatalogue(const fs::path& p) {
+    Read r;
+    ScriptedDialogs dialogs;
+    std::vector<float> errors;
+    int refits = 0;
+    std::vector<StatedIndex> stated;
+    if (p.extension() == ".glc") {
+        CImportOsloGLC importer(dialogs);
+        importer.ReadFile(p.string(), r.recs, r.count, refits, errors, r.ok);
+        stated = importer.stated();
+    } else {
+        CImportZemaxAGF importer(dialogs);
+        std::string errorText;
+        importer.ReadFile(p.string(), p.filename().string(), r.recs, r.count, refits, errors,
+                          errorText, 8, r.ok);
+        stated = importer.stated();
+        r.skipped = importer.skippedFormulaCount();
+    }
+    r.boxes = static_cast<int>(dialogs.boxes.size());
+    for (size_t i = 0; i < r.recs.size() && i < stated.size(); ++i) {
+        r.checks.push_back(ImportCheckText(r.recs[i], stated[i]));
+    }
+    return r;
+}
+
+int Flagged(const Read& r) {
+    return static_cast<int>(std::count_if(r.checks.begin(), r.checks.end(),
+                                          [](const std::string& s) { return !s.empty(); }));
+}
+
+// clang-format off
+const CatalogueCounts kCounts[] = {
+    // file                                         staged skipped lost flagged
+    {"agf/2020/AMTIR.AGF",                               1,   2, 0,   1},
+    {"agf/2020/ANGSTROMLINK.AGF",                        4,   0, 0,   0},
+    {"agf/2020/APEL.AGF",                                4,   0, 0,   1},
+    {"agf/2020/ARCHER.AGF",                             15,   0, 0,   0},
+    {"agf/2020/ARTON.AGF",                               6,   0, 0,   0},
+    {"agf/2020/AUER-LIGHTING.AGF",                       1,   0, 0,   0},
+    {"agf/2020/BIREFRINGENT.AGF",                       31,  31, 0,   4},
+    {"agf/2020/CDGM.AGF",                              256,   0, 0,   7},
+    {"agf/2020/CORNING.AGF",                            95,   0, 0,   0},
+    {"agf/2020/DOWSIL_MS.AGF",                           5,   0, 0,   0},
+    {"agf/2020/HERAEUS.AGF",                            13,   0, 0,   0},
+    {"agf/2020/HIKARI.AGF",                            183, 172, 0,   0},
+    {"agf/2020/HOYA.AGF",                              398,   0, 0,   0},
+    {"agf/2020/INFRARED.AGF",                           41,   5, 0,  25},
+    {"agf/2020/INFRARED_DJG.AGF",                       41,   5, 0,  25},
+    {"agf/2020/IRPHOTONICS.AGF",                         1,   0, 0,   0},
+    {"agf/2020/ISUZU.AGF",                               1,   0, 0,   1},
+    {"agf/2020/KOPPGLASS.AGF",                          23,   0, 0,  19},
+    {"agf/2020/LB2000.AGF",                              2,   0, 0,   0},
+    {"agf/2020/LIBA.AGF",                                2,   0, 0,   0},
+    {"agf/2020/LIGHTPATH.AGF",                          14,   0, 0,   4},
+    {"agf/2020/LUXEXCEL.AGF",                            1,   0, 0,   1},
+    {"agf/2020/LZOS.agf",                               55,   0, 0,   1},
+    {"agf/2020/MISC.AGF",                               23,   0, 0,   5},
+    {"agf/2020/NHG.agf",                               222,   0, 0,  17},
+    {"agf/2020/NIHON_KESSHO_KOGAKU.AGF",                 2,   0, 0,   0},
+    {"agf/2020/NIKON-HIKARI.agf",                      183, 201, 0,   0},
+    {"agf/2020/NIKON.agf",                               0,  12, 0,   0},
+    {"agf/2020/OHARA.agf",                             418,   0, 0,   0},
+    {"agf/2020/OHARA_190820.AGF",                      153,   0, 0,   0},
+    {"agf/2020/OPTIMAX.AGF",                            35,   0, 0,   0},
+    {"agf/2020/OSAKAGASCHEMICAL.AGF",                    6,   0, 0,   0},
+    {"agf/2020/PILKINGTON.AGF",                         33,   0, 0,   0},
+    {"agf/2020/REDWAVE_IR.AGF",                          4,   0, 0,   4},
+    {"agf/2020/RPO.AGF",                                43,   0, 0,   4},
+    {"agf/2020/Rad_Hard.AGF",                            7,   0, 0,   0},
+    {"agf/2020/SABIC_Thermo_Optical_Polymers.agf",       4,   0, 0,   4},
+    {"agf/2020/SCHOTT.AGF",                            356,   0, 0,   0},
+    {"agf/2020/SCHOTT_IG.AGF",                          10,   0, 0,  10},
+    {"agf/2020/SCHOTT_IRG.AGF",                          6,   0, 0,   6},
+    {"agf/2020/Sumita.agf",                            397,   0, 0,  13},
+    {"agf/2020/TOPAS.AGF",                               3,   0, 0,   0},
+    {"agf/2020/UMICORE.AGF",                             3,   0, 0,   3},
+    {"agf/2020/USERJJ.AGF",                             12,   0, 1,   1},
+    {"agf/2020/ZEON.AGF",                               24,   0, 0,   0},
+    {"agf/newer/HOYA20220711_include_obsolete.agf",    408,   0, 0,   0},
+    {"agf/newer/HOYA_20200803.agf",                    209,   0, 0,   0},
+    {"agf/newer/NIKON-HIKARI_201911.AGF",              186, 197, 0,   0},
+    {"agf/newer/OHARA_20200623.AGF",                   158,   0, 0,   0},
+    {"agf/newer/SCHOTT_20180601.agf",                  160,   0, 0,   0},
+    {"agf/newer/SCHOTT_kraken.AGF",                    322,   0, 0,   0},
+    {"agf/newer/SUMITA_20200803.agf",                  400,   0, 0,  13},
+    {"agf/legacy/archer.agf",                           15,   0, 0,   0},
+    {"agf/legacy/arton.agf",                             6,   0, 0,   0},
+    {"agf/legacy/birefringent.agf",                     31,  31, 0,   4},
+    {"agf/legacy/cdgm.agf",                            162,   0, 0,   0},
+    {"agf/legacy/corning.agf",                          95,   0, 0,   0},
+    {"agf/legacy/heraeus.agf",                           5,   0, 0,   0},
+    {"agf/legacy/hikari.agf",                          183, 149, 0,   0},
+    {"agf/legacy/hoya.agf",                            376,   0, 0,   0},
+    {"agf/legacy/infrared.agf",                         43,   5, 0,  27},
+    {"agf/legacy/isuzu.agf",                             1,   0, 0,   1},
+    {"agf/legacy/liebetraut.agf",                       18,   0, 0,  18},
+    {"agf/legacy/lightpath.agf",                        11,   0, 0,   3},
+    {"agf/legacy/lzos.agf",                             55,   0, 0,   1},
+    {"agf/legacy/misc.agf",                             23,   0, 0,   5},
+    {"agf/legacy/nikon.agf",                           186, 197, 0,   0},
+    {"agf/legacy/ohara.agf",                           417,   0, 0,   0},
+    {"agf/legacy/rad_hard.agf",                          7,   0, 0,   0},
+    {"agf/legacy/rpo.agf",                              43,   0, 0,   4},
+    {"agf/legacy/schott.agf",                          160,   0, 0,   0},
+    {"agf/legacy/sumita.agf",                          192,   0, 0,  10},
+    {"agf/legacy/topas.agf",                             3,   0, 0,   0},
+    {"agf/legacy/umicore.agf",                           2,   0, 0,   2},
+    {"agf/legacy/zeon.agf",                              3,   0, 0,   1},
+    {"glc/CDGM-IR.glc",                                  0,   0, 0,   0},
+    {"glc/CDGM.glc",                                   262,   0, 0, 186},
+    {"glc/corning.glc",                                 94,   0, 0,   0},
+    {"glc/hikari.glc",                                   0,   0, 0,   0},
+    {"glc/hoya.glc",                                   181,   0, 8,   0},
+    {"glc/misc.glc",                                   129,   0, 5,  30},
+    {"glc/obsolete001.glc",                            639,   0, 32,   0},
+    {"glc/obsolete002.glc",                            635,   0, 26,   2},
+    {"glc/obsolete003.glc",                            215,   0, 0,   3},
+    {"glc/ohara.glc",                                  152,   0, 0,   0},
+    {"glc/pilkington.glc",                              30,   0, 0,   0},
+    {"glc/schott.glc",                                 141,   0, 0,   0},
+    {"glc/schott_radhard.glc",                           7,   0, 0,   0},
+    {"glc/shared.glc",                                   0,   0, 0,   0},
+    {"glc/sumita.glc",                                 115,   0, 0,   4},
+    {"glc/vitron.glc",                                   5,   0, 0,   5},
+};
+// clang-format on
+
+class CatalogueCountsTest : public ::testing::TestWithParam<CatalogueCounts> {};
+
+TEST_P(CatalogueCountsTest, StagesAndFlagsTheKnownNumbers) {
+    const auto& want = GetParam();
+    const fs::path p = kData / want.file;
+    if (!fs::exists(p)) GTEST_SKIP() << "no catalogue data";
+    const Read r = ReadCatalogue(p);
+    ASSERT_EQ(r.ok, -1);
+    EXPECT_EQ(r.recs.size(), static_cast<size_t>(r.count));
+    ASSERT_EQ(r.checks.size(), r.recs.size());
+    EXPECT_EQ(r.count, want.staged);
+    EXPECT_EQ(r.skipped, want.skipped);
+    if (p.extension() != ".glc") {
+        EXPECT_EQ(r.boxes, want.lost);
+    }
+    EXPECT_EQ(Flagged(r), want.flagged);
+
+    if (p.extension() == ".glc") {
+        EXPECT_EQ(r.boxes, 0);
+        EXPECT_EQ(r.count + want.lost, GlcUsableLines(p));
+    } else {
+        int accepted = 0, other = 0;
+        for (const auto& [formula, n] : AgfFormulas(p)) {
+            (formula == 1 || formula == 2 || formula == 3 || formula == 5 ? accepted : other) += n;
+        }
+        EXPECT_EQ(r.skipped, other);
+        EXPECT_EQ(r.count + r.boxes, accepted);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(RealFiles, CatalogueCountsTest, ::testing::ValuesIn(kCounts),
+                         [](const auto& info) {
+                             std::string name = info.param.file;
+                             for (char& c : name) {
+                                 if (!std::isalnum(static_cast<unsigned char>(c))) c = '_';
+                             }
+                             return name;
+                         });
+
+// The table names every catalogue of the data folder, so that no file goes unchecked.
+TEST(CatalogueCounts, TableCoversEveryFile) {
+    if (!fs::exists(kData / "agf")) GTEST_SKIP() << "no catalogue data";
+    std::set<std::string> listed;
+    for (const auto& c : kCounts) listed.insert(c.file);
+    std::set<std::string> present;
+    for (const char* dir : {"agf/2020", "agf/newer", "agf/legacy", "glc"}) {
+        for (const auto& e : fs::directory_iterator(kData / dir)) {
+            present.insert(fs::relative(e.path(), kData).generic_string());
+        }
+    }
+    EXPECT_EQ(listed, present);
+}
+
+// Check texts of single glasses: glasses that agree give none; a file whose stated nd
+// differs from its own coefficients (the GLC catalogue of CDGM states the catalogue nd,
+// 0.00014 below what its formula gives), a typing slip in a stated vd, and a dispersion
+// that does not match the stated one.
+struct CheckCase {
+    const char* file;
+    const char* glass;
+    const char* text;
+};
+
+std::ostream& operator<<(std::ostream& os, const CheckCase& c) {
+    return os << c.glass;
+}
+
+class CheckTextTest : public ::testing::TestWithParam<CheckCase> {};
+
+TEST_P(CheckTextTest, MatchesTheCatalogue) {
+    const auto& c = GetParam();
+    const fs::path p = kData / c.file;
+    if (!fs::exists(p)) GTEST_SKIP() << "no catalogue data";
+    const Read r = ReadCatalogue(p);
+    ASSERT_EQ(r.checks.size(), r.recs.size());
+    for (size_t i = 0; i < r.recs.size(); ++i) {
+        if (r.recs[i].General.GlassName.Text() == c.glass) {
+            EXPECT_EQ(r.checks[i], c.text);
+            return;
+        }
+    }
+    ADD_FAILURE() << c.glass << " not staged";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    RealFiles, CheckTextTest,
+    ::testing::Values(CheckCase{"agf/2020/SCHOTT.AGF", "N-BK7", ""},
+                      CheckCase{"agf/2020/HOYA.AGF", "BSC7", ""},
+                      CheckCase{"agf/2020/OHARA.agf", "S-BSL7", ""},
+                      CheckCase{"glc/schott.glc", "N-BK7", ""},
+                      CheckCase{"glc/CDGM.glc", "H-K9L", ""},
+                      CheckCase{"glc/CDGM.glc", "C_F1", "nd 1.60342 vs 1.60328"},
+                      CheckCase{"agf/2020/CDGM.AGF", "F1", ""},
+                      CheckCase{"glc/misc.glc", "CROWN", "vd 64.17 vs 4.17"},
+                      CheckCase{"agf/2020/APEL.AGF", "APL5014GH", "nd 1.54492 vs 1.54440"},
+                      CheckCase{"agf/2020/KOPPGLASS.AGF", "K9000", "vd 77.48 vs 78.01"}));
+
+}  // namespace
+}  // namespace ostrel
