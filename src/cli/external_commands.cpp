@@ -5,7 +5,7 @@
 #include <ostream>
 
 #include "cli/cli_context.h"
-#include "cli/cli_session.h"
+#include "cli/cli_list.h"
 #include "cli/demo_catalogue.h"
 #include "core/external/bas1_setup.h"
 #include "core/external/demo_installation.h"
@@ -63,12 +63,12 @@ int RunPaths(CliContext& ctx, const ExternalArgs& a) {
 }
 
 int RunUpdate(CliContext& ctx, const ExternalArgs& a) {
-    CliSession session(ctx);
-    if (!session.Open()) return kExitRefused;
+    CliList opened(ctx);
+    if (!opened.Open()) return kExitRefused;
     SettingsFile settings(SettingsFile::DefaultPath());
     Bas1Setup setup(settings, *ctx.dialogs);
     setup.LoadPaths();
-    const auto& list = session.list().CustomList();
+    const auto& list = opened.list().CustomList();
     const int first = a.range.empty() ? 0 : a.range[0];
     const int last = a.range.size() > 1 ? a.range[1] : first;
     if (!a.all && !a.sync) {

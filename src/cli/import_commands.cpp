@@ -4,7 +4,7 @@
 #include <ostream>
 
 #include "cli/cli_context.h"
-#include "cli/cli_session.h"
+#include "cli/cli_list.h"
 #include "cli/record_json.h"
 #include "core/import/frm4_import.h"
 #include "core/import/glz_writer.h"
@@ -60,11 +60,11 @@ void RegisterImportCommands(CLI::App& app, CliContext& ctx) {
                 *ctx.err << "Unknown file type; give --type glz|gla|gls|glc|agf\n";
                 return kExitUsage;
             }
-            CliSession session(ctx);
-            if (!session.Open()) return kExitRefused;
+            CliList opened(ctx);
+            if (!opened.Open()) return kExitRefused;
             MemorySettingsStore settings;
-            CNewMsg newMsg(session.dialogs(), settings);
-            frm4Import form(session.list(), session.dialogs(), settings, newMsg, ctx.dataDir);
+            CNewMsg newMsg(opened.dialogs(), settings);
+            frm4Import form(opened.list(), opened.dialogs(), settings, newMsg, ctx.dataDir);
             form.chkRefitOther.value = args->refitAll;
             const bool read = form.ImportFile(args->file, type);
             if (!args->renameSource.empty()) {
@@ -120,9 +120,9 @@ void RegisterImportCommands(CLI::App& app, CliContext& ctx) {
                 *ctx.err << "Give --all or FIRST [LAST]\n";
                 return kExitUsage;
             }
-            CliSession session(ctx);
-            if (!session.Open()) return kExitRefused;
-            std::vector<MaterialRecord> copy = session.list().CopyListOut();
+            CliList opened(ctx);
+            if (!opened.Open()) return kExitRefused;
+            std::vector<MaterialRecord> copy = opened.list().CopyListOut();
             const int size = static_cast<int>(copy.size());
             if (size == 0) {
                 *ctx.err << "There are no glasses to backup!\n";
@@ -132,7 +132,7 @@ void RegisterImportCommands(CLI::App& app, CliContext& ctx) {
             if (!args->all) {
                 first = args->range[0];
                 last = args->range.size() > 1 ? args->range[1] : first;
-                if (!session.CheckIndex(first) || !session.CheckIndex(last) || last < first) {
+                if (!opened.CheckIndex(first) || !opened.CheckIndex(last) || last < first) {
                     return kExitRefused;
                 }
             }

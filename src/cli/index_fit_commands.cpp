@@ -9,7 +9,7 @@
 #include <sstream>
 
 #include "cli/cli_context.h"
-#include "cli/cli_session.h"
+#include "cli/cli_list.h"
 #include "core/material/material_record.h"
 #include "core/materialform/frm3new.h"
 #include "core/materialform/index_fit_steps.h"
@@ -86,11 +86,11 @@ void RegisterIndexFitCommands(CLI::App& app, CliContext& ctx) {
             PolyCoefBlock coef{};
             int16_t type = 0;
             if (args->record > 0) {
-                CliSession session(ctx);
-                if (!session.Open()) return kExitRefused;
-                if (!session.CheckIndex(args->record)) return kExitRefused;
+                CliList opened(ctx);
+                if (!opened.Open()) return kExitRefused;
+                if (!opened.CheckIndex(args->record)) return kExitRefused;
                 MaterialRecord rec;
-                session.list().GetMaterial(args->record, rec);
+                opened.list().GetMaterial(args->record, rec);
                 coef = rec.General.PolyCoef;
                 type = rec.General.Polytype;
             } else {

@@ -3,7 +3,7 @@
 #include <ostream>
 
 #include "cli/cli_context.h"
-#include "cli/cli_session.h"
+#include "cli/cli_list.h"
 #include "cli/record_json.h"
 #include "core/material/list_operations.h"
 
@@ -29,9 +29,9 @@ void RegisterListCommands(CLI::App& app, CliContext& ctx) {
     list->add_flag("--json", args->json, "Write JSON instead of tab-separated text");
     list->callback([&ctx, args] {
         ctx.run = [&ctx, args] {
-            CliSession session(ctx);
-            if (!session.Open()) return kExitRefused;
-            const auto& recs = session.list().CustomList();
+            CliList opened(ctx);
+            if (!opened.Open()) return kExitRefused;
+            const auto& recs = opened.list().CustomList();
             if (args->json) {
                 auto arr = nlohmann::ordered_json::array();
                 for (size_t i = 0; i < recs.size(); ++i) {
@@ -53,11 +53,11 @@ void RegisterListCommands(CLI::App& app, CliContext& ctx) {
     show->add_flag("--json", args->json, "Write JSON (the only format)");
     show->callback([&ctx, args] {
         ctx.run = [&ctx, args] {
-            CliSession session(ctx);
-            if (!session.Open()) return kExitRefused;
-            if (!session.CheckIndex(args->index)) return kExitRefused;
+            CliList opened(ctx);
+            if (!opened.Open()) return kExitRefused;
+            if (!opened.CheckIndex(args->index)) return kExitRefused;
             MaterialRecord rec;
-            session.list().GetMaterial(args->index, rec);
+            opened.list().GetMaterial(args->index, rec);
             *ctx.out << Dump(RecordToJson(rec)) << '\n';
             return kExitOk;
         };
@@ -67,11 +67,11 @@ void RegisterListCommands(CLI::App& app, CliContext& ctx) {
     del->add_option("N", args->index, "Position in the list, from 1")->required();
     del->callback([&ctx, args] {
         ctx.run = [&ctx, args] {
-            CliSession session(ctx);
-            if (!session.Open()) return kExitRefused;
-            if (!session.CheckIndex(args->index)) return kExitRefused;
-            return DeleteMaterial(session.list(), session.dialogs(), args->index) ? kExitOk
-                                                                                  : kExitRefused;
+            CliList opened(ctx);
+            if (!opened.Open()) return kExitRefused;
+            if (!opened.CheckIndex(args->index)) return kExitRefused;
+            return DeleteMaterial(opened.list(), opened.dialogs(), args->index) ? kExitOk
+                                                                                : kExitRefused;
         };
     });
 
@@ -80,11 +80,11 @@ void RegisterListCommands(CLI::App& app, CliContext& ctx) {
     dup->add_option("NEWNAME", args->newName, "Name of the copy")->required();
     dup->callback([&ctx, args] {
         ctx.run = [&ctx, args] {
-            CliSession session(ctx);
-            if (!session.Open()) return kExitRefused;
-            if (!session.CheckIndex(args->index)) return kExitRefused;
+            CliList opened(ctx);
+            if (!opened.Open()) return kExitRefused;
+            if (!opened.CheckIndex(args->index)) return kExitRefused;
             ctx.dialogs->inputAnswers = {args->newName};
-            if (DuplicateMaterial(session.list(), session.dialogs(), args->index)) {
+            if (DuplicateMaterial(opened.list(), opened.dialogs(), args->index)) {
                 return kExitOk;
             }
             *ctx.err << "No copy was made: the name " << args->newName

@@ -9,7 +9,7 @@
 #include <sstream>
 
 #include "cli/cli_context.h"
-#include "cli/cli_session.h"
+#include "cli/cli_list.h"
 #include "cli/record_json.h"
 #include "core/external/bas1_setup.h"
 #include "core/materialform/index_fit_steps.h"
@@ -66,8 +66,8 @@ int RunMelt(CliContext& ctx, const MeltArgs& a) {
         *ctx.err << "Kelmora was not found: set its folder with `paths --kelmora DIR`\n";
         return kExitRefused;
     }
-    CliSession session(ctx);
-    if (!session.Open()) return kExitRefused;
+    CliList opened(ctx);
+    if (!opened.Open()) return kExitRefused;
 
     // One-time notices and the remembered maker are the desktop's business.
     QuietDialogs quiet;
@@ -104,7 +104,7 @@ int RunMelt(CliContext& ctx, const MeltArgs& a) {
     frm7Melt::Hooks hooks;
     hooks.pickParent = [&](MaterialRecord& rec) { return picker.PickParent(rec); };
     hooks.enterSheet = [&](MaterialRecord& rec) { return sheet.EnterSheet(rec); };
-    frm7Melt form(session.list(), *ctx.dialogs, notices, setup.GetPathKelmora(), hooks);
+    frm7Melt form(opened.list(), *ctx.dialogs, notices, setup.GetPathKelmora(), hooks);
     form.DisplayNew(false);
     form.comParentClick();
     if (!parentFound) {
@@ -150,7 +150,7 @@ int RunMelt(CliContext& ctx, const MeltArgs& a) {
         form.comAddClick();
         saved = form.Saved();
         if (saved) {
-            for (const auto& rec : session.list().CustomList()) {
+            for (const auto& rec : opened.list().CustomList()) {
                 if (SameMaterial(rec, result)) result = rec;
             }
         }

@@ -11,9 +11,9 @@
 
 namespace ostrel::cli {
 
-class CliSession {
+class CliList {
   public:
-    explicit CliSession(CliContext& ctx);
+    explicit CliList(CliContext& ctx);
     // Checks the data folder and loads the list; false (with a message) when that failed.
     bool Open();
     GlassesList& list() { return *list_; }

@@ -1,4 +1,4 @@
-#include "cli/cli_session.h"
+#include "cli/cli_list.h"
 
 #include <filesystem>
 #include <ostream>
@@ -9,9 +9,9 @@ namespace fs = std::filesystem;
 
 namespace ostrel::cli {
 
-CliSession::CliSession(CliContext& ctx) : ctx_(ctx) {}
+CliList::CliList(CliContext& ctx) : ctx_(ctx) {}
 
-bool CliSession::Open() {
+bool CliList::Open() {
     std::error_code ec;
     if (!fs::is_directory(ctx_.dataDir, ec)) {
         if (ctx_.dataDir == DefaultDataFolder()) {
@@ -31,7 +31,7 @@ bool CliSession::Open() {
     return list_->LoadCustomFile();
 }
 
-bool CliSession::CheckIndex(int index) {
+bool CliList::CheckIndex(int index) {
     if (index >= 1 && index <= list_->CustomCount()) return true;
     *ctx_.err << "There is no material " << index << " in the list (it holds "
               << list_->CustomCount() << ").\n";
