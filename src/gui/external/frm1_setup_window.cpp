@@ -12,6 +12,7 @@
 #include <QVBoxLayout>
 
 #include "gui/platform/binders.h"
+#include "gui/platform/form_widgets.h"
 #include "gui/shell/form_position.h"
 
 namespace ostrel::gui {
@@ -19,21 +20,6 @@ namespace ostrel::gui {
 namespace {
 
 constexpr const char* kFormName = "frm1Setup";
-
-QPushButton* MakeButton(QWidget* parent, const char* name, Button& model) {
-    auto* b = new QPushButton(parent);
-    b->setObjectName(name);
-    Bind(b, model);
-    return b;
-}
-
-QLabel* MakeLabel(QWidget* parent, const char* name, Label& model) {
-    auto* l = new QLabel(parent);
-    l->setObjectName(name);
-    l->setTextFormat(Qt::PlainText);
-    Bind(l, model);
-    return l;
-}
 
 }  // namespace
 
@@ -64,8 +50,8 @@ frm1SetupWindow::frm1SetupWindow(frm1Setup& unit, CSApplication* app, QMdiArea* 
     };
     int r = 0;
     for (auto& row : rows) {
-        paths->addWidget(MakeLabel(this, row.title, row.titleModel), r, 0, 1, 2);
-        QLabel* path = MakeLabel(this, row.path, row.pathModel);
+        paths->addWidget(MakePlainLabel(this, row.title, row.titleModel), r, 0, 1, 2);
+        QLabel* path = MakePlainLabel(this, row.path, row.pathModel);
         path->setFrameStyle(QFrame::Panel | QFrame::Sunken);
         path->setMinimumWidth(360);
         path->setContentsMargins(4, 2, 4, 2);

@@ -14,6 +14,7 @@
 #include <QVBoxLayout>
 
 #include "gui/platform/binders.h"
+#include "gui/platform/form_widgets.h"
 #include "gui/platform/grid_view.h"
 #include "gui/shell/form_position.h"
 
@@ -22,21 +23,6 @@ namespace ostrel::gui {
 namespace {
 
 constexpr const char* kFormName = "frm6Archive";
-
-QPushButton* MakeButton(QWidget* parent, const char* name, Button& model) {
-    auto* b = new QPushButton(parent);
-    b->setObjectName(name);
-    Bind(b, model);
-    return b;
-}
-
-QLabel* MakeLabel(QWidget* parent, const char* name, Label& model) {
-    auto* l = new QLabel(parent);
-    l->setObjectName(name);
-    l->setTextFormat(Qt::PlainText);
-    Bind(l, model);
-    return l;
-}
 
 }  // namespace
 
@@ -68,8 +54,8 @@ frm6ArchiveWindow::frm6ArchiveWindow(frm6Archive& unit, CSApplication* app, QMdi
     setObjectName(kFormName);
     auto* outer = new QVBoxLayout(this);
     auto* grids = new QGridLayout();
-    grids->addWidget(MakeLabel(this, "lblCurr", unit_.lblCurr), 0, 0);
-    grids->addWidget(MakeLabel(this, "lblArchive", unit_.lblArchive), 0, 2);
+    grids->addWidget(MakePlainLabel(this, "lblCurr", unit_.lblCurr), 0, 0);
+    grids->addWidget(MakePlainLabel(this, "lblArchive", unit_.lblArchive), 0, 2);
     curr_ = MakeGrid("ssGlassCurr", unit_.ssGlassCurr, &frm6Archive::ssGlassCurrClick);
     archive_ = MakeGrid("ssGlassArchive", unit_.ssGlassArchive, &frm6Archive::ssGlassArchiveClick);
     grids->addWidget(curr_, 1, 0);

@@ -16,6 +16,7 @@
 #include <algorithm>
 
 #include "gui/platform/binders.h"
+#include "gui/platform/form_widgets.h"
 #include "gui/platform/grid_view.h"
 #include "gui/shell/form_position.h"
 
@@ -24,22 +25,6 @@ namespace ostrel::gui {
 namespace {
 
 constexpr const char* kFormName = "frm4Import";
-
-QPushButton* MakeButton(QWidget* parent, const char* name, Button& model) {
-    auto* b = new QPushButton(parent);
-    b->setObjectName(name);
-    Bind(b, model);
-    return b;
-}
-
-QLabel* MakeLabel(QWidget* parent, const char* name, Label& model) {
-    auto* l = new QLabel(parent);
-    l->setObjectName(name);
-    l->setTextFormat(Qt::PlainText);
-    l->setWordWrap(true);
-    Bind(l, model);
-    return l;
-}
 
 }  // namespace
 
@@ -65,8 +50,8 @@ frm4ImportWindow::frm4ImportWindow(frm4Import& unit, CSApplication* app, QMdiAre
     top->addStretch(1);
     outer->addLayout(top);
 
-    outer->addWidget(MakeLabel(this, "lblReFit", unit_.lblReFit));
-    outer->addWidget(MakeLabel(this, "lblSkipped", unit_.lblSkipped));
+    outer->addWidget(MakePlainLabel(this, "lblReFit", unit_.lblReFit, true));
+    outer->addWidget(MakePlainLabel(this, "lblSkipped", unit_.lblSkipped, true));
 
     grid_ = new GridView(this);
     grid_->setObjectName("ssGlasses");
@@ -104,12 +89,7 @@ frm4ImportWindow::frm4ImportWindow(frm4Import& unit, CSApplication* app, QMdiAre
         connect(w, &QPushButton::clicked, this, [this, click] { (unit_.*click)(); });
         frame->addWidget(w);
     }
-    frameSub_ = unit_.fraUpdate.Observe([this] {
-        fraUpdate_->setTitle(ToQt(unit_.fraUpdate.caption));
-        fraUpdate_->setEnabled(unit_.fraUpdate.enabled);
-        fraUpdate_->setVisible(unit_.fraUpdate.visible);
-    });
-    fraUpdate_->setTitle(ToQt(unit_.fraUpdate.caption));
+    frameSub_ = BindFrame(fraUpdate_, unit_.fraUpdate);
     bottom->addWidget(fraUpdate_);
     bottom->addStretch(1);
     QPushButton* ok = MakeButton(this, "comOK", unit_.comOK);

@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 
 #include "gui/platform/binders.h"
+#include "gui/platform/form_widgets.h"
 #include "gui/platform/grid_view.h"
 #include "gui/shell/form_position.h"
 
@@ -19,13 +20,6 @@ namespace ostrel::gui {
 namespace {
 
 constexpr const char* kFormName = "frm5Export";
-
-QPushButton* MakeButton(QWidget* parent, const char* name, Button& model) {
-    auto* b = new QPushButton(parent);
-    b->setObjectName(name);
-    Bind(b, model);
-    return b;
-}
 
 }  // namespace
 
@@ -52,12 +46,7 @@ frm5ExportWindow::frm5ExportWindow(frm5Export& unit, CSApplication* app, QMdiAre
     QPushButton* all = MakeButton(fraBackup_, "comExportAll", unit_.comExportAll);
     connect(all, &QPushButton::clicked, this, [this] { unit_.comExportAllClick(); });
     frame->addWidget(all);
-    frameSub_ = unit_.fraBackup.Observe([this] {
-        fraBackup_->setTitle(ToQt(unit_.fraBackup.caption));
-        fraBackup_->setEnabled(unit_.fraBackup.enabled);
-        fraBackup_->setVisible(unit_.fraBackup.visible);
-    });
-    fraBackup_->setTitle(ToQt(unit_.fraBackup.caption));
+    frameSub_ = BindFrame(fraBackup_, unit_.fraBackup);
     bottom->addWidget(fraBackup_);
     bottom->addStretch(1);
     QPushButton* ok = MakeButton(this, "comOK", unit_.comOK);

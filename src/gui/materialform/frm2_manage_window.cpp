@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 
 #include "gui/platform/binders.h"
+#include "gui/platform/form_widgets.h"
 #include "gui/platform/grid_view.h"
 #include "gui/shell/form_position.h"
 
@@ -18,13 +19,6 @@ namespace ostrel::gui {
 
 namespace {
 constexpr const char* kFormName = "frm2Manage";
-
-QPushButton* MakeButton(QWidget* parent, const char* name, Button& model) {
-    auto* b = new QPushButton(parent);
-    b->setObjectName(name);
-    Bind(b, model);
-    return b;
-}
 }  // namespace
 
 frmGlassesDelDialog::frmGlassesDelDialog(frmGlassesDel& unit, QWidget* parent) : QDialog(parent) {

@@ -23,6 +23,7 @@
 
 #include "gui/materialform/frm3_new_plots.h"
 #include "gui/platform/binders.h"
+#include "gui/platform/form_widgets.h"
 #include "gui/platform/grid_view.h"
 #include "gui/shell/form_position.h"
 
@@ -108,14 +109,7 @@ frm3NewWindow::frm3NewWindow(frm3New& unit, CSApplication* app, QMdiArea* area)
     auto* status = new QHBoxLayout();
     status->setSpacing(4);
     for (size_t i = 0; i < unit_.pnlStatus.size(); ++i) {
-        auto* panel = new QLabel(this);
-        panel->setObjectName(QString("pnlStatus%1").arg(i));
-        panel->setFrameShape(QFrame::Panel);
-        panel->setFrameShadow(QFrame::Sunken);
-        panel->setAlignment(Qt::AlignCenter);
-        panel->setMinimumHeight(panel->fontMetrics().height() + 8);
-        Bind(panel, unit_.pnlStatus[i]);
-        status->addWidget(panel, 1);
+        status->addWidget(MakePanel(this, QString("pnlStatus%1").arg(i), unit_.pnlStatus[i]), 1);
     }
     layout->addLayout(status);
 
@@ -151,10 +145,8 @@ frm3NewWindow::frm3NewWindow(frm3New& unit, CSApplication* app, QMdiArea* area)
 
 QPushButton* frm3NewWindow::MakeButton(QWidget* parent, const char* name, Button& model,
                                        void (frm3New::*click)()) {
-    auto* b = new QPushButton(parent);
-    b->setObjectName(name);
+    QPushButton* b = gui::MakeButton(parent, name, model);
     b->setAutoDefault(false);
-    Bind(b, model);
     if (click) {
         connect(b, &QPushButton::clicked, this, [this, click] {
             (unit_.*click)();
@@ -175,13 +167,6 @@ QComboBox* frm3NewWindow::MakeCombo(QWidget* parent, const char* name, ListContr
         RefreshPlots();
     });
     return combo;
-}
-
-QLabel* frm3NewWindow::MakeLabel(QWidget* parent, const char* name, Label& model) {
-    auto* label = new QLabel(parent);
-    label->setObjectName(name);
-    Bind(label, model);
-    return label;
 }
 
 QWidget* frm3NewWindow::BuildGeneralTab() {

@@ -58,7 +58,6 @@ class frm3NewWindow : public QWidget {
                             void (frm3New::*click)());
     QComboBox* MakeCombo(QWidget* parent, const char* name, ListControl& model,
                          void (frm3New::*click)());
-    QLabel* MakeLabel(QWidget* parent, const char* name, Label& model);
     void FollowForm();
 
     frm3New& unit_;

@@ -22,6 +22,7 @@
 #include "gui/melt/frm7_melt_plot.h"
 #include "gui/melt/melt_sheet_picture.h"
 #include "gui/platform/binders.h"
+#include "gui/platform/form_widgets.h"
 #include "gui/platform/grid_view.h"
 #include "gui/shell/form_position.h"
 
@@ -212,10 +213,8 @@ QWidget* frm7MeltWindow::BuildSide() {
 
 QPushButton* frm7MeltWindow::MakeButton(QWidget* parent, const char* name, Button& model,
                                         void (frm7Melt::*click)()) {
-    auto* b = new QPushButton(parent);
-    b->setObjectName(name);
+    QPushButton* b = gui::MakeButton(parent, name, model);
     b->setAutoDefault(false);
-    Bind(b, model);
     if (click) {
         connect(b, &QPushButton::clicked, this, [this, click] {
             (unit_.*click)();
@@ -223,24 +222,6 @@ QPushButton* frm7MeltWindow::MakeButton(QWidget* parent, const char* name, Butto
         });
     }
     return b;
-}
-
-QLabel* frm7MeltWindow::MakeLabel(QWidget* parent, const char* name, Label& model) {
-    auto* label = new QLabel(parent);
-    label->setObjectName(name);
-    Bind(label, model);
-    return label;
-}
-
-QLabel* frm7MeltWindow::MakePanel(QWidget* parent, const char* name, Panel& model) {
-    auto* panel = new QLabel(parent);
-    panel->setObjectName(name);
-    panel->setFrameShape(QFrame::Panel);
-    panel->setFrameShadow(QFrame::Sunken);
-    panel->setAlignment(Qt::AlignCenter);
-    panel->setMinimumHeight(panel->fontMetrics().height() + 8);
-    Bind(panel, model);
-    return panel;
 }
 
 void frm7MeltWindow::ShowForm(bool modal) {

@@ -52,8 +52,6 @@ class frm7MeltWindow : public QWidget {
   private:
     QPushButton* MakeButton(QWidget* parent, const char* name, Button& model,
                             void (frm7Melt::*click)());
-    QLabel* MakeLabel(QWidget* parent, const char* name, Label& model);
-    QLabel* MakePanel(QWidget* parent, const char* name, Panel& model);
     QWidget* BuildSide();
 
     frm7Melt& unit_;

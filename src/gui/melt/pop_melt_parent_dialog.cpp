@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 
 #include "gui/platform/binders.h"
+#include "gui/platform/form_widgets.h"
 #include "gui/platform/grid_view.h"
 #include "gui/shell/form_position.h"
 
@@ -83,13 +84,9 @@ popMeltParentDialog::popMeltParentDialog(popMeltParent& unit, CSApplication* app
 
     auto* row = new QHBoxLayout();
     row->addStretch(1);
-    auto* ok = new QPushButton(this);
-    ok->setObjectName("comOK");
-    Bind(ok, unit_.comOK);
+    QPushButton* ok = MakeButton(this, "comOK", unit_.comOK);
     ok->setDefault(true);
-    auto* cancel = new QPushButton(this);
-    cancel->setObjectName("comCancel");
-    Bind(cancel, unit_.comCancel);
+    QPushButton* cancel = MakeButton(this, "comCancel", unit_.comCancel);
     connect(ok, &QPushButton::clicked, this, [this] {
         unit_.comOKClick();
         FollowUnit();

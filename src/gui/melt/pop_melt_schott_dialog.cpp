@@ -13,6 +13,7 @@
 
 #include "gui/melt/melt_sheet_picture.h"
 #include "gui/platform/binders.h"
+#include "gui/platform/form_widgets.h"
 #include "gui/shell/form_position.h"
 
 namespace ostrel::gui {
@@ -83,10 +84,8 @@ popMeltSchottDialog::popMeltSchottDialog(popMeltSchott& unit, CSApplication* app
     side->addStretch(1);
     auto makeButton = [this, side](const char* name, Button& model,
                                    void (popMeltSchott::*click)()) {
-        auto* b = new QPushButton(this);
-        b->setObjectName(name);
+        QPushButton* b = MakeButton(this, name, model);
         b->setAutoDefault(false);
-        Bind(b, model);
         connect(b, &QPushButton::clicked, this, [this, click] {
             (unit_.*click)();
             FollowUnit();

@@ -1,0 +1,56 @@
+#include "gui/platform/form_widgets.h"
+
+#include <QFrame>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+
+#include "gui/platform/binders.h"
+
+namespace ostrel::gui {
+
+QPushButton* MakeButton(QWidget* parent, const QString& name, Button& model) {
+    auto* b = new QPushButton(parent);
+    b->setObjectName(name);
+    Bind(b, model);
+    return b;
+}
+
+QLabel* MakeLabel(QWidget* parent, const QString& name, Label& model) {
+    auto* label = new QLabel(parent);
+    label->setObjectName(name);
+    Bind(label, model);
+    return label;
+}
+
+QLabel* MakePlainLabel(QWidget* parent, const QString& name, Label& model, bool wordWrap) {
+    auto* label = new QLabel(parent);
+    label->setObjectName(name);
+    label->setTextFormat(Qt::PlainText);
+    if (wordWrap) label->setWordWrap(true);
+    Bind(label, model);
+    return label;
+}
+
+QLabel* MakePanel(QWidget* parent, const QString& name, Panel& model) {
+    auto* panel = new QLabel(parent);
+    panel->setObjectName(name);
+    panel->setFrameShape(QFrame::Panel);
+    panel->setFrameShadow(QFrame::Sunken);
+    panel->setAlignment(Qt::AlignCenter);
+    panel->setMinimumHeight(panel->fontMetrics().height() + 8);
+    Bind(panel, model);
+    return panel;
+}
+
+Subscription BindFrame(QGroupBox* frame, Panel& model) {
+    Subscription sub = model.Observe([frame, &model] {
+        frame->setTitle(ToQt(model.caption));
+        frame->setEnabled(model.enabled);
+        frame->setVisible(model.visible);
+    });
+    frame->setTitle(ToQt(model.caption));
+    return sub;
+}
+
+}  // namespace ostrel::gui

@@ -1,0 +1,25 @@
+#pragma once
+// The small widget factories the forms share: each makes a widget, names it after its
+// control and binds it to the control's model.
+#include <QString>
+
+#include "core/platform/controls.h"
+
+class QGroupBox;
+class QLabel;
+class QPushButton;
+class QWidget;
+
+namespace ostrel::gui {
+
+QPushButton* MakeButton(QWidget* parent, const QString& name, Button& model);
+QLabel* MakeLabel(QWidget* parent, const QString& name, Label& model);
+// A label whose caption is plain text (no rich text), optionally wrapped.
+QLabel* MakePlainLabel(QWidget* parent, const QString& name, Label& model, bool wordWrap = false);
+// A sunken, centred status panel at least one line of text high.
+QLabel* MakePanel(QWidget* parent, const QString& name, Panel& model);
+
+// The frame takes the model's caption now; later changes bring caption, enabled and visible.
+[[nodiscard]] Subscription BindFrame(QGroupBox* frame, Panel& model);
+
+}  // namespace ostrel::gui
