@@ -1,6 +1,5 @@
 #include "gui/external/frm1_setup_window.h"
 
-#include <QCloseEvent>
 #include <QDialog>
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -13,6 +12,7 @@
 
 #include "gui/platform/binders.h"
 #include "gui/platform/form_widgets.h"
+#include "gui/platform/mdi_form.h"
 #include "gui/shell/form_position.h"
 
 namespace ostrel::gui {
@@ -83,12 +83,10 @@ frm1SetupWindow::frm1SetupWindow(frm1Setup& unit, CSApplication* app, QMdiArea* 
     buttons->addWidget(cancel);
     outer->addLayout(buttons);
 
-    sub_ = area->addSubWindow(this);
-    sub_->setWindowIcon(style()->standardIcon(QStyle::SP_ComputerIcon));
-    sub_->installEventFilter(this);
-    sub_->setWindowTitle(ToQt(unit_.form.caption));
-    sub_->resize(sub_->sizeHint().expandedTo(QSize(440, 280)));
-    sub_->hide();
+    sub_ = AddFormSubWindow(
+        area, this, style()->standardIcon(QStyle::SP_ComputerIcon), ToQt(unit_.form.caption),
+        QSize(440, 280), [this]() -> bool { return unit_.form.visible; },
+        [this] { unit_.comCancelClick(); }, true);
     visibleSub_ = unit_.form.Observe([this] { FollowVisible(); });
 }
 
@@ -149,16 +147,6 @@ QPushButton* frm1SetupWindow::button(const char* name) const {
 
 QLabel* frm1SetupWindow::label(const char* name) const {
     return findChild<QLabel*>(name);
-}
-
-bool frm1SetupWindow::eventFilter(QObject* watched, QEvent* event) {
-    // The close box of the sub-window cancels, as the Cancel button does.
-    if (watched == sub_ && event->type() == QEvent::Close && unit_.form.visible) {
-        event->ignore();
-        unit_.comCancelClick();
-        return true;
-    }
-    return QWidget::eventFilter(watched, event);
 }
 
 }  // namespace ostrel::gui

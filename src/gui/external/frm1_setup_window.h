@@ -29,9 +29,6 @@ class frm1SetupWindow : public QWidget {
     QPushButton* button(const char* name) const;
     QLabel* label(const char* name) const;
 
-  protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
   private:
     void FollowVisible();
     QDialog* ModalHost();

@@ -2,7 +2,6 @@
 
 #include <QAbstractButton>
 #include <QComboBox>
-#include <QEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -16,6 +15,7 @@
 #include "gui/platform/binders.h"
 #include "gui/platform/form_widgets.h"
 #include "gui/platform/grid_view.h"
+#include "gui/platform/mdi_form.h"
 #include "gui/shell/form_position.h"
 
 namespace ostrel::gui {
@@ -88,12 +88,10 @@ frm6ArchiveWindow::frm6ArchiveWindow(frm6Archive& unit, CSApplication* app, QMdi
     bottom->addWidget(ok);
     outer->addLayout(bottom);
 
-    sub_ = area->addSubWindow(this);
-    sub_->setWindowIcon(style()->standardIcon(QStyle::SP_DriveHDIcon));
-    sub_->installEventFilter(this);
-    sub_->resize(760, 520);
-    sub_->setWindowTitle(ToQt(unit_.form.caption));
-    sub_->hide();
+    sub_ = AddFormSubWindow(
+        area, this, style()->standardIcon(QStyle::SP_DriveHDIcon), ToQt(unit_.form.caption),
+        QSize(760, 520), [this]() -> bool { return unit_.form.visible; },
+        [this] { unit_.comOKClick(); });
     visibleSub_ = unit_.form.Observe([this] {
         sub_->setWindowTitle(ToQt(unit_.form.caption));
         if (unit_.form.visible && sub_->isHidden()) {
@@ -111,16 +109,6 @@ frm6ArchiveWindow::frm6ArchiveWindow(frm6Archive& unit, CSApplication* app, QMdi
 
 QPushButton* frm6ArchiveWindow::button(const char* name) const {
     return findChild<QPushButton*>(name);
-}
-
-bool frm6ArchiveWindow::eventFilter(QObject* watched, QEvent* event) {
-    // The close box closes the form the way its Close button does, through the tool strip.
-    if (watched == sub_ && event->type() == QEvent::Close && unit_.form.visible) {
-        event->ignore();
-        unit_.comOKClick();
-        return true;
-    }
-    return QWidget::eventFilter(watched, event);
 }
 
 }  // namespace ostrel::gui

@@ -31,9 +31,6 @@ class frm6ArchiveWindow : public QWidget {
     QPushButton* button(const char* name) const;
     QComboBox* sortOrder() const { return sort_; }
 
-  protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
   private:
     GridView* MakeGrid(const char* name, Grid& grid, void (frm6Archive::*click)(int, int));
 

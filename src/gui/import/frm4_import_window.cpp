@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QCheckBox>
-#include <QCloseEvent>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -18,6 +17,7 @@
 #include "gui/platform/binders.h"
 #include "gui/platform/form_widgets.h"
 #include "gui/platform/grid_view.h"
+#include "gui/platform/mdi_form.h"
 #include "gui/shell/form_position.h"
 
 namespace ostrel::gui {
@@ -97,12 +97,10 @@ frm4ImportWindow::frm4ImportWindow(frm4Import& unit, CSApplication* app, QMdiAre
     bottom->addWidget(ok, 0, Qt::AlignBottom);
     outer->addLayout(bottom);
 
-    sub_ = area->addSubWindow(this);
-    sub_->setWindowIcon(style()->standardIcon(QStyle::SP_DialogOpenButton));
-    sub_->installEventFilter(this);
-    sub_->resize(940, 520);
-    sub_->setWindowTitle(ToQt(unit_.form.caption));
-    sub_->hide();
+    sub_ = AddFormSubWindow(
+        area, this, style()->standardIcon(QStyle::SP_DialogOpenButton), ToQt(unit_.form.caption),
+        QSize(940, 520), [this]() -> bool { return unit_.form.visible; },
+        [this] { unit_.comOKClick(); });
     formSub_ = unit_.form.Observe([this] { FollowForm(); });
 }
 
@@ -144,16 +142,6 @@ QLabel* frm4ImportWindow::label(const char* name) const {
 
 QCheckBox* frm4ImportWindow::checkBox(const char* name) const {
     return findChild<QCheckBox*>(name);
-}
-
-bool frm4ImportWindow::eventFilter(QObject* watched, QEvent* event) {
-    // The close box closes the form the way its Close button does, through the tool strip.
-    if (watched == sub_ && event->type() == QEvent::Close && unit_.form.visible) {
-        event->ignore();
-        unit_.comOKClick();
-        return true;
-    }
-    return QWidget::eventFilter(watched, event);
 }
 
 }  // namespace ostrel::gui

@@ -40,9 +40,6 @@ class frm4ImportWindow : public QWidget {
     QLabel* label(const char* name) const;
     QCheckBox* checkBox(const char* name) const;
 
-  protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
   private:
     void FollowForm();
 

@@ -1,6 +1,5 @@
 #include "gui/import/frm5_export_window.h"
 
-#include <QCloseEvent>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -13,6 +12,7 @@
 #include "gui/platform/binders.h"
 #include "gui/platform/form_widgets.h"
 #include "gui/platform/grid_view.h"
+#include "gui/platform/mdi_form.h"
 #include "gui/shell/form_position.h"
 
 namespace ostrel::gui {
@@ -54,12 +54,10 @@ frm5ExportWindow::frm5ExportWindow(frm5Export& unit, CSApplication* app, QMdiAre
     bottom->addWidget(ok, 0, Qt::AlignBottom);
     outer->addLayout(bottom);
 
-    sub_ = area->addSubWindow(this);
-    sub_->setWindowIcon(style()->standardIcon(QStyle::SP_DialogSaveButton));
-    sub_->installEventFilter(this);
-    sub_->resize(680, 440);
-    sub_->setWindowTitle(ToQt(unit_.form.caption));
-    sub_->hide();
+    sub_ = AddFormSubWindow(
+        area, this, style()->standardIcon(QStyle::SP_DialogSaveButton), ToQt(unit_.form.caption),
+        QSize(680, 440), [this]() -> bool { return unit_.form.visible; },
+        [this] { unit_.comOKClick(); });
     formSub_ = unit_.form.Observe([this] { FollowForm(); });
 }
 
@@ -77,16 +75,6 @@ void frm5ExportWindow::FollowForm() {
 
 QPushButton* frm5ExportWindow::button(const char* name) const {
     return findChild<QPushButton*>(name);
-}
-
-bool frm5ExportWindow::eventFilter(QObject* watched, QEvent* event) {
-    // The close box closes the form the way its Close button does, through the tool strip.
-    if (watched == sub_ && event->type() == QEvent::Close && unit_.form.visible) {
-        event->ignore();
-        unit_.comOKClick();
-        return true;
-    }
-    return QWidget::eventFilter(watched, event);
 }
 
 }  // namespace ostrel::gui

@@ -28,9 +28,6 @@ class frm5ExportWindow : public QWidget {
     QMdiSubWindow* subWindow() const { return sub_; }
     QPushButton* button(const char* name) const;
 
-  protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
   private:
     void FollowForm();
 

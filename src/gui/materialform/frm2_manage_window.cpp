@@ -1,6 +1,5 @@
 #include "gui/materialform/frm2_manage_window.h"
 
-#include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -13,6 +12,7 @@
 #include "gui/platform/binders.h"
 #include "gui/platform/form_widgets.h"
 #include "gui/platform/grid_view.h"
+#include "gui/platform/mdi_form.h"
 #include "gui/shell/form_position.h"
 
 namespace ostrel::gui {
@@ -80,12 +80,10 @@ frm2ManageWindow::frm2ManageWindow(frm2Manage& unit, CSApplication* app, QMdiAre
     row->addWidget(ok);
     layout->addLayout(row);
 
-    sub_ = area->addSubWindow(this);
-    sub_->setWindowIcon(style()->standardIcon(QStyle::SP_FileDialogDetailedView));
-    sub_->installEventFilter(this);
-    sub_->resize(820, 460);
-    sub_->setWindowTitle(ToQt(unit_.form.caption));
-    sub_->hide();
+    sub_ = AddFormSubWindow(
+        area, this, style()->standardIcon(QStyle::SP_FileDialogDetailedView),
+        ToQt(unit_.form.caption), QSize(820, 460), [this]() -> bool { return unit_.form.visible; },
+        [this] { unit_.comOKClick(); });
     visibleSub_ = unit_.form.Observe([this] {
         sub_->setWindowTitle(ToQt(unit_.form.caption));
         if (unit_.form.visible && sub_->isHidden()) {
@@ -107,16 +105,6 @@ QPushButton* frm2ManageWindow::button(const char* name) const {
 void frm2ManageWindow::AddPanel(QWidget* panel) {
     panel->setParent(this);
     static_cast<QVBoxLayout*>(layout())->insertWidget(1, panel);
-}
-
-bool frm2ManageWindow::eventFilter(QObject* watched, QEvent* event) {
-    // The close box closes the form the way its Close button does, through the tool strip.
-    if (watched == sub_ && event->type() == QEvent::Close && unit_.form.visible) {
-        event->ignore();
-        unit_.comOKClick();
-        return true;
-    }
-    return QWidget::eventFilter(watched, event);
 }
 
 }  // namespace ostrel::gui

@@ -39,9 +39,6 @@ class frm2ManageWindow : public QWidget {
     // Places a panel of another part of the form (the update frame) below the grid.
     void AddPanel(QWidget* panel);
 
-  protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
   private:
     frm2Manage& unit_;
     CSApplication* app_;

@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
-#include <QEvent>
 #include <QFormLayout>
 #include <QFrame>
 #include <QGridLayout>
@@ -25,6 +24,7 @@
 #include "gui/platform/binders.h"
 #include "gui/platform/form_widgets.h"
 #include "gui/platform/grid_view.h"
+#include "gui/platform/mdi_form.h"
 #include "gui/shell/form_position.h"
 
 namespace ostrel::gui {
@@ -129,12 +129,10 @@ frm3NewWindow::frm3NewWindow(frm3New& unit, CSApplication* app, QMdiArea* area)
     commands->addWidget(MakeButton(this, "comOK", unit_.comOK, &frm3New::comOKClick));
     layout->addLayout(commands);
 
-    sub_ = area->addSubWindow(this);
-    sub_->setWindowIcon(style()->standardIcon(QStyle::SP_FileDialogContentsView));
-    sub_->installEventFilter(this);
-    sub_->resize(980, 620);
-    sub_->setWindowTitle(ToQt(unit_.form.caption));
-    sub_->hide();
+    sub_ = AddFormSubWindow(
+        area, this, style()->standardIcon(QStyle::SP_FileDialogContentsView),
+        ToQt(unit_.form.caption), QSize(980, 620), [this]() -> bool { return unit_.form.visible; },
+        [this] { unit_.comOKClick(); });
     subs_[0] = unit_.form.Observe([this] { FollowForm(); });
     // The plots follow the readiness of the index and of the transmission table, whatever
     // changed them (a fit, a check of coefficients, a new record shown).
@@ -381,16 +379,6 @@ QLineEdit* frm3NewWindow::edit(const char* name) const {
 
 QComboBox* frm3NewWindow::combo(const char* name) const {
     return findChild<QComboBox*>(name);
-}
-
-bool frm3NewWindow::eventFilter(QObject* watched, QEvent* event) {
-    // The close box closes the form the way its Close button does.
-    if (watched == sub_ && event->type() == QEvent::Close && unit_.form.visible) {
-        event->ignore();
-        unit_.comOKClick();
-        return true;
-    }
-    return QWidget::eventFilter(watched, event);
 }
 
 }  // namespace ostrel::gui

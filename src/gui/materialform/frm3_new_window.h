@@ -45,9 +45,6 @@ class frm3NewWindow : public QWidget {
     // Redraws the plots from the unit (after every event that can change their data).
     void RefreshPlots();
 
-  protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
   private:
     QWidget* BuildGeneralTab();
     QWidget* BuildIndexTab();

@@ -24,6 +24,7 @@
 #include "gui/platform/binders.h"
 #include "gui/platform/form_widgets.h"
 #include "gui/platform/grid_view.h"
+#include "gui/platform/mdi_form.h"
 #include "gui/shell/form_position.h"
 
 namespace ostrel::gui {
@@ -152,12 +153,9 @@ frm7MeltWindow::frm7MeltWindow(frm7Melt& unit, CSApplication* app, QMdiArea* are
     commands->addWidget(MakeButton(this, "comOK", unit_.comOK, &frm7Melt::comOKClick));
     layout->addLayout(commands);
 
-    sub_ = area->addSubWindow(this);
-    sub_->setWindowIcon(QIcon(MeltSheetPicture(16, 16)));
-    sub_->installEventFilter(this);
-    sub_->resize(1040, 650);
-    sub_->setWindowTitle(ToQt(unit_.form.caption));
-    sub_->hide();
+    sub_ = AddFormSubWindow(
+        area, this, QIcon(MeltSheetPicture(16, 16)), ToQt(unit_.form.caption), QSize(1040, 650),
+        [this] { return unit_.IsOpen(); }, [this] { unit_.comOKClick(); });
     subs_[0] = unit_.form.Observe([this] { sub_->setWindowTitle(ToQt(unit_.form.caption)); });
     // The plot follows the readiness of the index, whatever changed it.
     subs_[1] = unit_.pnlStatus.Observe([this] { RefreshPlot(); });
@@ -269,12 +267,6 @@ QListWidget* frm7MeltWindow::list(const char* name) const {
 }
 
 bool frm7MeltWindow::eventFilter(QObject* watched, QEvent* event) {
-    // The close box closes the form the way its Close button does.
-    if (watched == sub_ && event->type() == QEvent::Close && unit_.IsOpen()) {
-        event->ignore();
-        unit_.comOKClick();
-        return true;
-    }
     // Entering the melt code box selects all of it.
     if (watched == code_ && event->type() == QEvent::FocusIn) {
         QTimer::singleShot(0, code_, [this] { code_->selectAll(); });
