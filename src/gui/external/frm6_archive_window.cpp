@@ -93,17 +93,10 @@ frm6ArchiveWindow::frm6ArchiveWindow(frm6Archive& unit, CSApplication* app, QMdi
         QSize(760, 520), [this]() -> bool { return unit_.form.visible; },
         [this] { unit_.comOKClick(); });
     visibleSub_ = unit_.form.Observe([this] {
-        sub_->setWindowTitle(ToQt(unit_.form.caption));
-        if (unit_.form.visible && sub_->isHidden()) {
-            RestoreFormPosition(sub_, app_, kFormName, false);
-            sub_->show();
-            sub_->setFocus();
+        FollowFormVisible(sub_, unit_.form, app_, kFormName, {}, [this] {
             curr_->resizeColumnsToContents();
             archive_->resizeColumnsToContents();
-        } else if (!unit_.form.visible && !sub_->isHidden()) {
-            SaveFormPosition(sub_, app_, kFormName);
-            sub_->hide();
-        }
+        });
     });
 }
 

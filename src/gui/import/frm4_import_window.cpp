@@ -108,15 +108,7 @@ void frm4ImportWindow::FollowForm() {
     // Every read ends by naming its file in the caption; a read that failed half way
     // leaves no bar behind.
     progress_->hide();
-    sub_->setWindowTitle(ToQt(unit_.form.caption));
-    if (unit_.form.visible && sub_->isHidden()) {
-        RestoreFormPosition(sub_, app_, kFormName, false);
-        sub_->show();
-        sub_->setFocus();
-    } else if (!unit_.form.visible && !sub_->isHidden()) {
-        SaveFormPosition(sub_, app_, kFormName);
-        sub_->hide();
-    }
+    FollowFormVisible(sub_, unit_.form, app_, kFormName);
 }
 
 void frm4ImportWindow::ShowProgress(std::size_t done, std::size_t total) {

@@ -62,15 +62,7 @@ frm5ExportWindow::frm5ExportWindow(frm5Export& unit, CSApplication* app, QMdiAre
 }
 
 void frm5ExportWindow::FollowForm() {
-    sub_->setWindowTitle(ToQt(unit_.form.caption));
-    if (unit_.form.visible && sub_->isHidden()) {
-        RestoreFormPosition(sub_, app_, kFormName, false);
-        sub_->show();
-        sub_->setFocus();
-    } else if (!unit_.form.visible && !sub_->isHidden()) {
-        SaveFormPosition(sub_, app_, kFormName);
-        sub_->hide();
-    }
+    FollowFormVisible(sub_, unit_.form, app_, kFormName);
 }
 
 QPushButton* frm5ExportWindow::button(const char* name) const {

@@ -85,16 +85,8 @@ frm2ManageWindow::frm2ManageWindow(frm2Manage& unit, CSApplication* app, QMdiAre
         ToQt(unit_.form.caption), QSize(820, 460), [this]() -> bool { return unit_.form.visible; },
         [this] { unit_.comOKClick(); });
     visibleSub_ = unit_.form.Observe([this] {
-        sub_->setWindowTitle(ToQt(unit_.form.caption));
-        if (unit_.form.visible && sub_->isHidden()) {
-            RestoreFormPosition(sub_, app_, kFormName, false);
-            sub_->show();
-            sub_->setFocus();
-            grid_->resizeColumnsToContents();
-        } else if (!unit_.form.visible && !sub_->isHidden()) {
-            SaveFormPosition(sub_, app_, kFormName);
-            sub_->hide();
-        }
+        FollowFormVisible(sub_, unit_.form, app_, kFormName, {},
+                          [this] { grid_->resizeColumnsToContents(); });
     });
 }
 

@@ -349,16 +349,7 @@ void frm3NewWindow::RefreshPlots() {
 }
 
 void frm3NewWindow::FollowForm() {
-    sub_->setWindowTitle(ToQt(unit_.form.caption));
-    if (unit_.form.visible && sub_->isHidden()) {
-        RestoreFormPosition(sub_, app_, kFormName, false);
-        RefreshPlots();
-        sub_->show();
-        sub_->setFocus();
-    } else if (!unit_.form.visible && !sub_->isHidden()) {
-        SaveFormPosition(sub_, app_, kFormName);
-        sub_->hide();
-    }
+    FollowFormVisible(sub_, unit_.form, app_, kFormName, [this] { RefreshPlots(); });
 }
 
 GridView* frm3NewWindow::grid(const char* name) const {

@@ -1,10 +1,13 @@
 #include "gui/shell/form_position.h"
 
 #include <QGuiApplication>
+#include <QMdiSubWindow>
 #include <QScreen>
 #include <QWidget>
 
+#include "core/platform/controls.h"
 #include "core/shell/cs_application.h"
+#include "gui/platform/binders.h"
 
 namespace ostrel::gui {
 
@@ -37,6 +40,22 @@ void SaveFormPosition(QWidget* w, CSApplication* app, const std::string& formNam
     const QRect g = w->geometry();
     app->ThisFormPosnSave(formName,
                           {g.left() - origin.x(), g.top() - origin.y(), g.width(), g.height()});
+}
+
+void FollowFormVisible(QMdiSubWindow* sub, const Control& form, CSApplication* app,
+                       const std::string& formName, const std::function<void()>& beforeShow,
+                       const std::function<void()>& afterShow) {
+    sub->setWindowTitle(ToQt(form.caption));
+    if (form.visible && sub->isHidden()) {
+        RestoreFormPosition(sub, app, formName, false);
+        if (beforeShow) beforeShow();
+        sub->show();
+        sub->setFocus();
+        if (afterShow) afterShow();
+    } else if (!form.visible && !sub->isHidden()) {
+        SaveFormPosition(sub, app, formName);
+        sub->hide();
+    }
 }
 
 }  // namespace ostrel::gui
