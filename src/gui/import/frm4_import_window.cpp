@@ -53,12 +53,7 @@ frm4ImportWindow::frm4ImportWindow(frm4Import& unit, CSApplication* app, QMdiAre
     outer->addWidget(MakePlainLabel(this, "lblReFit", unit_.lblReFit, true));
     outer->addWidget(MakePlainLabel(this, "lblSkipped", unit_.lblSkipped, true));
 
-    grid_ = new GridView(this);
-    grid_->setObjectName("ssGlasses");
-    grid_->setSelectionBehavior(QAbstractItemView::SelectRows);
-    grid_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    grid_->horizontalHeader()->setStretchLastSection(true);
-    grid_->Bind(unit_.ssGlasses);
+    grid_ = MakeRowGrid(this, "ssGlasses", unit_.ssGlasses);
     connect(grid_, &QAbstractItemView::clicked, this,
             [this](const QModelIndex& i) { unit_.ssGlassesClick(i.column() + 1, i.row() + 1); });
     connect(grid_, &QAbstractItemView::doubleClicked, this,

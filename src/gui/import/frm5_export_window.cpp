@@ -28,12 +28,7 @@ frm5ExportWindow::frm5ExportWindow(frm5Export& unit, CSApplication* app, QMdiAre
     setObjectName(kFormName);
     auto* outer = new QVBoxLayout(this);
 
-    grid_ = new GridView(this);
-    grid_->setObjectName("ssGlassesCurr");
-    grid_->setSelectionBehavior(QAbstractItemView::SelectRows);
-    grid_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    grid_->horizontalHeader()->setStretchLastSection(true);
-    grid_->Bind(unit_.ssGlassesCurr);
+    grid_ = MakeRowGrid(this, "ssGlassesCurr", unit_.ssGlassesCurr);
     outer->addWidget(grid_, 1);
 
     auto* bottom = new QHBoxLayout();

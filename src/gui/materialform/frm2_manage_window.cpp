@@ -50,12 +50,7 @@ frm2ManageWindow::frm2ManageWindow(frm2Manage& unit, CSApplication* app, QMdiAre
     : unit_(unit), app_(app) {
     setObjectName(kFormName);
     auto* layout = new QVBoxLayout(this);
-    grid_ = new GridView(this);
-    grid_->setObjectName("ssGlassesCurr");
-    grid_->setSelectionBehavior(QAbstractItemView::SelectRows);
-    grid_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    grid_->horizontalHeader()->setStretchLastSection(true);
-    grid_->Bind(unit_.ssGlassesCurr);
+    grid_ = MakeRowGrid(this, "ssGlassesCurr", unit_.ssGlassesCurr);
     layout->addWidget(grid_, 1);
     connect(grid_, &QAbstractItemView::doubleClicked, this, [this] { unit_.comEditClick(); });
 

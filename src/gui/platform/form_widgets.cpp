@@ -2,10 +2,12 @@
 
 #include <QFrame>
 #include <QGroupBox>
+#include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 
 #include "gui/platform/binders.h"
+#include "gui/platform/grid_view.h"
 
 namespace ostrel::gui {
 
@@ -41,6 +43,16 @@ QLabel* MakePanel(QWidget* parent, const QString& name, Panel& model) {
     panel->setMinimumHeight(panel->fontMetrics().height() + 8);
     Bind(panel, model);
     return panel;
+}
+
+GridView* MakeRowGrid(QWidget* parent, const QString& name, Grid& grid) {
+    auto* view = new GridView(parent);
+    view->setObjectName(name);
+    view->setSelectionBehavior(QAbstractItemView::SelectRows);
+    view->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    view->horizontalHeader()->setStretchLastSection(true);
+    view->Bind(grid);
+    return view;
 }
 
 Subscription BindFrame(QGroupBox* frame, Panel& model) {

@@ -4,6 +4,7 @@
 #include <QString>
 
 #include "core/platform/controls.h"
+#include "core/platform/grid.h"
 
 class QGroupBox;
 class QLabel;
@@ -12,12 +13,17 @@ class QWidget;
 
 namespace ostrel::gui {
 
+class GridView;
+
 QPushButton* MakeButton(QWidget* parent, const QString& name, Button& model);
 QLabel* MakeLabel(QWidget* parent, const QString& name, Label& model);
 // A label whose caption is plain text (no rich text), optionally wrapped.
 QLabel* MakePlainLabel(QWidget* parent, const QString& name, Label& model, bool wordWrap = false);
 // A sunken, centred status panel at least one line of text high.
 QLabel* MakePanel(QWidget* parent, const QString& name, Panel& model);
+
+// A grid the user reads but does not edit, chosen by whole rows, its last column stretched.
+GridView* MakeRowGrid(QWidget* parent, const QString& name, Grid& grid);
 
 // The frame takes the model's caption now; later changes bring caption, enabled and visible.
 [[nodiscard]] Subscription BindFrame(QGroupBox* frame, Panel& model);
