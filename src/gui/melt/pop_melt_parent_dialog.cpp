@@ -82,22 +82,16 @@ popMeltParentDialog::popMeltParentDialog(popMeltParent& unit, CSApplication* app
     Bind(selected, unit_.lblSelGlass);
     layout->addWidget(selected);
 
-    auto* row = new QHBoxLayout();
-    row->addStretch(1);
-    QPushButton* ok = MakeButton(this, "comOK", unit_.comOK);
-    ok->setDefault(true);
-    QPushButton* cancel = MakeButton(this, "comCancel", unit_.comCancel);
-    connect(ok, &QPushButton::clicked, this, [this] {
-        unit_.comOKClick();
-        FollowUnit();
-    });
-    connect(cancel, &QPushButton::clicked, this, [this] {
-        unit_.comCancelClick();
-        FollowUnit();
-    });
-    row->addWidget(ok);
-    row->addWidget(cancel);
-    layout->addLayout(row);
+    layout->addLayout(MakeOkCancelRow(
+        this, unit_.comOK, unit_.comCancel,
+        [this] {
+            unit_.comOKClick();
+            FollowUnit();
+        },
+        [this] {
+            unit_.comCancelClick();
+            FollowUnit();
+        }));
 
     resize(520, 560);
     RestoreFormPosition(this, app_, kFormName, false);

@@ -2,6 +2,7 @@
 
 #include <QFrame>
 #include <QGroupBox>
+#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
@@ -53,6 +54,22 @@ GridView* MakeRowGrid(QWidget* parent, const QString& name, Grid& grid) {
     view->horizontalHeader()->setStretchLastSection(true);
     view->Bind(grid);
     return view;
+}
+
+QHBoxLayout* MakeOkCancelRow(QWidget* parent, Button& ok, Button& cancel,
+                             std::function<void()> okClick, std::function<void()> cancelClick) {
+    auto* row = new QHBoxLayout();
+    row->addStretch(1);
+    QPushButton* okButton = MakeButton(parent, "comOK", ok);
+    okButton->setDefault(true);
+    QPushButton* cancelButton = MakeButton(parent, "comCancel", cancel);
+    QObject::connect(okButton, &QPushButton::clicked, parent,
+                     [click = std::move(okClick)] { click(); });
+    QObject::connect(cancelButton, &QPushButton::clicked, parent,
+                     [click = std::move(cancelClick)] { click(); });
+    row->addWidget(okButton);
+    row->addWidget(cancelButton);
+    return row;
 }
 
 Subscription BindFrame(QGroupBox* frame, Panel& model) {
