@@ -98,36 +98,18 @@ bool frm7Melt::DisplayNew(bool modal) {
 }
 
 void frm7Melt::DisplayEdit(const MaterialRecord& rec, frm2Manage* owner) {
-    Trap("The melt glass could not be shown.", [&] {
-        mode_ = kModeEdit;
-        caption_ = "Melt glass: edit";
-        loading_ = true;
-        saved_ = false;
-        owner_ = owner;
-        if (hooks_.enableOwner) hooks_.enableOwner(false);
-        melt_ = rec;
-        parent_ = ClearedMaterialRecord();
-        melt_.GeneralState.Changes = 2;
-        melt_.IndexState.Changes = 2;
-        melt_.TransState.Changes = 2;
-        saveAllowed_ = true;
-        ownerHidden_ = true;
-        if (forms_) forms_->SetMeltFormOpen(true);
-        FormLoad();
-        LoadParent(melt_.Melt.MeltParentName.Text(), melt_.Melt.MeltParentSource.Text());
-        comAdd.caption = "Accept changes";
-        comAdd.toolTip = "Accept changes made to this melt glass";
-        pnlPolyType.caption = PolyTypeName(melt_.General.Polytype);
-        WriteIndexTable();
-        UpdateMeltDisplay();
-    });
-    if (hooks_.show) hooks_.show(false);
+    OpenRecord(rec, owner, kModeEdit);
 }
 
 void frm7Melt::DisplayReview(const MaterialRecord& rec, frm2Manage* owner) {
+    OpenRecord(rec, owner, kModeReview);
+}
+
+void frm7Melt::OpenRecord(const MaterialRecord& rec, frm2Manage* owner, int mode) {
+    const bool review = mode == kModeReview;
     Trap("The melt glass could not be shown.", [&] {
-        mode_ = kModeReview;
-        caption_ = "Melt glass: review";
+        mode_ = mode;
+        caption_ = review ? "Melt glass: review" : "Melt glass: edit";
         loading_ = true;
         saved_ = false;
         owner_ = owner;
@@ -137,17 +119,23 @@ void frm7Melt::DisplayReview(const MaterialRecord& rec, frm2Manage* owner) {
         melt_.GeneralState.Changes = 2;
         melt_.IndexState.Changes = 2;
         melt_.TransState.Changes = 2;
-        saveAllowed_ = false;
+        saveAllowed_ = !review;
         ownerHidden_ = true;
         if (forms_) forms_->SetMeltFormOpen(true);
-        comAdd.caption = "&Save";
-        comAdd.toolTip = "Add this material to the ostrel database";
+        if (review) {
+            comAdd.caption = "&Save";
+            comAdd.toolTip = "Add this material to the ostrel database";
+        }
         FormLoad();
         LoadParent(melt_.Melt.MeltParentName.Text(), melt_.Melt.MeltParentSource.Text());
+        if (!review) {
+            comAdd.caption = "Accept changes";
+            comAdd.toolTip = "Accept changes made to this melt glass";
+        }
         pnlPolyType.caption = PolyTypeName(melt_.General.Polytype);
         WriteIndexTable();
         UpdateMeltDisplay();
-        LockForm();
+        if (review) LockForm();
     });
     if (hooks_.show) hooks_.show(false);
 }

@@ -167,6 +167,8 @@ class frm7Melt : public WorkingForm {
     Button comOK{"&Close"};
 
   private:
+    // Opens a stored melt glass for editing or, read-only, for review.
+    void OpenRecord(const MaterialRecord& rec, frm2Manage* owner, int mode);
     void FormLoad();
     void Unload();
     void ResetForm(bool setCaption);
