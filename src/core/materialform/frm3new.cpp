@@ -322,46 +322,31 @@ void frm3New::txtGenSourceChange() {
 
 void frm3New::tabPropertiesChange(int tab) {
     if (tab < kTabGeneral || tab > kTabOther) return;
+    // What the paste, clear and wavelength commands offer on each tab, in tab order.
+    struct TabCommands {
+        const char* paste;
+        bool pasteOn;
+        const char* clear;
+        bool clearOn;
+        bool waveOn;
+    };
+    static constexpr TabCommands kCommands[] = {
+        {"&Paste", false, "&Clear", false, false},
+        {"&Paste index", true, "&Clear index", true, true},
+        {"&Paste trans", true, "&Clear trans", true, true},
+        {"&Paste", false, "&Clear dndt", true, false},
+        {"&Paste", false, "&Clear other", true, false},
+    };
     tabProperties.tab = tab;
     const bool editable = mode_ != kModeReview;
-    switch (tab) {
-        case kTabIndex:
-            comClipPaste.caption = "&Paste index";
-            comClipPaste.enabled = editable;
-            comClear.caption = "&Clear index";
-            comClear.enabled = editable;
-            comWaveSelRefInd.enabled = rec_.General.IndexDataType == 0 && editable;
-            FillIndexGrid();
-            break;
-        case kTabTrans:
-            comClipPaste.caption = "&Paste trans";
-            comClipPaste.enabled = editable;
-            comClear.caption = "&Clear trans";
-            comClear.enabled = editable;
-            comWaveSelRefInd.enabled = editable;
-            break;
-        case kTabDndt:
-            comClipPaste.caption = "&Paste";
-            comClipPaste.enabled = false;
-            comClear.caption = "&Clear dndt";
-            comClear.enabled = editable;
-            comWaveSelRefInd.enabled = false;
-            break;
-        case kTabOther:
-            comClipPaste.caption = "&Paste";
-            comClipPaste.enabled = false;
-            comClear.caption = "&Clear other";
-            comClear.enabled = editable;
-            comWaveSelRefInd.enabled = false;
-            break;
-        default:
-            comClipPaste.caption = "&Paste";
-            comClipPaste.enabled = false;
-            comClear.caption = "&Clear";
-            comClear.enabled = false;
-            comWaveSelRefInd.enabled = false;
-            break;
-    }
+    const TabCommands& c = kCommands[tab];
+    comClipPaste.caption = c.paste;
+    comClipPaste.enabled = c.pasteOn && editable;
+    comClear.caption = c.clear;
+    comClear.enabled = c.clearOn && editable;
+    comWaveSelRefInd.enabled =
+        c.waveOn && editable && (tab != kTabIndex || rec_.General.IndexDataType == 0);
+    if (tab == kTabIndex) FillIndexGrid();
 }
 
 void frm3New::comClipPasteClick(const std::string& clipText) {
