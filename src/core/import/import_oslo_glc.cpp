@@ -226,18 +226,17 @@ void CImportOsloGLC::ReadFile(const std::string& path, std::vector<MaterialRecor
     if (lines.empty()) return;
     const auto header = SplitBlanks(lines[0]);
     const std::string source = header.empty() ? std::string() : std::string(header.back());
-    // Each glass is built in its place at the end of the list, from a cleared record, with
-    // room made for all of them at once.
+    // Each glass is built in its place at the end of the list, with room made for all of
+    // them at once.
     size_t named = 0;
     for (size_t i = 1; i < lines.size(); ++i) {
         if (HasName(lines[i])) ++named;
     }
     records.reserve(named);
-    const MaterialRecord cleared = ClearedMaterialRecord();
     size_t lastReport = 0;
     for (size_t i = 1; i < lines.size(); ++i) {
         if (HasName(lines[i])) {
-            records.push_back(cleared);
+            AppendClearedRecord(records);
             bool refitted = false;
             float meanError = 0;
             StatedIndex stated;

@@ -8,6 +8,7 @@
 #include <limits>
 
 #include "core/platform/codepage.h"
+#include "core/platform/number_text.h"
 
 namespace ostrel {
 namespace {
@@ -43,26 +44,25 @@ bool IsValidUtf8(std::string_view s) {
 }
 
 std::string Utf16ToCp1252(std::string_view bytes, bool bigEndian) {
-    std::string out;
     const size_t n = bytes.size() / 2;
-    out.reserve(n);
+    std::string out(n, '\0');
+    const auto* in = reinterpret_cast<const unsigned char*>(bytes.data());
+    size_t o = 0;
     for (size_t i = 0; i < n; ++i) {
-        const auto b0 = static_cast<unsigned char>(bytes[2 * i]);
-        const auto b1 = static_cast<unsigned char>(bytes[2 * i + 1]);
-        char32_t cp = bigEndian ? static_cast<char32_t>((b0 << 8) | b1)
-                                : static_cast<char32_t>((b1 << 8) | b0);
-        if (cp >= 0xD800 && cp <= 0xDBFF && i + 1 < n) {
+        const unsigned b0 = in[2 * i];
+        const unsigned b1 = in[2 * i + 1];
+        const auto cp = static_cast<char32_t>(bigEndian ? (b0 << 8) | b1 : (b1 << 8) | b0);
+        if (cp < 0x80) {
+            out[o++] = static_cast<char>(cp);
+        } else if (cp >= 0xD800 && cp <= 0xDBFF && i + 1 < n) {
             // A surrogate pair stands for one character the code page cannot hold.
             ++i;
-            out.push_back('?');
-            continue;
-        }
-        if (cp < 0x80) {
-            out.push_back(static_cast<char>(cp));
+            out[o++] = '?';
         } else {
-            out.push_back(static_cast<char>(CodePointToCp1252(cp)));
+            out[o++] = static_cast<char>(CodePointToCp1252(cp));
         }
     }
+    out.resize(o);
     return out;
 }
 
@@ -143,64 +143,6 @@ std::vector<std::string_view> SplitTextLines(std::string_view text) {
     return lines;
 }
 
-namespace {
-
-// Powers of ten that a double holds exactly.
-constexpr double kExactTens[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                 1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-
-// The common case of a catalogue number: at most 15 significant digits and a small
-// exponent. The digits then form an exact integer and one multiplication or division by an
-// exact power of ten rounds once, which gives the correctly rounded value that from_chars
-// gives too. False (nothing decided) for anything else, which the full path then reads.
-bool QuickDecimal(std::string_view t, double& v) {
-    uint64_t mantissa = 0;
-    int significant = 0;
-    int scale = 0;  // power of ten to apply to the mantissa
-    size_t i = 0;
-    size_t digits = 0;
-    const size_t n = t.size();
-    for (; i < n && t[i] >= '0' && t[i] <= '9'; ++i, ++digits) {
-        if (mantissa == 0 && t[i] == '0') continue;
-        if (++significant > 15) return false;
-        mantissa = mantissa * 10 + static_cast<uint64_t>(t[i] - '0');
-    }
-    if (i < n && t[i] == '.') {
-        for (++i; i < n && t[i] >= '0' && t[i] <= '9'; ++i, ++digits) {
-            --scale;
-            if (mantissa == 0 && t[i] == '0') continue;
-            if (++significant > 15) return false;
-            mantissa = mantissa * 10 + static_cast<uint64_t>(t[i] - '0');
-        }
-    }
-    if (digits == 0) return false;
-    if (i < n) {
-        if (t[i] != 'e' && t[i] != 'E') return false;
-        ++i;
-        bool negativeExp = false;
-        if (i < n && (t[i] == '+' || t[i] == '-')) negativeExp = t[i++] == '-';
-        if (i == n) return false;
-        int exp = 0;
-        for (; i < n && t[i] >= '0' && t[i] <= '9'; ++i) {
-            if (exp > 1000) return false;
-            exp = exp * 10 + (t[i] - '0');
-        }
-        if (i != n) return false;
-        scale += negativeExp ? -exp : exp;
-    }
-    if (mantissa == 0) {
-        v = 0.0;
-        return true;
-    }
-    if (scale < -22 || scale > 22) return false;
-    const auto m = static_cast<double>(mantissa);
-    v = scale < 0 ? m / kExactTens[-scale] : m * kExactTens[scale];
-    return true;
-}
-
-}  // namespace
-
 bool ParseNumber(std::string_view token, double& value) {
     size_t b = 0, e = token.size();
     while (b < e && (token[b] == ' ' || token[b] == '\t')) ++b;
@@ -274,13 +216,15 @@ std::vector<std::string_view> SplitBlanks(std::string_view s) {
 
 void SplitBlanks(std::string_view s, std::vector<std::string_view>& tokens) {
     tokens.clear();
-    size_t i = 0;
-    const size_t n = s.size();
-    while (i < n) {
-        while (i < n && (s[i] == ' ' || s[i] == '\t')) ++i;
-        const size_t start = i;
-        while (i < n && s[i] != ' ' && s[i] != '\t') ++i;
-        if (i > start) tokens.push_back(s.substr(start, i - start));
+    const char* p = s.data();
+    const char* const end = p + s.size();
+    auto blank = [](char c) { return c == ' ' || c == '\t'; };
+    for (;;) {
+        while (p != end && blank(*p)) ++p;
+        if (p == end) return;
+        const char* const start = p;
+        while (p != end && !blank(*p)) ++p;
+        tokens.emplace_back(start, static_cast<size_t>(p - start));
     }
 }
 

@@ -17,22 +17,17 @@
 namespace ostrel {
 namespace {
 
-bool IsBareNumberLine(const std::vector<std::string_view>& tokens) {
-    double v = 0;
-    return !tokens.empty() && ParseNumber(tokens[0], v);
-}
-
 std::string TokenText(const std::vector<std::string_view>& t, size_t i) {
     return i < t.size() ? std::string(t[i]) : std::string();
 }
 
-// True when the line's first word is `key`.
-bool StartsWithKey(std::string_view line, std::string_view key) {
+// The first word of a line (empty for a blank line).
+std::string_view FirstWord(std::string_view line) {
     size_t i = 0;
     while (i < line.size() && (line[i] == ' ' || line[i] == '\t')) ++i;
-    if (line.substr(i, key.size()) != key) return false;
-    i += key.size();
-    return i == line.size() || line[i] == ' ' || line[i] == '\t';
+    size_t j = i;
+    while (j < line.size() && line[j] != ' ' && line[j] != '\t') ++j;
+    return line.substr(i, j - i);
 }
 
 }  // namespace
@@ -378,14 +373,13 @@ void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareN
     }
 
     const auto lines = SplitTextLines(text);
-    // Every glass is built in its place at the end of the list, from a cleared record; room
-    // for all of them is made at once, so that no record is moved while the list grows.
+    // Every glass is built in its place at the end of the list; room for all of them is made
+    // at once, so that no record is moved while the list grows.
     size_t glasses = 0;
     for (const std::string_view line : lines) {
-        if (StartsWithKey(line, "NM")) ++glasses;
+        if (FirstWord(line) == "NM") ++glasses;
     }
     records.reserve(glasses);
-    const MaterialRecord cleared = ClearedMaterialRecord();
 
     GlassLines glass;
     bool inGlass = false;
@@ -397,8 +391,7 @@ void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareN
 
     auto finishGlass = [&]() {
         if (!inGlass) return true;
-        records.push_back(cleared);
-        MaterialRecord& rec = records.back();
+        MaterialRecord& rec = AppendClearedRecord(records);
         bool refitted = false;
         float meanError = 0;
         StatedIndex stated;
@@ -415,18 +408,19 @@ void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareN
         return outcome != Outcome::Failed;
     };
 
+    // A keyword line is split straight into the place that keeps it; other lines into
+    // `tokens`.
     std::vector<std::string_view> tokens;
-    auto take = [&](Keyed& target, size_t lineNumber) {
-        target.tokens.assign(tokens.begin(), tokens.end());
+    auto take = [&](Keyed& target, std::string_view line, size_t lineNumber) {
+        SplitBlanks(line, target.tokens);
         target.line = lineNumber;
         target.present = true;
         last = &target;
     };
     for (size_t ln = 0; ln < lines.size() && !failed; ++ln) {
         const std::string_view line = lines[ln];
-        SplitBlanks(line, tokens);
-        if (tokens.empty()) continue;
-        const std::string_view key = tokens[0];
+        const std::string_view key = FirstWord(line);
+        if (key.empty()) continue;
         if (key == "NM") {
             if (!finishGlass()) {
                 failed = true;
@@ -434,7 +428,7 @@ void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareN
             }
             glass.Reset();
             inGlass = true;
-            take(glass.nm, ln + 1);
+            take(glass.nm, line, ln + 1);
             if (options_.progress) {
                 const auto done = static_cast<size_t>(line.data() - text.data());
                 if (done - lastReport > 65536) {
@@ -445,21 +439,25 @@ void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareN
             continue;
         }
         if (!inGlass) continue;
-        if (key == "ED") {
-            take(glass.ed, ln + 1);
-        } else if (key == "CD") {
-            take(glass.cd, ln + 1);
-        } else if (key == "TD") {
-            take(glass.td, ln + 1);
-        } else if (key == "OD") {
-            take(glass.od, ln + 1);
-        } else if (key == "LD") {
-            take(glass.ld, ln + 1);
-        } else if (key == "IT") {
+        if (key == "IT") {
             if (glass.itCount == glass.it.size()) glass.it.emplace_back();
-            take(glass.it[glass.itCount++], ln + 1);
-        } else if (IsBareNumberLine(tokens)) {
-            if (last) last->tokens.insert(last->tokens.end(), tokens.begin(), tokens.end());
+            take(glass.it[glass.itCount++], line, ln + 1);
+        } else if (key == "ED") {
+            take(glass.ed, line, ln + 1);
+        } else if (key == "CD") {
+            take(glass.cd, line, ln + 1);
+        } else if (key == "TD") {
+            take(glass.td, line, ln + 1);
+        } else if (key == "OD") {
+            take(glass.od, line, ln + 1);
+        } else if (key == "LD") {
+            take(glass.ld, line, ln + 1);
+        } else if (double v = 0; ParseNumber(key, v)) {
+            // A bare number line continues the keyword line before it.
+            if (last) {
+                SplitBlanks(line, tokens);
+                last->tokens.insert(last->tokens.end(), tokens.begin(), tokens.end());
+            }
         } else {
             last = nullptr;  // GC, MD, BD, comments and anything unknown
         }

@@ -9,6 +9,12 @@ void ClearMaterialRecord(MaterialRecord& rec) {
     rec.ThermalState.Ready = kTrue;
 }
 
+MaterialRecord& AppendClearedRecord(std::vector<MaterialRecord>& records) {
+    MaterialRecord& rec = records.emplace_back();
+    rec.ThermalState.Ready = kTrue;
+    return rec;
+}
+
 MaterialRecord ClearedMaterialRecord() {
     MaterialRecord rec;
     ClearMaterialRecord(rec);

@@ -4,6 +4,7 @@
 // material_record_codec.h, never by copying memory.
 #include <array>
 #include <cstdint>
+#include <vector>
 
 #include "core/platform/fixed_text.h"
 
@@ -136,6 +137,8 @@ struct MaterialRecord {
 // ready (a material without dn/dt data is complete as far as that section goes).
 void ClearMaterialRecord(MaterialRecord& rec);
 MaterialRecord ClearedMaterialRecord();
+// Builds an empty record in its place at the end of the list (no copy of a whole record).
+MaterialRecord& AppendClearedRecord(std::vector<MaterialRecord>& records);
 
 // A record with every byte of its file image zero (texts hold NUL characters). Older files
 // are converted onto such a record.

@@ -1,5 +1,7 @@
 #include "core/optics/glass_code.h"
 
+#include <charconv>
+#include <cmath>
 #include <cstdio>
 
 #include "core/optics/index_from_polynomial.h"
@@ -13,8 +15,13 @@ namespace {
 // value, 7 for a 32-bit one.
 std::string NumberText(double v, int digits) {
     char buf[40];
-    std::snprintf(buf, sizeof buf, "%.*g", digits, v);
-    return buf;
+    if (!std::isfinite(v)) {
+        std::snprintf(buf, sizeof buf, "%.*g", digits, v);
+        return buf;
+    }
+    // The same text as printf's "%.*g", without the formatted printing.
+    const auto res = std::to_chars(buf, buf + sizeof buf, v, std::chars_format::general, digits);
+    return std::string(buf, res.ptr);
 }
 
 }  // namespace

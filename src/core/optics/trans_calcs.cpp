@@ -96,8 +96,51 @@ float AbsorbAtWave(float wave, std::span<const float> waves, std::span<const flo
 
 void FillTransTable(std::array<float, kTransTableSize>& table, float width,
                     std::span<const float> waves, std::span<const float> absorbs) {
+    // The same numbers as AbsorbAtWave entry by entry, with the work that does not depend
+    // on the entry done once: the valid range and the transmission of every point.
+    table.fill(kNoTransData);
+    const size_t count = std::min(waves.size(), absorbs.size());
+    const auto lastValid = LastValidPoint(waves.first(count));
+    if (!lastValid || !(width > 0.0f)) return;
+    const size_t last = *lastValid;
+    std::array<double, kMaxTransPoints> fraction{};
+    const size_t kept = std::min(last + 1, fraction.size());
+    if (kept < last + 1) {
+        // More points than a record holds: no shortcut.
+        for (size_t i = 0; i < table.size(); ++i) {
+            table[i] = AbsorbAtWave(TransTableWave[i], waves, absorbs, width);
+        }
+        return;
+    }
+    for (size_t k = 0; k < kept; ++k) {
+        fraction[k] = std::exp(-static_cast<double>(width) * absorbs[k]);
+    }
     for (size_t i = 0; i < table.size(); ++i) {
-        table[i] = AbsorbAtWave(TransTableWave[i], waves, absorbs, width);
+        const float wave = TransTableWave[i];
+        if (wave > waves[0] || wave < waves[last]) continue;
+        size_t lo = 0;
+        size_t hi = last;
+        while (hi - lo > 1) {
+            const size_t mid = (lo + hi) / 2;
+            if (waves[mid] <= wave) {
+                hi = mid;
+            } else {
+                lo = mid;
+            }
+        }
+        const double d = static_cast<double>(waves[lo]) - waves[hi];
+        if (d == 0.0) continue;
+        const double e1 = fraction[lo];
+        const double e2 = fraction[hi];
+        const double t = (static_cast<double>(wave) - waves[hi]) * (e1 - e2) / d + e2;
+        if (!(t > 0.0)) {
+            const double a = (static_cast<double>(wave) - waves[hi]) *
+                                 (static_cast<double>(absorbs[lo]) - absorbs[hi]) / d +
+                             absorbs[hi];
+            table[i] = static_cast<float>(a);
+        } else {
+            table[i] = static_cast<float>(-std::log(t) / width);
+        }
     }
 }
 

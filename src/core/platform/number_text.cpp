@@ -11,6 +11,61 @@ namespace ostrel {
 
 namespace {
 
+// Powers of ten that a double holds exactly.
+constexpr double kExactTens[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                 1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
+}  // namespace
+
+// The common case of a catalogue number: at most 19 digits whose value stays below 2^53,
+// and a small exponent. The digits then form an exact integer and one multiplication or
+// division by an exact power of ten rounds once, which gives the correctly rounded value.
+bool QuickDecimal(std::string_view t, double& v) {
+    const char* p = t.data();
+    const char* const end = p + t.size();
+    auto digit = [](char c) { return static_cast<unsigned>(c - '0') < 10u; };
+    uint64_t mantissa = 0;
+    int digits = 0;
+    int scale = 0;  // power of ten to apply to the mantissa
+    for (; p != end && digit(*p); ++p, ++digits) {
+        mantissa = mantissa * 10 + static_cast<uint64_t>(*p - '0');
+    }
+    if (p != end && *p == '.') {
+        const char* const fraction = ++p;
+        for (; p != end && digit(*p); ++p) {
+            mantissa = mantissa * 10 + static_cast<uint64_t>(*p - '0');
+        }
+        scale = -static_cast<int>(p - fraction);
+        digits -= scale;
+    }
+    if (digits == 0 || digits > 19) return false;
+    if (p != end) {
+        if (*p != 'e' && *p != 'E') return false;
+        ++p;
+        bool negativeExp = false;
+        if (p != end && (*p == '+' || *p == '-')) negativeExp = *p++ == '-';
+        if (p == end) return false;
+        int exp = 0;
+        for (; p != end && digit(*p); ++p) {
+            if (exp > 1000) return false;
+            exp = exp * 10 + (*p - '0');
+        }
+        if (p != end) return false;
+        scale += negativeExp ? -exp : exp;
+    }
+    if (mantissa == 0) {
+        v = 0.0;
+        return true;
+    }
+    if (mantissa > (uint64_t{1} << 53) || scale < -22 || scale > 22) return false;
+    const auto m = static_cast<double>(mantissa);
+    v = scale < 0 ? m / kExactTens[-scale] : m * kExactTens[scale];
+    return true;
+}
+
+namespace {
+
 // ---------------------------------------------------------------------------------------------
 // Decimal digits of a value, the way display formats see them: 15 significant digits, then
 // rounded half away from zero at the place the pattern asks for.
@@ -318,6 +373,14 @@ std::size_t NumericPrefix(std::string_view s) {
 }
 
 double ParsePrefix(std::string_view s, std::size_t len) {
+    std::string_view body = s.substr(0, len);
+    bool negative = false;
+    if (!body.empty() && (body[0] == '+' || body[0] == '-')) {
+        negative = body[0] == '-';
+        body.remove_prefix(1);
+    }
+    if (double v = 0; QuickDecimal(body, v)) return negative ? -v : v;
+
     std::string t(s.substr(0, len));
     for (char& c : t)
         if (c == 'd' || c == 'D') c = 'e';

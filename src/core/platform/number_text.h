@@ -21,6 +21,10 @@ std::string FormatNumber(double value, std::string_view pattern);
 // prefix taken, anything else (or nothing) reads 0.
 double Val(std::string_view text);
 
+// Reads an unsigned decimal ("12", ".5", "3.2E-01") of the common catalogue form exactly,
+// as the standard reader rounds it; false (nothing decided) for anything else.
+bool QuickDecimal(std::string_view text, double& value);
+
 // True when the whole text (blanks around it aside) is a valid real number.
 bool IsValidNumber(std::string_view text);
 // True when the whole text is a valid whole number in the 16-bit (or 32-bit) range.

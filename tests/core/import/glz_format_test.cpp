@@ -2,6 +2,8 @@
 // list, the reader's section rules, clamps and failures, and a round trip of a whole list.
 #include <gtest/gtest.h>
 
+#include <charconv>
+
 #include "core/import/glz_writer.h"
 #include "core/import/import_new_glz.h"
 #include "core/import/import_text.h"
@@ -311,6 +313,43 @@ TEST(ImportText, NumberForms) {
     EXPECT_EQ(GlzNumber(0.5), "0.5");
     EXPECT_EQ(GlzNumber(1.5e-10), "1.5E-10");
     EXPECT_EQ(GlzNumber(1.234567e-6f), "1.234567E-6");
+}
+
+// Catalogue numbers are read to the correctly rounded double, as the standard reader gives
+// it, in every form they come in.
+class NumberReadingTest : public ::testing::TestWithParam<const char*> {};
+
+TEST_P(NumberReadingTest, MatchesTheStandardReader) {
+    const std::string text = GetParam();
+    double expected = 0;
+    const char* begin = text.data() + (text[0] == '+' ? 1 : 0);
+    std::from_chars(begin, text.data() + text.size(), expected);
+    double v = -1;
+    ASSERT_TRUE(ParseNumber(text, v)) << text;
+    EXPECT_EQ(v, expected) << text;
+}
+
+INSTANTIATE_TEST_SUITE_P(Forms, NumberReadingTest,
+                         ::testing::Values("3.20000E-01", "2.11000E-001", "1.0000E+001",
+                                           "-2.05058500e-04", "6.00069867E-003", "0.1",
+                                           "9007199254740993", "9007199254740992e-22",
+                                           "1234567890123456789", "12345678901234567890",
+                                           "0.000000000000000000000000001", "1e23", "1e-23",
+                                           "4.9406564584124654e-324", "1.7976931348623157e308",
+                                           "000000000000000000000000.5", "+7.", "-0"));
+
+TEST(ImportText, NumbersOfManyDigitsAndExponents) {
+    // Every mantissa of a few patterns at every exponent a catalogue might write.
+    for (const char* mantissa :
+         {"1.03961212", "2.3179", "0.000123", "987654321.987654", "4.503599627370497", "7"}) {
+        for (int e = -30; e <= 30; ++e) {
+            const std::string text = std::string(mantissa) + "E" + std::to_string(e);
+            double expected = 0, v = 0;
+            std::from_chars(text.data(), text.data() + text.size(), expected);
+            ASSERT_TRUE(ParseNumber(text, v)) << text;
+            EXPECT_EQ(v, expected) << text;
+        }
+    }
 }
 
 }  // namespace

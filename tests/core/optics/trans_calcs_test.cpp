@@ -117,6 +117,32 @@ TEST(TransCalcs, FillTransTableCoversOnlyTheMeasuredRange) {
     EXPECT_EQ(table[36], kNoTransData);     // 1060
 }
 
+// The table is AbsorbAtWave entry by entry, to the bit, whatever the shape of the data.
+class FillTransTableTest : public ::testing::TestWithParam<Points> {};
+
+TEST_P(FillTransTableTest, EqualsAbsorbAtWaveEntryByEntry) {
+    const Points& data = GetParam();
+    for (const float width : {10.0f, 2.5f, 0.0f}) {
+        std::array<float, kTransTableSize> table{};
+        FillTransTable(table, width, data.waves, data.values);
+        for (size_t i = 0; i < table.size(); ++i) {
+            EXPECT_EQ(table[i], AbsorbAtWave(TransTableWave[i], data.waves, data.values, width))
+                << "width " << width << ", " << TransTableWave[i] << " nm";
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Shapes, FillTransTableTest,
+    ::testing::Values(
+        Points{{2500.0f, 1529.6f, 700.0f, 420.0f, 365.0f, 310.0f},
+               {0.001f, 0.0005f, 0.0002f, 0.004f, 0.03f, 0.4f}},
+        // Opaque neighbours: the fallback on the coefficients.
+        Points{{600.0f, 500.0f, 400.0f, 300.0f}, {0.0f, 0.0f, 80.0f, 90.0f}},
+        // Two points of equal wavelength, and a table entry that hits a point exactly.
+        Points{{800.0f, 650.0f, 650.0f, 546.1f, 250.0f}, {0.01f, 0.02f, 0.03f, 0.04f, 0.3f}},
+        Points{{}, {}}, Points{{550.0f}, {0.01f}}));
+
 class CheckTransPointsTest : public ::testing::TestWithParam<std::pair<int16_t, int16_t>> {};
 
 TEST_P(CheckTransPointsTest, BluntRepair) {
