@@ -11,7 +11,6 @@
 #include "gui/platform/binders.h"
 #include "gui/platform/form_widgets.h"
 #include "gui/platform/grid_view.h"
-#include "gui/shell/form_position.h"
 
 namespace ostrel::gui {
 
@@ -20,8 +19,10 @@ constexpr const char* kFormName = "popMeltParent";
 }  // namespace
 
 popMeltParentDialog::popMeltParentDialog(popMeltParent& unit, CSApplication* app, QWidget* parent)
-    : QDialog(parent), unit_(unit), app_(app) {
-    setObjectName(kFormName);
+    : UnitDialog({[&unit] { return unit.IsOpen(); }, [&unit] { return unit.Accepted(); },
+                  [&unit] { unit.comCancelClick(); }},
+                 app, kFormName, parent),
+      unit_(unit) {
     setWindowTitle(ToQt(unit_.form.caption));
     auto* layout = new QVBoxLayout(this);
 
@@ -93,36 +94,12 @@ popMeltParentDialog::popMeltParentDialog(popMeltParent& unit, CSApplication* app
             FollowUnit();
         }));
 
-    resize(520, 560);
-    RestoreFormPosition(this, app_, kFormName, false);
-}
-
-popMeltParentDialog::~popMeltParentDialog() {
-    SaveFormPosition(this, app_, kFormName);
+    PlaceBox(QSize(520, 560));
 }
 
 void popMeltParentDialog::ShowModal(popMeltParent& unit, CSApplication* app, QWidget* parent) {
     popMeltParentDialog box(unit, app, parent);
     box.exec();
-}
-
-QPushButton* popMeltParentDialog::button(const char* name) const {
-    return findChild<QPushButton*>(name);
-}
-
-void popMeltParentDialog::reject() {
-    // Escape and the close box cancel as the Cancel button does.
-    if (unit_.IsOpen()) unit_.comCancelClick();
-    QDialog::reject();
-}
-
-void popMeltParentDialog::FollowUnit() {
-    if (unit_.IsOpen()) return;
-    if (unit_.Accepted()) {
-        accept();
-    } else {
-        QDialog::reject();
-    }
 }
 
 }  // namespace ostrel::gui

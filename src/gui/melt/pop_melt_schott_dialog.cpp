@@ -14,7 +14,6 @@
 #include "gui/melt/melt_sheet_picture.h"
 #include "gui/platform/binders.h"
 #include "gui/platform/form_widgets.h"
-#include "gui/shell/form_position.h"
 
 namespace ostrel::gui {
 
@@ -28,8 +27,10 @@ constexpr int kSecondFrame[] = {2, 6, 8, 9};
 }  // namespace
 
 popMeltSchottDialog::popMeltSchottDialog(popMeltSchott& unit, CSApplication* app, QWidget* parent)
-    : QDialog(parent), unit_(unit), app_(app) {
-    setObjectName(kFormName);
+    : UnitDialog({[&unit] { return unit.IsOpen(); }, [&unit] { return unit.Accepted(); },
+                  [&unit] { unit.comCancelClick(); }},
+                 app, kFormName, parent),
+      unit_(unit) {
     setWindowTitle(ToQt(unit_.form.caption));
     auto* layout = new QHBoxLayout(this);
 
@@ -99,26 +100,12 @@ popMeltSchottDialog::popMeltSchottDialog(popMeltSchott& unit, CSApplication* app
     layout->addLayout(side);
 
     setMinimumSize(sizeHint().width() + 40, sizeHint().height());
-    RestoreFormPosition(this, app_, kFormName, false);
-}
-
-popMeltSchottDialog::~popMeltSchottDialog() {
-    SaveFormPosition(this, app_, kFormName);
+    PlaceBox(minimumSize());
 }
 
 void popMeltSchottDialog::ShowModal(popMeltSchott& unit, CSApplication* app, QWidget* parent) {
     popMeltSchottDialog box(unit, app, parent);
     box.exec();
-}
-
-QPushButton* popMeltSchottDialog::button(const char* name) const {
-    return findChild<QPushButton*>(name);
-}
-
-void popMeltSchottDialog::reject() {
-    // Escape and the close box cancel as the Cancel button does.
-    if (unit_.IsOpen()) unit_.comCancelClick();
-    QDialog::reject();
 }
 
 bool popMeltSchottDialog::eventFilter(QObject* watched, QEvent* event) {
@@ -128,15 +115,6 @@ bool popMeltSchottDialog::eventFilter(QObject* watched, QEvent* event) {
             QTimer::singleShot(0, edit, [edit] { edit->selectAll(); });
     }
     return QDialog::eventFilter(watched, event);
-}
-
-void popMeltSchottDialog::FollowUnit() {
-    if (unit_.IsOpen()) return;
-    if (unit_.Accepted()) {
-        accept();
-    } else {
-        QDialog::reject();
-    }
 }
 
 }  // namespace ostrel::gui

@@ -116,8 +116,10 @@ void QtDialogs::SetBusy(bool busy) {
 
 void QtDialogs::HelpNote(const std::string& text, bool bold) {
     if (helpLine_) helpLine_(text, bold);
-    // Let the help line repaint and the window stay alive during long work.
-    QApplication::processEvents();
+    // Let the help line repaint and the window stay alive during long work. The user's
+    // clicks and keys wait until the work is done: handled now, a second click on the
+    // button that started it would start the work again inside the first run.
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
 bool QtDialogs::OpenUrl(const std::string& url) {

@@ -11,7 +11,6 @@
 #include "gui/platform/binders.h"
 #include "gui/platform/form_widgets.h"
 #include "gui/platform/grid_view.h"
-#include "gui/shell/form_position.h"
 
 namespace ostrel::gui {
 
@@ -22,8 +21,10 @@ constexpr const char* kGridNames[3] = {"ssWavesFraun", "ssWavesLaser", "ssWavesC
 
 popEditParamWaveWindow::popEditParamWaveWindow(popEditParamWave& unit, CSApplication* app,
                                                QWidget* parent)
-    : QDialog(parent), unit_(unit), app_(app) {
-    setObjectName(kFormName);
+    : UnitDialog({[&unit] { return unit.Visible(); }, [&unit] { return unit.ResultOk() != 0; },
+                  [&unit] { unit.comCancelClick(); }},
+                 app, kFormName, parent),
+      unit_(unit) {
     setWindowTitle(ToQt(unit_.form.caption));
     auto* layout = new QVBoxLayout(this);
 
@@ -85,39 +86,15 @@ popEditParamWaveWindow::popEditParamWaveWindow(popEditParamWave& unit, CSApplica
             FollowUnit();
         }));
 
-    resize(440, 520);
     const int tab = unit_.tabWaveSel.tab;
     if (tab >= 0 && tab < 3) grids_[tab]->setFocus();
-    RestoreFormPosition(this, app_, kFormName, false);
-}
-
-popEditParamWaveWindow::~popEditParamWaveWindow() {
-    SaveFormPosition(this, app_, kFormName);
+    PlaceBox(QSize(440, 520));
 }
 
 void popEditParamWaveWindow::ShowModal(popEditParamWave& unit, CSApplication* app,
                                        QWidget* parent) {
     popEditParamWaveWindow box(unit, app, parent);
     box.exec();
-}
-
-QPushButton* popEditParamWaveWindow::button(const char* name) const {
-    return findChild<QPushButton*>(name);
-}
-
-void popEditParamWaveWindow::reject() {
-    // Escape and the close box cancel as the Cancel button does.
-    if (unit_.Visible()) unit_.comCancelClick();
-    QDialog::reject();
-}
-
-void popEditParamWaveWindow::FollowUnit() {
-    if (unit_.Visible()) return;
-    if (unit_.ResultOk() != 0) {
-        accept();
-    } else {
-        QDialog::reject();
-    }
 }
 
 }  // namespace ostrel::gui

@@ -2,9 +2,9 @@
 // The wavelength picker as a modal box over its caller: three tabs of standard wavelengths,
 // the multiple pick check box, OK and Cancel, bound to popEditParamWave. A double click on a
 // row picks it; the box closes as soon as the unit has hidden the form.
-#include <QDialog>
 
 #include "core/wave/pop_edit_param_wave.h"
+#include "gui/platform/unit_dialog.h"
 
 class QCheckBox;
 class QPushButton;
@@ -18,13 +18,12 @@ namespace ostrel::gui {
 
 class GridView;
 
-class popEditParamWaveWindow : public QDialog {
+class popEditParamWaveWindow : public UnitDialog {
     Q_OBJECT
   public:
     // Built over a unit that has been loaded (popEditParamWave::Load, which Display runs
     // before its showModal hook).
     popEditParamWaveWindow(popEditParamWave& unit, CSApplication* app, QWidget* parent);
-    ~popEditParamWaveWindow() override;
 
     // The modal loop for the unit's showModal hook.
     static void ShowModal(popEditParamWave& unit, CSApplication* app, QWidget* parent);
@@ -32,17 +31,9 @@ class popEditParamWaveWindow : public QDialog {
     GridView* grid(int tab) const { return grids_[tab]; }
     QTabWidget* tabs() const { return tabs_; }
     QCheckBox* multiBox() const { return multi_; }
-    QPushButton* button(const char* name) const;
-
-  protected:
-    void reject() override;
 
   private:
-    // Closes the box once the unit has hidden the form.
-    void FollowUnit();
-
     popEditParamWave& unit_;
-    CSApplication* app_;
     QTabWidget* tabs_;
     GridView* grids_[3] = {};
     QCheckBox* multi_;
