@@ -21,13 +21,13 @@ std::string TokenText(const std::vector<std::string_view>& t, size_t i) {
     return i < t.size() ? std::string(t[i]) : std::string();
 }
 
-// The first word of a line (empty for a blank line).
-std::string_view FirstWord(std::string_view line) {
+// True when the line's first word is `key`.
+bool StartsWithKey(std::string_view line, std::string_view key) {
     size_t i = 0;
     while (i < line.size() && (line[i] == ' ' || line[i] == '\t')) ++i;
-    size_t j = i;
-    while (j < line.size() && line[j] != ' ' && line[j] != '\t') ++j;
-    return line.substr(i, j - i);
+    if (line.substr(i, key.size()) != key) return false;
+    i += key.size();
+    return i == line.size() || line[i] == ' ' || line[i] == '\t';
 }
 
 }  // namespace
@@ -377,7 +377,7 @@ void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareN
     // at once, so that no record is moved while the list grows.
     size_t glasses = 0;
     for (const std::string_view line : lines) {
-        if (FirstWord(line) == "NM") ++glasses;
+        if (StartsWithKey(line, "NM")) ++glasses;
     }
     records.reserve(glasses);
 
@@ -408,19 +408,20 @@ void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareN
         return outcome != Outcome::Failed;
     };
 
-    // A keyword line is split straight into the place that keeps it; other lines into
-    // `tokens`.
+    // Each line is split into `tokens`; a keyword line's words then change places with the
+    // ones its keeper held before, so that no word list is copied.
     std::vector<std::string_view> tokens;
-    auto take = [&](Keyed& target, std::string_view line, size_t lineNumber) {
-        SplitBlanks(line, target.tokens);
+    auto take = [&](Keyed& target, size_t lineNumber) {
+        std::swap(target.tokens, tokens);
         target.line = lineNumber;
         target.present = true;
         last = &target;
     };
     for (size_t ln = 0; ln < lines.size() && !failed; ++ln) {
         const std::string_view line = lines[ln];
-        const std::string_view key = FirstWord(line);
-        if (key.empty()) continue;
+        SplitBlanks(line, tokens);
+        if (tokens.empty()) continue;
+        const std::string_view key = tokens[0];
         if (key == "NM") {
             if (!finishGlass()) {
                 failed = true;
@@ -428,7 +429,7 @@ void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareN
             }
             glass.Reset();
             inGlass = true;
-            take(glass.nm, line, ln + 1);
+            take(glass.nm, ln + 1);
             if (options_.progress) {
                 const auto done = static_cast<size_t>(line.data() - text.data());
                 if (done - lastReport > 65536) {
@@ -441,23 +442,20 @@ void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareN
         if (!inGlass) continue;
         if (key == "IT") {
             if (glass.itCount == glass.it.size()) glass.it.emplace_back();
-            take(glass.it[glass.itCount++], line, ln + 1);
+            take(glass.it[glass.itCount++], ln + 1);
         } else if (key == "ED") {
-            take(glass.ed, line, ln + 1);
+            take(glass.ed, ln + 1);
         } else if (key == "CD") {
-            take(glass.cd, line, ln + 1);
+            take(glass.cd, ln + 1);
         } else if (key == "TD") {
-            take(glass.td, line, ln + 1);
+            take(glass.td, ln + 1);
         } else if (key == "OD") {
-            take(glass.od, line, ln + 1);
+            take(glass.od, ln + 1);
         } else if (key == "LD") {
-            take(glass.ld, line, ln + 1);
+            take(glass.ld, ln + 1);
         } else if (double v = 0; ParseNumber(key, v)) {
             // A bare number line continues the keyword line before it.
-            if (last) {
-                SplitBlanks(line, tokens);
-                last->tokens.insert(last->tokens.end(), tokens.begin(), tokens.end());
-            }
+            if (last) last->tokens.insert(last->tokens.end(), tokens.begin(), tokens.end());
         } else {
             last = nullptr;  // GC, MD, BD, comments and anything unknown
         }

@@ -1,6 +1,9 @@
 #include "core/optics/index_from_polynomial.h"
 
+#include <array>
 #include <cmath>
+#include <cstdint>
+#include <cstring>
 
 namespace ostrel {
 
@@ -27,14 +30,39 @@ double Cauchy(const PolyCoefBlock& c, double x, bool& fault) {
     return t.sum;
 }
 
+// x^3 and x^4 as pow gives them. pow is the costly part of the Schott form, and the same
+// few wavelengths come back again and again (the lines of the derived data, a catalogue's
+// transmission rows), so the last powers of a few dozen wavelengths are kept.
+void CubeAndFourth(double x, double& cube, double& fourth) {
+    struct Entry {
+        uint64_t key = 0;
+        bool used = false;
+        double cube = 0.0, fourth = 0.0;
+    };
+    thread_local std::array<Entry, 64> entries;
+    uint64_t bits = 0;
+    std::memcpy(&bits, &x, sizeof bits);
+    Entry& e = entries[((bits ^ (bits >> 29)) * 0x9E3779B97F4A7C15ull) >> 58];
+    if (!e.used || e.key != bits) {
+        e.key = bits;
+        e.used = true;
+        e.cube = std::pow(x, 3.0);
+        e.fourth = std::pow(x, 4.0);
+    }
+    cube = e.cube;
+    fourth = e.fourth;
+}
+
 double Schott(const PolyCoefBlock& c, double x, bool& fault) {
+    double cube = 0.0, fourth = 0.0;
+    CubeAndFourth(x, cube, fourth);
     Terms t;
     t.Add(c[0]);
     t.Add(c[1] * x);
     t.Add(c[2] / x);
     t.Add(c[3] / std::pow(x, 2.0));
-    t.Add(c[4] / std::pow(x, 3.0));
-    t.Add(c[5] / std::pow(x, 4.0));
+    t.Add(c[4] / cube);
+    t.Add(c[5] / fourth);
     fault = t.fault;
     return t.sum;
 }

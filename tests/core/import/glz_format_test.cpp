@@ -352,5 +352,43 @@ TEST(ImportText, NumbersOfManyDigitsAndExponents) {
     }
 }
 
+// Words of a line, cut at runs of blanks and tabs, the slow and obvious way.
+std::vector<std::string> WordsOf(const std::string& line) {
+    std::vector<std::string> words;
+    std::string word;
+    for (const char c : line + " ") {
+        if (c == ' ' || c == '\t') {
+            if (!word.empty()) words.push_back(word);
+            word.clear();
+        } else {
+            word.push_back(c);
+        }
+    }
+    return words;
+}
+
+TEST(ImportText, SplitBlanksCutsWordsAtEveryPlace) {
+    // Words and gaps of every length around the 16-byte blocks the fast path reads.
+    std::vector<std::string> lines = {"", " ", "\t\t",
+                                      "IT 3.20000E-01 0.00000E+00 2.50000E+01      ",
+                                      "NM N-BK7 2 517642 1.5168 64.17 0 1"};
+    for (size_t lead = 0; lead < 3; ++lead) {
+        for (size_t len = 1; len <= 34; ++len) {
+            std::string line(lead, lead == 1 ? '\t' : ' ');
+            for (size_t k = 0; line.size() < 50; ++k) {
+                line += std::string(len, static_cast<char>('a' + k % 26));
+                line += std::string(1 + k % 3, k % 2 ? '\t' : ' ');
+            }
+            lines.push_back(line);
+            lines.push_back(line.substr(0, 15 + len));
+        }
+    }
+    std::vector<std::string_view> got;
+    for (const std::string& line : lines) {
+        SplitBlanks(line, got);
+        EXPECT_EQ(std::vector<std::string>(got.begin(), got.end()), WordsOf(line)) << line;
+    }
+}
+
 }  // namespace
 }  // namespace ostrel
