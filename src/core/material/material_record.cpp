@@ -10,9 +10,10 @@ void ClearMaterialRecord(MaterialRecord& rec) {
 }
 
 MaterialRecord& AppendClearedRecord(std::vector<MaterialRecord>& records) {
-    MaterialRecord& rec = records.emplace_back();
-    rec.ThermalState.Ready = kTrue;
-    return rec;
+    // One block copy of a cleared record is several times faster than building each one
+    // field by field.
+    static const MaterialRecord cleared = ClearedMaterialRecord();
+    return records.emplace_back(cleared);
 }
 
 MaterialRecord ClearedMaterialRecord() {

@@ -137,7 +137,7 @@ struct MaterialRecord {
 // ready (a material without dn/dt data is complete as far as that section goes).
 void ClearMaterialRecord(MaterialRecord& rec);
 MaterialRecord ClearedMaterialRecord();
-// Builds an empty record in its place at the end of the list (no copy of a whole record).
+// Appends an empty record (as ClearMaterialRecord leaves it) to the list.
 MaterialRecord& AppendClearedRecord(std::vector<MaterialRecord>& records);
 
 // A record with every byte of its file image zero (texts hold NUL characters). Older files

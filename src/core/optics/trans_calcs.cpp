@@ -115,11 +115,25 @@ void FillTransTable(std::array<float, kTransTableSize>& table, float width,
     for (size_t k = 0; k < kept; ++k) {
         fraction[k] = std::exp(-static_cast<double>(width) * absorbs[k]);
     }
+    // The table's wavelengths rise; over points in falling order the neighbours of each
+    // entry are then found by walking down the points once. This is the pair the bisection
+    // of AbsorbAtWave finds: the first point after the first one at or below the entry, and
+    // the point before it. Points out of order are bisected as there.
+    bool falling = true;
+    for (size_t k = 1; k <= last; ++k) {
+        if (waves[k] > waves[k - 1]) falling = false;
+    }
+    size_t below = last;  // first point at or below the present entry
     for (size_t i = 0; i < table.size(); ++i) {
         const float wave = TransTableWave[i];
         if (wave > waves[0] || wave < waves[last]) continue;
         size_t lo = 0;
         size_t hi = last;
+        if (falling) {
+            while (below > 0 && waves[below - 1] <= wave) --below;
+            hi = std::max<size_t>(below, 1);
+            lo = hi - 1;
+        }
         while (hi - lo > 1) {
             const size_t mid = (lo + hi) / 2;
             if (waves[mid] <= wave) {
@@ -128,6 +142,7 @@ void FillTransTable(std::array<float, kTransTableSize>& table, float width,
                 lo = mid;
             }
         }
+        if (hi > last) continue;  // a single point: no interval
         const double d = static_cast<double>(waves[lo]) - waves[hi];
         if (d == 0.0) continue;
         const double e1 = fraction[lo];

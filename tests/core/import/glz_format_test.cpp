@@ -352,6 +352,24 @@ TEST(ImportText, NumbersOfManyDigitsAndExponents) {
     }
 }
 
+TEST(ImportText, NumbersWithDigitRunsOfEveryLength) {
+    const std::string pattern = "9081726354453627189";
+    for (size_t whole = 0; whole <= 12; ++whole) {
+        for (size_t fraction = 0; fraction <= 12; ++fraction) {
+            for (const char* tail : {"", "E-03", "e+2"}) {
+                std::string text = pattern.substr(0, whole);
+                if (fraction > 0) text += "." + pattern.substr(whole, fraction);
+                if (text.empty()) continue;
+                text += tail;
+                double expected = 0, v = 0;
+                std::from_chars(text.data(), text.data() + text.size(), expected);
+                ASSERT_TRUE(ParseNumber(text, v)) << text;
+                EXPECT_EQ(v, expected) << text;
+            }
+        }
+    }
+}
+
 // Words of a line, cut at runs of blanks and tabs, the slow and obvious way.
 std::vector<std::string> WordsOf(const std::string& line) {
     std::vector<std::string> words;

@@ -141,7 +141,10 @@ INSTANTIATE_TEST_SUITE_P(
         Points{{600.0f, 500.0f, 400.0f, 300.0f}, {0.0f, 0.0f, 80.0f, 90.0f}},
         // Two points of equal wavelength, and a table entry that hits a point exactly.
         Points{{800.0f, 650.0f, 650.0f, 546.1f, 250.0f}, {0.01f, 0.02f, 0.03f, 0.04f, 0.3f}},
-        Points{{}, {}}, Points{{550.0f}, {0.01f}}));
+        // Points out of order, and a run of equal wavelengths at the long end.
+        Points{{400.0f, 900.0f, 300.0f, 1200.0f, 700.0f}, {0.05f, 0.001f, 0.2f, 0.0f, 0.003f}},
+        Points{{1000.0f, 1000.0f, 1000.0f, 600.0f, 260.0f}, {0.0f, 0.001f, 0.002f, 0.01f, 0.9f}},
+        Points{{}, {}}, Points{{550.0f}, {0.01f}}, Points{{250.0f}, {0.01f}}));
 
 class CheckTransPointsTest : public ::testing::TestWithParam<std::pair<int16_t, int16_t>> {};
 
