@@ -163,7 +163,8 @@ CImportZemaxAGF::Outcome CImportZemaxAGF::ReadRecord(const GlassLines& lines,
     g.IndexDataType = 1;
 
     // CD: coefficients in file order.
-    std::vector<double> c;
+    std::vector<double>& c = coefficients_;
+    c.clear();
     for (size_t i = 1; i < lines.cd.tokens.size(); ++i) {
         double v = 0;
         if (!number(lines.cd, i, v, false)) return Outcome::Failed;
@@ -279,7 +280,8 @@ CImportZemaxAGF::Outcome CImportZemaxAGF::ReadRecord(const GlassLines& lines,
 
     // Transmission.
     // Rows without a wavelength or a transmittance carry nothing and are left out.
-    std::vector<const Keyed*> rowsIn;
+    std::vector<const Keyed*>& rowsIn = rowsIn_;
+    rowsIn.clear();
     for (const Keyed& it : std::span<const Keyed>(lines.it).first(lines.itCount)) {
         if (it.tokens.size() > 2 && it.tokens[1] != "-" && it.tokens[2] != "-") {
             rowsIn.push_back(&it);

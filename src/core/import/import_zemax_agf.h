@@ -70,6 +70,9 @@ class CImportZemaxAGF {
     int skipped_ = 0;
     size_t failLine_ = 0;
     std::string failWhy_;
+    // Working lists of ReadRecord, kept from glass to glass.
+    std::vector<double> coefficients_;
+    std::vector<const Keyed*> rowsIn_;
 };
 
 }  // namespace ostrel

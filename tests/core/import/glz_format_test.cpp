@@ -370,6 +370,41 @@ TEST(ImportText, NumbersWithDigitRunsOfEveryLength) {
     }
 }
 
+// Lines of a text, cut at CR LF, CR or LF, the slow and obvious way.
+std::vector<std::string> LinesOf(const std::string& text) {
+    std::vector<std::string> lines;
+    std::string line;
+    for (size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '\r' || text[i] == '\n') {
+            lines.push_back(line);
+            line.clear();
+            if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n') ++i;
+        } else {
+            line.push_back(text[i]);
+        }
+    }
+    if (!line.empty()) lines.push_back(line);
+    return lines;
+}
+
+TEST(ImportText, SplitTextLinesAtEveryKindOfLineEnd) {
+    // Texts of every length up to 70 from a few letters and line ends, drawn by a fixed
+    // sequence, so that line ends fall on and across the 16-byte blocks of the fast path.
+    const char alphabet[] = {'a', 'b', '\r', '\n', ' '};
+    uint32_t state = 12345;
+    for (size_t length = 0; length <= 70; ++length) {
+        for (int draw = 0; draw < 20; ++draw) {
+            std::string text;
+            for (size_t i = 0; i < length; ++i) {
+                state = state * 1103515245u + 12345u;
+                text.push_back(alphabet[(state >> 16) % 5]);
+            }
+            const auto got = SplitTextLines(text);
+            EXPECT_EQ(std::vector<std::string>(got.begin(), got.end()), LinesOf(text));
+        }
+    }
+}
+
 // Words of a line, cut at runs of blanks and tabs, the slow and obvious way.
 std::vector<std::string> WordsOf(const std::string& line) {
     std::vector<std::string> words;
