@@ -342,11 +342,14 @@ int main(int argc, char** argv) {
                     forms.RibbonClick(kFormImport, true);
                     if (parser.isSet(screenshotImport)) {
                         const std::string file = gui::FromQt(parser.value(screenshotImport));
-                        importForm.ImportFile(file,
-                                              frm4Import::FileTypeOf(file, frm4Import::kAGF));
+                        importForm.ImportFile(file, frm4Import::FileTypeOf(file, frm4Import::kAGF));
                     }
+                    // The whole grid, with its status and check columns, in view.
+                    importWindow.subWindow()->move(8, 8);
+                    listWindow.hide();
                     Settle(800);
                     SaveScreen(dir + "/frm4_import.png");
+                    listWindow.show();
                     forms.RibbonClick(kFormExport, true);
                     Settle(800);
                     SaveScreen(dir + "/frm5_export.png");
