@@ -370,6 +370,32 @@ TEST(ImportText, NumbersWithDigitRunsOfEveryLength) {
     }
 }
 
+// A UTF-16 file image with its byte-order mark.
+std::string Utf16Image(const std::u16string& text, bool bigEndian) {
+    std::string bytes = bigEndian ? "\xFE\xFF" : "\xFF\xFE";
+    for (const char16_t c : text) {
+        const auto hi = static_cast<char>(c >> 8);
+        const auto lo = static_cast<char>(c & 0xFF);
+        bytes += bigEndian ? std::string{hi, lo} : std::string{lo, hi};
+    }
+    return bytes;
+}
+
+TEST(ImportText, Utf16DecodesToTheCodePageAtEveryPlace) {
+    // A sign, a character the code page lacks and a surrogate pair, moved through every
+    // place of the eight-character blocks the fast path reads.
+    for (size_t at = 0; at < 20; ++at) {
+        std::u16string text(u"NM N-BK7 2 517642 1.5168 64.17 0 1\r\nIT 0.3 0.5 10\r\n");
+        std::string expected(text.begin(), text.end());
+        text.insert(at, u"\u00B5\u03A9\U0001F600x");
+        expected.insert(at, "\xB5??x");
+        for (const bool bigEndian : {false, true}) {
+            EXPECT_EQ(DecodeTextFile(Utf16Image(text, bigEndian)), expected)
+                << at << (bigEndian ? " BE" : " LE");
+        }
+    }
+}
+
 // Lines of a text, cut at CR LF, CR or LF, the slow and obvious way.
 std::vector<std::string> LinesOf(const std::string& text) {
     std::vector<std::string> lines;
