@@ -117,8 +117,8 @@ void FillTransTable(std::array<float, kTransTableSize>& table, float width,
     }
     // The table's wavelengths rise; over points in falling order the neighbours of each
     // entry are then found by walking down the points once. This is the pair the bisection
-    // of AbsorbAtWave finds: the first point after the first one at or below the entry, and
-    // the point before it. Points out of order are bisected as there.
+    // of AbsorbAtWave finds: the first point at or below the entry (the second point at the
+    // earliest) and the point before it. Points out of order are bisected as there.
     bool falling = true;
     for (size_t k = 1; k <= last; ++k) {
         if (waves[k] > waves[k - 1]) falling = false;
