@@ -122,7 +122,29 @@ bool GlassesList::LoadCustomFile() {
     const fs::path current = folder / kCustomFileName;
     std::error_code ec;
     if (fs::exists(current, ec)) {
-        if (!ReadWholeFile(current, content, err)) {
+        // Records are decoded straight into the list, which is sized once, from pieces of
+        // the file read one after another: a list of thousands of materials loads at close
+        // to the speed of reading its bytes, and the file is never held whole beside it.
+        const auto size = fs::file_size(current, ec);
+        if (!ec) customList_.reserve(static_cast<size_t>(size) / kMaterialRecordSize + 1);
+        std::string tail;
+        auto take = [&](std::string_view piece) {
+            const auto* bytes = reinterpret_cast<const unsigned char*>(piece.data());
+            const size_t whole = piece.size() / kMaterialRecordSize;
+            for (size_t i = 0; i < whole; ++i) {
+                MaterialRecord& rec = customList_.emplace_back();
+                FromBytes(bytes + i * kMaterialRecordSize, rec);
+                if (!NameUsable(rec) || !customKeys_.insert(MaterialKey(rec)).second) {
+                    customList_.pop_back();
+                }
+            }
+            // Only the last piece can end in part of a record.
+            tail.assign(piece.substr(whole * kMaterialRecordSize));
+        };
+        constexpr size_t kRecordsPerPiece = 64;
+        if (!ReadFileInPieces(current, kRecordsPerPiece * kMaterialRecordSize, take, err)) {
+            customList_.clear();
+            customKeys_.clear();
             loadFailed_ = true;
             errors_.ErrorDisplay(
                 "The custom material list could not be read:\n" + err.message +
@@ -130,25 +152,12 @@ bool GlassesList::LoadCustomFile() {
                 "ReadCustomFile: " + err.message, err.code);
             return false;
         }
-        // Records are decoded straight into the list, which is sized once: a list of
-        // thousands of materials loads at close to the speed of reading its bytes.
-        customList_.reserve(content.size() / kMaterialRecordSize + 1);
-        const auto* bytes = reinterpret_cast<const unsigned char*>(content.data());
-        const size_t whole = content.size() / kMaterialRecordSize;
-        for (size_t i = 0; i < whole; ++i) {
-            MaterialRecord& rec = customList_.emplace_back();
-            FromBytes(bytes + i * kMaterialRecordSize, rec);
-            if (!NameUsable(rec) || !customKeys_.insert(MaterialKey(rec)).second) {
-                customList_.pop_back();
-            }
-        }
-        if (content.size() % kMaterialRecordSize != 0) {
-            ForEachRecord(content.substr(whole * kMaterialRecordSize), kMaterialRecordSize,
-                          [&](const unsigned char* image) {
-                              ListAdd(FromBytes(std::span<const unsigned char, kMaterialRecordSize>(
-                                          image, kMaterialRecordSize)),
-                                      false);
-                          });
+        if (!tail.empty()) {
+            ForEachRecord(tail, kMaterialRecordSize, [&](const unsigned char* image) {
+                ListAdd(FromBytes(std::span<const unsigned char, kMaterialRecordSize>(
+                            image, kMaterialRecordSize)),
+                        false);
+            });
         }
         return true;
     }

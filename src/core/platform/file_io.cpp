@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <random>
@@ -52,6 +53,35 @@ bool ReadWholeFile(const std::filesystem::path& path, std::string& content, File
             return false;
         }
         content.append(buf, static_cast<size_t>(n));
+    }
+    ::close(fd);
+    return true;
+}
+
+bool ReadFileInPieces(const std::filesystem::path& path, size_t piece,
+                      const std::function<void(std::string_view)>& take, FileError& error) {
+    int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0) {
+        SetError(error, errno, path);
+        return false;
+    }
+    std::string buffer(std::max<size_t>(piece, 1), '\0');
+    size_t filled = 0;
+    for (;;) {
+        ssize_t n = ::read(fd, buffer.data() + filled, buffer.size() - filled);
+        if (n < 0) {
+            if (errno == EINTR) continue;
+            SetError(error, errno, path);
+            ::close(fd);
+            return false;
+        }
+        filled += static_cast<size_t>(n);
+        // A piece goes on only when full, or at the end of the file.
+        if (filled == buffer.size() || (n == 0 && filled > 0)) {
+            take(std::string_view(buffer.data(), filled));
+            filled = 0;
+        }
+        if (n == 0) break;
     }
     ::close(fd);
     return true;

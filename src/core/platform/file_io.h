@@ -15,6 +15,12 @@ struct FileError {
 };
 
 bool ReadWholeFile(const std::filesystem::path& path, std::string& content, FileError& error);
+// Reads the file in pieces of `piece` bytes (the last may be shorter), handing each to
+// `take` in order, so that a large file is never held whole beside what is made of it.
+// False, with the error, when the file cannot be opened or read; pieces handed on before a
+// failure stay handed on.
+bool ReadFileInPieces(const std::filesystem::path& path, size_t piece,
+                      const std::function<void(std::string_view)>& take, FileError& error);
 bool WriteFileAtomic(const std::filesystem::path& path, std::string_view content, FileError& error);
 bool CopyFileAtomic(const std::filesystem::path& from, const std::filesystem::path& to,
                     FileError& error);

@@ -139,6 +139,20 @@ TEST_F(GlassesListTest, SameMaterialTwiceKeepsTheFirstAndNextSaveDropsTheSecond)
     EXPECT_TRUE(ReadFileBytes(Current()) == Image({recs[0], recs[1]}));
 }
 
+TEST_F(GlassesListTest, LongListLoadsWholeInOrderWithAShortLastRecord) {
+    // More records than one piece of the file read holds, and a last record cut short.
+    std::vector<MaterialRecord> recs;
+    for (int i = 0; i < 150; ++i) recs.push_back(MakeRecord("G" + std::to_string(i), "S", i));
+    std::string bytes = Image(recs);
+    bytes.resize(bytes.size() - 100);
+    WriteFileBytes(Current(), bytes);
+    GlassesList& l = Loaded();
+    ASSERT_EQ(l.CustomCount(), 150);
+    for (size_t i = 0; i < 150; ++i) {
+        EXPECT_EQ(l.CustomList()[i].General.PolyCoef[0], static_cast<double>(i));
+    }
+}
+
 TEST_F(GlassesListTest, ShortLastRecordIsPaddedWithZeros) {
     std::string bytes = Image({MakeRecord("A", "S"), MakeRecord("B", "S")});
     bytes.resize(bytes.size() - 100);
