@@ -223,10 +223,22 @@ bool GlassesList::WriteCustomFile(const std::vector<MaterialRecord>& list) {
         if (!RemoveFileIfPresent(current, err)) return report("delete");
         return true;
     }
-    std::string content(list.size() * kMaterialRecordSize, '\0');
-    auto* out = reinterpret_cast<unsigned char*>(content.data());
-    for (size_t i = 0; i < list.size(); ++i) ToBytes(list[i], out + i * kMaterialRecordSize);
-    if (!WriteFileAtomic(current, content, err)) return report("write");
+    // The image is made and written a piece at a time, so that a large list is never held
+    // twice in memory.
+    constexpr size_t kRecordsPerPiece = 64;
+    std::string buffer;
+    size_t next = 0;
+    auto piece = [&](std::string_view& out) {
+        if (next == list.size()) return false;
+        const size_t count = std::min(kRecordsPerPiece, list.size() - next);
+        buffer.assign(count * kMaterialRecordSize, '\0');
+        auto* bytes = reinterpret_cast<unsigned char*>(buffer.data());
+        for (size_t i = 0; i < count; ++i) ToBytes(list[next + i], bytes + i * kMaterialRecordSize);
+        next += count;
+        out = buffer;
+        return true;
+    };
+    if (!WriteFileAtomicFrom(current, piece, err)) return report("write");
     return true;
 }
 

@@ -89,6 +89,20 @@ bool ReadFileInPieces(const std::filesystem::path& path, size_t piece,
 
 bool WriteFileAtomic(const std::filesystem::path& path, std::string_view content,
                      FileError& error) {
+    bool given = false;
+    return WriteFileAtomicFrom(
+        path,
+        [&](std::string_view& piece) {
+            if (given) return false;
+            given = true;
+            piece = content;
+            return true;
+        },
+        error);
+}
+
+bool WriteFileAtomicFrom(const std::filesystem::path& path, const PieceSource& next,
+                         FileError& error) {
     const std::string temp = TempNameBeside(path);
     int fd = ::open(temp.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
     if (fd < 0) {
@@ -101,18 +115,23 @@ bool WriteFileAtomic(const std::filesystem::path& path, std::string_view content
         SetError(error, code, path);
         return false;
     };
-    size_t done = 0;
-    while (done < content.size()) {
-        if (FaultHook() && !FaultHook()(path)) return fail(ENOSPC);
-        size_t chunk = std::min<size_t>(content.size() - done, 1 << 20);
-        ssize_t n = ::write(fd, content.data() + done, chunk);
-        if (n < 0) {
-            if (errno == EINTR) continue;
-            return fail(errno);
+    size_t total = 0;
+    std::string_view piece;
+    while (next(piece)) {
+        size_t done = 0;
+        while (done < piece.size()) {
+            if (FaultHook() && !FaultHook()(path)) return fail(ENOSPC);
+            size_t chunk = std::min<size_t>(piece.size() - done, 1 << 20);
+            ssize_t n = ::write(fd, piece.data() + done, chunk);
+            if (n < 0) {
+                if (errno == EINTR) continue;
+                return fail(errno);
+            }
+            done += static_cast<size_t>(n);
         }
-        done += static_cast<size_t>(n);
+        total += piece.size();
     }
-    if (content.empty() && FaultHook() && !FaultHook()(path)) return fail(ENOSPC);
+    if (total == 0 && FaultHook() && !FaultHook()(path)) return fail(ENOSPC);
     if (::fsync(fd) != 0) return fail(errno);
     if (::close(fd) != 0) {
         int code = errno;

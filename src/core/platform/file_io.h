@@ -22,6 +22,11 @@ bool ReadWholeFile(const std::filesystem::path& path, std::string& content, File
 bool ReadFileInPieces(const std::filesystem::path& path, size_t piece,
                       const std::function<void(std::string_view)>& take, FileError& error);
 bool WriteFileAtomic(const std::filesystem::path& path, std::string_view content, FileError& error);
+// The same, the content made piece by piece: `next` sets the next piece (which must stay
+// valid until it is called again) and returns false when there is none left.
+using PieceSource = std::function<bool(std::string_view& piece)>;
+bool WriteFileAtomicFrom(const std::filesystem::path& path, const PieceSource& next,
+                         FileError& error);
 bool CopyFileAtomic(const std::filesystem::path& from, const std::filesystem::path& to,
                     FileError& error);
 // Makes `to` hold what `from` holds now, without copying where the file system allows:

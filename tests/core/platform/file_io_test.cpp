@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
+#include <iterator>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -53,6 +56,39 @@ TEST(ReadFileInPieces, MissingFileIsAnErrorWithItsName) {
     EXPECT_FALSE(called);
     EXPECT_NE(error.code, 0);
     EXPECT_NE(error.message.find("none.bin"), std::string::npos);
+}
+
+// A source handing on the given pieces one by one.
+PieceSource Pieces(const std::vector<std::string>& pieces) {
+    auto at = std::make_shared<size_t>(0);
+    return [pieces, at](std::string_view& piece) {
+        if (*at == pieces.size()) return false;
+        piece = pieces[(*at)++];
+        return true;
+    };
+}
+
+TEST(WriteFileAtomicFrom, WritesThePiecesInOrderOverTheOldFile) {
+    testing::TempDir dir;
+    testing::WriteFileBytes(dir / "f.bin", "old");
+    FileError error;
+    ASSERT_TRUE(WriteFileAtomicFrom(dir / "f.bin", Pieces({"ab", "", "cde"}), error));
+    EXPECT_EQ(testing::ReadFileBytes(dir / "f.bin"), "abcde");
+}
+
+TEST(WriteFileAtomicFrom, AFailedWriteLeavesTheOldFileAndNoTemporaryOne) {
+    testing::TempDir dir;
+    testing::WriteFileBytes(dir / "f.bin", "old");
+    int writes = 0;
+    SetWriteFaultHook([&](const std::filesystem::path&) { return ++writes < 2; });
+    FileError error;
+    EXPECT_FALSE(WriteFileAtomicFrom(dir / "f.bin", Pieces({"ab", "cd", "ef"}), error));
+    SetWriteFaultHook(nullptr);
+    EXPECT_EQ(error.code, ENOSPC);
+    EXPECT_EQ(testing::ReadFileBytes(dir / "f.bin"), "old");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.path()),
+                            std::filesystem::directory_iterator()),
+              1);
 }
 
 }  // namespace
