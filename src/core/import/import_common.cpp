@@ -29,6 +29,16 @@ void FinishTransTables(MaterialRecord& rec, int noDataFrom) {
                    std::span<const float>(m.TransAbsorb).first(count));
 }
 
+bool SetSchottDndt(ThermalData& t, const double (&d)[6]) {
+    t.dndt_D0 = static_cast<float>(d[0]);
+    t.dndt_D1 = static_cast<float>(d[1]);
+    t.dndt_D2 = static_cast<float>(d[2]);
+    t.dndt_E0 = static_cast<float>(d[3]);
+    t.dndt_E1 = static_cast<float>(d[4]);
+    t.dndt_LamdaTK = static_cast<float>(d[5]);
+    return d[0] == 0 && d[1] == 0 && d[2] == 0 && d[3] == 0 && d[4] == 0 && d[5] == 0;
+}
+
 std::string ImportCheckText(const MaterialRecord& rec, const StatedIndex& stated) {
     if (!stated.present) return {};
     const auto& g = rec.General;

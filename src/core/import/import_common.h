@@ -36,4 +36,8 @@ void FinishTransTables(MaterialRecord& rec, int noDataFrom);
 // (computed value first).
 std::string ImportCheckText(const MaterialRecord& rec, const StatedIndex& stated);
 
+// Stores the six Schott dn/dT constants D0 D1 D2 E0 E1 lambdaTK, in that order, as 32-bit
+// values. True when all six are 0.
+bool SetSchottDndt(ThermalData& t, const double (&d)[6]);
+
 }  // namespace ostrel

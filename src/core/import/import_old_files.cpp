@@ -1,6 +1,7 @@
 #include "core/import/import_old_files.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "core/import/field_stream.h"
 #include "core/import/import_common.h"
@@ -94,6 +95,16 @@ bool OpenStream(const std::string& path, std::string& text, std::string& why) {
     return true;
 }
 
+// Opens the file and reads its Lumbrak part into a cleared record. The stream reads views
+// into `text`, which the caller keeps.
+bool OpenLumbrakPart(const std::string& path, std::string& text, std::optional<FieldStream>& in,
+                     MaterialRecord& rec, std::string& why) {
+    if (!OpenStream(path, text, why)) return false;
+    in.emplace(SplitTextLines(text));
+    ClearMaterialRecord(rec);
+    return ReadLumbrakPart(*in, rec, why);
+}
+
 }  // namespace
 
 void CImportOldLumbrak::ReadFile(const std::string& path, std::vector<MaterialRecord>& records,
@@ -101,11 +112,9 @@ void CImportOldLumbrak::ReadFile(const std::string& path, std::vector<MaterialRe
     ok = kFalse;
     failure_.clear();
     std::string text;
-    if (!OpenStream(path, text, failure_)) return;
-    FieldStream in(SplitTextLines(text));
+    std::optional<FieldStream> stream;
     MaterialRecord rec;
-    ClearMaterialRecord(rec);
-    if (!ReadLumbrakPart(in, rec, failure_)) return;
+    if (!OpenLumbrakPart(path, text, stream, rec, failure_)) return;
     rec.Other.Status.SetRaw("A");
     Finish(rec, records, ok);
 }
@@ -121,11 +130,10 @@ void CImportOldKelmora::ReadFile(const std::string& path, std::vector<MaterialRe
     ok = kFalse;
     failure_.clear();
     std::string text;
-    if (!OpenStream(path, text, failure_)) return;
-    FieldStream in(SplitTextLines(text));
+    std::optional<FieldStream> stream;
     MaterialRecord rec;
-    ClearMaterialRecord(rec);
-    if (!ReadLumbrakPart(in, rec, failure_)) return;
+    if (!OpenLumbrakPart(path, text, stream, rec, failure_)) return;
+    FieldStream& in = *stream;
     // Skip what is left of the line and any empty lines: the file may end here.
     in.EndLine();
     std::string probe;

@@ -143,15 +143,7 @@ bool CImportOsloGLC::ReadRecord(std::string_view line, const std::string& source
         for (size_t i = 0; i < 6; ++i) {
             if (!number(p + 3 + i, d[i])) return false;
         }
-        t.dndt_D0 = static_cast<float>(d[0]);
-        t.dndt_D1 = static_cast<float>(d[1]);
-        t.dndt_D2 = static_cast<float>(d[2]);
-        t.dndt_E0 = static_cast<float>(d[3]);
-        t.dndt_E1 = static_cast<float>(d[4]);
-        t.dndt_LamdaTK = static_cast<float>(d[5]);
-        if (d[0] == 0 && d[1] == 0 && d[2] == 0 && d[3] == 0 && d[4] == 0 && d[5] == 0) {
-            t.dndttype = 0;
-        }
+        if (SetSchottDndt(t, d)) t.dndttype = 0;
         q = p + 8;
     } else if (thermalFlag == 2) {
         t.dndttype = 0;

@@ -197,12 +197,7 @@ CImportZemaxAGF::Outcome CImportZemaxAGF::ReadRecord(const GlassLines& lines,
         for (size_t i = 0; i < 6; ++i) {
             if (!number(lines.td, i + 1, d[i], true)) return Outcome::Failed;
         }
-        t.dndt_D0 = static_cast<float>(d[0]);
-        t.dndt_D1 = static_cast<float>(d[1]);
-        t.dndt_D2 = static_cast<float>(d[2]);
-        t.dndt_E0 = static_cast<float>(d[3]);
-        t.dndt_E1 = static_cast<float>(d[4]);
-        t.dndt_LamdaTK = static_cast<float>(d[5]);
+        SetSchottDndt(t, d);
         double ref = 20.0;
         if (!number(lines.td, 7, ref, true, 20.0)) return Outcome::Failed;
         t.dndt_RefTemp = static_cast<float>(ref);

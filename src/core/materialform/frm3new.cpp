@@ -108,17 +108,16 @@ void frm3New::DisplayNew() {
 }
 
 void frm3New::DisplayEdit(const MaterialRecord& rec, frm2Manage* owner) {
-    MaterialRecord copy = rec;
-    for (SectionState* s : {&copy.GeneralState, &copy.IndexState, &copy.TransState,
-                            &copy.ThermalState, &copy.OtherState}) {
-        s->Changes = 2;
-    }
-    comAdd.caption = "Accept changes";
-    comAdd.toolTip = "Accept changes made to this material";
-    Show(copy, kModeEdit, owner);
+    ShowStored(rec, kModeEdit, owner);
 }
 
 void frm3New::DisplayReview(const MaterialRecord& rec, frm2Manage* owner) {
+    ShowStored(rec, kModeReview, owner);
+    LockForReview();
+}
+
+void frm3New::ShowStored(const MaterialRecord& rec, int16_t mode, frm2Manage* owner) {
+    // A stored material opens with every section counted as changed.
     MaterialRecord copy = rec;
     for (SectionState* s : {&copy.GeneralState, &copy.IndexState, &copy.TransState,
                             &copy.ThermalState, &copy.OtherState}) {
@@ -126,8 +125,7 @@ void frm3New::DisplayReview(const MaterialRecord& rec, frm2Manage* owner) {
     }
     comAdd.caption = "Accept changes";
     comAdd.toolTip = "Accept changes made to this material";
-    Show(copy, kModeReview, owner);
-    LockForReview();
+    Show(copy, mode, owner);
 }
 
 void frm3New::Show(const MaterialRecord& rec, int16_t mode, frm2Manage* owner) {

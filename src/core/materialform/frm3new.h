@@ -183,6 +183,8 @@ class frm3New : public WorkingForm {
   private:
     // life cycle and status
     void Show(const MaterialRecord& rec, int16_t mode, frm2Manage* owner);
+    // Shows a material of the list for editing or review.
+    void ShowStored(const MaterialRecord& rec, int16_t mode, frm2Manage* owner);
     void FillControls(bool silentWidth);
     void RefreshPanels();
     void UpdateTitle();
