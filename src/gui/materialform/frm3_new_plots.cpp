@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "gui/platform/chart_parts.h"
+
 namespace ostrel::gui {
 
 namespace {
@@ -27,33 +29,6 @@ QChartView* MakeView(QWidget* parent, QChart* chart) {
     return view;
 }
 
-QValueAxis* MakeAxis(QChart* chart, Qt::Alignment side, const QString& title, const char* format) {
-    auto* axis = new QValueAxis(chart);
-    axis->setTitleText(title);
-    axis->setLabelFormat(format);
-    QFont f = axis->titleFont();
-    f.setBold(false);
-    axis->setTitleFont(f);
-    chart->addAxis(axis, side);
-    return axis;
-}
-
-void Attach(QChart* chart, QAbstractSeries* series, QValueAxis* x, QValueAxis* y) {
-    chart->addSeries(series);
-    series->attachAxis(x);
-    series->attachAxis(y);
-}
-
-// A step of 1, 2 or 5 times a power of ten giving about `ticks` intervals over `span`.
-double NiceStep(double span, int ticks) {
-    const double raw = span / ticks;
-    const double p = std::pow(10.0, std::floor(std::log10(raw)));
-    for (double m : {1.0, 2.0, 5.0}) {
-        if (raw <= m * p) return m * p;
-    }
-    return 10 * p;
-}
-
 // Sets a range around [lo, hi] on whole steps, never collapsing to nothing, with ticks at
 // round numbers.
 void SetRange(QValueAxis* axis, double lo, double hi, double minSpan, int ticks = 5) {
@@ -63,9 +38,7 @@ void SetRange(QValueAxis* axis, double lo, double hi, double minSpan, int ticks 
         hi = mid + minSpan / 2;
     }
     const double step = NiceStep(hi - lo, ticks);
-    axis->setTickType(QValueAxis::TicksDynamic);
-    axis->setTickAnchor(0.0);
-    axis->setTickInterval(step);
+    SetTickStep(axis, step);
     axis->setRange(std::floor(lo / step) * step, std::ceil(hi / step) * step);
 }
 

@@ -12,29 +12,14 @@
 #include <algorithm>
 #include <cmath>
 
+#include "gui/platform/chart_parts.h"
+
 namespace ostrel::gui {
 
 namespace {
 
 // Differences are drawn in millionths of an index unit.
 constexpr double kScale = 1e6;
-
-QValueAxis* MakeAxis(QChart* chart, Qt::Alignment side, const QString& title, const char* format) {
-    auto* axis = new QValueAxis(chart);
-    axis->setTitleText(title);
-    axis->setLabelFormat(format);
-    QFont f = axis->titleFont();
-    f.setBold(false);
-    axis->setTitleFont(f);
-    chart->addAxis(axis, side);
-    return axis;
-}
-
-void Attach(QChart* chart, QAbstractSeries* series, QValueAxis* x, QValueAxis* y) {
-    chart->addSeries(series);
-    series->attachAxis(x);
-    series->attachAxis(y);
-}
 
 // A range around [lo, hi] that never collapses to nothing, on round numbers.
 void SetRange(QValueAxis* axis, double lo, double hi, double minSpan) {
@@ -54,17 +39,8 @@ void SetWaveRange(QValueAxis* axis, double lo, double hi) {
         lo -= 50;
         hi += 50;
     }
-    const double raw = (hi - lo) / 5;
-    const double mag = std::pow(10.0, std::floor(std::log10(raw)));
-    double step = mag;
-    for (double f : {1.0, 2.0, 2.5, 5.0, 10.0}) {
-        step = f * mag;
-        if (step >= raw) break;
-    }
     axis->setRange(lo, hi);
-    axis->setTickType(QValueAxis::TicksDynamic);
-    axis->setTickAnchor(0);
-    axis->setTickInterval(step);
+    SetTickStep(axis, NiceStep(hi - lo, 5));
 }
 
 }  // namespace

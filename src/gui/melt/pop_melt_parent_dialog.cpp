@@ -83,16 +83,7 @@ popMeltParentDialog::popMeltParentDialog(popMeltParent& unit, CSApplication* app
     Bind(selected, unit_.lblSelGlass);
     layout->addWidget(selected);
 
-    layout->addLayout(MakeOkCancelRow(
-        this, unit_.comOK, unit_.comCancel,
-        [this] {
-            unit_.comOKClick();
-            FollowUnit();
-        },
-        [this] {
-            unit_.comCancelClick();
-            FollowUnit();
-        }));
+    layout->addLayout(OkCancelRow(unit_));
 
     PlaceBox(QSize(520, 560));
 }

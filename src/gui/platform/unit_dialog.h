@@ -5,6 +5,8 @@
 #include <QDialog>
 #include <functional>
 
+#include "gui/platform/form_widgets.h"
+
 class QPushButton;
 
 namespace ostrel {
@@ -33,6 +35,20 @@ class UnitDialog : public QDialog {
     void FollowUnit();
     // The box's first size, then the place stored for it.
     void PlaceBox(QSize size);
+    // The OK and Cancel row over the unit's buttons; the box follows the unit after each.
+    template <class Unit>
+    QHBoxLayout* OkCancelRow(Unit& unit) {
+        return MakeOkCancelRow(
+            this, unit.comOK, unit.comCancel,
+            [this, &unit] {
+                unit.comOKClick();
+                FollowUnit();
+            },
+            [this, &unit] {
+                unit.comCancelClick();
+                FollowUnit();
+            });
+    }
 
   private:
     UnitState state_;

@@ -75,16 +75,7 @@ popEditParamWaveWindow::popEditParamWaveWindow(popEditParamWave& unit, CSApplica
     connect(multi_, &QCheckBox::clicked, this, [this] { unit_.chkMultiWavesClick(); });
     layout->addWidget(multi_);
 
-    layout->addLayout(MakeOkCancelRow(
-        this, unit_.comOK, unit_.comCancel,
-        [this] {
-            unit_.comOKClick();
-            FollowUnit();
-        },
-        [this] {
-            unit_.comCancelClick();
-            FollowUnit();
-        }));
+    layout->addLayout(OkCancelRow(unit_));
 
     const int tab = unit_.tabWaveSel.tab;
     if (tab >= 0 && tab < 3) grids_[tab]->setFocus();

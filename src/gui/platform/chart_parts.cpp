@@ -1,0 +1,41 @@
+#include "gui/platform/chart_parts.h"
+
+#include <QChart>
+#include <QValueAxis>
+#include <cmath>
+
+namespace ostrel::gui {
+
+QValueAxis* MakeAxis(QChart* chart, Qt::Alignment side, const QString& title, const char* format) {
+    auto* axis = new QValueAxis(chart);
+    axis->setTitleText(title);
+    axis->setLabelFormat(format);
+    QFont f = axis->titleFont();
+    f.setBold(false);
+    axis->setTitleFont(f);
+    chart->addAxis(axis, side);
+    return axis;
+}
+
+void Attach(QChart* chart, QAbstractSeries* series, QValueAxis* x, QValueAxis* y) {
+    chart->addSeries(series);
+    series->attachAxis(x);
+    series->attachAxis(y);
+}
+
+double NiceStep(double span, int ticks) {
+    const double raw = span / ticks;
+    const double p = std::pow(10.0, std::floor(std::log10(raw)));
+    for (double m : {1.0, 2.0, 5.0}) {
+        if (raw <= m * p) return m * p;
+    }
+    return 10 * p;
+}
+
+void SetTickStep(QValueAxis* axis, double step) {
+    axis->setTickType(QValueAxis::TicksDynamic);
+    axis->setTickAnchor(0.0);
+    axis->setTickInterval(step);
+}
+
+}  // namespace ostrel::gui

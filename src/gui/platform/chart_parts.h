@@ -1,0 +1,22 @@
+#pragma once
+// Pieces shared by the plots of the windows: an axis with a plain title, a series on two
+// axes, and round tick steps.
+#include <QString>
+#include <Qt>
+
+class QAbstractSeries;
+class QChart;
+class QValueAxis;
+
+namespace ostrel::gui {
+
+// A value axis on the given side of the chart, with a title in the normal weight.
+QValueAxis* MakeAxis(QChart* chart, Qt::Alignment side, const QString& title, const char* format);
+// Adds the series to the chart on the two axes.
+void Attach(QChart* chart, QAbstractSeries* series, QValueAxis* x, QValueAxis* y);
+// A step of 1, 2 or 5 times a power of ten giving about `ticks` intervals over `span`.
+double NiceStep(double span, int ticks);
+// Ticks at multiples of `step` from 0.
+void SetTickStep(QValueAxis* axis, double step);
+
+}  // namespace ostrel::gui
