@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "support/scripted_dialogs.h"
 
 namespace ostrel {
@@ -9,18 +11,25 @@ namespace {
 
 using ostrel::testing::ScriptedDialogs;
 
+enum class Fault { None, Clear, Set, NoClipText, ReadOnly };
+
+// Holds "1.6" unless told it can't be read; Clear or SetText fail when told so.
 struct FakeClipboard : ClipboardPort {
-    bool clearWorks = true, setWorks = true;
-    std::optional<std::string> text = std::string();
+    Fault fault = Fault::None;
+    std::optional<std::string> text = std::string("1.6");
     bool Clear() override {
-        if (clearWorks) text = std::string();
-        return clearWorks;
+        if (fault == Fault::Clear) return false;
+        text = std::string();
+        return true;
     }
     bool SetText(const std::string& t) override {
-        if (setWorks) text = t;
-        return setWorks;
+        if (fault == Fault::Set) return false;
+        text = t;
+        return true;
     }
-    std::optional<std::string> GetText() override { return text; }
+    std::optional<std::string> GetText() override {
+        return fault == Fault::NoClipText ? std::nullopt : text;
+    }
 };
 
 // An entry holding "n=1.5168", with "1.5168" selected.
@@ -37,12 +46,10 @@ struct FakeEntry : EditTarget {
     std::string Text() const { return before + selected; }
 };
 
-enum class Command { Copy, Cut, Paste };
-
 struct EditCase {
     const char* label;
-    Command command;
-    bool clearWorks, setWorks, clipHasText, entryTakesText;
+    std::function<bool(CSWindow&, FakeEntry&)> command;
+    Fault fault;
     const char* failure;         // the box shown, or nullptr
     const char* entryAfter;      // the entry's text afterwards
     const char* clipboardAfter;  // the clipboard's text afterwards
@@ -54,26 +61,12 @@ TEST_P(CSWindowTest, CommandAndFailureBox) {
     const EditCase& c = GetParam();
     ScriptedDialogs dialogs;
     FakeClipboard clip;
-    clip.clearWorks = c.clearWorks;
-    clip.setWorks = c.setWorks;
-    clip.text = c.clipHasText ? std::optional<std::string>("1.6") : std::nullopt;
+    clip.fault = c.fault;
     FakeEntry entry;
-    entry.takesText = c.entryTakesText;
+    entry.takesText = c.fault != Fault::ReadOnly;
     CSWindow w(clip, dialogs);
 
-    bool done = false;
-    switch (c.command) {
-        case Command::Copy:
-            done = w.EditCopy(entry);
-            break;
-        case Command::Cut:
-            done = w.EditCut(entry);
-            break;
-        case Command::Paste:
-            done = w.EditPaste(entry);
-            break;
-    }
-    EXPECT_EQ(done, c.failure == nullptr);
+    EXPECT_EQ(c.command(w, entry), c.failure == nullptr);
     if (c.failure) {
         ASSERT_EQ(dialogs.boxes.size(), 1u);
         EXPECT_EQ(dialogs.boxes[0].text, c.failure);
@@ -85,22 +78,24 @@ TEST_P(CSWindowTest, CommandAndFailureBox) {
     EXPECT_EQ(clip.text.value_or("<none>"), c.clipboardAfter);
 }
 
+const char* const kSetFailed = "Could not set text from active control to clipboard.";
+const char* const kPasteFailed = "Could not paste text from clipboard to active control.";
+
 INSTANTIATE_TEST_SUITE_P(
     Edit, CSWindowTest,
     ::testing::Values(
-        EditCase{"Copy", Command::Copy, true, true, true, true, nullptr, "n=1.5168", "1.5168"},
-        EditCase{"CopyClearFails", Command::Copy, false, true, true, true,
-                 "Could not clear clipboard.", "n=1.5168", "1.6"},
-        EditCase{"CopySetFails", Command::Copy, true, false, true, true,
-                 "Could not set text from active control to clipboard.", "n=1.5168", ""},
-        EditCase{"Cut", Command::Cut, true, true, true, true, nullptr, "n=", "1.5168"},
-        EditCase{"CutKeepsTextWhenCopyFails", Command::Cut, true, false, true, true,
-                 "Could not set text from active control to clipboard.", "n=1.5168", ""},
-        EditCase{"Paste", Command::Paste, true, true, true, true, nullptr, "n=1.6", "1.6"},
-        EditCase{"PasteUnreadableClipboard", Command::Paste, true, true, false, true,
-                 "Could not paste text from clipboard to active control.", "n=1.5168", "<none>"},
-        EditCase{"PasteIntoReadOnly", Command::Paste, true, true, true, false,
-                 "Could not paste text from clipboard to active control.", "n=1.5168", "1.6"}),
+        EditCase{"Copy", &CSWindow::EditCopy, Fault::None, nullptr, "n=1.5168", "1.5168"},
+        EditCase{"CopyClearFails", &CSWindow::EditCopy, Fault::Clear, "Could not clear clipboard.",
+                 "n=1.5168", "1.6"},
+        EditCase{"CopySetFails", &CSWindow::EditCopy, Fault::Set, kSetFailed, "n=1.5168", ""},
+        EditCase{"Cut", &CSWindow::EditCut, Fault::None, nullptr, "n=", "1.5168"},
+        EditCase{"CutKeepsTextWhenCopyFails", &CSWindow::EditCut, Fault::Set, kSetFailed,
+                 "n=1.5168", ""},
+        EditCase{"Paste", &CSWindow::EditPaste, Fault::None, nullptr, "n=1.6", "1.6"},
+        EditCase{"PasteUnreadableClipboard", &CSWindow::EditPaste, Fault::NoClipText, kPasteFailed,
+                 "n=1.5168", "1.6"},
+        EditCase{"PasteIntoReadOnly", &CSWindow::EditPaste, Fault::ReadOnly, kPasteFailed,
+                 "n=1.5168", "1.6"}),
     [](const auto& info) { return std::string(info.param.label); });
 
 }  // namespace

@@ -13,37 +13,24 @@ namespace {
 
 using ostrel::testing::ScriptedDialogs;
 
+// Logs its Display and ForceUnload calls as "show n" and "unload n", comma separated.
 class FakeForm : public WorkingForm {
   public:
-    FakeForm(int n, std::vector<std::string>& log) : n_(n), log_(log) {}
-    void Display() override { log_.push_back("show " + std::to_string(n_)); }
-    void ForceUnload() override { log_.push_back("unload " + std::to_string(n_)); }
+    FakeForm(int n, std::string& log) : n_(n), log_(log) {}
+    void Display() override { Log("show "); }
+    void ForceUnload() override { Log("unload "); }
 
   private:
+    void Log(const char* what) {
+        log_ += std::string(log_.empty() ? "" : ", ") + what + std::to_string(n_);
+    }
     int n_;
-    std::vector<std::string>& log_;
+    std::string& log_;
 };
 
-struct Row {
-    const char* name;
-    int openForm;  // form open before the click
-    bool newOpen;
-    bool meltOpen;
-    bool kelmora;
-    int button;
-    bool pressed;
-    std::vector<std::string> calls;  // Display / ForceUnload calls, in order
-    int currentAfter;
-    bool boxShown;
-};
-
-void PrintTo(const Row& r, std::ostream* os) {
-    *os << r.name;
-}
-
-class RibbonClickTest : public ::testing::TestWithParam<Row> {
+class RibbonTest : public ::testing::Test {
   protected:
-    RibbonClickTest() {
+    RibbonTest() {
         hooks.kelmoraFound = [this] { return kelmora; };
         hooks.firstLoad = [this] { return firstLoad; };
         hooks.updateWallPaper = [this] { ++wallpapers; };
@@ -53,20 +40,36 @@ class RibbonClickTest : public ::testing::TestWithParam<Row> {
             forms->RegisterForm(n, fakes.back().get());
         }
     }
+    bool Unloaded(int n) const { return calls.find("unload " + std::to_string(n)) != calls.npos; }
 
     ScriptedDialogs dialogs;
     ManageForms::Hooks hooks;
     bool kelmora = true;
     bool firstLoad = false;
     int wallpapers = 0;
-    std::vector<std::string> calls;
+    std::string calls;
     std::vector<std::unique_ptr<FakeForm>> fakes;
     std::unique_ptr<ManageForms> forms;
 };
 
+struct Row {
+    const char* name;
+    int openForm;  // form open before the click
+    bool newOpen, meltOpen;
+    int button;
+    bool pressed;
+    const char* calls;
+    int currentAfter;
+};
+
+void PrintTo(const Row& r, std::ostream* os) {
+    *os << r.name;
+}
+
+class RibbonClickTest : public RibbonTest, public ::testing::WithParamInterface<Row> {};
+
 TEST_P(RibbonClickTest, FollowsTheStateTable) {
     const Row& r = GetParam();
-    kelmora = r.kelmora;
     forms->SetCurrentForm(r.openForm);
     if (r.openForm) forms->ribTools[r.openForm].value = true;
     forms->SetNewFormOpen(r.newOpen);
@@ -77,136 +80,73 @@ TEST_P(RibbonClickTest, FollowsTheStateTable) {
 
     EXPECT_EQ(calls, r.calls);
     EXPECT_EQ(forms->GetCurrentForm(), r.currentAfter);
-    if (r.boxShown) {
-        ASSERT_EQ(dialogs.boxes.size(), 1u);
-        EXPECT_EQ(dialogs.boxes[0].text,
-                  "You cannot use the 'Archive' form until Kelmora is installed!");
-        EXPECT_EQ(dialogs.boxes[0].icon, MsgIcon::Information);
-    } else {
-        EXPECT_TRUE(dialogs.boxes.empty());
-    }
-    // A form that was closed has its tool button released; the one now open is down.
-    for (const std::string& c : r.calls) {
-        if (c.rfind("unload ", 0) == 0) {
-            int n = std::stoi(c.substr(7));
-            if (n != r.currentAfter) {
-                EXPECT_FALSE(forms->ribTools[n].value) << c;
-            }
+    EXPECT_TRUE(dialogs.boxes.empty());
+    // A form that was closed has its tool released and its flag cleared; the open one is down.
+    for (int n = 1; n <= 7; ++n) {
+        if (n == r.currentAfter) {
+            EXPECT_TRUE(forms->ribTools[n].value) << n;
+        } else if (Unloaded(n)) {
+            EXPECT_FALSE(forms->ribTools[n].value) << n;
         }
     }
-    if (r.currentAfter) {
-        EXPECT_TRUE(forms->ribTools[r.currentAfter].value);
-    }
-    // Unloading the side forms clears their flags.
-    for (const std::string& c : r.calls) {
-        if (c == "unload 3") {
-            EXPECT_FALSE(forms->GetNewFormOpen());
-        }
-        if (c == "unload 7") {
-            EXPECT_FALSE(forms->GetMeltFormOpen());
-        }
-    }
+    EXPECT_FALSE(Unloaded(3) && forms->GetNewFormOpen());
+    EXPECT_FALSE(Unloaded(7) && forms->GetMeltFormOpen());
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Rows, RibbonClickTest,
     ::testing::Values(
-        Row{"NonePress2", 0, false, false, true, 2, true, {"show 2"}, 2, false},
-        Row{"NonePress6WithoutKelmora", 0, false, false, false, 6, true, {}, 0, true},
-        Row{"NonePress6WithKelmora", 0, false, false, true, 6, true, {"show 6"}, 6, false},
-        Row{"NoneRelease", 0, false, false, true, 4, false, {}, 0, false},
-        Row{"NonePressClosesNewForm",
-            0,
-            true,
-            false,
-            true,
-            5,
-            true,
-            {"unload 3", "show 5"},
-            5,
-            false},
-        Row{"NonePressClosesMeltForm",
-            0,
-            false,
-            true,
-            true,
-            2,
-            true,
-            {"unload 7", "show 2"},
-            2,
-            false},
-        Row{"ManageRelease", 2, false, false, true, 2, false, {"unload 2"}, 0, false},
-        Row{"ManageReleaseClosesSideForms",
-            2,
-            true,
-            true,
-            true,
-            2,
-            false,
-            {"unload 3", "unload 7", "unload 2"},
-            0,
-            false},
-        Row{"ManagePressOwn", 2, false, false, true, 2, true, {}, 2, false},
-        Row{"ManagePress3KeepsIt", 2, false, false, true, 3, true, {}, 2, false},
-        Row{"ImportPress3KeepsIt", 4, false, false, true, 3, true, {}, 4, false},
-        Row{"ManagePress4ClosesNewForm",
-            2,
-            true,
-            false,
-            true,
-            4,
-            true,
-            {"unload 3", "unload 2", "show 4"},
-            4,
-            false},
-        Row{"ImportPress7", 4, false, false, true, 7, true, {"unload 4", "show 7"}, 7, false},
-        Row{"ImportRelease", 4, false, false, true, 4, false, {"unload 4"}, 0, false},
-        Row{"ExportRelease", 5, false, false, true, 5, false, {"unload 5"}, 0, false},
-        Row{"ExportPress7", 5, false, false, true, 7, true, {"unload 5", "show 7"}, 7, false},
-        Row{"ExportPressOwn", 5, false, false, true, 5, true, {}, 5, false},
-        Row{"NewPress2", 3, false, false, true, 2, true, {"unload 3", "show 2"}, 2, false},
-        Row{"MeltRelease", 7, false, false, true, 7, false, {"unload 7"}, 0, false},
-        Row{"SetupPressedFromManage",
-            2,
-            false,
-            false,
-            true,
-            1,
-            true,
-            {"unload 2", "show 1"},
-            1,
-            false},
-        Row{"SetupRelease", 1, false, false, true, 1, false, {"unload 1"}, 0, false}),
+        Row{"NonePress2", 0, false, false, 2, true, "show 2", 2},
+        Row{"NonePress6WithKelmora", 0, false, false, 6, true, "show 6", 6},
+        Row{"NoneRelease", 0, false, false, 4, false, "", 0},
+        Row{"NonePressClosesNewForm", 0, true, false, 5, true, "unload 3, show 5", 5},
+        Row{"NonePressClosesMeltForm", 0, false, true, 2, true, "unload 7, show 2", 2},
+        Row{"ManageRelease", 2, false, false, 2, false, "unload 2", 0},
+        Row{"ManageReleaseClosesSideForms", 2, true, true, 2, false, "unload 3, unload 7, unload 2",
+            0},
+        Row{"ManagePressOwn", 2, false, false, 2, true, "", 2},
+        Row{"ManagePress3KeepsIt", 2, false, false, 3, true, "", 2},
+        Row{"ImportPress3KeepsIt", 4, false, false, 3, true, "", 4},
+        Row{"ManagePress4ClosesNewForm", 2, true, false, 4, true, "unload 3, unload 2, show 4", 4},
+        Row{"ImportPress7", 4, false, false, 7, true, "unload 4, show 7", 7},
+        Row{"ImportRelease", 4, false, false, 4, false, "unload 4", 0},
+        Row{"ExportRelease", 5, false, false, 5, false, "unload 5", 0},
+        Row{"ExportPress7", 5, false, false, 7, true, "unload 5, show 7", 7},
+        Row{"ExportPressOwn", 5, false, false, 5, true, "", 5},
+        Row{"NewPress2", 3, false, false, 2, true, "unload 3, show 2", 2},
+        Row{"MeltRelease", 7, false, false, 7, false, "unload 7", 0},
+        Row{"SetupPressedFromManage", 2, false, false, 1, true, "unload 2, show 1", 1},
+        Row{"SetupRelease", 1, false, false, 1, false, "unload 1", 0}),
     [](const ::testing::TestParamInfo<Row>& info) { return std::string(info.param.name); });
 
-TEST_F(RibbonClickTest, Button6WithoutKelmoraLeavesTheButtonReleased) {
+TEST_F(RibbonTest, ArchiveWithoutKelmoraIsRefusedAndItsButtonReleased) {
     kelmora = false;
     forms->RibbonClick(6, true);
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(dialogs.boxes[0].text,
+              "You cannot use the 'Archive' form until Kelmora is installed!");
+    EXPECT_EQ(dialogs.boxes[0].icon, MsgIcon::Information);
     EXPECT_FALSE(forms->ribTools[6].value);
     EXPECT_EQ(forms->GetCurrentForm(), 0);
+    EXPECT_EQ(calls, "");
 }
 
-TEST_F(RibbonClickTest, Button3FromManageOpensNothingButRefreshesTheWallpaper) {
+TEST_F(RibbonTest, WallpaperChangesForEveryWorkingFormShownButNotForTheSetup) {
+    forms->RibbonClick(1, true);
+    EXPECT_EQ(wallpapers, 0);
+    forms->RibbonClick(1, false);
     forms->RibbonClick(2, true);
     EXPECT_EQ(wallpapers, 1);
-    forms->RibbonClick(3, true);
-    EXPECT_EQ(calls, std::vector<std::string>{"show 2"});
+    forms->RibbonClick(3, true);  // beside the manage form: nothing shown, wallpaper anew
+    EXPECT_EQ(calls, "show 1, unload 1, show 2");
     EXPECT_EQ(wallpapers, 2);
 }
 
-TEST_F(RibbonClickTest, SetupShowsWithoutWallpaper) {
-    forms->RibbonClick(1, true);
-    EXPECT_EQ(calls, std::vector<std::string>{"show 1"});
-    EXPECT_EQ(wallpapers, 0);
-}
-
-TEST_F(RibbonClickTest, ToolsStayOffUntilTheSetupHasClosedOnTheFirstRun) {
+TEST_F(RibbonTest, ToolsStayOffUntilTheSetupHasClosedOnTheFirstRun) {
     firstLoad = true;
     forms->EnableTools();
-    for (int n = 2; n <= 7; ++n) EXPECT_FALSE(forms->ribTools[n].enabled) << n;
     EXPECT_TRUE(forms->ribTools[1].enabled);
     EXPECT_TRUE(forms->ribEnd.enabled);
-
     forms->RibbonClick(1, true);
     for (int n = 2; n <= 7; ++n) EXPECT_FALSE(forms->ribTools[n].enabled) << n;
 
@@ -218,55 +158,48 @@ TEST_F(RibbonClickTest, ToolsStayOffUntilTheSetupHasClosedOnTheFirstRun) {
     EXPECT_EQ(forms->GetCurrentForm(), 0);
 }
 
-TEST_F(RibbonClickTest, HideFormOfNothingDoesNothing) {
-    forms->HideForm(0);
-    EXPECT_TRUE(calls.empty());
-}
-
-TEST_F(RibbonClickTest, UnloadAllAtTheEndClosesEveryOpenForm) {
+TEST_F(RibbonTest, UnloadAllAtTheEndClosesEveryOpenForm) {
     forms->RibbonClick(2, true);
     forms->SetNewFormOpen(true);
     calls.clear();
     forms->UnloadAll();
-    EXPECT_EQ(calls, (std::vector<std::string>{"unload 3", "unload 2"}));
+    EXPECT_EQ(calls, "unload 3, unload 2");
     EXPECT_EQ(forms->GetCurrentForm(), 0);
     EXPECT_FALSE(forms->GetNewFormOpen());
     EXPECT_FALSE(forms->ribTools[2].value);
     calls.clear();
     forms->UnloadAll();
-    EXPECT_TRUE(calls.empty());
+    forms->HideForm(0);
+    EXPECT_EQ(calls, "");
 }
 
-TEST_F(RibbonClickTest, EditFromManageOpensTheMaterialFormBesideItAndClosesItAlone) {
+TEST_F(RibbonTest, EditFromManageOpensTheMaterialFormBesideItAndClosesItAlone) {
     forms->RibbonClick(2, true);
     calls.clear();
     forms->OpenForEdit(3);
-    EXPECT_TRUE(calls.empty()) << "the caller fills the form itself";
+    EXPECT_EQ(calls, "") << "the caller fills the form itself";
     EXPECT_TRUE(forms->GetNewFormOpen());
     EXPECT_TRUE(forms->ribTools[3].value);
-    EXPECT_EQ(forms->GetCurrentForm(), 2);
 
     forms->FormClosed(3);
-    EXPECT_EQ(calls, std::vector<std::string>{"unload 3"});
+    EXPECT_EQ(calls, "unload 3");
     EXPECT_FALSE(forms->GetNewFormOpen());
     EXPECT_FALSE(forms->ribTools[3].value);
     EXPECT_EQ(forms->GetCurrentForm(), 2) << "the manage form stays";
     EXPECT_TRUE(forms->ribTools[2].value);
 }
 
-TEST_F(RibbonClickTest, EditWithNoFormOpenMakesTheMaterialFormCurrent) {
+TEST_F(RibbonTest, EditWithNoFormOpenMakesTheMaterialFormCurrent) {
     forms->RibbonClick(5, true);
     calls.clear();
     forms->OpenForEdit(3);
-    EXPECT_EQ(calls, (std::vector<std::string>{"unload 5", "show 3"}));
+    EXPECT_EQ(calls, "unload 5, show 3");
     EXPECT_EQ(forms->GetCurrentForm(), 3);
     EXPECT_FALSE(forms->GetNewFormOpen());
-    calls.clear();
-    forms->OpenForEdit(3);
-    EXPECT_TRUE(calls.empty()) << "already the current form";
+    forms->OpenForEdit(3);  // already the current form: nothing more
 
     forms->FormClosed(3);
-    EXPECT_EQ(calls, std::vector<std::string>{"unload 3"});
+    EXPECT_EQ(calls, "unload 5, show 3, unload 3");
     EXPECT_EQ(forms->GetCurrentForm(), 0);
     EXPECT_FALSE(forms->ribTools[3].value);
 }
