@@ -69,15 +69,17 @@ class Frm3NewFixture : public ListFixture {
         form->txtGenSource.text = source;
         form->txtGenSourceChange();
     }
-    // Coefficient mode, Schott n^2 = 2.25 + 0.01 / lambda^2 over 400..800 nm, checked.
-    void CheckSchottCoefficients() {
+    // Coefficient mode on the Index tab: Schott n^2 = a0 + a2 / lambda^2 over lo..hi nm,
+    // then checked.
+    void CheckSchottCoefficients(const char* a0 = "2.25", const char* a2 = "0.01",
+                                 const char* lo = "400", const char* hi = "800") {
         form->tabPropertiesChange(frm3New::kTabIndex);
         form->cmbIndexDataType.SetListIndex(1);
         form->cmbIndexDataTypeClick();
-        Type(form->ssRefInd, 2, 1, "2.25");
-        Type(form->ssRefInd, 2, 3, "0.01");
-        Type(form->ssRefInd, 2, 8, "400");
-        Type(form->ssRefInd, 4, 8, "800");
+        Type(form->ssRefInd, 2, 1, a0);
+        Type(form->ssRefInd, 2, 3, a2);
+        Type(form->ssRefInd, 2, 8, lo);
+        Type(form->ssRefInd, 4, 8, hi);
         form->comIndexFitClick();
     }
     std::string LastBox() const { return dialogs.boxes.empty() ? "" : dialogs.boxes.back().text; }

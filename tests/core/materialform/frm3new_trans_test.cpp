@@ -13,13 +13,7 @@ class Frm3NewTrans : public Frm3NewFixture {
     void SetUp() override {
         Frm3NewFixture::SetUp();
         form->DisplayNew();
-        form->tabPropertiesChange(frm3New::kTabIndex);
-        form->cmbIndexDataType.SetListIndex(1);
-        form->cmbIndexDataTypeClick();
-        Type(form->ssRefInd, 2, 1, "2.25");
-        Type(form->ssRefInd, 2, 8, "400");
-        Type(form->ssRefInd, 4, 8, "800");
-        form->comIndexFitClick();
+        CheckSchottCoefficients("2.25", "0");
         dialogs.boxes.clear();
         form->tabPropertiesChange(frm3New::kTabTrans);
     }

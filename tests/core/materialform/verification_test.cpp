@@ -11,40 +11,30 @@ namespace {
 
 using testing::ScriptedDialogs;
 
-MaterialRecord ReadyRecord(const char* name, const char* source) {
+using ReadyFlags = std::array<bool, 5>;  // ready: General, Index, Trans, dn/dt, Other
+
+MaterialRecord ReadyRecord(const char* name, const char* source,
+                           ReadyFlags ready = {true, true, true, true, true}) {
     MaterialRecord rec = ClearedMaterialRecord();
     rec.General.GlassName.Set(name);
     rec.General.Source.Set(source);
-    for (SectionState* s : {&rec.GeneralState, &rec.IndexState, &rec.TransState, &rec.ThermalState,
-                            &rec.OtherState}) {
-        s->Ready = kTrue;
-    }
+    SectionState* states[] = {&rec.GeneralState, &rec.IndexState, &rec.TransState,
+                              &rec.ThermalState, &rec.OtherState};
+    for (size_t i = 0; i < 5; ++i) states[i]->Ready = ready[i] ? kTrue : kFalse;
     return rec;
 }
 
 struct FlagsCase {
     const char* name;
-    std::array<bool, 5> ready;  // General, Index, Trans, dn/dt, Other
+    ReadyFlags ready;
     const char* list;
 };
 
-class ReadinessTest : public ::testing::TestWithParam<FlagsCase> {
-  protected:
-    MaterialRecord Record() const {
-        MaterialRecord rec = ReadyRecord("N-TEST5", "Melt 42");
-        const auto& r = GetParam().ready;
-        rec.GeneralState.Ready = r[0] ? kTrue : kFalse;
-        rec.IndexState.Ready = r[1] ? kTrue : kFalse;
-        rec.TransState.Ready = r[2] ? kTrue : kFalse;
-        rec.ThermalState.Ready = r[3] ? kTrue : kFalse;
-        rec.OtherState.Ready = r[4] ? kTrue : kFalse;
-        return rec;
-    }
-};
+class ReadinessTest : public ::testing::TestWithParam<FlagsCase> {};
 
 TEST_P(ReadinessTest, ReportLineAndStatusCell) {
     const auto& c = GetParam();
-    const MaterialRecord rec = Record();
+    const MaterialRecord rec = ReadyRecord("N-TEST5", "Melt 42", c.ready);
     std::string report = "before\n";
     const bool ready = CheckGlassReady(rec, report);
     const ReadyStatus cell = ReadyStatusCell(rec);
