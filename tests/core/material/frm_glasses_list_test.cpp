@@ -15,8 +15,18 @@ class FrmGlassesListTest : public ListFixture {
         list->ListAdd(melt, false);
         list->ListAdd(MakeRecord("CaF2", "Crystran"), false);
     }
+    frmGlassesList& Shown() {
+        form = std::make_unique<frmGlassesList>(
+            *list, frmGlassesList::Hooks{[this] { return currentForm; },
+                                         [this](int index, const std::string& label) {
+                                             prepared.emplace_back(index, label);
+                                         }});
+        form->Display();
+        return *form;
+    }
     int currentForm = 0;
     std::vector<std::pair<int, std::string>> prepared;
+    std::unique_ptr<frmGlassesList> form;
 };
 
 TEST_F(FrmGlassesListTest, FillShowsNameAndSourceWithMeltRowsYellow) {
@@ -33,42 +43,27 @@ TEST_F(FrmGlassesListTest, FillShowsNameAndSourceWithMeltRowsYellow) {
 }
 
 TEST_F(FrmGlassesListTest, ListChangesRefreshTheDisplayedForm) {
-    frmGlassesList form(*list, {});
-    form.Display();
-    EXPECT_TRUE(form.form.visible);
+    frmGlassesList& f = Shown();
+    EXPECT_TRUE(f.form.visible);
     ASSERT_TRUE(list->CommitList({MakeRecord("F2", "Schott")}));
     list->RefreshListForm();
-    ASSERT_EQ(form.ssGlassesList.MaxRows(), 1);
-    EXPECT_EQ(form.ssGlassesList.Text(1, 1), "F2");
-    EXPECT_EQ(form.ssGlassesList.RowColour(1), kWhite) << "colours follow the new rows";
+    ASSERT_EQ(f.ssGlassesList.MaxRows(), 1);
+    EXPECT_EQ(f.ssGlassesList.Text(1, 1), "F2");
+    EXPECT_EQ(f.ssGlassesList.RowColour(1), kWhite) << "colours follow the new rows";
 }
 
-TEST_F(FrmGlassesListTest, RightClickPreparesThePopupOnlyWithNoFormOpen) {
-    frmGlassesList form(*list, {[this] { return currentForm; },
-                                [this](int index, const std::string& label) {
-                                    prepared.emplace_back(index, label);
-                                }});
-    form.Display();
-    EXPECT_TRUE(form.ssGlassesListRightClick(3));
-    ASSERT_EQ(prepared.size(), 1u);
-    EXPECT_EQ(prepared[0], (std::pair<int, std::string>{3, "CaF2/Crystran"}));
-
+TEST_F(FrmGlassesListTest, RightClickPreparesThePopupOnlyWithNoFormOpenOnAUsableRow) {
+    frmGlassesList& f = Shown();
+    EXPECT_TRUE(f.ssGlassesListRightClick(3));
+    EXPECT_EQ(prepared, (std::vector<std::pair<int, std::string>>{{3, "CaF2/Crystran"}}));
     currentForm = 2;
-    EXPECT_FALSE(form.ssGlassesListRightClick(1));
+    EXPECT_FALSE(f.ssGlassesListRightClick(1));
     currentForm = 0;
-    EXPECT_FALSE(form.ssGlassesListRightClick(4)) << "below the last row";
+    EXPECT_FALSE(f.ssGlassesListRightClick(4)) << "below the last row";
+    // A name with a NUL cannot enter the list; put it straight into the grid.
+    f.ssGlassesList.SetText(1, 2, std::string("AB\0C", 4));
+    EXPECT_FALSE(f.ssGlassesListRightClick(2));
     EXPECT_EQ(prepared.size(), 1u);
-}
-
-TEST_F(FrmGlassesListTest, RightClickOnANameWithNulOpensNothing) {
-    // Such a name cannot enter the list; put it straight into the grid.
-    frmGlassesList form(
-        *list,
-        {[] { return 0; }, [this](int i, const std::string& l) { prepared.emplace_back(i, l); }});
-    form.Display();
-    form.ssGlassesList.SetText(1, 2, std::string("AB\0C", 4));
-    EXPECT_FALSE(form.ssGlassesListRightClick(2));
-    EXPECT_TRUE(prepared.empty());
 }
 
 }  // namespace

@@ -139,7 +139,7 @@ TEST_F(GlassesListTest, SameMaterialTwiceKeepsTheFirstAndNextSaveDropsTheSecond)
     EXPECT_TRUE(ReadFileBytes(Current()) == Image({recs[0], recs[1]}));
 }
 
-TEST_F(GlassesListTest, LongListLoadsWholeInOrderWithAShortLastRecord) {
+TEST_F(GlassesListTest, LongListLoadsWholeInOrderAndAShortLastRecordIsPaddedWithZeros) {
     // More records than one piece of the file read holds, and a last record cut short.
     std::vector<MaterialRecord> recs;
     for (int i = 0; i < 150; ++i) recs.push_back(MakeRecord("G" + std::to_string(i), "S", i));
@@ -151,15 +151,9 @@ TEST_F(GlassesListTest, LongListLoadsWholeInOrderWithAShortLastRecord) {
     for (size_t i = 0; i < 150; ++i) {
         EXPECT_EQ(l.CustomList()[i].General.PolyCoef[0], static_cast<double>(i));
     }
-}
-
-TEST_F(GlassesListTest, ShortLastRecordIsPaddedWithZeros) {
-    std::string bytes = Image({MakeRecord("A", "S"), MakeRecord("B", "S")});
-    bytes.resize(bytes.size() - 100);
-    WriteFileBytes(Current(), bytes);
-    GlassesList& l = Loaded();
-    ASSERT_EQ(l.CustomCount(), 2);
-    EXPECT_EQ(l.CustomList()[1].DateChanged, 0);  // the padded tail reads zero
+    // A cleared record has ThermalState.Ready set; in the cut-off tail it reads zero.
+    EXPECT_EQ(l.CustomList()[148].ThermalState.Ready, kTrue);
+    EXPECT_EQ(l.CustomList()[149].ThermalState.Ready, 0);
 }
 
 TEST_F(GlassesListTest, DeletingTheLastMaterialLeavesNoFileAndABackupOfIt) {
@@ -172,19 +166,22 @@ TEST_F(GlassesListTest, DeletingTheLastMaterialLeavesNoFileAndABackupOfIt) {
 }
 
 TEST_F(GlassesListTest, FailedWriteLeavesFileAndListAsTheyWere) {
-    const std::string before = Image({MakeRecord("A", "S")});
+    const std::string before = Image({MakeRecord("A", "S", 1)});
     WriteFileBytes(Current(), before);
     GlassesList& l = Loaded();
     SetWriteFaultHook([](const fs::path& p) { return p.filename() != kCustomFileName; });
     const bool added = l.AddAndSave(MakeRecord("B", "S"), false);
+    const bool overwritten = l.AddAndSave(MakeRecord("A", "S", 2), true);
     const bool committed = l.CommitList({MakeRecord("C", "S")});
     SetWriteFaultHook(nullptr);
 
     EXPECT_FALSE(added);
-    EXPECT_EQ(l.CustomCount(), 1);
-    EXPECT_FALSE(l.ListContains(MakeRecord("B", "S")));
+    EXPECT_FALSE(overwritten);
     EXPECT_FALSE(committed);
+    ASSERT_EQ(l.CustomCount(), 1);
+    EXPECT_FALSE(l.ListContains(MakeRecord("B", "S")));
     EXPECT_EQ(l.CustomList()[0].General.GlassName.Text(), "A");
+    EXPECT_EQ(l.CustomList()[0].General.PolyCoef[0], 1) << "the old record is restored";
     EXPECT_TRUE(ReadFileBytes(Current()) == before);
     ASSERT_FALSE(dialogs.boxes.empty());
     EXPECT_EQ(dialogs.boxes[0].icon, MsgIcon::Exclamation);
@@ -195,15 +192,6 @@ TEST_F(GlassesListTest, FailedWriteLeavesFileAndListAsTheyWere) {
     for (const auto& e : fs::directory_iterator(dir.path())) {
         EXPECT_EQ(e.path().string().find(".tmp"), std::string::npos) << e.path();
     }
-}
-
-TEST_F(GlassesListTest, FailedOverwriteRestoresTheOldRecord) {
-    WriteFileBytes(Current(), Image({MakeRecord("A", "S", 1)}));
-    GlassesList& l = Loaded();
-    SetWriteFaultHook([](const fs::path&) { return false; });
-    EXPECT_FALSE(l.AddAndSave(MakeRecord("A", "S", 2), true));
-    SetWriteFaultHook(nullptr);
-    EXPECT_EQ(l.CustomList()[0].General.PolyCoef[0], 1);
 }
 
 TEST_F(GlassesListTest, AddAndSaveDatesWritesAndRefreshes) {
@@ -242,6 +230,13 @@ void PutName(unsigned char* img, size_t off, const char* text, size_t width) {
 template <typename T>
 void Put(unsigned char* img, size_t off, T v) {
     std::memcpy(img + off, &v, sizeof v);
+}
+
+template <typename T>
+T Get(const unsigned char* img, size_t off) {
+    T v;
+    std::memcpy(&v, img + off, sizeof v);
+    return v;
 }
 
 TEST_F(GlassesListTest, V2FileIsConvertedWithWidenedMeltValues) {
@@ -459,29 +454,16 @@ TEST(ExternalRecord, CarriesGeneralDataAtItsOffsets) {
     unsigned char img[kExternalRecordSize];
     ToBytes(e, img);
     EXPECT_EQ(std::string(reinterpret_cast<char*>(img), 5), "N-SF6");
-    int16_t kind, poly, wmin, wmax;
-    int32_t code;
-    float dens, w0, v40;
-    double c13;
-    std::memcpy(&kind, img + 30, 2);
-    std::memcpy(&code, img + 62, 4);
-    std::memcpy(&dens, img + 66, 4);
-    std::memcpy(&poly, img + 70, 2);
-    std::memcpy(&c13, img + 72 + 8 * 13, 8);
-    std::memcpy(&wmin, img + 184, 2);
-    std::memcpy(&wmax, img + 186, 2);
-    std::memcpy(&w0, img + 188, 4);
-    std::memcpy(&v40, img + 352 + 160, 4);
     EXPECT_EQ(std::string(reinterpret_cast<char*>(img) + 32, 3), "LAB");
-    EXPECT_EQ(kind, 8);
-    EXPECT_EQ(code, 805254);
-    EXPECT_EQ(dens, 3.37f);
-    EXPECT_EQ(poly, 6);
-    EXPECT_EQ(c13, 4.5);
-    EXPECT_EQ(wmin, 370);
-    EXPECT_EQ(wmax, 2500);
-    EXPECT_EQ(w0, 2500);
-    EXPECT_EQ(v40, 99);
+    EXPECT_EQ(Get<int16_t>(img, 30), 8);
+    EXPECT_EQ(Get<int32_t>(img, 62), 805254);
+    EXPECT_EQ(Get<float>(img, 66), 3.37f);
+    EXPECT_EQ(Get<int16_t>(img, 70), 6);
+    EXPECT_EQ(Get<double>(img, 72 + 8 * 13), 4.5);
+    EXPECT_EQ(Get<int16_t>(img, 184), 370);
+    EXPECT_EQ(Get<int16_t>(img, 186), 2500);
+    EXPECT_EQ(Get<float>(img, 188), 2500);
+    EXPECT_EQ(Get<float>(img, 352 + 160), 99);
     for (size_t i = 516; i < kExternalRecordSize; ++i) EXPECT_EQ(img[i], 0);
 
     MaterialRecord back = ClearedMaterialRecord();
