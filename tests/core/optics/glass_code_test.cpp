@@ -36,32 +36,28 @@ INSTANTIATE_TEST_SUITE_P(Cases, MakeGlassCodeTest,
 MaterialRecord CrownRecord() {
     MaterialRecord rec = ClearedMaterialRecord();
     rec.General.Polytype = 2;
-    rec.General.PolyCoef = {
-        1.03961212, 0.231792344, 1.01046945, 0.00600069867, 0.0200179144, 103.560653, 0, 0, 0, 0, 0,
-        0,          0,           0};
+    rec.General.PolyCoef = {1.03961212,    0.231792344,  1.01046945,
+                            0.00600069867, 0.0200179144, 103.560653};
     return rec;
 }
 
-TEST(GlassCode, UpdateFromSellmeierPolynomial) {
-    MaterialRecord rec = CrownRecord();
-    UpdateGlassCode(rec);
-    EXPECT_EQ(rec.General.GlassCode, 517642);
-}
-
-TEST(GlassCode, ConstantIndexHasNoDispersion) {
+// n^2 = A0 of the Schott form: an index without dispersion.
+MaterialRecord ConstantRecord() {
     MaterialRecord rec = ClearedMaterialRecord();
-    rec.General.Polytype = 1;  // Schott, n^2 = A0
+    rec.General.Polytype = 1;
     rec.General.PolyCoef[0] = 2.25;
-    UpdateGlassCode(rec);
-    EXPECT_EQ(rec.General.GlassCode, 500000);
+    return rec;
 }
 
-TEST(GlassCode, NoIndexGivesZero) {
-    MaterialRecord rec = ClearedMaterialRecord();
-    rec.General.GlassCode = 123456;
-    rec.General.Polytype = 5;  // a free code: no index
-    UpdateGlassCode(rec);
-    EXPECT_EQ(rec.General.GlassCode, 0);
+TEST(GlassCode, UpdatedFromThePolynomial) {
+    MaterialRecord noIndex = ClearedMaterialRecord();
+    noIndex.General.Polytype = 5;  // a free code: no index
+    for (auto [rec, code] :
+         {std::pair{CrownRecord(), 517642}, {ConstantRecord(), 500000}, {noIndex, 0}}) {
+        rec.General.GlassCode = 123456;
+        UpdateGlassCode(rec);
+        EXPECT_EQ(rec.General.GlassCode, code);
+    }
 }
 
 // Reference values: the catalogue data of the same glass (nd 1.51680, Ne 1.51872,
@@ -87,9 +83,7 @@ TEST(DerivedData, SellmeierCrown) {
 }
 
 TEST(DerivedData, ZeroDispersionKeepsRatios) {
-    MaterialRecord rec = ClearedMaterialRecord();
-    rec.General.Polytype = 1;
-    rec.General.PolyCoef[0] = 2.25;
+    MaterialRecord rec = ConstantRecord();
     rec.Derived.vd = 11.0f;
     rec.Derived.Ve = 12.0f;
     rec.Derived.PCs = 0.1f;

@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <functional>
+#include <tuple>
 #include <vector>
 
 #include "support/scripted_dialogs.h"
@@ -43,6 +44,8 @@ std::vector<Point> Sample(double fromNm, double toNm, int count,
 }
 
 // N-BK7 from its published Sellmeier coefficients.
+const PolyCoefBlock kNbk7Coef{1.03961212,    0.231792344,  1.01046945,
+                              0.00600069867, 0.0200179144, 103.560653};
 double Nbk7(double um) {
     const double x = um * um;
     return std::sqrt(1.0 + 1.03961212 * x / (x - 0.00600069867) +
@@ -62,20 +65,36 @@ double Rms(const MeasuredData& m, int points) {
     return std::sqrt(m.FitError / points);
 }
 
+using LinearFit = int16_t (*)(int16_t&, int16_t, std::string&, PolyCoefBlock&, MeasuredData&,
+                              Dialogs&);
+
+// What a fit is handed besides its points, and what it shows.
+struct Fit {
+    int16_t Linear(LinearFit fit, MeasuredData& m, int points) {
+        return fit(k, static_cast<int16_t>(points), text, coef, m, d);
+    }
+    int16_t Sellmeier(MeasuredData& m, int points, int terms, const PolyCoefBlock& start = {},
+                      int16_t useStart = 0, int16_t show = -1) {
+        return FitSellmeier(static_cast<int16_t>(points), static_cast<int16_t>(terms), text, coef,
+                            m, start, useStart, show, d);
+    }
+    PolyCoefBlock coef{};
+    std::string text;
+    int16_t k = 0;
+    ScriptedDialogs d;
+};
+
 TEST(FitSchott, RecoversThePolynomialTheDataLieOn) {
     for (int count : {6, 12}) {
         auto m = Measured(Sample(380.0, 1100.0, count, SchottIndex));
-        PolyCoefBlock coef{};
-        coef.fill(7.0);
-        std::string text;
-        int16_t k = 0;
-        ScriptedDialogs d;
-        ASSERT_EQ(FitSchott(k, static_cast<int16_t>(count), text, coef, m, d), -1) << count;
-        EXPECT_EQ(k, 6);
-        EXPECT_TRUE(d.boxes.empty());
+        Fit f;
+        f.coef.fill(7.0);
+        ASSERT_EQ(f.Linear(FitSchott, m, count), -1) << count;
+        EXPECT_EQ(f.k, 6);
+        EXPECT_TRUE(f.d.boxes.empty());
         for (int i = 0; i < 6; ++i)
-            EXPECT_NEAR(coef[i], kSchott[i], 1e-7 + 1e-6 * std::fabs(kSchott[i]));
-        for (int i = 6; i < 14; ++i) EXPECT_EQ(coef[i], 0.0);
+            EXPECT_NEAR(f.coef[i], kSchott[i], 1e-7 + 1e-6 * std::fabs(kSchott[i]));
+        for (int i = 6; i < 14; ++i) EXPECT_EQ(f.coef[i], 0.0);
         for (int i = 0; i < count; ++i) EXPECT_NEAR(m.IndexError[i], 0.0, 1e-8);
         EXPECT_LT(m.FitError, 1e-17);
     }
@@ -83,16 +102,13 @@ TEST(FitSchott, RecoversThePolynomialTheDataLieOn) {
 
 TEST(FitCauchy, PassesThroughThreePoints) {
     auto m = Measured({{700.0, 1.5130}, {550.0, 1.5190}, {400.0, 1.5310}});
-    PolyCoefBlock coef{};
-    std::string text;
-    int16_t k = 0;
-    ScriptedDialogs d;
-    ASSERT_EQ(FitCauchy(k, 3, text, coef, m, d), -1);
-    EXPECT_EQ(k, 3);
+    Fit f;
+    ASSERT_EQ(f.Linear(FitCauchy, m, 3), -1);
+    EXPECT_EQ(f.k, 3);
     for (int i = 0; i < 3; ++i) EXPECT_NEAR(m.IndexCalc[i], m.IndexValue[i], 1e-12);
     // The stored polynomial gives the same indices through the one evaluation routine.
     int16_t ok = 0;
-    EXPECT_NEAR(IndexFromPolynomial(coef, 550.0f, 4, ok), 1.5190, 1e-9);
+    EXPECT_NEAR(IndexFromPolynomial(f.coef, 550.0f, 4, ok), 1.5190, 1e-9);
     EXPECT_EQ(ok, -1);
 }
 
@@ -105,41 +121,23 @@ TEST(FitSchottPlus, FollowsDataOnItsOwnForm) {
         return std::sqrt(s);
     };
     auto m = Measured(Sample(400.0, 1000.0, 14, index));
-    PolyCoefBlock coef{};
-    std::string text;
-    int16_t k = 0;
-    ScriptedDialogs d;
-    ASSERT_EQ(FitSchottPlus(k, 14, text, coef, m, d), -1);
-    EXPECT_EQ(k, 10);
+    Fit f;
+    ASSERT_EQ(f.Linear(FitSchottPlus, m, 14), -1);
+    EXPECT_EQ(f.k, 10);
     // Normal equations in powers from x^-10 to x^8 are badly conditioned; the fit still
     // follows its data to catalogue accuracy.
     EXPECT_LT(Rms(m, 14), 1e-5);
 }
 
-TEST(Nbk7, SellmeierFitReproducesThePublishedData) {
-    auto m = Measured(Sample(365.0, 2325.0, 20, Nbk7));
-    PolyCoefBlock coef{};
-    std::string text;
-    ScriptedDialogs d;
-    ASSERT_EQ(FitSellmeier(20, 3, text, coef, m, PolyCoefBlock{}, 0, -1, d), -1);
-    EXPECT_TRUE(d.boxes.empty());
-    EXPECT_LT(Rms(m, 20), 1e-6);
-    int16_t ok = 0;
-    EXPECT_NEAR(IndexFromPolynomial(coef, 587.5618f, 2, ok), 1.51680, 2e-6);
-}
-
 TEST(Nbk7, SchottFitHasCatalogueAccuracy) {
     auto m = Measured(Sample(365.0, 2325.0, 20, Nbk7));
-    PolyCoefBlock coef{};
-    std::string text;
-    int16_t k = 0;
-    ScriptedDialogs d;
-    ASSERT_EQ(FitSchott(k, 20, text, coef, m, d), -1);
+    Fit f;
+    ASSERT_EQ(f.Linear(FitSchott, m, 20), -1);
     // The exact least-squares solution (worked out in rational arithmetic) leaves an RMS
     // error of 2.02646e-5 over this wide band.
     EXPECT_NEAR(Rms(m, 20), 2.02646e-5, 1e-9);
-    EXPECT_NEAR(coef[0], 2.2739767924, 1e-8);
-    EXPECT_NEAR(coef[5], 1.38988e-05, 1e-9);
+    EXPECT_NEAR(f.coef[0], 2.2739767924, 1e-8);
+    EXPECT_NEAR(f.coef[5], 1.38988e-05, 1e-9);
 }
 
 TEST(FitWeights, ZeroWeightNeitherPullsNorCountsButIsRecalculated) {
@@ -151,13 +149,10 @@ TEST(FitWeights, ZeroWeightNeitherPullsNorCountsButIsRecalculated) {
     auto m = Measured(pts);
     auto reference = Measured(without);
     m.IndexError[3] = 42.0;
-    PolyCoefBlock a{}, b{};
-    std::string text;
-    int16_t k = 0;
-    ScriptedDialogs d;
-    ASSERT_EQ(FitSchott(k, 7, text, a, reference, d), -1);
-    ASSERT_EQ(FitSchott(k, 8, text, b, m, d), -1);
-    EXPECT_EQ(a, b);
+    Fit a, b;
+    ASSERT_EQ(a.Linear(FitSchott, reference, 7), -1);
+    ASSERT_EQ(b.Linear(FitSchott, m, 8), -1);
+    EXPECT_EQ(a.coef, b.coef);
     EXPECT_EQ(m.IndexError[3], 42.0);
     EXPECT_NEAR(m.IndexCalc[3], SchottIndex(pts[3].waveNm * 0.001), 1e-9);
     EXPECT_DOUBLE_EQ(m.FitError, reference.FitError);
@@ -170,33 +165,12 @@ TEST(FitWeights, WeightIsAPlainFactorNotSquared) {
     twice.insert(twice.begin() + 2, pts[2]);
     pts[2].weight = 2.0f;
     auto m1 = Measured(pts), m2 = Measured(twice);
-    PolyCoefBlock a{}, b{};
-    std::string text;
-    int16_t k = 0;
-    ScriptedDialogs d;
-    ASSERT_EQ(FitCauchy(k, 4, text, a, m1, d), -1);
-    ASSERT_EQ(FitCauchy(k, 5, text, b, m2, d), -1);
-    for (int i = 0; i < 3; ++i) EXPECT_NEAR(a[i], b[i], 1e-12);
+    Fit a, b;
+    ASSERT_EQ(a.Linear(FitCauchy, m1, 4), -1);
+    ASSERT_EQ(b.Linear(FitCauchy, m2, 5), -1);
+    for (int i = 0; i < 3; ++i) EXPECT_NEAR(a.coef[i], b.coef[i], 1e-12);
 }
 
-TEST(SellmeierWeights, WeightsDoNotMoveTheCoefficients) {
-    auto pts = Sample(365.0, 2325.0, 12, Nbk7);
-    auto m1 = Measured(pts);
-    for (auto& p : pts) p.weight = 0.5f;
-    pts[4].weight = 0.0f;
-    auto m2 = Measured(pts);
-    PolyCoefBlock a{}, b{};
-    std::string text;
-    ScriptedDialogs d;
-    ASSERT_EQ(FitSellmeier(12, 3, text, a, m1, PolyCoefBlock{}, 0, -1, d), -1);
-    ASSERT_EQ(FitSellmeier(12, 3, text, b, m2, PolyCoefBlock{}, 0, -1, d), -1);
-    EXPECT_EQ(a, b);
-    EXPECT_EQ(m1.IndexCalc, m2.IndexCalc);
-    EXPECT_DOUBLE_EQ(m2.FitError, m1.FitError - m1.IndexError[4] * m1.IndexError[4]);
-}
-
-using LinearFit = int16_t (*)(int16_t&, int16_t, std::string&, PolyCoefBlock&, MeasuredData&,
-                              Dialogs&);
 struct LinearFitCase {
     const char* name;
     LinearFit fit;
@@ -204,66 +178,53 @@ struct LinearFitCase {
     const char* failed;
 };
 
-class LinearFitFailures : public ::testing::TestWithParam<LinearFitCase> {};
+class LinearFitFailures : public ::testing::TestWithParam<LinearFitCase> {
+  protected:
+    LinearFitFailures() {
+        f.coef.fill(3.0);
+        f.text = "kept";
+    }
+    // The fit fails with this one message and leaves coefficients and text as they were.
+    void ExpectFailure(MeasuredData& m, int points, const std::string& message) {
+        EXPECT_EQ(f.Linear(GetParam().fit, m, points), 0);
+        ASSERT_EQ(f.d.boxes.size(), 1u);
+        EXPECT_EQ(f.d.boxes[0].text, message);
+        EXPECT_EQ(f.d.boxes[0].buttons, MsgButtons::OK);
+        EXPECT_EQ(f.coef[0], 3.0);
+        EXPECT_EQ(f.text, "kept");
+    }
+    std::string Failed(const char* line) const {
+        return std::string("Failed to fit ") + GetParam().failed + " Polynomial\n" + line;
+    }
+    Fit f;
+};
 
 TEST_P(LinearFitFailures, TooFewPointsChangesNothing) {
-    const auto& c = GetParam();
-    auto m = Measured(Sample(400.0, 1000.0, c.points - 1, SchottIndex));
+    const int n = GetParam().points;
+    auto m = Measured(Sample(400.0, 1000.0, n - 1, SchottIndex));
     const MeasuredData before = m;
-    PolyCoefBlock coef{};
-    coef.fill(3.0);
-    std::string text = "kept";
-    int16_t k = 0;
-    ScriptedDialogs d;
-    EXPECT_EQ(c.fit(k, static_cast<int16_t>(c.points - 1), text, coef, m, d), 0);
-    EXPECT_EQ(k, c.points);
-    ASSERT_EQ(d.boxes.size(), 1u);
-    EXPECT_EQ(d.boxes[0].text, "Insufficient Data Points\nAdd More Data");
-    EXPECT_EQ(d.boxes[0].buttons, MsgButtons::OK);
-    EXPECT_EQ(text, "kept");
-    EXPECT_EQ(coef[0], 3.0);
+    ExpectFailure(m, n - 1, "Insufficient Data Points\nAdd More Data");
+    EXPECT_EQ(f.k, n);
     EXPECT_EQ(m.IndexCalc, before.IndexCalc);
 }
 
 TEST_P(LinearFitFailures, AllWeightsZeroIsReportedNotRaised) {
-    const auto& c = GetParam();
-    auto pts = Sample(400.0, 1000.0, c.points + 2, SchottIndex);
+    auto pts = Sample(400.0, 1000.0, GetParam().points + 2, SchottIndex);
     for (auto& p : pts) p.weight = 0.0f;
     auto m = Measured(pts);
-    PolyCoefBlock coef{};
-    coef.fill(3.0);
-    std::string text;
-    int16_t k = 0;
-    ScriptedDialogs d;
-    EXPECT_EQ(c.fit(k, static_cast<int16_t>(pts.size()), text, coef, m, d), 0);
-    ASSERT_EQ(d.boxes.size(), 1u);
-    EXPECT_EQ(d.boxes[0].text, std::string("Failed to fit ") + c.failed +
-                                   " Polynomial\nDivision by zero: the data points give no "
-                                   "solution");
-    EXPECT_EQ(coef[0], 3.0);
-    EXPECT_TRUE(text.empty());
+    ExpectFailure(m, static_cast<int>(pts.size()),
+                  Failed("Division by zero: the data points give no solution"));
 }
 
 TEST_P(LinearFitFailures, NegativeSquareAbandonsTheFit) {
     // Indices that make the fitted n squared negative at the shortest wavelength.
-    const auto& c = GetParam();
+    const int n = GetParam().points;
     std::vector<Point> pts;
-    for (int i = 0; i < c.points; ++i) {
-        const double w = 1000.0 - 50.0 * i;
-        pts.push_back({w, i + 1 == c.points ? 0.0 : 1.0 + 0.5 * (i % 2)});
-    }
+    for (int i = 0; i < n; ++i) pts.push_back({1000.0 - 50.0 * i, 1.0 + 0.5 * (i % 2)});
+    pts.back().index = 0.0;
     auto m = Measured(pts);
-    m.IndexSquared[c.points - 1] = -4.0;
-    PolyCoefBlock coef{};
-    coef.fill(3.0);
-    std::string text;
-    int16_t k = 0;
-    ScriptedDialogs d;
-    EXPECT_EQ(c.fit(k, static_cast<int16_t>(c.points), text, coef, m, d), 0);
-    ASSERT_EQ(d.boxes.size(), 1u);
-    EXPECT_EQ(d.boxes[0].text, std::string("Failed to fit ") + c.failed +
-                                   " Polynomial\nCheck data or try another polynomial form");
-    EXPECT_EQ(coef[0], 3.0);
+    m.IndexSquared[n - 1] = -4.0;
+    ExpectFailure(m, n, Failed("Check data or try another polynomial form"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Forms, LinearFitFailures,
@@ -272,6 +233,117 @@ INSTANTIATE_TEST_SUITE_P(Forms, LinearFitFailures,
                                            LinearFitCase{"SchottPlus", &FitSchottPlus, 10,
                                                          "Extended Schott"}),
                          [](const auto& info) { return info.param.name; });
+
+// --- Sellmeier forms ---
+
+TEST(FitSellmeier, ReproducesThePublishedData) {
+    // Six points are as many as the three-term form has unknowns.
+    for (auto [count, fromNm, toNm] : {std::tuple{6, 400.0, 1000.0}, {20, 365.0, 2325.0}}) {
+        SCOPED_TRACE(count);
+        auto m = Measured(Sample(fromNm, toNm, count, Nbk7));
+        Fit f;
+        ASSERT_EQ(f.Sellmeier(m, count, 3), -1);
+        EXPECT_TRUE(f.d.boxes.empty());
+        for (int i = 0; i < count; ++i) EXPECT_NEAR(m.IndexError[i], 0.0, 2e-6);
+        EXPECT_LT(Rms(m, count), 1e-6);
+        int16_t ok = 0;
+        EXPECT_NEAR(IndexFromPolynomial(f.coef, 587.5618f, 2, ok), 1.51680, 2e-6);
+        EXPECT_EQ(f.text.rfind("Sellmeier Polynomial Constants\n\nB1:   ", 0), 0u);
+    }
+}
+
+TEST(FitSellmeier, StartsFromAStoredBlockWhenAsked) {
+    auto m = Measured(Sample(365.0, 2325.0, 20, Nbk7));
+    Fit f;
+    ASSERT_EQ(f.Sellmeier(m, 20, 3, kNbk7Coef, -1, 0), -1);
+    for (int i = 0; i < 6; ++i) EXPECT_NEAR(f.coef[i], kNbk7Coef[i], 1e-3 * kNbk7Coef[i]) << i;
+    EXPECT_LT(Rms(m, 20), 1e-6);
+}
+
+TEST(FitSellmeier, WeightsDoNotMoveTheCoefficients) {
+    auto pts = Sample(365.0, 2325.0, 12, Nbk7);
+    auto m1 = Measured(pts);
+    for (auto& p : pts) p.weight = 0.5f;
+    pts[4].weight = 0.0f;
+    auto m2 = Measured(pts);
+    Fit a, b;
+    ASSERT_EQ(a.Sellmeier(m1, 12, 3), -1);
+    ASSERT_EQ(b.Sellmeier(m2, 12, 3), -1);
+    EXPECT_EQ(a.coef, b.coef);
+    EXPECT_EQ(m1.IndexCalc, m2.IndexCalc);
+    EXPECT_DOUBLE_EQ(m2.FitError, m1.FitError - m1.IndexError[4] * m1.IndexError[4]);
+}
+
+TEST(FitSellmeier, TooFewPointsIsShownUnlessSilent) {
+    auto m = Measured(Sample(400.0, 1000.0, 4, Nbk7));
+    Fit shown, silent;
+    EXPECT_EQ(shown.Sellmeier(m, 4, 5), 0);
+    ASSERT_EQ(shown.d.boxes.size(), 1u);
+    EXPECT_EQ(shown.d.boxes[0].text, "Insufficient Data Points\nAdd More Data");
+    EXPECT_EQ(silent.Sellmeier(m, 4, 5, {}, 0, 0), 0);
+    EXPECT_TRUE(silent.d.boxes.empty());
+}
+
+// A smooth curve that the three-term form only settles on after more than 30 steps.
+MeasuredData SlowData() {
+    return Measured(Sample(365.0, 2325.0, 20, [](double um) {
+        const double x = um * um;
+        return 1.9 + 0.02 / x - 0.01 * x;
+    }));
+}
+
+TEST(FitSellmeier, AsksAfterThirtyStepsAndStopsOnYes) {
+    auto m = SlowData();
+    Fit f;
+    f.coef.fill(5.0);
+    f.text = "kept";
+    f.d.answers = {MsgAnswer::Yes};
+    EXPECT_EQ(f.Sellmeier(m, 20, 3), 0);
+    ASSERT_EQ(f.d.boxes.size(), 1u);
+    EXPECT_EQ(f.d.boxes[0].text,
+              "Sellmeier seems to be failing to converge\ndo you stop searching now");
+    EXPECT_EQ(f.d.boxes[0].buttons, MsgButtons::YesNo);
+    EXPECT_EQ(f.d.boxes[0].icon, MsgIcon::Information);
+    EXPECT_EQ(f.coef[0], 5.0);
+    EXPECT_EQ(f.text, "kept");
+}
+
+TEST(FitSellmeier, GoesOnAfterNoAndASilentFitGivesUpAtThirtySteps) {
+    auto m = SlowData();
+    Fit f, silent;
+    f.d.answers = {MsgAnswer::No, MsgAnswer::No, MsgAnswer::No};
+    EXPECT_EQ(f.Sellmeier(m, 20, 3), -1);
+    EXPECT_FALSE(f.d.boxes.empty());
+    EXPECT_LT(Rms(m, 20), 2e-3);
+    auto m2 = SlowData();
+    EXPECT_EQ(silent.Sellmeier(m2, 20, 3, {}, 0, 0), 0);
+    EXPECT_TRUE(silent.d.boxes.empty());
+}
+
+TEST(FitSellmeier, FiveTermsFromTheSharedStartValuesFailOnGlassData) {
+    // For five terms the shared start values put C2 = C3 = 0.7307 um^2, two equal poles
+    // inside the band of the data: the first step cannot be solved.
+    auto m = Measured(Sample(365.0, 2325.0, 20, Nbk7));
+    Fit f;
+    f.coef.fill(5.0);
+    EXPECT_EQ(f.Sellmeier(m, 20, 5), 0);
+    ASSERT_EQ(f.d.boxes.size(), 2u);
+    EXPECT_EQ(f.d.boxes[0].text, "Failure in Gauss Jordan elimination\nTry a different polynomial");
+    EXPECT_EQ(f.d.boxes[1].text,
+              "Failed to fit Sellmeier Polynomial\nCheck data or try another polynomial form");
+    EXPECT_EQ(f.coef[0], 5.0);
+}
+
+TEST(FitSellmeier, FiveTermsFromAReasonableStart) {
+    auto m = Measured(Sample(365.0, 2325.0, 20, Nbk7));
+    const PolyCoefBlock start{1.0, 0.2, 1.0, 0.001, 0.001, 0.006, 0.02, 100.0, 0.05, 200.0};
+    Fit f;
+    ASSERT_EQ(f.Sellmeier(m, 20, 5, start, -1), -1);
+    EXPECT_LT(Rms(m, 20), 1e-4);
+    EXPECT_EQ(f.text.rfind("Extend Sellmeier Polynomial Constants\n\nB1:   ", 0), 0u);
+}
+
+// --- coefficients and their texts ---
 
 TEST(StoreCoefficients, ZeroesThenCopiesFromTheFirst) {
     PolyCoefBlock coef{};
@@ -313,9 +385,8 @@ TEST(ConstantsText, SchottPlusListsByNameWithTheWideFirstLabel) {
 }
 
 TEST(ConstantsText, SellmeierFormsGroupBThenC) {
-    PolyCoefBlock c{1.03961212, 0.231792344, 1.01046945, 0.00600069867, 0.0200179144, 103.560653};
     std::string text = "x";
-    SellmeierConstantsText(text, c);
+    SellmeierConstantsText(text, kNbk7Coef);
     EXPECT_EQ(text,
               "xSellmeier Polynomial Constants\n\n"
               "B1:   +1.03961212e+00\nB2:   +2.31792344e-01\nB3:   +1.01046945e+00\n\n"

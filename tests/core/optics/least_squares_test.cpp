@@ -11,51 +11,39 @@ namespace {
 
 using testing::ScriptedDialogs;
 
-constexpr const char* kInsufficient = "Insufficient Data Points\nAdd More Data";
-constexpr const char* kFailed =
-    "Failed to fit Quadratic Polynomial\nCheck data or try another polynomial form";
+struct QuadraticCase {
+    const char* name;
+    std::vector<double> x, y, w;
+    std::array<double, 3> coef;
+    double averageError;
+};
 
-TEST(QuadraticFit, ThreePointsAreReproduced) {
-    // y = 3 - 2x + x^2 through (1,2), (2,3), (3,6).
+class QuadraticFitTest : public ::testing::TestWithParam<QuadraticCase> {};
+
+TEST_P(QuadraticFitTest, CoefficientsAndAverageError) {
+    const QuadraticCase& c = GetParam();
     ScriptedDialogs dialogs;
-    std::vector<double> x{1, 2, 3}, y{2, 3, 6}, w{1, 1, 1};
-    std::array<double, 3> c{};
+    std::array<double, 3> coef{};
     double error = -1;
-    EXPECT_EQ(QuadraticFit(dialogs, 3, x, y, w, c, &error), -1);
-    EXPECT_NEAR(c[0], 3.0, 1e-9);
-    EXPECT_NEAR(c[1], -2.0, 1e-9);
-    EXPECT_NEAR(c[2], 1.0, 1e-9);
-    EXPECT_NEAR(error, 0.0, 1e-9);
+    ASSERT_EQ(QuadraticFit(dialogs, static_cast<int>(c.x.size()), c.x, c.y, c.w, coef, &error), -1);
+    for (int i = 0; i < 3; ++i) EXPECT_NEAR(coef[i], c.coef[i], 1e-9) << i;
+    EXPECT_NEAR(error, c.averageError, 1e-9);
     EXPECT_TRUE(dialogs.boxes.empty());
 }
 
-TEST(QuadraticFit, LeastSquaresAndAverageError) {
-    // (0,1), (1,0), (2,1), (3,0): best line 0.8 - 0.2x with no curvature; residuals 0.2,
-    // -0.6, 0.6, -0.2, sum of squares 0.8, average error sqrt(0.8 / 4).
-    ScriptedDialogs dialogs;
-    std::vector<double> x{0, 1, 2, 3}, y{1, 0, 1, 0}, w{1, 1, 1, 1};
-    std::array<double, 3> c{};
-    double error = 0;
-    ASSERT_EQ(QuadraticFit(dialogs, 4, x, y, w, c, &error), -1);
-    EXPECT_NEAR(c[0], 0.8, 1e-12);
-    EXPECT_NEAR(c[1], -0.2, 1e-12);
-    EXPECT_NEAR(c[2], 0.0, 1e-12);
-    EXPECT_NEAR(error, 0.4472135955, 1e-9);
-}
-
-TEST(QuadraticFit, ZeroWeightPointIsIgnoredButCounted) {
-    // Three points on y = 3 - 2x + x^2 and a stray point of weight 0: the curve is exact,
-    // and the stray point adds nothing to the error sum.
-    ScriptedDialogs dialogs;
-    std::vector<double> x{1, 2, 3, 4}, y{2, 3, 6, 100}, w{1, 1, 1, 0};
-    std::array<double, 3> c{};
-    double error = -1;
-    ASSERT_EQ(QuadraticFit(dialogs, 4, x, y, w, c, &error), -1);
-    EXPECT_NEAR(c[0], 3.0, 1e-9);
-    EXPECT_NEAR(c[1], -2.0, 1e-9);
-    EXPECT_NEAR(c[2], 1.0, 1e-9);
-    EXPECT_NEAR(error, 0.0, 1e-9);
-}
+INSTANTIATE_TEST_SUITE_P(
+    Fits, QuadraticFitTest,
+    ::testing::Values(
+        // y = 3 - 2x + x^2 through (1,2), (2,3), (3,6).
+        QuadraticCase{"ThreePointsAreReproduced", {1, 2, 3}, {2, 3, 6}, {1, 1, 1}, {3, -2, 1}, 0},
+        // Best line 0.8 - 0.2x with no curvature; residuals 0.2, -0.6, 0.6, -0.2, sum of
+        // squares 0.8, average error sqrt(0.8 / 4).
+        QuadraticCase{
+            "LeastSquares", {0, 1, 2, 3}, {1, 0, 1, 0}, {1, 1, 1, 1}, {0.8, -0.2, 0}, 0.4472135955},
+        // A stray point of weight 0 neither pulls the curve nor adds to the error sum.
+        QuadraticCase{
+            "ZeroWeightPointIsIgnored", {1, 2, 3, 4}, {2, 3, 6, 100}, {1, 1, 1, 0}, {3, -2, 1}, 0}),
+    [](const auto& info) { return info.param.name; });
 
 TEST(QuadraticFit, ConstantDataAtMeltWavelengths) {
     ScriptedDialogs dialogs;
@@ -68,35 +56,39 @@ TEST(QuadraticFit, ConstantDataAtMeltWavelengths) {
     EXPECT_NEAR(c[2], 0.0, 1e-14);
 }
 
-TEST(QuadraticFit, TwoPointsAreTooFew) {
+struct FailureCase {
+    const char* name;
+    std::vector<double> x, w;
+    const char* message;
+};
+
+class QuadraticFitFailure : public ::testing::TestWithParam<FailureCase> {};
+
+TEST_P(QuadraticFitFailure, ShowsTheMessageAndKeepsTheCoefficients) {
+    const FailureCase& c = GetParam();
     ScriptedDialogs dialogs;
-    std::vector<double> x{1, 2}, y{1, 2}, w{1, 1};
-    std::array<double, 3> c{7, 8, 9};
-    EXPECT_EQ(QuadraticFit(dialogs, 2, x, y, w, c), 0);
+    const std::vector<double> y{1, 2, 3};
+    std::array<double, 3> coef{7, 8, 9};
+    EXPECT_EQ(QuadraticFit(dialogs, static_cast<int>(c.x.size()), c.x, y, c.w, coef), 0);
     ASSERT_EQ(dialogs.boxes.size(), 1u);
-    EXPECT_EQ(dialogs.boxes[0].text, kInsufficient);
+    EXPECT_EQ(dialogs.boxes[0].text, c.message);
     EXPECT_EQ(dialogs.boxes[0].buttons, MsgButtons::OK);
-    EXPECT_EQ(c, (std::array<double, 3>{7, 8, 9}));
+    EXPECT_EQ(coef, (std::array<double, 3>{7, 8, 9}));
 }
 
-class QuadraticFitFailure : public ::testing::TestWithParam<std::vector<double>> {};
-
-TEST_P(QuadraticFitFailure, ShowsTheFailureMessage) {
-    ScriptedDialogs dialogs;
-    std::vector<double> x{1, 1, 1}, y{1, 2, 3};
-    const std::vector<double>& w = GetParam();
-    std::array<double, 3> c{7, 8, 9};
-    EXPECT_EQ(QuadraticFit(dialogs, 3, x, y, w, c), 0);
-    ASSERT_EQ(dialogs.boxes.size(), 1u);
-    EXPECT_EQ(dialogs.boxes[0].text, kFailed);
-    EXPECT_EQ(dialogs.boxes[0].buttons, MsgButtons::OK);
-    EXPECT_EQ(c, (std::array<double, 3>{7, 8, 9}));
-}
+constexpr const char* kFailed =
+    "Failed to fit Quadratic Polynomial\nCheck data or try another polynomial form";
 
 // All weights 0 make a zero matrix; three points at one x make a singular one.
-INSTANTIATE_TEST_SUITE_P(Singular, QuadraticFitFailure,
-                         ::testing::Values(std::vector<double>{0, 0, 0},
-                                           std::vector<double>{1, 1, 1}));
+INSTANTIATE_TEST_SUITE_P(
+    Cases, QuadraticFitFailure,
+    ::testing::Values(FailureCase{"TwoPointsAreTooFew",
+                                  {1, 2},
+                                  {1, 1},
+                                  "Insufficient Data Points\nAdd More Data"},
+                      FailureCase{"AllWeightsZero", {1, 1, 1}, {0, 0, 0}, kFailed},
+                      FailureCase{"OneWavelengthOnly", {1, 1, 1}, {1, 1, 1}, kFailed}),
+    [](const auto& info) { return info.param.name; });
 
 TEST(QuadraticSmooth, EvaluatesTheFit) {
     ScriptedDialogs dialogs;

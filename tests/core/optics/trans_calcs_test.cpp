@@ -103,14 +103,7 @@ TEST(TransCalcs, FillTransTableCoversOnlyTheMeasuredRange) {
     const Points data{{1000.0f, 700.0f, 400.0f}, {0.002f, 0.002f, 0.002f}};
     std::array<float, kTransTableSize> table{};
     FillTransTable(table, 10.0f, data.waves, data.values);
-    for (size_t i = 0; i < table.size(); ++i) {
-        const float wave = TransTableWave[i];
-        if (wave < 400.0f || wave > 1000.0f) {
-            EXPECT_EQ(table[i], kNoTransData) << wave;
-        } else {
-            EXPECT_NEAR(table[i], 0.002f, 1e-7f) << wave;
-        }
-    }
+    // Every entry equals AbsorbAtWave (below); here the table's own wavelengths at the ends.
     EXPECT_EQ(table[16], kNoTransData);     // 390
     EXPECT_NEAR(table[17], 0.002f, 1e-7f);  // 400
     EXPECT_NEAR(table[35], 0.002f, 1e-7f);  // 1000
@@ -146,20 +139,16 @@ INSTANTIATE_TEST_SUITE_P(
         Points{{1000.0f, 1000.0f, 1000.0f, 600.0f, 260.0f}, {0.0f, 0.001f, 0.002f, 0.01f, 0.9f}},
         Points{{}, {}}, Points{{550.0f}, {0.01f}}, Points{{250.0f}, {0.01f}}));
 
-class CheckTransPointsTest : public ::testing::TestWithParam<std::pair<int16_t, int16_t>> {};
-
-TEST_P(CheckTransPointsTest, BluntRepair) {
-    MaterialRecord rec = ClearedMaterialRecord();
-    rec.Measured.TransPoints = GetParam().first;
-    CheckTransPoints(rec);
-    EXPECT_EQ(rec.Measured.TransPoints, GetParam().second);
+TEST(TransCalcs, CheckTransPointsRepairsBluntly) {
+    const std::pair<int16_t, int16_t> counts[] = {{1, 1},    {10, 10},  {0, 150},
+                                                  {11, 150}, {-4, 150}, {150, 150}};
+    for (auto [given, repaired] : counts) {
+        MaterialRecord rec = ClearedMaterialRecord();
+        rec.Measured.TransPoints = given;
+        CheckTransPoints(rec);
+        EXPECT_EQ(rec.Measured.TransPoints, repaired) << given;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Counts, CheckTransPointsTest,
-    ::testing::Values(std::pair<int16_t, int16_t>{1, 1}, std::pair<int16_t, int16_t>{10, 10},
-                      std::pair<int16_t, int16_t>{0, 150}, std::pair<int16_t, int16_t>{11, 150},
-                      std::pair<int16_t, int16_t>{-4, 150}, std::pair<int16_t, int16_t>{150, 150}));
 
 struct ColourCase {
     const char* name;
