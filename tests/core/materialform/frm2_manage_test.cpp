@@ -154,9 +154,6 @@ struct SortCase {
     MsgAnswer answer;
     std::vector<std::string> names;
 };
-void PrintTo(const SortCase& c, std::ostream* os) {
-    *os << c.name;
-}
 
 class Frm2ManageSort : public Frm2ManageTest, public ::testing::WithParamInterface<SortCase> {};
 

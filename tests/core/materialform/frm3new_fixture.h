@@ -2,7 +2,6 @@
 // A material form over a custom list in a fresh folder, driven as the user would.
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <memory>
 #include <string>
 #include <vector>
@@ -12,14 +11,12 @@
 
 namespace ostrel::testing {
 
-// Indices of the Schott form n^2 = 2.25 + 0.01 / lambda^2 (lambda in µm), worked out apart.
-struct IndexPoint {
-    double wave;
-    double index;
-};
-inline const std::vector<IndexPoint> kSchottPoints = {
-    {1000, 1.5033296378}, {800, 1.5051993223}, {700, 1.5067873650}, {600, 1.5092308564},
-    {500, 1.5132745950},  {450, 1.5163715627}, {400, 1.5206906326}};
+// Wave [nm] and index of the Schott form n^2 = 2.25 + 0.01 / lambda^2 (lambda in µm), worked
+// out apart.
+inline const char* const kSchottPoints[][2] = {{"1000", "1.5033296378"}, {"800", "1.5051993223"},
+                                               {"700", "1.5067873650"},  {"600", "1.5092308564"},
+                                               {"500", "1.5132745950"},  {"450", "1.5163715627"},
+                                               {"400", "1.5206906326"}};
 
 class Frm3NewFixture : public ListFixture {
   protected:
@@ -43,12 +40,6 @@ class Frm3NewFixture : public ListFixture {
         form = std::make_unique<frm3New>(*list, dialogs, hooks);
     }
 
-    static std::string Num(double v) {
-        char buf[40];
-        std::snprintf(buf, sizeof buf, "%.10g", v);
-        return buf;
-    }
-
     // Types into a cell of a grid and tells the form, as the window does.
     void Type(Grid& grid, int col, int row, const std::string& text) {
         ASSERT_TRUE(grid.EditText(col, row, text)) << col << "," << row << " " << text;
@@ -56,11 +47,11 @@ class Frm3NewFixture : public ListFixture {
         if (&grid == &form->ssTrans) form->ssTransChange(col, row);
         if (&grid == &form->ssOther) form->ssOtherChange(col, row);
     }
-    void TypeIndexRows(size_t count) {
-        for (size_t i = 0; i < count; ++i) {
-            const int row = static_cast<int>(i) + 1;
-            Type(form->ssRefInd, 1, row, Num(kSchottPoints[i].wave));
-            Type(form->ssRefInd, 2, row, Num(kSchottPoints[i].index));
+    // The first `count` of kSchottPoints, typed from row 1.
+    void TypeIndexRows(int count) {
+        for (int row = 1; row <= count; ++row) {
+            Type(form->ssRefInd, 1, row, kSchottPoints[row - 1][0]);
+            Type(form->ssRefInd, 2, row, kSchottPoints[row - 1][1]);
         }
     }
     void TypeName(const std::string& name, const std::string& source) {

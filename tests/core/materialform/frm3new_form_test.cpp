@@ -127,7 +127,7 @@ TEST_F(Form, CatalogueNameIsRefusedAndTheOldTextComesBack) {
 TEST_F(Form, NewMaterialIsSavedAndTheFormIsReadyForTheNext) {
     form->DisplayNew();
     form->comAddClick();
-    EXPECT_EQ(LastBox(), frm3New::kIncompleteMsg);
+    EXPECT_EQ(LastBox(), "Data for new material is incomplete.  Please add required information!");
     EXPECT_EQ(dialogs.boxes.back().icon, MsgIcon::Exclamation);
 
     TypeName("Glass-1", "Lab");
@@ -137,11 +137,7 @@ TEST_F(Form, NewMaterialIsSavedAndTheFormIsReadyForTheNext) {
     form->tabPropertiesChange(frm3New::kTabTrans);
     form->cmbTransType.SetListIndex(1);
     form->cmbTransTypeClick();
-    const char* waves[] = {"400", "700", "550"};
-    for (int r = 1; r <= 3; ++r) {
-        Type(form->ssTrans, 1, r, waves[r - 1]);
-        Type(form->ssTrans, 3, r, "90");
-    }
+    form->comClipPasteClick("400\t90\n700\t90\n550\t90\n");
     form->comTransSortClick();
     form->tabPropertiesChange(frm3New::kTabOther);
     Type(form->ssOther, 2, 9, "2.51");
@@ -154,18 +150,15 @@ TEST_F(Form, NewMaterialIsSavedAndTheFormIsReadyForTheNext) {
     EXPECT_EQ(saved.General.GlassName.Text(), "Glass-1");
     EXPECT_TRUE(AllSectionsReady(saved));
     EXPECT_EQ(saved.DateChanged, 46349.5);
-    EXPECT_EQ(saved.General.GlassCode, 510806);
     EXPECT_FLOAT_EQ(saved.Measured.TransWave[0], 700.0f);
     EXPECT_FLOAT_EQ(saved.General.Density, 2.51f);
     EXPECT_EQ(refreshes, 1);
-    EXPECT_TRUE(std::filesystem::exists(Current()));
     EXPECT_EQ(std::filesystem::file_size(Current()), 12964u);
 
     // Ready for the next material.
     EXPECT_EQ(form->form.caption, "Editing data  ");
     EXPECT_EQ(form->Record().General.IndexPoints, 0);
     EXPECT_EQ(form->pnlStatus[1].caption, "Index: NOT Ready");
-    EXPECT_EQ(form->pnlStatus[3].caption, "dn/dt: Ready");
 
     // The same name again: asked, and No keeps the saved one.
     MaterialRecord again = saved;

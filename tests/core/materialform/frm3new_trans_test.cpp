@@ -65,7 +65,7 @@ TEST_F(Frm3NewTrans, InternalGivesAbsorptionAndTotalInBothDisplays) {
     EXPECT_NEAR(curve[0].value, 80.0, 1e-5);
 }
 
-TEST_F(Frm3NewTrans, TotalAboveTheReflectionLimitIsRefused) {
+TEST_F(Frm3NewTrans, TotalIsRefusedWithTheReason) {
     SetType(0);
     Type(form->ssTrans, 1, 1, "500");
     Type(form->ssTrans, 2, 1, "95");
@@ -82,10 +82,8 @@ TEST_F(Frm3NewTrans, TotalAboveTheReflectionLimitIsRefused) {
     EXPECT_EQ(LastBox(), "Wavelength outside waveband covered by refractive index polynomial");
     Type(form->ssTrans, 2, 3, "50");
     EXPECT_EQ(LastBox(), "You need to specify a wavelength");
-}
 
-TEST_F(Frm3NewTrans, TotalNeedsAReadyIndex) {
-    form->DisplayNew();
+    form->DisplayNew();  // without a ready index
     form->tabPropertiesChange(frm3New::kTabTrans);
     Type(form->ssTrans, 1, 1, "500");
     Type(form->ssTrans, 2, 1, "50");

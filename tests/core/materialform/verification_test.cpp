@@ -36,19 +36,13 @@ TEST_P(ReadinessTest, ReportLineAndStatusCell) {
     const auto& c = GetParam();
     const MaterialRecord rec = ReadyRecord("N-TEST5", "Melt 42", c.ready);
     std::string report = "before\n";
-    const bool ready = CheckGlassReady(rec, report);
+    const bool allReady = std::string(c.list).empty();
+    EXPECT_EQ(CheckGlassReady(rec, report), allReady);
+    EXPECT_EQ(report, allReady ? "before\n"
+                               : std::string("before\nN-TEST5/Melt 42 - check: ") + c.list + "\n");
     const ReadyStatus cell = ReadyStatusCell(rec);
-    if (std::string(c.list).empty()) {
-        EXPECT_TRUE(ready);
-        EXPECT_EQ(report, "before\n");
-        EXPECT_EQ(cell.text, "OK");
-        EXPECT_EQ(cell.colour, ReadyColour::Green);
-    } else {
-        EXPECT_FALSE(ready);
-        EXPECT_EQ(report, std::string("before\nN-TEST5/Melt 42 - check: ") + c.list + "\n");
-        EXPECT_EQ(cell.text, c.list);
-        EXPECT_EQ(cell.colour, ReadyColour::Red);
-    }
+    EXPECT_EQ(cell.text, allReady ? "OK" : c.list);
+    EXPECT_EQ(cell.colour, allReady ? ReadyColour::Green : ReadyColour::Red);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -64,12 +58,10 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(CheckGlassesReady, ReportsEveryGlassNotReadyInOneBox) {
     ScriptedDialogs dialogs;
-    std::vector<MaterialRecord> glasses{ReadyRecord("A1", "S1"), ReadyRecord("B2", "S2"),
-                                        ReadyRecord("C3", "S3"), ReadyRecord("D4", "S4")};
-    glasses[1].TransState.Ready = kFalse;
-    glasses[2].GeneralState.Ready = kFalse;
-    glasses[2].OtherState.Ready = kFalse;
-    glasses[3].IndexState.Ready = kFalse;  // outside the range checked
+    const std::vector<MaterialRecord> glasses{
+        ReadyRecord("A1", "S1"), ReadyRecord("B2", "S2", {true, true, false, true, true}),
+        ReadyRecord("C3", "S3", {false, true, true, true, false}),
+        ReadyRecord("D4", "S4", {true, false, true, true, true})};  // outside the range checked
 
     EXPECT_FALSE(CheckGlassesReady(dialogs, 0, 2, glasses));
     ASSERT_EQ(dialogs.boxes.size(), 1u);
