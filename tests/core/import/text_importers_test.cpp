@@ -31,23 +31,25 @@ struct AgfRead {
     ScriptedDialogs dialogs;
 };
 
-void ReadAgf(const std::string& path, const std::string& bare, AgfRead& r, bool other = false) {
+AgfRead ReadAgf(const std::string& path, const std::string& bare, bool other = false) {
+    AgfRead r;
     ImportOptions options;
     options.refitOtherFormulas = other;
     CImportZemaxAGF importer(r.dialogs, options);
     importer.ReadFile(path, bare, r.recs, r.count, r.refits, r.errors, r.errorText, 8, r.ok);
     r.skipped = importer.skippedFormulaCount();
+    return r;
 }
 
-void ReadAgfText(const std::string& text, const std::string& bare, AgfRead& r, bool other = false) {
+AgfRead ReadAgfText(const std::string& text, const std::string& bare = "x.agf",
+                    bool other = false) {
     TempDir dir;
     WriteFileBytes(dir / bare, text);
-    ReadAgf((dir / bare).string(), bare, r, other);
+    return ReadAgf((dir / bare).string(), bare, other);
 }
 
 TEST(AgfImport, ChengduFileRules) {
-    AgfRead r;
-    ReadAgf(Data("chengdu.agf"), "chengdu.agf", r);
+    const AgfRead r = ReadAgf(Data("chengdu.agf"), "chengdu.agf");
     ASSERT_EQ(r.ok, -1);
     ASSERT_EQ(r.count, 1);
     const auto& m = r.recs[0];
@@ -79,8 +81,7 @@ TEST(AgfImport, ChengduFileRules) {
 
 TEST(AgfImport, Utf16ByteOrdersAndContinuationLines) {
     for (const char* name : {"utf16le.agf", "utf16be.agf"}) {
-        AgfRead r;
-        ReadAgf(Data(name), "NIKON.agf", r);
+        const AgfRead r = ReadAgf(Data(name), "NIKON.agf");
         SCOPED_TRACE(name);
         ASSERT_EQ(r.ok, -1);
         ASSERT_EQ(r.count, 1);
@@ -99,8 +100,7 @@ TEST(AgfImport, Utf16ByteOrdersAndContinuationLines) {
 }
 
 TEST(AgfImport, BadNumberKeepsEarlierGlassesAndNamesThePlace) {
-    AgfRead r;
-    ReadAgf(Data("bad_number.agf"), "bad_number.agf", r);
+    const AgfRead r = ReadAgf(Data("bad_number.agf"), "bad_number.agf");
     EXPECT_EQ(r.ok, 0);
     ASSERT_EQ(r.count, 1);
     EXPECT_EQ(r.recs[0].General.GlassName.Text(), "OK1");
@@ -109,8 +109,7 @@ TEST(AgfImport, BadNumberKeepsEarlierGlassesAndNamesThePlace) {
 }
 
 TEST(AgfImport, FileWithoutLineEnds) {
-    AgfRead r;
-    ReadAgfText("NM X 1 0 1.5 60 0 1 " + std::string(250, 'x'), "x.agf", r);
+    const AgfRead r = ReadAgfText("NM X 1 0 1.5 60 0 1 " + std::string(250, 'x'));
     EXPECT_EQ(r.ok, 0);
     EXPECT_EQ(r.errorText, kNoCarriageReturnMsg);
 }
@@ -124,8 +123,7 @@ const char* kTwoGlasses =
     "LD 0.4 40\n";
 
 TEST(AgfImport, UnsupportedFormulaSkippedNextRead) {
-    AgfRead r;
-    ReadAgfText(kTwoGlasses, "Schott.agf", r);
+    const AgfRead r = ReadAgfText(kTwoGlasses, "Schott.agf");
     ASSERT_EQ(r.ok, -1);
     ASSERT_EQ(r.count, 1);
     EXPECT_EQ(r.skipped, 1);
@@ -136,11 +134,10 @@ TEST(AgfImport, UnsupportedFormulaSkippedNextRead) {
 
 TEST(AgfImport, OptionRefitsOtherFormula) {
     // Formula 9: n^2 = c0 + c1 l^2/(l^2 - c2) + c3 l^2/(l^2 - c4).
-    AgfRead r;
-    ReadAgfText(
+    const AgfRead r = ReadAgfText(
         "NM S4 9 0 1.5 60 0 1\nCD 1.0 1.03961212 0.00600069867 0.231792344 0.0200179144\n"
         "LD 0.4 0.8\n",
-        "x.agf", r, true);
+        "x.agf", true);
     ASSERT_EQ(r.count, 1);
     EXPECT_EQ(r.refits, 1);
     EXPECT_GT(r.errors[0], 0.0f);
@@ -149,8 +146,7 @@ TEST(AgfImport, OptionRefitsOtherFormula) {
 }
 
 TEST(AgfImport, HerzbergerRefitRaisesLowerEnd) {
-    AgfRead r;
-    ReadAgfText("NM H 3 0 1.5 60 0 1\nCD 1.5 0.004 0 0.0001 0 0\nLD 0.4 1.0\n", "x.agf", r);
+    const AgfRead r = ReadAgfText("NM H 3 0 1.5 60 0 1\nCD 1.5 0.004 0 0.0001 0 0\nLD 0.4 1.0\n");
     ASSERT_EQ(r.count, 1);
     EXPECT_EQ(r.recs[0].General.IndexWvMin, 650);
     EXPECT_EQ(r.recs[0].General.Polytype, 1);
@@ -161,27 +157,19 @@ TEST(AgfImport, MoreThan41RowsAllKept) {
         "NM MANY 1 0 1.5 60 0 1\nCD 2.27 -0.0101 0.0106 0.00017 -2e-6 1e-6\n"
         "LD 0.3 2.5\n";
     for (int i = 0; i < 44; ++i) text += "IT " + std::to_string(0.3 + 0.05 * i) + " 0.9 10\n";
-    AgfRead r;
-    ReadAgfText(text, "x.agf", r);
+    const AgfRead r = ReadAgfText(text);
     ASSERT_EQ(r.count, 1);
     EXPECT_EQ(r.recs[0].Measured.TransPoints, 44);
     EXPECT_NEAR(r.recs[0].General.TransShortWave[40], (0.3 + 0.05 * 3) * 1000, 1e-3);
 }
 
-class GlcTest : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        CImportOsloGLC importer(dialogs);
-        importer.ReadFile(Data("sample.glc"), recs, count, refits, errors, ok);
-    }
+TEST(GlcImport, LinesAndRules) {
     ScriptedDialogs dialogs;
     std::vector<MaterialRecord> recs;
     std::vector<float> errors;
     int count = 0, refits = 0;
     int16_t ok = 0;
-};
-
-TEST_F(GlcTest, LinesAndRules) {
+    CImportOsloGLC(dialogs).ReadFile(Data("sample.glc"), recs, count, refits, errors, ok);
     ASSERT_EQ(ok, -1);
     ASSERT_EQ(count, 2);  // the empty line and the formula 6 line are dropped
     const auto& bk7 = recs[0];
