@@ -2,7 +2,6 @@
 
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
 #include <nlohmann/json.hpp>
 #include <string>
 
@@ -11,17 +10,8 @@
 #include "support/run_cli.h"
 #include "support/temp_dir.h"
 
+namespace ostrel::testing {
 namespace {
-
-using ostrel::testing::ReadFileBytes;
-using ostrel::testing::TempDir;
-using ostrel::testing::WriteFileBytes;
-
-using CliRun = ostrel::testing::CliResult;
-
-CliRun RunCli(const TempDir& dir, const std::string& args) {
-    return ostrel::testing::RunCliIn(dir, args);
-}
 
 const char* kNbk7Coef = "1.03961212,0.231792344,1.01046945,0.00600069867,0.0200179144,103.560653";
 
@@ -42,6 +32,13 @@ std::string Nbk7Csv(int count, const char* weight = nullptr) {
     return text;
 }
 
+// Runs fit with the options over a file of count N-BK7 rows (any extension is read as text).
+CliResult Fit(const TempDir& dir, const std::string& options, int count,
+              const char* weight = nullptr, const char* name = "bk7.csv") {
+    WriteFileBytes(dir / name, Nbk7Csv(count, weight));
+    return RunCliIn(dir, "fit " + options + " \"" + (dir / name).string() + "\"");
+}
+
 struct IndexCase {
     const char* name;
     std::string args;
@@ -52,7 +49,7 @@ class IndexCli : public ::testing::TestWithParam<IndexCase> {};
 
 TEST_P(IndexCli, PrintsOneLinePerWavelength) {
     TempDir dir;
-    const CliRun run = RunCli(dir, "index " + GetParam().args);
+    const CliResult run = RunCliIn(dir, "index " + GetParam().args);
     EXPECT_EQ(run.status, 0) << run.err;
     EXPECT_EQ(run.out, GetParam().printed);
 }
@@ -74,32 +71,24 @@ TEST(IndexCliRecord, EvaluatesMaterialNOfTheList) {
     TempDir dir;
     std::string file;
     for (int k = 0; k < 2; ++k) {
-        ostrel::MaterialRecord rec = ostrel::ClearedMaterialRecord();
+        MaterialRecord rec = ClearedMaterialRecord();
         rec.General.GlassName.Set(k == 0 ? "FIRST" : "SECOND");
         rec.General.Source.Set("TEST");
         rec.General.Polytype = 1;
         rec.General.PolyCoef[0] = k == 0 ? 2.25 : 4.0;
-        const auto image = ostrel::ToBytes(rec);
+        const auto image = ToBytes(rec);
         file.append(reinterpret_cast<const char*>(image.data()), image.size());
     }
     WriteFileBytes(dir / "UserDefineGlassesV3.DAT", file);
-    const CliRun run = RunCli(dir, "index 2 --wave 700");
+    const CliResult run = RunCliIn(dir, "index 2 --wave 700");
     EXPECT_EQ(run.status, 0) << run.err;
     EXPECT_EQ(run.out, "700\t2.0000000000\t-1\n");
-    EXPECT_EQ(RunCli(dir, "index 3 --wave 700").status, 1);
-}
-
-TEST(IndexCliUsage, NeedsARecordOrAPolynomial) {
-    TempDir dir;
-    EXPECT_EQ(RunCli(dir, "index --wave 500").status, 2);
-    EXPECT_EQ(RunCli(dir, "index --polytype 1 --coef 2.25").status, 2);
-    EXPECT_EQ(RunCli(dir, "index --polytype 1 --coef 2.25 --wave abc").status, 2);
+    EXPECT_EQ(RunCliIn(dir, "index 3 --wave 700").status, 1);
 }
 
 TEST(FitCli, SellmeierOnPublishedData) {
     TempDir dir;
-    WriteFileBytes(dir / "bk7.csv", Nbk7Csv(20));
-    const CliRun run = RunCli(dir, "fit --polytype 2 \"" + (dir / "bk7.csv").string() + "\"");
+    const CliResult run = Fit(dir, "--polytype 2", 20);
     ASSERT_EQ(run.status, 0) << run.err;
     EXPECT_EQ(run.out.rfind("Sellmeier Polynomial Constants\n\nB1:   ", 0), 0u);
     EXPECT_NE(run.out.find("\naverage Sellmeier polynomal fit error: 0.000000"), std::string::npos);
@@ -108,9 +97,7 @@ TEST(FitCli, SellmeierOnPublishedData) {
 
 TEST(FitCli, JsonCarriesTheRecordFieldsAndPoints) {
     TempDir dir;
-    WriteFileBytes(dir / "bk7.txt", Nbk7Csv(20));
-    const CliRun run =
-        RunCli(dir, "fit --polytype 1 --json \"" + (dir / "bk7.txt").string() + "\"");
+    const CliResult run = Fit(dir, "--polytype 1 --json", 20, nullptr, "bk7.txt");
     ASSERT_EQ(run.status, 0) << run.err;
     const auto j = nlohmann::json::parse(run.out);
     EXPECT_TRUE(j["ok"].get<bool>());
@@ -127,17 +114,16 @@ TEST(FitCli, JsonCarriesTheRecordFieldsAndPoints) {
                   "Schott Polynomial Constants\n\nA0:   +2.2739768", 0),
               0u);
     ASSERT_EQ(j["points"].size(), 20u);
-    EXPECT_DOUBLE_EQ(j["points"][0]["wave"].get<double>(), 2325.0);  // longest first
-    EXPECT_EQ(j["points"][0]["weight"], 1.0);
     const auto& p = j["points"][0];
+    EXPECT_DOUBLE_EQ(p["wave"].get<double>(), 2325.0);  // longest first
+    EXPECT_EQ(p["weight"], 1.0);
     EXPECT_NEAR(p["index"].get<double>() - p["calc"].get<double>(), p["error"].get<double>(),
                 1e-15);
 }
 
 TEST(FitCli, TooFewPointsIsRefusedWithTheFormsMessage) {
     TempDir dir;
-    WriteFileBytes(dir / "few.csv", Nbk7Csv(5));
-    const CliRun run = RunCli(dir, "fit --polytype 1 \"" + (dir / "few.csv").string() + "\"");
+    const CliResult run = Fit(dir, "--polytype 1", 5);
     EXPECT_EQ(run.status, 1);
     EXPECT_EQ(run.err, "You need at least 6 full data points to fit a Schott polynomial.\n");
     EXPECT_TRUE(run.out.empty());
@@ -145,23 +131,23 @@ TEST(FitCli, TooFewPointsIsRefusedWithTheFormsMessage) {
 
 TEST(FitCli, WeightsAreReadOnlyWhenAsked) {
     TempDir dir;
-    WriteFileBytes(dir / "w.csv", Nbk7Csv(8, "0"));
-    const std::string file = " \"" + (dir / "w.csv").string() + "\"";
-    EXPECT_EQ(RunCli(dir, "fit --polytype 4" + file).status, 0);
-    const CliRun weighted = RunCli(dir, "fit --polytype 4 --weights" + file);
+    EXPECT_EQ(Fit(dir, "--polytype 4", 8, "0").status, 0);
+    const CliResult weighted = Fit(dir, "--polytype 4 --weights", 8, "0");
     EXPECT_EQ(weighted.status, 1);
     EXPECT_EQ(weighted.err,
               "Failed to fit Cauchy Polynomial Division by zero: the data points give no "
               "solution\n");
 }
 
-TEST(FitCli, UsageErrors) {
+TEST(IndexFitCli, UsageErrorsAndMissingFile) {
     TempDir dir;
-    WriteFileBytes(dir / "bk7.csv", Nbk7Csv(20));
-    const std::string file = " \"" + (dir / "bk7.csv").string() + "\"";
-    EXPECT_EQ(RunCli(dir, "fit --polytype 7" + file).status, 2);
-    EXPECT_EQ(RunCli(dir, "fit" + file).status, 2);
-    EXPECT_EQ(RunCli(dir, "fit --polytype 1 \"" + (dir / "none.csv").string() + "\"").status, 1);
+    EXPECT_EQ(Fit(dir, "--polytype 7", 20).status, 2);
+    EXPECT_EQ(Fit(dir, "", 20).status, 2);  // no formula
+    EXPECT_EQ(RunCliIn(dir, "fit --polytype 1 \"" + (dir / "none.csv").string() + "\"").status, 1);
+    EXPECT_EQ(RunCliIn(dir, "index --wave 500").status, 2);  // neither a record nor a polynomial
+    EXPECT_EQ(RunCliIn(dir, "index --polytype 1 --coef 2.25").status, 2);
+    EXPECT_EQ(RunCliIn(dir, "index --polytype 1 --coef 2.25 --wave abc").status, 2);
 }
 
 }  // namespace
+}  // namespace ostrel::testing

@@ -46,14 +46,13 @@ class ListCli : public ::testing::Test {
     TempDir dir;
 };
 
-TEST_F(ListCli, ListsPositionNameAndSource) {
+constexpr const char* kListed = "1\tA\tS\n2\tMELT *M1\tLAB\n3\tC\tS\n";
+
+TEST_F(ListCli, ListsAsTextAndAsJson) {
     CliResult r = RunCliIn(dir, "list");
     EXPECT_EQ(r.status, 0) << r.err;
-    EXPECT_EQ(r.out, "1\tA\tS\n2\tMELT *M1\tLAB\n3\tC\tS\n");
-}
-
-TEST_F(ListCli, ListAsJson) {
-    CliResult r = RunCliIn(dir, "list --json");
+    EXPECT_EQ(r.out, kListed);
+    r = RunCliIn(dir, "list --json");
     ASSERT_EQ(r.status, 0) << r.err;
     auto j = nlohmann::json::parse(r.out);
     ASSERT_EQ(j.size(), 3u);
@@ -135,7 +134,7 @@ TEST_F(ListCli, DuplicateUnderACatalogueNameIsRefused) {
     WriteFileBytes(dir / "lumbrak" / kCatalogueFileName, cat);
     CliResult r = RunCliIn(dir, "--lumbrak \"" + (dir / "lumbrak").string() + "\" duplicate 1 new");
     EXPECT_EQ(r.status, 1);
-    EXPECT_EQ(RunCliIn(dir, "list").out, "1\tA\tS\n2\tMELT *M1\tLAB\n3\tC\tS\n");
+    EXPECT_EQ(RunCliIn(dir, "list").out, kListed);
 }
 
 TEST(ListCliStart, ConvertsAnOlderFileFirst) {
