@@ -69,7 +69,7 @@ TEST_F(FrmMainMdiTest, PopupCaptionsNameTheMaterial) {
     EXPECT_EQ(main->mnuPopupMelt[1].caption, "&Edit");
 }
 
-TEST_F(FrmMainMdiTest, PopupEditPicksTheFormByMeltFlag) {
+TEST_F(FrmMainMdiTest, PopupEditPicksTheFormByMeltFlagAndDeleteRemoves) {
     MaterialRecord melt = MakeRecord("M", "S");
     melt.Melt.MeltFlag = kTrue;
     list->ListAdd(MakeRecord("A", "S"), false);
@@ -83,15 +83,11 @@ TEST_F(FrmMainMdiTest, PopupEditPicksTheFormByMeltFlag) {
     main->PrepForPopup(3, "none");
     main->mnuPopupClick(1);  // no such material
     EXPECT_EQ(edits, (std::vector<std::string>{"melt 2", "new 2", "new 1"}));
-}
 
-TEST_F(FrmMainMdiTest, PopupDeleteRemovesTheMaterialOnYes) {
-    list->ListAdd(MakeRecord("A", "S"), false);
-    list->ListAdd(MakeRecord("B", "T"), false);
-    main->PrepForPopup(2, "B/T");
-    main->mnuPopupClick(2);
+    main->PrepForPopup(1, "A/S");
+    main->mnuPopupClick(2);  // answered Yes
     ASSERT_EQ(list->CustomCount(), 1);
-    EXPECT_EQ(list->CustomList()[0].General.GlassName.Text(), "A");
+    EXPECT_EQ(list->CustomList()[0].General.GlassName.Text(), "M");
 }
 
 TEST_F(FrmMainMdiTest, HelpLineFollowsTheMouse) {

@@ -71,30 +71,25 @@ class CNewMsgTest : public ::testing::Test {
     Timer tmrNewMsg{100};
 };
 
-TEST_F(CNewMsgTest, ADeclinedMessageNeverComesAgain) {
+TEST_F(CNewMsgTest, OnlyADeclinedMessageNeverComesAgain) {
+    const char* text = "Polynomials will be refitted.";
+    msg.Display(text, "Import", false, 0, "ImportPolyRefit");  // Yes: nothing stored
+    EXPECT_EQ(settings.GetSetting("CNM_NewUserMsg", "ImportPolyRefit", "unset"), "unset");
     d.answers = {MsgAnswer::No};
-    msg.Display("Polynomials will be refitted.", "Import", false, 0, "ImportPolyRefit");
-    ASSERT_EQ(d.boxes.size(), 1u);
-    EXPECT_EQ(d.boxes[0].text,
+    msg.Display(text, "Import", false, 0, "ImportPolyRefit");
+    ASSERT_EQ(d.boxes.size(), 2u);
+    EXPECT_EQ(d.boxes[1].text,
               "Polynomials will be refitted.\nDo you want to see this message again?");
-    EXPECT_EQ(d.boxes[0].buttons, MsgButtons::YesNo);
-    EXPECT_EQ(d.boxes[0].title, "Import");
+    EXPECT_EQ(d.boxes[1].buttons, MsgButtons::YesNo);
+    EXPECT_EQ(d.boxes[1].title, "Import");
     EXPECT_EQ(settings.GetSetting("CNM_NewUserMsg", "ImportPolyRefit", ""), "True");
 
-    // A later start reads the same settings.
+    // A later start reads the same settings, and so does the -1 older versions stored.
     CNewMsg later(d, settings);
-    later.Display("Polynomials will be refitted.", "Import", false, 0, "ImportPolyRefit");
-    // So does the -1 that older versions stored.
+    later.Display(text, "Import", false, 0, "ImportPolyRefit");
     settings.SaveSetting("CNM_NewUserMsg", "popMeltSchott", "-1");
     later.Display("m", "t", false, 0, "popMeltSchott");
-    EXPECT_EQ(d.boxes.size(), 1u);
-}
-
-TEST_F(CNewMsgTest, YesKeepsTheMessage) {
-    msg.Display("m", "t", false, 0, "WaveSelector");
-    msg.Display("m", "t", false, 0, "WaveSelector");
     EXPECT_EQ(d.boxes.size(), 2u);
-    EXPECT_EQ(settings.GetSetting("CNM_NewUserMsg", "WaveSelector", "unset"), "unset");
 }
 
 TEST_F(CNewMsgTest, ADelayedMessageWaitsForTheTimer) {
