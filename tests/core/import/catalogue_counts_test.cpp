@@ -336,9 +336,10 @@ INSTANTIATE_TEST_SUITE_P(
                       KnownGlass{"agf/2020/KOPPGLASS.AGF", "K9000", kNoNd, "vd 77.48 vs 78.01"}));
 
 // With the option on, glasses of formulas without a stored form are refitted, not passed
-// over: every glass of the file is staged, and the formula 13 ones refit closely.
+// over: every glass of the file is staged (172 of HIKARI's would be skipped otherwise), and
+// every refit stays close.
 TEST(CatalogueRefitOption, StagesEveryGlassOfTheFile) {
-    const fs::path p = kData / "agf/2020/SCHOTT.AGF";
+    const fs::path p = kData / "agf/2020/HIKARI.AGF";
     if (!fs::exists(p)) GTEST_SKIP() << "no catalogue data";
     ImportOptions options;
     options.refitOtherFormulas = true;
