@@ -56,12 +56,12 @@ INSTANTIATE_TEST_SUITE_P(
         FlagsCase{"None", {false, false, false, false, false}, "General Index Trans dn/dt Other"}),
     [](const auto& info) { return info.param.name; });
 
-TEST(CheckGlassesReady, ReportsEveryGlassNotReadyInOneBox) {
+TEST(CheckGlassesReady, ReportsEveryGlassNotReadyInTheRangeInOneBox) {
     ScriptedDialogs dialogs;
     const std::vector<MaterialRecord> glasses{
         ReadyRecord("A1", "S1"), ReadyRecord("B2", "S2", {true, true, false, true, true}),
         ReadyRecord("C3", "S3", {false, true, true, true, false}),
-        ReadyRecord("D4", "S4", {true, false, true, true, true})};  // outside the range checked
+        ReadyRecord("D4", "S4", {true, false, true, true, true})};
 
     EXPECT_FALSE(CheckGlassesReady(dialogs, 0, 2, glasses));
     ASSERT_EQ(dialogs.boxes.size(), 1u);
@@ -71,18 +71,16 @@ TEST(CheckGlassesReady, ReportsEveryGlassNotReadyInOneBox) {
               "C3/S3 - check: General Other\n");
     EXPECT_EQ(dialogs.boxes[0].buttons, MsgButtons::OK);
     EXPECT_EQ(dialogs.boxes[0].icon, MsgIcon::Information);
-}
 
-TEST(CheckGlassesReady, AllReadyOrEmptyRangeShowsNothing) {
-    ScriptedDialogs dialogs;
-    std::vector<MaterialRecord> glasses{ReadyRecord("A1", "S1"), ReadyRecord("B2", "S2")};
-    EXPECT_TRUE(CheckGlassesReady(dialogs, 0, 1, glasses));
-    glasses[0].IndexState.Ready = kFalse;
-    EXPECT_TRUE(CheckGlassesReady(dialogs, 1, 0, glasses));  // empty range
+    // A ready glass, an empty range and an empty list show nothing.
+    EXPECT_TRUE(CheckGlassesReady(dialogs, 0, 0, glasses));
+    EXPECT_TRUE(CheckGlassesReady(dialogs, 2, 1, glasses));
     EXPECT_TRUE(CheckGlassesReady(dialogs, 0, -1, {}));
+    EXPECT_EQ(dialogs.boxes.size(), 1u);
     // A range reaching past the array stops at its end.
-    EXPECT_TRUE(CheckGlassesReady(dialogs, 1, 7, glasses));
-    EXPECT_TRUE(dialogs.boxes.empty());
+    EXPECT_FALSE(CheckGlassesReady(dialogs, 3, 9, glasses));
+    EXPECT_EQ(dialogs.boxes.back().text,
+              "The following glass[s] are not ready for export.\nD4/S4 - check: Index\n");
 }
 
 struct StatusCase {
