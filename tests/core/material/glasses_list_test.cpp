@@ -42,8 +42,7 @@ TEST(NameUsable, RefusesBlankAndNul) {
     MaterialRecord nul = MakeRecord("A", "B");
     nul.General.GlassName.data()[5] = '\0';
     EXPECT_FALSE(NameUsable(nul));
-    MaterialRecord zero = ZeroMaterialRecord();
-    EXPECT_FALSE(NameUsable(zero));
+    EXPECT_FALSE(NameUsable(ZeroMaterialRecord()));
 }
 
 using GlassesListTest = ListFixture;
@@ -120,8 +119,7 @@ TEST_F(GlassesListTest, LoadThenSaveGivesIdenticalBytes) {
         recs.push_back(FromBytes(img));
     }
     const std::string bytes = Image(recs);
-    WriteFileBytes(Current(), bytes);
-    GlassesList& l = Loaded();
+    GlassesList& l = Loaded(bytes);
     ASSERT_EQ(l.CustomCount(), 3);
     ASSERT_TRUE(l.SaveCustomFile());
     EXPECT_TRUE(ReadFileBytes(Current()) == bytes);
@@ -131,8 +129,7 @@ TEST_F(GlassesListTest, LoadThenSaveGivesIdenticalBytes) {
 TEST_F(GlassesListTest, SameMaterialTwiceKeepsTheFirstAndNextSaveDropsTheSecond) {
     std::vector<MaterialRecord> recs = {MakeRecord("BK7", "X", 1), MakeRecord("F2", "X", 2),
                                         MakeRecord("bk7 ", "x", 3)};
-    WriteFileBytes(Current(), Image(recs));
-    GlassesList& l = Loaded();
+    GlassesList& l = Loaded(Image(recs));
     ASSERT_EQ(l.CustomCount(), 2);
     EXPECT_EQ(l.CustomList()[0].General.PolyCoef[0], 1);
     ASSERT_TRUE(l.SaveCustomFile());
@@ -145,8 +142,7 @@ TEST_F(GlassesListTest, LongListLoadsWholeInOrderAndAShortLastRecordIsPaddedWith
     for (int i = 0; i < 150; ++i) recs.push_back(MakeRecord("G" + std::to_string(i), "S", i));
     std::string bytes = Image(recs);
     bytes.resize(bytes.size() - 100);
-    WriteFileBytes(Current(), bytes);
-    GlassesList& l = Loaded();
+    GlassesList& l = Loaded(bytes);
     ASSERT_EQ(l.CustomCount(), 150);
     for (size_t i = 0; i < 150; ++i) {
         EXPECT_EQ(l.CustomList()[i].General.PolyCoef[0], static_cast<double>(i));
@@ -157,8 +153,7 @@ TEST_F(GlassesListTest, LongListLoadsWholeInOrderAndAShortLastRecordIsPaddedWith
 }
 
 TEST_F(GlassesListTest, DeletingTheLastMaterialLeavesNoFileAndABackupOfIt) {
-    WriteFileBytes(Current(), Image({MakeRecord("A", "S")}));
-    GlassesList& l = Loaded();
+    GlassesList& l = Loaded(Image({MakeRecord("A", "S")}));
     ASSERT_TRUE(l.CommitList({}));
     EXPECT_FALSE(fs::exists(Current()));
     EXPECT_TRUE(ReadFileBytes(Backup()) == Image({MakeRecord("A", "S")}));
@@ -167,8 +162,7 @@ TEST_F(GlassesListTest, DeletingTheLastMaterialLeavesNoFileAndABackupOfIt) {
 
 TEST_F(GlassesListTest, FailedWriteLeavesFileAndListAsTheyWere) {
     const std::string before = Image({MakeRecord("A", "S", 1)});
-    WriteFileBytes(Current(), before);
-    GlassesList& l = Loaded();
+    GlassesList& l = Loaded(before);
     SetWriteFaultHook([](const fs::path& p) { return p.filename() != kCustomFileName; });
     const bool added = l.AddAndSave(MakeRecord("B", "S"), false);
     const bool overwritten = l.AddAndSave(MakeRecord("A", "S", 2), true);
@@ -348,33 +342,35 @@ TEST_F(GlassesListTest, OldestFileWidensNameAndSource) {
 
 // --- catalogue and generic names ---
 
+template <size_t Size, typename Record>
+std::string RecordBytes(const Record& r) {
+    unsigned char img[Size];
+    ToBytes(r, img);
+    return std::string(reinterpret_cast<char*>(img), Size);
+}
+
 class NameRulesTest : public ListFixture {
   protected:
     void SetUp() override {
-        fs::create_directory(dir / "lumbrak");
+        const fs::path folder = dir / "lumbrak";
+        fs::create_directory(folder);
         std::string cat;
         for (auto [name, source] : {std::pair{"BK7", "SCHOTT"}, {"", "BLANK"}, {"F2", "SCHOTT"}}) {
             CatalogueRecord c;
             ClearCatalogueRecord(c);
             c.GlassName.Set(name);
             c.Source.Set(source);
-            unsigned char img[kCatalogueRecordSize];
-            ToBytes(c, img);
-            cat.append(reinterpret_cast<char*>(img), sizeof img);
+            cat += RecordBytes<kCatalogueRecordSize>(c);
         }
-        WriteFileBytes(dir / "lumbrak" / kCatalogueFileName, cat);
+        WriteFileBytes(folder / kCatalogueFileName, cat);
         ExternalRecord g;
         ClearGenericRecord(g);
         g.GlassName.Set("AIR");
         g.Source.Set("GENERIC");
-        unsigned char img[kExternalRecordSize];
-        ToBytes(g, img);
-        WriteFileBytes(dir / "lumbrak" / kGenericFileName,
-                       std::string(reinterpret_cast<char*>(img), sizeof img));
-        GlassesList& l = Fresh();
-        l.LoadCatalogueNames((dir / "lumbrak").string());
-        l.LoadGenericNames((dir / "lumbrak").string());
-        l.ListAdd(MakeRecord("MINE", "ME"), false);
+        WriteFileBytes(folder / kGenericFileName, RecordBytes<kExternalRecordSize>(g));
+        Fresh().LoadCatalogueNames(folder.string());
+        list->LoadGenericNames(folder.string());
+        list->ListAdd(MakeRecord("MINE", "ME"), false);
     }
 };
 

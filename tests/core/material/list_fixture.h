@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <optional>
 #include <string>
 
 #include "core/material/glasses_list.h"
@@ -43,7 +44,9 @@ class ListFixture : public ::testing::Test {
         list->SetRefreshHandler([this] { ++refreshes; });
         return *list;
     }
-    GlassesList& Loaded() {
+    // A list loaded from the folder, after writing `file` as the custom file if given.
+    GlassesList& Loaded(const std::optional<std::string>& file = std::nullopt) {
+        if (file) WriteFileBytes(Current(), *file);
         Fresh().LoadCustomFile();
         return *list;
     }

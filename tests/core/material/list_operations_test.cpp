@@ -12,9 +12,8 @@ namespace fs = std::filesystem;
 class ListOperationsTest : public ListFixture {
   protected:
     GlassesList& WithThree() {
-        WriteFileBytes(Current(), Image({MakeRecord("A", "S", 1), MakeRecord("B", "S", 2),
-                                         MakeRecord("C", "T", 3)}));
-        return Loaded();
+        return Loaded(
+            Image({MakeRecord("A", "S", 1), MakeRecord("B", "S", 2), MakeRecord("C", "T", 3)}));
     }
     std::vector<std::string> Names() const {
         std::vector<std::string> n;
