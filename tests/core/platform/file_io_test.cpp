@@ -13,24 +13,31 @@
 namespace ostrel {
 namespace {
 
+using testing::ReadFileBytes;
+using testing::WriteFileBytes;
+
+class FileIo : public ::testing::Test {
+  protected:
+    testing::TempDir dir;
+    FileError error;
+};
+
 struct PieceCase {
     size_t length;
     size_t piece;
     std::vector<size_t> pieces;  // the lengths handed on, in order
 };
 
-class ReadFileInPiecesTest : public ::testing::TestWithParam<PieceCase> {};
+class ReadFileInPiecesTest : public FileIo, public ::testing::WithParamInterface<PieceCase> {};
 
 TEST_P(ReadFileInPiecesTest, HandsOnFullPiecesThenTheRest) {
     const PieceCase& c = GetParam();
-    testing::TempDir dir;
     std::string bytes;
     for (size_t i = 0; i < c.length; ++i) bytes.push_back(static_cast<char>('a' + i % 26));
-    testing::WriteFileBytes(dir / "f.bin", bytes);
+    WriteFileBytes(dir / "f.bin", bytes);
 
     std::vector<size_t> lengths;
     std::string joined;
-    FileError error;
     ASSERT_TRUE(ReadFileInPieces(
         dir / "f.bin", c.piece,
         [&](std::string_view piece) {
@@ -47,9 +54,7 @@ INSTANTIATE_TEST_SUITE_P(Lengths, ReadFileInPiecesTest,
                                            PieceCase{8, 4, {4, 4}}, PieceCase{10, 4, {4, 4, 2}},
                                            PieceCase{100000, 65536, {65536, 34464}}));
 
-TEST(ReadFileInPieces, MissingFileIsAnErrorWithItsName) {
-    testing::TempDir dir;
-    FileError error;
+TEST_F(FileIo, ReadingAMissingFileIsAnErrorWithItsName) {
     bool called = false;
     EXPECT_FALSE(ReadFileInPieces(
         dir / "none.bin", 16, [&](std::string_view) { called = true; }, error));
@@ -68,24 +73,20 @@ PieceSource Pieces(const std::vector<std::string>& pieces) {
     };
 }
 
-TEST(WriteFileAtomicFrom, WritesThePiecesInOrderOverTheOldFile) {
-    testing::TempDir dir;
-    testing::WriteFileBytes(dir / "f.bin", "old");
-    FileError error;
+TEST_F(FileIo, AtomicWriteWritesThePiecesInOrderOverTheOldFile) {
+    WriteFileBytes(dir / "f.bin", "old");
     ASSERT_TRUE(WriteFileAtomicFrom(dir / "f.bin", Pieces({"ab", "", "cde"}), error));
-    EXPECT_EQ(testing::ReadFileBytes(dir / "f.bin"), "abcde");
+    EXPECT_EQ(ReadFileBytes(dir / "f.bin"), "abcde");
 }
 
-TEST(WriteFileAtomicFrom, AFailedWriteLeavesTheOldFileAndNoTemporaryOne) {
-    testing::TempDir dir;
-    testing::WriteFileBytes(dir / "f.bin", "old");
+TEST_F(FileIo, AFailedAtomicWriteLeavesTheOldFileAndNoTemporaryOne) {
+    WriteFileBytes(dir / "f.bin", "old");
     int writes = 0;
     SetWriteFaultHook([&](const std::filesystem::path&) { return ++writes < 2; });
-    FileError error;
     EXPECT_FALSE(WriteFileAtomicFrom(dir / "f.bin", Pieces({"ab", "cd", "ef"}), error));
     SetWriteFaultHook(nullptr);
     EXPECT_EQ(error.code, ENOSPC);
-    EXPECT_EQ(testing::ReadFileBytes(dir / "f.bin"), "old");
+    EXPECT_EQ(ReadFileBytes(dir / "f.bin"), "old");
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.path()),
                             std::filesystem::directory_iterator()),
               1);

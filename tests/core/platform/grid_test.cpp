@@ -153,22 +153,17 @@ TEST(Grid, SortFloatColumnNumericallyAndDescending) {
 
 TEST(Grid, SortMovesColoursWithTheRowsAndKeepsOtherRows) {
     Grid g;
-    Fill(g, {{"head"}, {"C"}, {"A"}, {"B"}});
+    Fill(g, {{"head", ""}, {"C", ""}, {"A", ""}, {"B", ""}});
     g.SetRowColour(2, kMeltRowColour);
+    g.SetCellColour(2, 2, kStatusRed);
     g.SetCellColour(1, 3, kStatusGreen);
     g.Sort(2, 4, {{1, true}});
     EXPECT_EQ(Column(g, 1), (std::vector<std::string>{"head", "A", "B", "C"}));
     EXPECT_EQ(g.RowColour(4), kMeltRowColour);
+    EXPECT_EQ(g.CellColour(1, 4), kMeltRowColour) << "a cell shows its row's colour...";
+    EXPECT_EQ(g.CellColour(2, 4), kStatusRed) << "...unless it has its own";
     EXPECT_EQ(g.CellColour(1, 2), kStatusGreen);
     EXPECT_EQ(g.RowColour(2), std::nullopt);
-}
-
-TEST(Grid, CellColourWinsOverRowColour) {
-    Grid g(2, 1);
-    g.SetRowColour(1, kMeltRowColour);
-    g.SetCellColour(2, 1, kStatusRed);
-    EXPECT_EQ(g.CellColour(1, 1), kMeltRowColour);
-    EXPECT_EQ(g.CellColour(2, 1), kStatusRed);
 }
 
 TEST(Grid, MultiBlockSelection) {
