@@ -77,13 +77,15 @@ class Picker : public ::testing::Test {
     CNewMsg newMsg;
     std::function<void(popEditParamWave&)> script;
     std::unique_ptr<popEditParamWave> picker;
+    // What Display hands back.
+    int16_t count = 0;
+    float wave = 0;
+    std::vector<float> waves;
 };
 
 TEST_F(Picker, StartWaveIsMarkedInEveryTableThatHoldsIt) {
     auto& p = Make();
-    int16_t count = 0;
-    float wave = 632.8f;
-    std::vector<float> waves;
+    wave = 632.8f;
     script = [](popEditParamWave& f) {
         EXPECT_EQ(f.ssWavesFraun.ActiveRow(), 11);
         EXPECT_EQ(f.ssWavesLaser.ActiveRow(), 34);
@@ -108,9 +110,6 @@ TEST_F(Picker, StartWaveIsMarkedInEveryTableThatHoldsIt) {
 
 TEST_F(Picker, DoubleClickPicksOneUnlessMultipleIsTicked) {
     auto& p = Make();
-    int16_t count = 0;
-    float wave = 0;
-    std::vector<float> waves;
     script = [](popEditParamWave& f) {
         f.chkMultiWaves.value = true;
         f.chkMultiWavesClick();
@@ -128,9 +127,6 @@ TEST_F(Picker, DoubleClickPicksOneUnlessMultipleIsTicked) {
 
 TEST_F(Picker, OkTakesTheBlocksOfTheActiveTabInOrder) {
     auto& p = Make();
-    int16_t count = 0;
-    float wave = 0;
-    std::vector<float> waves;
     script = [](popEditParamWave& f) {
         f.chkMultiWaves.value = true;
         f.chkMultiWavesClick();
@@ -149,9 +145,6 @@ TEST_F(Picker, OkTakesTheBlocksOfTheActiveTabInOrder) {
 
 TEST_F(Picker, OwnWavelengthFileReplacesTheThirdTab) {
     auto& p = Make();
-    int16_t count = 0;
-    float wave = 0;
-    std::vector<float> waves;
     p.Display(count, wave, waves, 2);
     EXPECT_FALSE(p.CustomLoaded());
     EXPECT_EQ(p.ssWavesCustom.MaxRows(), 30);
