@@ -84,21 +84,18 @@ TEST(DerivedData, SellmeierCrown) {
 
 TEST(DerivedData, ZeroDispersionKeepsRatios) {
     MaterialRecord rec = ConstantRecord();
-    rec.Derived.vd = 11.0f;
-    rec.Derived.Ve = 12.0f;
-    rec.Derived.PCs = 0.1f;
-    rec.Derived.PdC = 0.2f;
-    rec.Derived.PgF = 0.3f;
+    const std::pair<float DerivedData::*, float> kept[] = {{&DerivedData::vd, 11.0f},
+                                                           {&DerivedData::Ve, 12.0f},
+                                                           {&DerivedData::PCs, 0.1f},
+                                                           {&DerivedData::PdC, 0.2f},
+                                                           {&DerivedData::PgF, 0.3f}};
+    for (auto [field, value] : kept) rec.Derived.*field = value;
     UpdateDerivedData(rec);
     EXPECT_FLOAT_EQ(rec.Derived.nd, 1.5f);
     EXPECT_FLOAT_EQ(rec.Derived.Ne, 1.5f);
     EXPECT_EQ(rec.Derived.nF_NC, 0.0f);
     EXPECT_EQ(rec.Derived.nfd_ncd, 0.0f);
-    EXPECT_FLOAT_EQ(rec.Derived.vd, 11.0f);
-    EXPECT_FLOAT_EQ(rec.Derived.Ve, 12.0f);
-    EXPECT_FLOAT_EQ(rec.Derived.PCs, 0.1f);
-    EXPECT_FLOAT_EQ(rec.Derived.PdC, 0.2f);
-    EXPECT_FLOAT_EQ(rec.Derived.PgF, 0.3f);
+    for (auto [field, value] : kept) EXPECT_EQ(rec.Derived.*field, value);
 }
 
 }  // namespace

@@ -17,10 +17,9 @@ TEST(MatrixInvert, InvertsAndFlipsTheDeterminantSignEveryPass) {
     a(1, 1) = 4, a(1, 2) = 7, a(2, 1) = 2, a(2, 2) = 6;
     double det = 0;
     ASSERT_EQ(MatrixInvert(a, det, 2), -1);
-    EXPECT_NEAR(a(1, 1), 0.6, 1e-15);
-    EXPECT_NEAR(a(1, 2), -0.7, 1e-15);
-    EXPECT_NEAR(a(2, 1), -0.2, 1e-15);
-    EXPECT_NEAR(a(2, 2), 0.4, 1e-15);
+    const double inverse[2][2] = {{0.6, -0.7}, {-0.2, 0.4}};
+    for (int i = 0; i < 2; ++i)
+        for (int j = 0; j < 2; ++j) EXPECT_NEAR(a(i + 1, j + 1), inverse[i][j], 1e-15);
     EXPECT_NEAR(det, 10.0, 1e-12);  // two passes: the signs cancel
 
     Matrix<double> d(3, 3);
@@ -45,10 +44,9 @@ TEST(MatrixInvert, PivotsFromTheLastDiagonalElementWithoutSearching) {
     b(1, 1) = 0, b(1, 2) = 1, b(2, 1) = 1, b(2, 2) = 1;
     ASSERT_EQ(MatrixInvert(b, det, 2, &fault), -1);
     EXPECT_EQ(fault, InvertFault::None);
-    EXPECT_DOUBLE_EQ(b(1, 1), -1.0);
-    EXPECT_DOUBLE_EQ(b(1, 2), 1.0);
-    EXPECT_DOUBLE_EQ(b(2, 1), 1.0);
-    EXPECT_DOUBLE_EQ(b(2, 2), 0.0);
+    const double inverse[2][2] = {{-1.0, 1.0}, {1.0, 0.0}};
+    for (int i = 0; i < 2; ++i)
+        for (int j = 0; j < 2; ++j) EXPECT_DOUBLE_EQ(b(i + 1, j + 1), inverse[i][j]);
 }
 
 TEST(GaussJordan, SolvesWithFullPivoting) {
@@ -61,9 +59,7 @@ TEST(GaussJordan, SolvesWithFullPivoting) {
     b(1, 1) = 7, b(2, 1) = 10, b(3, 1) = 6;
     ScriptedDialogs d;
     ASSERT_EQ(GaussJordan(a, 3, b, 1, -1, d), -1);
-    EXPECT_NEAR(b(1, 1), 1.0f, 1e-6);
-    EXPECT_NEAR(b(2, 1), 2.0f, 1e-6);
-    EXPECT_NEAR(b(3, 1), 3.0f, 1e-6);
+    for (int i = 1; i <= 3; ++i) EXPECT_NEAR(b(i, 1), float(i), 1e-6);
     EXPECT_TRUE(d.boxes.empty());
 }
 
