@@ -5,16 +5,9 @@
 namespace ostrel::testing {
 namespace {
 
-const std::vector<float> kLines = {656.273f, 587.562f, 486.133f, 435.834f};
 const std::vector<float> kSchottLines = {656.273f, 643.847f, 587.562f, 546.074f,
                                          486.133f, 479.991f, 435.834f};
 
-double Zero(double) {
-    return 0.0;
-}
-double Plus4(double) {
-    return 0.0004;
-}
 // A difference that is exactly quadratic in the wavelength (nm).
 double Quadratic(double w) {
     return 2e-4 + 3e-7 * w - 2e-10 * w * w;
@@ -29,36 +22,24 @@ struct ParentCase {
 
 class MeltFitTest : public MeltFixture, public ::testing::WithParamInterface<ParentCase> {};
 
-TEST_P(MeltFitTest, PairsEqualToTheParentGiveTheParent) {
+TEST_P(MeltFitTest, AConstantOffsetIsCarriedAcrossTheBand) {
     Start(GetParam().maker, GetParam().name, "m1");
     ASSERT_EQ(form->ParentRecord().General.Polytype, GetParam().polytype);
-    TypeOffsetPairs(kLines, Zero);
+    TypeOffsetPairs(kSchottLines, 0.0004);
     form->comIndexFitClick();
     const auto& melt = form->MeltRecord();
-    ASSERT_EQ(melt.IndexState.Ready, kTrue);
-    // The typed pairs carry only what a 32-bit float keeps, about 1e-7: at the pairs that is
-    // all, far out in the band the quadratic carries it further.
-    for (float w : kLines) EXPECT_NEAR(IndexOf(melt, w), IndexOf(form->ParentRecord(), w), 1e-6);
-    const auto& g = form->ParentRecord().General;
-    for (float w = g.IndexWvMin; w <= g.IndexWvMax; w += 50.0f) {
-        EXPECT_NEAR(IndexOf(melt, w), IndexOf(form->ParentRecord(), w), 3e-5) << w;
-    }
-    EXPECT_EQ(form->lblError.caption.get(),
-              "Average error [user-fitted] indices at above wavelengths: 0.000000");
-}
-
-TEST_P(MeltFitTest, AConstantOffsetIsRecoveredAtThePairs) {
-    Start(GetParam().maker, GetParam().name, "m1");
-    TypeOffsetPairs(kSchottLines, Plus4);
-    form->comIndexFitClick();
-    const auto& melt = form->MeltRecord();
+    const auto& parent = form->ParentRecord();
     ASSERT_EQ(melt.IndexState.Ready, kTrue);
     EXPECT_EQ(melt.General.Polytype, GetParam().polytype);
+    // The typed pairs carry only what a 32-bit float keeps, about 1e-7: at the pairs that is
+    // all, far out in the band the quadratic carries it further.
     for (size_t i = 0; i < kSchottLines.size(); ++i) {
         const float w = kSchottLines[i];
-        EXPECT_NEAR(IndexOf(melt, w) - IndexOf(form->ParentRecord(), w), 0.0004, 2e-6) << w;
+        EXPECT_NEAR(IndexOf(melt, w) - IndexOf(parent, w), 0.0004, 2e-6) << w;
         EXPECT_EQ(form->ssRefInd.Text(6, static_cast<int>(i) + 1), "0.000400") << w;
     }
+    for (float w = parent.General.IndexWvMin; w <= parent.General.IndexWvMax; w += 50.0f)
+        EXPECT_NEAR(IndexOf(melt, w) - IndexOf(parent, w), 0.0004, 3e-5) << w;
     EXPECT_EQ(form->lblError.caption.get(),
               "Average error [user-fitted] indices at above wavelengths: 0.000400");
     EXPECT_FALSE(form->ssRefInd.Column(6).hidden);
@@ -69,8 +50,8 @@ TEST_P(MeltFitTest, AConstantOffsetIsRecoveredAtThePairs) {
     EXPECT_EQ(form->pnlStatus.caption.get(), "Index: Ready");
     EXPECT_EQ(form->lblGlassCode.caption.get(), std::to_string(melt.General.GlassCode));
     // Everything else is the parent's.
-    EXPECT_EQ(melt.TransTable, form->ParentRecord().TransTable);
-    EXPECT_EQ(melt.General.Density, form->ParentRecord().General.Density);
+    EXPECT_EQ(melt.TransTable, parent.TransTable);
+    EXPECT_EQ(melt.General.Density, parent.General.Density);
 }
 
 TEST_P(MeltFitTest, TheSyntheticPointsAreTheParentPlusTheQuadratic) {
@@ -101,11 +82,8 @@ INSTANTIATE_TEST_SUITE_P(Parents, MeltFitTest,
 
 TEST_F(MeltFixture, APairOutsideTheWavebandTakesPartInTheQuadratic) {
     Start("Hoya", "BSC7", "m1");  // 365 to 1014 nm
-    TypeOffsetPairs(kLines, Plus4);
-    // 1500 nm lies beyond the band, 0.0010 above the parent.
-    char buf[40];
-    std::snprintf(buf, sizeof buf, "%.10g", IndexOf(form->ParentRecord(), 1500.0f) + 0.0010);
-    TypePair(5, "1500", buf);
+    TypeOffsetPairs(kMainLines, 0.0004);
+    TypeOffsetPair(5, 1500.0f, 0.0010);  // beyond the band
     form->comIndexFitClick();
     const auto& melt = form->MeltRecord();
     ASSERT_EQ(melt.IndexState.Ready, kTrue);
@@ -139,7 +117,7 @@ TEST_F(MeltFixture, FewerThanFourCompletePairsAreRefused) {
     EXPECT_EQ(form->ssRefInd.Text(2, 4), "");
 }
 
-TEST_F(MeltFixture, RowTextsGoThroughA32BitFloat) {
+TEST_F(MeltFixture, RowTextsAndSortOfTheTypedPairs) {
     Start("Schott", "N-BK7", "m1");
     TypePair(1, "587.562", "1.5170");
     EXPECT_EQ(form->ssRefInd.Text(1, 1), "d ");
@@ -152,29 +130,26 @@ TEST_F(MeltFixture, RowTextsGoThroughA32BitFloat) {
     TypePair(3, "", "1.6");
     EXPECT_EQ(form->ssRefInd.Text(4, 3), "  ");
     EXPECT_EQ(form->ssRefInd.Text(5, 3), "  ");
-    form->comIndexSortClick();
-    EXPECT_EQ(form->MeltRecord().Melt.MeltIndexPoints, 1);
-    EXPECT_EQ(form->MeltRecord().Melt.MeltIndexValue[0], static_cast<double>(1.5170f));
-}
-
-TEST_F(MeltFixture, SortIsDescendingAndKeepsEqualWavelengthsInOrder) {
-    Start("Schott", "N-BK7", "m1");
-    TypePair(1, "486.133", "1.5224");
-    TypePair(2, "656.273", "1.5144");
-    TypePair(3, "486.133", "1.5225");
+    TypePair(4, "486.133", "1.5224");
+    TypePair(5, "656.273", "1.5144");
+    TypePair(6, "486.133", "1.5225");
+    // Descending, equal wavelengths in the order typed, every index through a 32-bit float.
     form->comIndexSortClick();
     const auto& m = form->MeltRecord().Melt;
-    ASSERT_EQ(m.MeltIndexPoints, 3);
+    ASSERT_EQ(m.MeltIndexPoints, 4);
     EXPECT_EQ(m.MeltIndexWave[0], 656.273f);
-    EXPECT_EQ(m.MeltIndexValue[1], static_cast<double>(1.5224f));
-    EXPECT_EQ(m.MeltIndexValue[2], static_cast<double>(1.5225f));
+    EXPECT_EQ(m.MeltIndexValue[1], static_cast<double>(1.5170f));
+    EXPECT_EQ(m.MeltIndexValue[2], static_cast<double>(1.5224f));
+    EXPECT_EQ(m.MeltIndexValue[3], static_cast<double>(1.5225f));
     EXPECT_EQ(form->ssRefInd.Text(1, 1), "C ");
-    EXPECT_EQ(form->ssRefInd.Text(1, 2), "F ");
+    EXPECT_EQ(form->ssRefInd.Text(1, 3), "F ");
+    EXPECT_EQ(form->ssRefInd.Text(2, 5), "");
 }
 
-TEST_F(MeltFixture, ReportsHaveTheirLayouts) {
+TEST_F(MeltFixture, ReportsAndDifferencePlotOfAFit) {
     Start("Schott", "N-BK7", "m1");
-    TypeOffsetPairs(kLines, Plus4);
+    TypeOffsetPairs(kMainLines, 0.0004);
+    EXPECT_TRUE(form->DeltaCurve(50).empty());  // no fit yet
     form->comIndexFitClick();
     const std::string consts = form->ConstantsReport();
     EXPECT_EQ(consts.rfind("Melt glass: Sellmeier Polynomial Constants\n\n", 0), 0u);
@@ -182,8 +157,7 @@ TEST_F(MeltFixture, ReportsHaveTheirLayouts) {
               std::string::npos);
     EXPECT_TRUE(consts.ends_with("\n\nWaveLen Min:   300nm\nWaveLen Max:   2500nm"));
 
-    const std::string cmp = form->ComparisonReport();
-    const auto lines = SplitLines(cmp);
+    const auto lines = SplitLines(form->ComparisonReport());
     ASSERT_GE(lines.size(), 24u);
     EXPECT_EQ(lines[0], "Index comparison over waveband [parent & melt glasses]");
     EXPECT_EQ(lines[1], "");
@@ -202,20 +176,7 @@ TEST_F(MeltFixture, ReportsHaveTheirLayouts) {
     ASSERT_EQ(dialogs.boxes.size(), 2u);
     EXPECT_EQ(dialogs.boxes[0].title, "Melt Maker");
     EXPECT_EQ(dialogs.boxes[1].title, "");
-}
 
-TEST(MeltReports, AnEmptyWavebandSaysSo) {
-    MaterialRecord rec = ClearedMaterialRecord();
-    rec.General.IndexWvMin = rec.General.IndexWvMax = 500;
-    EXPECT_EQ(MeltComparisonReport(rec, rec),
-              "No waveband specified.  Please enter maximum and minimum wavelengths [in nm].");
-}
-
-TEST_F(MeltFixture, DeltaPlotData) {
-    Start("Schott", "N-BK7", "m1");
-    TypeOffsetPairs(kLines, Plus4);
-    EXPECT_TRUE(form->DeltaCurve(50).empty());
-    form->comIndexFitClick();
     const auto points = form->DeltaPoints();
     ASSERT_EQ(points.size(), 4u);
     EXPECT_NEAR(points[0].wave, 656.273, 1e-3);
@@ -225,6 +186,13 @@ TEST_F(MeltFixture, DeltaPlotData) {
     EXPECT_EQ(curve.front().wave, 300.0);
     EXPECT_EQ(curve.back().wave, 2500.0);
     EXPECT_NEAR(curve[3].delta, 0.0004, 2e-6);
+}
+
+TEST(MeltReports, AnEmptyWavebandSaysSo) {
+    MaterialRecord rec = ClearedMaterialRecord();
+    rec.General.IndexWvMin = rec.General.IndexWvMax = 500;
+    EXPECT_EQ(MeltComparisonReport(rec, rec),
+              "No waveband specified.  Please enter maximum and minimum wavelengths [in nm].");
 }
 
 }  // namespace

@@ -3,36 +3,29 @@
 // source of parent glasses, driven as the user would.
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "core/external/bas1_setup.h"
-#include "core/external/demo_installation.h"
+#include "core/external/external_fixture.h"
 #include "core/material/list_fixture.h"
 #include "core/melt/frm7melt.h"
 #include "core/melt/glass_melt.h"
 #include "core/melt/pop_melt_parent.h"
 #include "core/optics/index_from_polynomial.h"
-#include "core/platform/file_io.h"
 #include "core/platform/text.h"
 #include "core/shell/new_msg.h"
 
 namespace ostrel::testing {
 
-inline std::vector<DemoGlass> AllDemoGlasses() {
-    std::string text;
-    FileError error;
-    ReadWholeFile(std::string(OSTREL_TEST_DATA) + "/../../data/demo/demo_glasses.csv", text, error);
-    std::vector<DemoGlass> glasses;
-    std::string message;
-    EXPECT_TRUE(ParseDemoCatalogue(text, glasses, message)) << message;
-    return glasses;
-}
+// C, d, F and g.
+inline const std::vector<float> kMainLines = {656.273f, 587.562f, 486.133f, 435.834f};
 
-inline double IndexOf(const MaterialRecord& rec, float wave, int16_t type = 0) {
+inline double IndexOf(const MaterialRecord& rec, float wave) {
     int16_t ok = 0;
-    return IndexFromPolynomial(rec.General.PolyCoef, wave, type ? type : rec.General.Polytype, ok);
+    return IndexFromPolynomial(rec.General.PolyCoef, wave, rec.General.Polytype, ok);
 }
 
 class MeltFixture : public ListFixture {
@@ -41,12 +34,11 @@ class MeltFixture : public ListFixture {
         Fresh();
         std::string message;
         ASSERT_TRUE(
-            CreateDemoInstallation((dir / "demo").string(), AllDemoGlasses(), settings, message))
+            CreateDemoInstallation((dir / "demo").string(), DemoGlasses(), settings, message))
             << message;
         setup.LoadPaths();
         ASSERT_TRUE(setup.GetKelmoraFound());
         frm7Melt::Hooks hooks;
-        hooks.close = [this] { ++closes; };
         hooks.enableOwner = [this](bool on) { ownerStates.push_back(on); };
         hooks.pickParent = [this](MaterialRecord& rec) {
             if (nextParent.empty()) return false;
@@ -74,7 +66,6 @@ class MeltFixture : public ListFixture {
     // The record the parent picker returns for a glass of a maker.
     MaterialRecord Pick(const std::string& maker, const std::string& name) {
         popMeltParent picker(dialogs, settings, setup.GetPathKelmora(), {maker});
-        MaterialRecord out = ClearedMaterialRecord();
         EXPECT_TRUE(picker.Load());
         picker.lstMakers.SetListIndex(0);
         picker.lstMakersClick();
@@ -86,7 +77,7 @@ class MeltFixture : public ListFixture {
             }
         }
         ADD_FAILURE() << "no parent " << maker << " " << name;
-        return out;
+        return ClearedMaterialRecord();
     }
 
     // A new melt of the parent with a code.
@@ -99,7 +90,7 @@ class MeltFixture : public ListFixture {
         form->txtMeltCodeValidate();
     }
 
-    // Types a pair into a row, as the window does.
+    // Types a pair into a row, as the window does; an empty text leaves its cell alone.
     void TypePair(int row, const std::string& wave, const std::string& index) {
         if (!wave.empty()) {
             ASSERT_TRUE(form->ssRefInd.EditText(2, row, wave));
@@ -110,16 +101,28 @@ class MeltFixture : public ListFixture {
             form->ssRefIndChange(3, row);
         }
     }
-    // Pairs of the parent's index plus offset(wave), typed with 10 digits.
-    void TypeOffsetPairs(const std::vector<float>& waves, double (*offset)(double)) {
-        for (size_t i = 0; i < waves.size(); ++i) {
-            char buf[40];
-            std::snprintf(buf, sizeof buf, "%.10g",
-                          IndexOf(form->ParentRecord(), waves[i]) + offset(waves[i]));
-            char wbuf[40];
-            std::snprintf(wbuf, sizeof wbuf, "%.4f", waves[i]);
-            TypePair(static_cast<int>(i) + 1, wbuf, buf);
-        }
+    // The parent's index at the wavelength plus offset, typed with 10 digits.
+    void TypeOffsetPair(int row, float wave, double offset) {
+        char wbuf[40], buf[40];
+        std::snprintf(wbuf, sizeof wbuf, "%.4f", wave);
+        std::snprintf(buf, sizeof buf, "%.10g", IndexOf(form->ParentRecord(), wave) + offset);
+        TypePair(row, wbuf, buf);
+    }
+    // From row 1, pairs of the parent's index plus offset(wave).
+    void TypeOffsetPairs(const std::vector<float>& waves,
+                         const std::function<double(double)>& offset) {
+        for (size_t i = 0; i < waves.size(); ++i)
+            TypeOffsetPair(static_cast<int>(i) + 1, waves[i], offset(waves[i]));
+    }
+    void TypeOffsetPairs(const std::vector<float>& waves, double offset) {
+        TypeOffsetPairs(waves, [offset](double) { return offset; });
+    }
+    // A new melt "N-BK7 *m1" of Schott fitted to the main lines at the parent's index plus
+    // offset.
+    void FitNewMelt(double offset) {
+        Start("Schott", "N-BK7", "m1");
+        TypeOffsetPairs(kMainLines, offset);
+        form->comIndexFitClick();
     }
 
     MemorySettingsStore settings;
@@ -130,7 +133,6 @@ class MeltFixture : public ListFixture {
     std::vector<float> picked;
     std::function<void(MaterialRecord&)> sheetResult;
     std::vector<bool> ownerStates;
-    int closes = 0;
 };
 
 }  // namespace ostrel::testing

@@ -1,3 +1,6 @@
+#include <algorithm>
+#include <utility>
+
 #include "core/melt/pop_melt_schott.h"
 #include "melt_fixture.h"
 
@@ -20,7 +23,7 @@ class ParentPickerTest : public MeltFixture {
     }
 };
 
-TEST_F(ParentPickerTest, MakersComeFromTheGenericList) {
+TEST_F(ParentPickerTest, MakersFromTheGenericListAndTheGlassesOfOne) {
     auto p = Picker();
     ASSERT_TRUE(p->Load());
     ASSERT_GE(p->lstMakers.ListCount(), 3);
@@ -29,13 +32,8 @@ TEST_F(ParentPickerTest, MakersComeFromTheGenericList) {
     EXPECT_EQ(p->lstMakers.List(2), "Hoya");
     EXPECT_EQ(p->lstMakers.listIndex(), -1);
     EXPECT_EQ(p->ssGlasses.MaxRows(), 0);
-    EXPECT_FALSE(p->comOK.enabled);
     EXPECT_EQ(p->cmbSortOrder.Items().back(), "Sort by Status!");
-}
 
-TEST_F(ParentPickerTest, GlassesOfAMakerWithTheirColumns) {
-    auto p = Picker();
-    ASSERT_TRUE(p->Load());
     p->lstMakers.SetListIndex(0);
     p->lstMakersClick();
     ASSERT_EQ(p->ssGlasses.MaxRows(), 12);  // the demo's Schott glasses
@@ -189,87 +187,82 @@ TEST_F(SchottSheetTest, TheChainOfSums) {
 }
 
 struct EntryCase {
+    int field;
     const char* typed;
     const char* shown;  // what the field shows afterwards
 };
 
 class SchottEntryTest : public SchottSheetTest, public ::testing::WithParamInterface<EntryCase> {};
 
-TEST_P(SchottEntryTest, EntryLimits) {
-    Enter(3, "0.00805");
-    Enter(3, GetParam().typed);
-    EXPECT_EQ(sheet.txtIndex[3].text.get(), GetParam().shown);
+TEST_P(SchottEntryTest, OnlyFiguresAbove0AndBelow2Point5AreTaken) {
+    const int field = GetParam().field;
+    Enter(field, kSheet[static_cast<size_t>(field - 1)]);
+    Enter(field, GetParam().typed);
+    EXPECT_EQ(sheet.txtIndex[static_cast<size_t>(field)].text.get(), GetParam().shown);
 }
 
-INSTANTIATE_TEST_SUITE_P(Entries, SchottEntryTest,
-                         ::testing::Values(EntryCase{"0.01", "0.010000"},
-                                           EntryCase{"2.4999", "2.499900"},
-                                           EntryCase{"2.5", "0.008050"}, EntryCase{"0", "0.008050"},
-                                           EntryCase{"-0.002", "0.008050"},
-                                           EntryCase{"abc", "abc"}));
+INSTANTIATE_TEST_SUITE_P(
+    Entries, SchottEntryTest,
+    ::testing::Values(EntryCase{3, "0.01", "0.010000"}, EntryCase{3, "2.4999", "2.499900"},
+                      EntryCase{3, "2.5", "0.008050"}, EntryCase{3, "0", "0.008050"},
+                      EntryCase{3, "-0.002", "0.008050"}, EntryCase{3, "abc", "abc"},
+                      EntryCase{1, "2.3", "2.300000"}));
 
-TEST_F(SchottSheetTest, AnIndexOutOfRangeIsRefusedAtOK) {
+struct SheetCase {
+    std::vector<std::pair<int, const char*>> edits;  // fields (1 to 9) typed over kSheet
+    const char* refusal;                             // empty when the sheet is taken
+};
+
+class SchottCheckTest : public SchottSheetTest, public ::testing::WithParamInterface<SheetCase> {};
+
+TEST_P(SchottCheckTest, OKChecksTheIndicesOfTheSheet) {
     auto values = kSheet;
-    values[0] = "2.3";  // accepted as an entry
+    for (const auto& [field, text] : GetParam().edits)
+        values[static_cast<size_t>(field - 1)] = text;
     EnterAll(values);
-    EXPECT_EQ(sheet.txtIndex[1].text.get(), "2.300000");
     dialogs.boxes.clear();
     sheet.comOKClick();
+    if (std::string(GetParam().refusal).empty()) {
+        EXPECT_TRUE(dialogs.boxes.empty());
+        EXPECT_TRUE(sheet.Accepted());
+        return;
+    }
     ASSERT_EQ(dialogs.boxes.size(), 1u);
-    EXPECT_EQ(dialogs.boxes[0].text, "Index value outside valid range!");
+    EXPECT_EQ(dialogs.boxes[0].text, GetParam().refusal);
     EXPECT_EQ(dialogs.boxes[0].icon, MsgIcon::Exclamation);
     EXPECT_FALSE(sheet.Accepted());
     EXPECT_EQ(sheet.Record().Melt.MeltIndexPoints, 0);
 }
 
-TEST_F(SchottSheetTest, FallingIndicesAreRefused) {
-    auto values = kSheet;
-    values[7] = "0.02";  // nF' - nC' too large: C' falls below C
-    EnterAll(values);
-    dialogs.boxes.clear();
-    sheet.comOKClick();
-    ASSERT_EQ(dialogs.boxes.size(), 1u);
-    EXPECT_EQ(dialogs.boxes[0].text, "Index value is not increasing as wavelength gets shorter!");
-    EXPECT_FALSE(sheet.Accepted());
-}
+INSTANTIATE_TEST_SUITE_P(Sheets, SchottCheckTest,
+                         ::testing::Values(
+                             // nd 2.3 is a valid entry, but no index.
+                             SheetCase{{{1, "2.3"}}, "Index value outside valid range!"},
+                             // nF' - nC' too large: C' falls below C.
+                             SheetCase{{{8, "0.02"}},
+                                       "Index value is not increasing as wavelength gets shorter!"},
+                             // nF - nC and nF - ne make no pair and may disagree.
+                             SheetCase{{{3, "0.5"}, {6, "0.4"}}, ""}));
 
-TEST_F(SchottSheetTest, UnusedFiguresMayDisagree) {
-    auto values = kSheet;
-    values[2] = "0.5";  // nF - nC
-    values[5] = "0.4";  // nF - ne
-    EnterAll(values);
-    sheet.comOKClick();
-    EXPECT_TRUE(sheet.Accepted());
-}
-
-TEST_F(MeltFixture, TheParentMakesAStartingSheet) {
-    const MaterialRecord parent = Pick("Schott", "N-BK7");
-    popMeltSchott sheet(dialogs, newMsg);
-    sheet.Load(parent);
-    EXPECT_EQ(sheet.lblIndexCat[1].caption.get(), "1.516800");
-    EXPECT_FALSE(sheet.comOK.enabled);
-    sheet.pctSchottClick();
-    EXPECT_TRUE(sheet.comOK.enabled);
-    EXPECT_EQ(sheet.txtIndex[1].text.get(), "1.516800");
-    bool ok = false;
-    sheet.ComputeSheet(false, ok);
-    ASSERT_TRUE(ok);
-    const auto& m = sheet.Record().Melt;
-    for (int i = 0; i < 7; ++i) {
-        EXPECT_NEAR(m.MeltIndexValue[i], IndexOf(parent, m.MeltIndexWave[i]), 1e-12);
-    }
-}
-
-TEST_F(MeltFixture, SheetThroughTheMeltMaker) {
+// The picture fills the sheet with the parent's figures: the pairs are the parent's own.
+TEST_F(MeltFixture, TheParentMakesAStartingSheetThroughTheMeltMaker) {
     Start("Schott", "N-BK7", "m1");
     popMeltSchott::Hooks hooks;
     hooks.showModal = [](popMeltSchott& s) {
+        EXPECT_EQ(s.lblIndexCat[1].caption.get(), "1.516800");
+        EXPECT_FALSE(s.comOK.enabled);
         s.pctSchottClick();
+        EXPECT_TRUE(s.comOK.enabled);
+        EXPECT_EQ(s.txtIndex[1].text.get(), "1.516800");
         s.comOKClick();
     };
     popMeltSchott sheet(dialogs, newMsg, hooks);
     sheetResult = [&sheet](MaterialRecord& rec) { ASSERT_TRUE(sheet.EnterSheet(rec)); };
     form->comMeltSchottClick();
+    const auto& m = form->MeltRecord().Melt;
+    ASSERT_EQ(m.MeltIndexPoints, 7);
+    for (int i = 0; i < 7; ++i)
+        EXPECT_NEAR(m.MeltIndexValue[i], IndexOf(form->ParentRecord(), m.MeltIndexWave[i]), 1e-12);
     EXPECT_EQ(form->ssRefInd.Text(2, 7), "435.834");
     EXPECT_EQ(form->ssRefInd.Text(5, 7), "0.000000");
     form->comIndexFitClick();
