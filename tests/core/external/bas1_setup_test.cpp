@@ -35,6 +35,13 @@ class Bas1SetupTest : public ::testing::Test {
     MemorySettingsStore settings;
     Bas1Setup setup{settings, dialogs};
 
+    // A walk from root for the program, with fresh counts.
+    int64_t Find(const fs::path& root, const std::string& program, bool stopAtFirst = true) {
+        found = dirs = 0;
+        list.clear();
+        return setup.FindFile(root.string(), program, found, dirs, list, stopAtFirst, 0);
+    }
+
     int found = 0, dirs = 0;
     std::vector<std::string> list;
 };
@@ -62,18 +69,12 @@ TEST_F(Bas1SetupTest, WalkIsDepthFirstInNameOrderAndStopsAtTheFirst) {
     Program(tmp / "drive" / "a" / "b" / "c", "Lumbrak3D.exe", 123);
     Program(tmp / "drive" / "z", "LUMBRAK3D.EXE", 7);
     fs::create_directories(tmp / "drive" / "m");
-    int64_t size =
-        setup.FindFile((tmp / "drive").string(), "Lumbrak3D.EXE", found, dirs, list, true, 0);
+    EXPECT_EQ(Find(tmp / "drive", "Lumbrak3D.EXE"), 123);
     EXPECT_EQ(found, 1);
-    EXPECT_EQ(size, 123);
     EXPECT_EQ(list, std::vector<std::string>{Dir(tmp / "drive" / "a" / "b" / "c")});
 
-    found = 0;
-    dirs = 0;
-    list.clear();
-    size = setup.FindFile((tmp / "drive").string(), "Lumbrak3D.EXE", found, dirs, list, false, 0);
+    EXPECT_EQ(Find(tmp / "drive", "Lumbrak3D.EXE", false), 130);
     EXPECT_EQ(found, 2);
-    EXPECT_EQ(size, 130);
     EXPECT_EQ(list, (std::vector<std::string>{Dir(tmp / "drive" / "a" / "b" / "c"),
                                               Dir(tmp / "drive" / "z")}));
     EXPECT_EQ(dirs, 5);  // a, m, z, b, c
@@ -81,7 +82,7 @@ TEST_F(Bas1SetupTest, WalkIsDepthFirstInNameOrderAndStopsAtTheFirst) {
 
 TEST_F(Bas1SetupTest, ProgressIsShownForTheTopThreeLevelsOnly) {
     fs::create_directories(tmp / "r" / "one" / "two" / "three" / "four");
-    setup.FindFile((tmp / "r").string(), "KelmoraTD.EXE", found, dirs, list, true, 0);
+    Find(tmp / "r", "KelmoraTD.EXE");
     const std::string note =
         "First time search for Lumbrak3D, SextaneTD and KelmoraTD.  Looking in: ";
     EXPECT_EQ(dialogs.helpNotes,
@@ -95,7 +96,7 @@ TEST_F(Bas1SetupTest, SymbolicLinksToFoldersAreNotFollowed) {
     fs::create_directory_symlink(tmp / "r", tmp / "r" / "a" / "loop");
     Program(tmp / "elsewhere", "KelmoraTD.EXE");
     fs::create_directory_symlink(tmp / "elsewhere", tmp / "r" / "link");
-    setup.FindFile((tmp / "r").string(), "KelmoraTD.EXE", found, dirs, list, true, 0);
+    Find(tmp / "r", "KelmoraTD.EXE");
     EXPECT_EQ(found, 0);
     EXPECT_EQ(dirs, 1);
 }
@@ -105,7 +106,7 @@ TEST_F(Bas1SetupTest, UnreadableFolderIsPassedOver) {
     Program(tmp / "r" / "a", "KelmoraTD.EXE");
     Program(tmp / "r" / "b", "KelmoraTD.EXE");
     fs::permissions(tmp / "r" / "a", fs::perms::none);
-    setup.FindFile((tmp / "r").string(), "KelmoraTD.EXE", found, dirs, list, true, 0);
+    Find(tmp / "r", "KelmoraTD.EXE");
     fs::permissions(tmp / "r" / "a", fs::perms::owner_all);
     EXPECT_EQ(list, std::vector<std::string>{Dir(tmp / "r" / "b")});
 }

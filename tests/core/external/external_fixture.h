@@ -69,12 +69,17 @@ class ExternalFixture : public ::testing::Test {
     std::string Kelmora() const { return setup.GetPathKelmora(); }
 
     std::unique_ptr<Database> Open() {
-        DbError error;
         auto db = OpenGlassDatabaseForUpdate(Kelmora(), dialogs);
         EXPECT_TRUE(db);
         return db;
     }
-    // "table:id:name:source:s1" of every row of both tables.
+    // From its n-th on, every database step op on table (on any table when empty) fails.
+    static void FailDatabaseSteps(const std::string& op, const std::string& table, int n = 1) {
+        SetDatabaseFaultHook([=, count = 0](const std::string& o, const std::string& t) mutable {
+            return o != op || !(table.empty() || t == table) || ++count < n;
+        });
+    }
+    // "table:id:name:source:s1:C1" of every row of both tables.
     std::vector<std::string> Rows() {
         std::vector<std::string> out;
         auto db = Open();

@@ -58,6 +58,12 @@ class Frm1SetupTest : public ::testing::Test {
 };
 
 TEST_F(Frm1SetupTest, FirstRunSearchesShowsThePathsAndTheInformationBox) {
+    EXPECT_EQ(form->form.caption.get(), "Setup");
+    EXPECT_FALSE(form->form.visible);
+    EXPECT_EQ(form->lblPathKelmora.caption.get(), "undefined");
+    EXPECT_EQ(form->comScan.toolTip.get(), "Automatic search for programs with no defined path");
+    // Unloading a form that is not open does nothing, in particular it ends no first run.
+    form->ForceUnload();
     setup.LoadPaths();
     forms->EnableTools();
     OpenSetup();
@@ -119,7 +125,7 @@ TEST_F(Frm1SetupTest, CancelOnTheFirstRunStoresNoPath) {
     EXPECT_FALSE(next.GetLumbrakFound());
 }
 
-TEST_F(Frm1SetupTest, ChosenFileMustCarryTheProgramsName) {
+TEST_F(Frm1SetupTest, ChosenFileMustCarryTheProgramsNameAndDialogTexts) {
     settings.SaveSetting("B1SetupPathsTD", "FirstLoad1TD", "False");
     setup.LoadPaths();
     OpenSetup();
@@ -142,20 +148,16 @@ TEST_F(Frm1SetupTest, ChosenFileMustCarryTheProgramsName) {
 
     form->comOKClick();
     EXPECT_TRUE(setup.GetKelmoraFound());
-}
 
-TEST_F(Frm1SetupTest, DialogTextsOfTheOtherPrograms) {
-    settings.SaveSetting("B1SetupPathsTD", "FirstLoad1TD", "0");
-    setup.LoadPaths();
     OpenSetup();
     form->comSetupPathLumbrakPlusClick();
     form->comSetupPathLumbrakSextaneClick();
-    ASSERT_EQ(dialogs.fileDialogs.size(), 2u);
-    EXPECT_EQ(dialogs.fileDialogs[0].filter, "Lumbrak3D (Lumbrak3D.EXE)|Lumbrak3D.EXE");
-    EXPECT_EQ(dialogs.fileDialogs[0].title, "Finding path to Lumbrak3D program");
-    EXPECT_EQ(dialogs.fileDialogs[1].filter,
+    ASSERT_EQ(dialogs.fileDialogs.size(), 4u);
+    EXPECT_EQ(dialogs.fileDialogs[2].filter, "Lumbrak3D (Lumbrak3D.EXE)|Lumbrak3D.EXE");
+    EXPECT_EQ(dialogs.fileDialogs[2].title, "Finding path to Lumbrak3D program");
+    EXPECT_EQ(dialogs.fileDialogs[3].filter,
               "Lumbrak Sextane (LumbrakSextaneTD.EXE)|LumbrakSextaneTD.EXE");
-    EXPECT_EQ(dialogs.fileDialogs[1].title, "Finding path to Lumbrak Sextane program");
+    EXPECT_EQ(dialogs.fileDialogs[3].title, "Finding path to Lumbrak Sextane program");
 }
 
 TEST_F(Frm1SetupTest, ScanFillsOnlyTheMissingPaths) {
@@ -173,19 +175,6 @@ TEST_F(Frm1SetupTest, ScanFillsOnlyTheMissingPaths) {
               "Searching for installations of KelmoraTD, Lumbrak3D & LumbrakSextane");
     EXPECT_EQ(dialogs.helpNotes[1], "Searching for Lumbrak3D installation");
     EXPECT_EQ(dialogs.busyDepth, 0);
-}
-
-TEST(Frm1SetupControls, DesignCaptions) {
-    ScriptedDialogs d;
-    MemorySettingsStore s;
-    Bas1Setup setup(s, d);
-    frm1Setup form(setup, d, {});
-    EXPECT_EQ(form.form.caption.get(), "Setup");
-    EXPECT_FALSE(form.form.visible);
-    EXPECT_EQ(form.lblPathKelmora.caption.get(), "undefined");
-    EXPECT_EQ(form.comScan.toolTip.get(), "Automatic search for programs with no defined path");
-    form.ForceUnload();  // not open: nothing happens
-    EXPECT_TRUE(setup.GetFirstLoad());
 }
 
 }  // namespace

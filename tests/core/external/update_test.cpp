@@ -248,9 +248,7 @@ TEST_F(UpdateTest, RemovalFromTheDatabaseListsCustomRowsOfBothTables) {
     EXPECT_EQ(form.lstGlasses.ItemData(1), 100006);
     form.lstGlasses.SetSelected(0, true);
     form.lstGlasses.SetSelected(1, true);
-    SetDatabaseFaultHook([](const std::string& op, const std::string& t) {
-        return !(op == "delete" && t == kTableArchive);
-    });
+    FailDatabaseSteps("delete", kTableArchive);
     const auto before = Rows();
     EXPECT_FALSE(form.RemoveSelected());
     EXPECT_EQ(Rows(), before);
@@ -307,9 +305,7 @@ TEST_F(UpdateTest, AMoveThatFailsRollsTheCommandBack) {
     frm6Archive form(setup, dialogs);
     ASSERT_TRUE(form.Load());
     const auto before = Rows();
-    int adds = 0;
-    SetDatabaseFaultHook(
-        [&](const std::string& op, const std::string&) { return op != "add" || ++adds < 2; });
+    FailDatabaseSteps("add", "", 2);
     form.ssGlassCurr.SetSelection({0, 1, 0, 4});
     EXPECT_FALSE(form.comArchiveClick());
     SetDatabaseFaultHook(nullptr);
@@ -318,12 +314,6 @@ TEST_F(UpdateTest, AMoveThatFailsRollsTheCommandBack) {
         dialogs.boxes.back().text,
         "Error in archiving glass. Process rolled back.\n-3\tInjected failure of add on Archive");
 }
-
-}  // namespace
-}  // namespace ostrel::testing
-
-namespace ostrel::testing {
-namespace {
 
 // The archive form through the tool strip: it opens with the database and closes it again;
 // a database that cannot be opened says so and puts the tool button back up.
