@@ -13,13 +13,14 @@
 namespace ostrel::gui {
 namespace {
 
-using ostrel::testing::ScriptedDialogs;
-
-TEST(ClipboardEdit, CutAndPasteBetweenLineAndTextEdits) {
-    ScriptedDialogs dialogs;
+class ClipboardEdit : public ::testing::Test {
+  protected:
+    ostrel::testing::ScriptedDialogs dialogs;
     QtClipboard clip;
-    CSWindow w(clip, dialogs);
+    CSWindow w{clip, dialogs};
+};
 
+TEST_F(ClipboardEdit, CutAndPasteBetweenLineAndTextEdits) {
     QLineEdit line("nd=1.5168");
     line.setSelection(3, 6);
     WidgetEditTarget lineTarget(&line);
@@ -34,10 +35,7 @@ TEST(ClipboardEdit, CutAndPasteBetweenLineAndTextEdits) {
     EXPECT_TRUE(dialogs.boxes.empty());
 }
 
-TEST(ClipboardEdit, PasteIntoWhatTakesNoTextShowsTheBox) {
-    ScriptedDialogs dialogs;
-    QtClipboard clip;
-    CSWindow w(clip, dialogs);
+TEST_F(ClipboardEdit, PasteIntoWhatTakesNoTextShowsTheBox) {
     QLineEdit readOnly("fixed");
     readOnly.setReadOnly(true);
     QLabel label("caption");
