@@ -62,7 +62,6 @@ INSTANTIATE_TEST_SUITE_P(
         IndexCase{"CauchyAtZeroWavelength", 4, Coefs({2.25, 0.01}), 0.0f, 0.0, 0},
         IndexCase{"TypeZero", 0, Coefs({2.25}), 587.6f, 0.0, 0},
         IndexCase{"TypeFive", 5, Coefs({2.25}), 587.6f, 0.0, 0},
-        IndexCase{"TypeNine", 9, Coefs({2.25}), 587.6f, 0.0, 0},
         IndexCase{"TypeNegative", -1, Coefs({2.25}), 587.6f, 0.0, 0},
         // Published nd of N-BK7 is 1.51680.
         IndexCase{"Nbk7AtTheDLine", 2, kNbk7, 587.5618f, 1.5168000325870348, -1},

@@ -153,8 +153,7 @@ TEST(TransCalcs, CheckTransPointsRepairsBluntly) {
 struct ColourCase {
     const char* name;
     float width;
-    std::vector<float> waves;
-    std::vector<float> internal;
+    Points data;  // internal transmission in per cent
     const char* expected;
 };
 
@@ -162,12 +161,9 @@ class ColourCodeTest : public ::testing::TestWithParam<ColourCase> {};
 
 TEST_P(ColourCodeTest, Code) {
     const auto& c = GetParam();
-    Points data{{}, {}};
-    std::copy(c.waves.begin(), c.waves.end(), data.waves.begin());
-    std::copy(c.internal.begin(), c.internal.end(), data.values.begin());
     MaterialRecord rec = ClearedMaterialRecord();
     rec.Other.CC.Set("xx/xx");
-    ColourCode(rec, c.width, data.waves, data.values);
+    ColourCode(rec, c.width, c.data.waves, c.data.values);
     EXPECT_EQ(rec.Other.CC.Text(), c.expected);
 }
 
@@ -179,19 +175,19 @@ TEST_P(ColourCodeTest, Code) {
 INSTANTIATE_TEST_SUITE_P(
     Curves, ColourCodeTest,
     ::testing::Values(
-        ColourCase{"TenMillimetres", 10.0f, {500, 400, 350, 300}, {99, 90, 50, 1}, "39/30"},
-        ColourCase{"FiveMillimetres", 5.0f, {500, 400, 350, 300}, {99, 90, 50, 1}, "40/32"},
+        ColourCase{"TenMillimetres", 10.0f, {{500, 400, 350, 300}, {99, 90, 50, 1}}, "39/30"},
+        ColourCase{"FiveMillimetres", 5.0f, {{500, 400, 350, 300}, {99, 90, 50, 1}}, "40/32"},
         // Never falls to either level: l5 = last - 10 = 320, l80 = last = 330.
-        ColourCase{"ClearToTheEnd", 10.0f, {500, 400, 330}, {99, 98, 95}, "33/32"},
+        ColourCase{"ClearToTheEnd", 10.0f, {{500, 400, 330}, {99, 98, 95}}, "33/32"},
         // l80 = 900 + 0.79 * 100 / 0.795 = 999.37 -> "100" cut to "10";
         // l5 = 900 + 0.04 * 100 / 0.795 = 905.03 -> 91.
-        ColourCase{"ThreeDigitsCut", 10.0f, {1200, 1000, 900}, {99, 80.5f, 1}, "10/91"},
+        ColourCase{"ThreeDigitsCut", 10.0f, {{1200, 1000, 900}, {99, 80.5f, 1}}, "10/91"},
         // Zero width: both levels are 1. The last point is not above 1, and the point
         // before it has the same fraction, so l5 is the short-wave neighbour's wavelength.
-        ColourCase{"ZeroWidth", 0.0f, {500, 400}, {100, 100}, "40/40"},
+        ColourCase{"ZeroWidth", 0.0f, {{500, 400}, {100, 100}}, "40/40"},
         // Never rises to 80 %: the code is left as it was.
-        ColourCase{"NeverReaches80", 10.0f, {500, 400}, {50, 10}, "xx/xx"},
-        ColourCase{"NoPoints", 10.0f, {}, {}, "xx/xx"}),
+        ColourCase{"NeverReaches80", 10.0f, {{500, 400}, {50, 10}}, "xx/xx"},
+        ColourCase{"NoPoints", 10.0f, {{}, {}}, "xx/xx"}),
     [](const auto& info) { return info.param.name; });
 
 }  // namespace

@@ -61,15 +61,14 @@ TEST(WaveNames, NamesAndAlignedWaves) {
 
 class Picker : public ::testing::Test {
   protected:
-    Picker() : newMsg(dialogs, settings) {}
-    popEditParamWave& Make() {
+    Picker() : newMsg(dialogs, settings) {
         popEditParamWave::Hooks hooks;
         hooks.showModal = [this](popEditParamWave& p) {
             if (script) script(p);
         };
         picker = std::make_unique<popEditParamWave>(dialogs, newMsg, dir.path().string(), hooks);
-        return *picker;
     }
+    int16_t Show(int16_t tab) { return picker->Display(count, wave, waves, tab); }
 
     TempDir dir;
     ScriptedDialogs dialogs;
@@ -84,7 +83,6 @@ class Picker : public ::testing::Test {
 };
 
 TEST_F(Picker, StartWaveIsMarkedInEveryTableThatHoldsIt) {
-    auto& p = Make();
     wave = 632.8f;
     script = [](popEditParamWave& f) {
         EXPECT_EQ(f.ssWavesFraun.ActiveRow(), 11);
@@ -96,20 +94,19 @@ TEST_F(Picker, StartWaveIsMarkedInEveryTableThatHoldsIt) {
         EXPECT_EQ(f.lblWave.caption, "Typical wavelengths for tranmission");
         f.comCancelClick();
     };
-    EXPECT_EQ(p.Display(count, wave, waves, 2), 0);
+    EXPECT_EQ(Show(2), 0);
     EXPECT_FLOAT_EQ(wave, 632.8f);  // cancelled: the caller's value stays
-    EXPECT_EQ(p.form.caption, "Wavelengths [nm]");
+    EXPECT_EQ(picker->form.caption, "Wavelengths [nm]");
     // The one-time notice.
     ASSERT_EQ(dialogs.boxes.size(), 1u);
     EXPECT_EQ(dialogs.boxes[0].title, "Standard wavelengths");
     EXPECT_EQ(dialogs.boxes[0].text.rfind(popEditParamWave::kNoticeText, 0), 0u);
     script = nullptr;
-    p.Display(count, wave, waves, 0);
+    Show(0);
     EXPECT_EQ(dialogs.boxes.size(), 1u);
 }
 
 TEST_F(Picker, DoubleClickPicksOneUnlessMultipleIsTicked) {
-    auto& p = Make();
     script = [](popEditParamWave& f) {
         f.chkMultiWaves.value = true;
         f.chkMultiWavesClick();
@@ -119,14 +116,13 @@ TEST_F(Picker, DoubleClickPicksOneUnlessMultipleIsTicked) {
         f.chkMultiWavesClick();
         f.ssWavesDblClick(0, 13);
     };
-    EXPECT_EQ(p.Display(count, wave, waves, 0), -1);
+    EXPECT_EQ(Show(0), -1);
     EXPECT_EQ(count, 1);
     EXPECT_FLOAT_EQ(wave, 587.5618f);
     EXPECT_TRUE(waves.empty());
 }
 
 TEST_F(Picker, OkTakesTheBlocksOfTheActiveTabInOrder) {
-    auto& p = Make();
     script = [](popEditParamWave& f) {
         f.chkMultiWaves.value = true;
         f.chkMultiWavesClick();
@@ -136,27 +132,26 @@ TEST_F(Picker, OkTakesTheBlocksOfTheActiveTabInOrder) {
         f.ssWavesLaser.AddSelection({-1, 34, -1, 34});
         f.comOKClick();
     };
-    EXPECT_EQ(p.Display(count, wave, waves, 0), -1);
+    EXPECT_EQ(Show(0), -1);
     EXPECT_EQ(count, 3);
     EXPECT_EQ(waves, (std::vector<float>{2940.0f, 2127.0f, 632.8f}));
-    EXPECT_EQ(p.ReportText(), "2940.0000\n2127.0000\n632.8000\n");
-    EXPECT_TRUE(p.MultiOn());  // kept for the next showing
+    EXPECT_EQ(picker->ReportText(), "2940.0000\n2127.0000\n632.8000\n");
+    EXPECT_TRUE(picker->MultiOn());  // kept for the next showing
 }
 
 TEST_F(Picker, OwnWavelengthFileReplacesTheThirdTab) {
-    auto& p = Make();
-    p.Display(count, wave, waves, 2);
-    EXPECT_FALSE(p.CustomLoaded());
-    EXPECT_EQ(p.ssWavesCustom.MaxRows(), 30);
+    Show(2);
+    EXPECT_FALSE(picker->CustomLoaded());
+    EXPECT_EQ(picker->ssWavesCustom.MaxRows(), 30);
     EXPECT_TRUE(std::filesystem::is_directory(dir / "UserData"));
 
     WriteFileBytes(dir / "UserData" / "WaveLen.lst", "Laser A|1550.5\nnot a line\n|800\r\n");
     script = [](popEditParamWave& f) { f.ssWavesDblClick(2, 1); };
-    EXPECT_EQ(p.Display(count, wave, waves, 2), -1);
-    EXPECT_TRUE(p.CustomLoaded());
-    EXPECT_EQ(p.ssWavesCustom.MaxRows(), 2);
-    EXPECT_EQ(p.ssWavesCustom.Text(2, 1), "Laser A");
-    EXPECT_EQ(p.ssWavesCustom.Text(2, 2), "800");
+    EXPECT_EQ(Show(2), -1);
+    EXPECT_TRUE(picker->CustomLoaded());
+    EXPECT_EQ(picker->ssWavesCustom.MaxRows(), 2);
+    EXPECT_EQ(picker->ssWavesCustom.Text(2, 1), "Laser A");
+    EXPECT_EQ(picker->ssWavesCustom.Text(2, 2), "800");
     EXPECT_FLOAT_EQ(wave, 1550.5f);
 }
 
