@@ -11,13 +11,10 @@
 #include "support/scripted_dialogs.h"
 #include "support/temp_dir.h"
 
-namespace ostrel {
+namespace ostrel::testing {
 namespace {
 
 namespace fs = std::filesystem;
-using ostrel::testing::ScriptedDialogs;
-using ostrel::testing::TempDir;
-using ostrel::testing::WriteFileBytes;
 
 std::string Dir(const fs::path& p) {
     return p.string() + "/";
@@ -183,4 +180,4 @@ TEST_F(Bas1SetupTest, AFailedSetPathKeepsTheOldFolder) {
 }
 
 }  // namespace
-}  // namespace ostrel
+}  // namespace ostrel::testing

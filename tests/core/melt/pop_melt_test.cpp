@@ -64,7 +64,6 @@ TEST_F(ParentPickerTest, StatusSortsTheWordsThenTheNames) {
     p->lstMakersClick();
     p->cmbSortOrder.SetListIndex(5);
     p->cmbSortOrderClick();
-    EXPECT_EQ(p->SortColumn(), 6);
     std::vector<std::string> seen;
     for (int r = 1; r <= p->ssGlasses.MaxRows(); ++r) {
         seen.push_back(p->ssGlasses.Text(6, r) + "|" + p->ssGlasses.Text(2, r));
