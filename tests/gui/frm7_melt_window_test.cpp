@@ -39,21 +39,12 @@ using ostrel::testing::TempDir;
 
 class Frm7MeltWindowTest : public ::testing::Test {
   protected:
-    Frm7MeltWindowTest()
-        : clock(46349.5),
-          errors(dir.path().string() + "/", dialogs, clock),
-          list(dir.path().string() + "/", errors),
-          newMsg(dialogs, settings),
-          setup(settings, dialogs) {
+    void SetUp() override {
         std::string message;
-        EXPECT_TRUE(CreateDemoInstallation((dir / "demo").string(), ostrel::testing::DemoGlasses(),
+        ASSERT_TRUE(CreateDemoInstallation((dir / "demo").string(), ostrel::testing::DemoGlasses(),
                                            settings, message))
             << message;
         setup.LoadPaths();
-        sheet = std::make_unique<popMeltSchott>(dialogs, newMsg,
-                                                popMeltSchott::Hooks{[this](popMeltSchott& s) {
-                                                    sheetResult = RunModal(s, sheetAction);
-                                                }});
         frm7Melt::Hooks hooks;
         hooks.show = [this](bool modal) { window->ShowForm(modal); };
         hooks.close = [this] {
@@ -69,7 +60,7 @@ class Frm7MeltWindowTest : public ::testing::Test {
                                        }});
             return parentPicker.PickParent(rec);
         };
-        hooks.enterSheet = [this](MaterialRecord& rec) { return sheet->EnterSheet(rec); };
+        hooks.enterSheet = [this](MaterialRecord& rec) { return sheet.EnterSheet(rec); };
         unit = std::make_unique<frm7Melt>(list, dialogs, newMsg, setup.GetPathKelmora(), hooks);
         window = std::make_unique<frm7MeltWindow>(*unit, nullptr, &area);
     }
@@ -146,14 +137,15 @@ class Frm7MeltWindowTest : public ::testing::Test {
 
     TempDir dir;
     ScriptedDialogs dialogs;
-    FixedClock clock;
-    ErrorDisplayer errors;
-    GlassesList list;
+    FixedClock clock{46349.5};
+    ErrorDisplayer errors{dir.path().string() + "/", dialogs, clock};
+    GlassesList list{dir.path().string() + "/", errors};
     MemorySettingsStore settings;
-    CNewMsg newMsg;
-    Bas1Setup setup;
+    CNewMsg newMsg{dialogs, settings};
+    Bas1Setup setup{settings, dialogs};
     QMdiArea area;
-    std::unique_ptr<popMeltSchott> sheet;
+    popMeltSchott sheet = popMeltSchott(
+        dialogs, newMsg, {[this](popMeltSchott& s) { sheetResult = RunModal(s, sheetAction); }});
     std::unique_ptr<frm7Melt> unit;
     std::unique_ptr<frm7MeltWindow> window;
     popMeltParent* picker = nullptr;  // the open picker's unit

@@ -45,24 +45,19 @@ constexpr const char* kCraftedAgf =
 
 class ImportWindowsTest : public ::testing::Test {
   protected:
-    ImportWindowsTest()
-        : clock(45292.0),
-          errors(tmp.path().string() + "/", dialogs, clock),
-          list(tmp.path().string() + "/", errors),
-          newMsg(dialogs, settings),
-          forms(dialogs, {[] { return false; }, [] { return false; }, [] {}}) {
+    ImportWindowsTest() {
         area.resize(1200, 700);
         area.show();
     }
 
     TempDir tmp;
     ScriptedDialogs dialogs;
-    FixedClock clock;
-    ErrorDisplayer errors;
-    GlassesList list;
+    FixedClock clock{45292.0};
+    ErrorDisplayer errors{tmp.path().string() + "/", dialogs, clock};
+    GlassesList list{tmp.path().string() + "/", errors};
     MemorySettingsStore settings;
-    CNewMsg newMsg;
-    ManageForms forms;
+    CNewMsg newMsg{dialogs, settings};
+    ManageForms forms{dialogs, {[] { return false; }, [] { return false; }, [] {}}};
     QMdiArea area;
 };
 

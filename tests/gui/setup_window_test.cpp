@@ -37,13 +37,12 @@ std::string Dir(const fs::path& p) {
 // A disk with Kelmora beside the program and Lumbrak elsewhere on the drive; no Sextane.
 class SetupWindowTest : public ::testing::Test {
   protected:
-    SetupWindowTest() : clock(45292.0), errors(Dir(tmp.path()), dialogs, clock) {
+    SetupWindowTest() {
         fs::create_directories(tmp / "apps" / "Ostrel");
         fs::create_directories(tmp / "apps" / "Kelmora");
         WriteFileBytes(tmp / "apps" / "Kelmora" / "KelmoraTD.EXE", "k");
         fs::create_directories(tmp / "drive" / "Lumbrak");
         WriteFileBytes(tmp / "drive" / "Lumbrak" / "Lumbrak3D.EXE", "l");
-        list = std::make_unique<GlassesList>(Dir(tmp.path()), errors);
     }
 
     InstalledProgs Installed() const {
@@ -60,7 +59,7 @@ class SetupWindowTest : public ::testing::Test {
                                         [this] { return setup.GetFirstLoad(); }, [] {}});
         notes = std::make_unique<HelpNotes>(dialogs, [this] { return forms->GetCurrentForm(); });
         newMsg = std::make_unique<CNewMsg>(dialogs, settings);
-        mainUnit = std::make_unique<frmMainMDI>(*forms, *list, dialogs, *notes, *newMsg,
+        mainUnit = std::make_unique<frmMainMDI>(*forms, list, dialogs, *notes, *newMsg,
                                                 "Version: 3.0.1", frmMainMDI::Hooks{});
         mainWindow = std::make_unique<frmMainMDIWindow>(*mainUnit, nullptr);
         frm1Setup::Hooks h;
@@ -72,15 +71,15 @@ class SetupWindowTest : public ::testing::Test {
         forms->RegisterForm(kFormSetup, unit.get());
     }
 
-    QString Text(const char* label) const { return window->label(label)->text(); }
+    std::string Text(const char* label) const { return window->label(label)->text().toStdString(); }
 
     TempDir tmp;
     ScriptedDialogs dialogs;
-    FixedClock clock;
-    ErrorDisplayer errors;
+    FixedClock clock{45292.0};
+    ErrorDisplayer errors{Dir(tmp.path()), dialogs, clock};
     MemorySettingsStore settings;
     Bas1Setup setup{settings, dialogs};
-    std::unique_ptr<GlassesList> list;
+    GlassesList list{Dir(tmp.path()), errors};
     std::unique_ptr<ManageForms> forms;
     std::unique_ptr<HelpNotes> notes;
     std::unique_ptr<CNewMsg> newMsg;
@@ -105,10 +104,8 @@ TEST_F(SetupWindowTest, ScanBrowseAndOKThroughTheButtons) {
               "Manually search for Kelmora program");
 
     window->button("comScan")->click();
-    EXPECT_EQ(Text("lblPathKelmora").toStdString(),
-              Dir(tmp / "apps" / "Kelmora") + "KelmoraTD.EXE");
-    EXPECT_EQ(Text("lblPathLumbrakPlus").toStdString(),
-              Dir(tmp / "drive" / "Lumbrak") + "Lumbrak3D.EXE");
+    EXPECT_EQ(Text("lblPathKelmora"), Dir(tmp / "apps" / "Kelmora") + "KelmoraTD.EXE");
+    EXPECT_EQ(Text("lblPathLumbrakPlus"), Dir(tmp / "drive" / "Lumbrak") + "Lumbrak3D.EXE");
     EXPECT_EQ(mainWindow->pnlInstalled(0)->text(), " KelmoraTD not found")
         << "nothing is taken before OK";
 
@@ -117,8 +114,7 @@ TEST_F(SetupWindowTest, ScanBrowseAndOKThroughTheButtons) {
     WriteFileBytes(tmp / "other" / "lumbraksextanetd.exe", "s");
     dialogs.files.push_back((tmp / "other" / "lumbraksextanetd.exe").string());
     window->button("comSetupPathLumbrakSextane")->click();
-    EXPECT_EQ(Text("lblPathLumbrakSextane").toStdString(),
-              Dir(tmp / "other") + "LumbrakSextaneTD.EXE");
+    EXPECT_EQ(Text("lblPathLumbrakSextane"), Dir(tmp / "other") + "LumbrakSextaneTD.EXE");
 
     window->button("comOK")->click();
     EXPECT_TRUE(window->subWindow()->isHidden());
@@ -142,7 +138,7 @@ TEST_P(FirstRunTest, ToolsStayOffUntilTheSetupCloses) {
     EXPECT_TRUE(mainWindow->ribEnd()->isEnabled());
     for (int n = 2; n <= 7; ++n) EXPECT_FALSE(mainWindow->ribTools(n)->isEnabled()) << n;
     EXPECT_EQ(dialogs.boxes.size(), 1u);
-    EXPECT_EQ(Text("lblPathKelmora").toStdString(), Dir(tmp / "apps" / "Kelmora") + "KelmoraTD.EXE")
+    EXPECT_EQ(Text("lblPathKelmora"), Dir(tmp / "apps" / "Kelmora") + "KelmoraTD.EXE")
         << "the paths of the search are shown";
 
     window->button(GetParam())->click();

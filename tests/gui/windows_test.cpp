@@ -38,46 +38,35 @@ MaterialRecord Record(const std::string& name, const std::string& source, bool m
 
 class WindowsTest : public ::testing::Test {
   protected:
-    WindowsTest() : clock(45292.0), errors(dir.path().string() + "/", dialogs, clock) {
-        list = std::make_unique<GlassesList>(dir.path().string() + "/", errors);
-        list->ListAdd(Record("F2", "Schott"), false);
-        list->ListAdd(Record("BK7", "Schott", true), false);
-        list->ListAdd(Record("ZK1", "Ohara"), false);
+    void SetUp() override {
+        list.ListAdd(Record("F2", "Schott"), false);
+        list.ListAdd(Record("BK7", "Schott", true), false);
+        list.ListAdd(Record("ZK1", "Ohara"), false);
     }
 
     TempDir dir;
     ScriptedDialogs dialogs;
-    FixedClock clock;
-    ErrorDisplayer errors;
-    std::unique_ptr<GlassesList> list;
+    FixedClock clock{45292.0};
+    ErrorDisplayer errors{dir.path().string() + "/", dialogs, clock};
+    GlassesList list{dir.path().string() + "/", errors};
 };
 
+// The tools on a first run are walked in the setup window's tests.
 TEST_F(WindowsTest, MainWindowFollowsToolsPanelsAndPopup) {
-    bool firstLoad = true;
-    ManageForms forms(dialogs, {[] { return false; }, [&] { return firstLoad; }, [] {}});
+    ManageForms forms(dialogs, {[] { return false; }, [] { return false; }, [] {}});
     HelpNotes notes(dialogs, [&] { return forms.GetCurrentForm(); });
     MemorySettingsStore settings;
     CNewMsg newMsg(dialogs, settings);
-    frmMainMDI unit(forms, *list, dialogs, notes, newMsg, "Version: 3.0.1", {});
+    frmMainMDI unit(forms, list, dialogs, notes, newMsg, "Version: 3.0.1", {});
     frmMainMDIWindow w(unit, nullptr);
 
-    unit.Load(true, {});
-    EXPECT_TRUE(w.ribTools(1)->isChecked()) << "the setup tool is pressed on a first run";
-    EXPECT_FALSE(w.ribTools(2)->isEnabled());
+    unit.Load(false, {true, false, false});
+    EXPECT_EQ(w.windowTitle().toStdString(), frmMainMDI::CaptionText("Version: 3.0.1"));
     EXPECT_EQ(w.ribTools(4)->toolTip(), "Import data from text files [selected formats]");
     EXPECT_EQ(w.ribEnd()->toolTip(), "End Ostrel");
-
-    firstLoad = false;
-    forms.RibbonClick(1, false);
-    forms.EnableTools();
-    EXPECT_TRUE(w.ribTools(2)->isEnabled());
-    EXPECT_FALSE(w.ribTools(1)->isChecked());
-
-    unit.ShowInstalledProgs({true, false, false});
     EXPECT_EQ(w.pnlInstalled(0)->text(), " KelmoraTD found");
     EXPECT_EQ(w.pnlInstalled(0)->palette().color(QPalette::Window),
               QColor(kStatusGreen.r, kStatusGreen.g, kStatusGreen.b));
-    EXPECT_EQ(w.windowTitle().toStdString(), frmMainMDI::CaptionText("Version: 3.0.1"));
 
     // A click on the tool opens no form here (none registered) but goes through the strip.
     w.ribTools(3)->click();
@@ -98,7 +87,7 @@ TEST_F(WindowsTest, MainWindowFollowsToolsPanelsAndPopup) {
 TEST_F(WindowsTest, FloatingListShowsTheListAndRefreshes) {
     QWidget owner;
     int prepared = 0;
-    frmGlassesList unit(*list, {[] { return 0; }, [&](int, const std::string&) { ++prepared; }});
+    frmGlassesList unit(list, {[] { return 0; }, [&](int, const std::string&) { ++prepared; }});
     frmGlassesListWindow w(unit, nullptr, &owner);
     unit.Display();
     auto* model = w.grid()->model();
@@ -109,7 +98,7 @@ TEST_F(WindowsTest, FloatingListShowsTheListAndRefreshes) {
               QColor(kMeltRowColour.r, kMeltRowColour.g, kMeltRowColour.b));
     EXPECT_TRUE(w.isVisible());
 
-    ASSERT_TRUE(list->CommitList({Record("N-SF11", "Schott")}));
+    ASSERT_TRUE(list.CommitList({Record("N-SF11", "Schott")}));
     ASSERT_EQ(model->rowCount(), 1);
     EXPECT_EQ(model->index(0, 0).data().toString(), "N-SF11");
 
@@ -123,7 +112,7 @@ TEST_F(WindowsTest, FloatingListShowsTheListAndRefreshes) {
 TEST_F(WindowsTest, ManageFormShowsHidesAndSortsThroughItsButtons) {
     QMdiArea area;
     int closes = 0;
-    frm2Manage unit(*list, dialogs, {{}, {}, {}, [&] { ++closes; }});
+    frm2Manage unit(list, dialogs, {{}, {}, {}, [&] { ++closes; }});
     frm2ManageWindow w(unit, nullptr, &area);
     EXPECT_TRUE(w.subWindow()->isHidden());
     unit.Display();
