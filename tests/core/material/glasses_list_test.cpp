@@ -278,26 +278,19 @@ TEST_F(GlassesListTest, V2FileIsConvertedWithWidenedMeltValues) {
     EXPECT_TRUE(ReadFileBytes(Current()) == Image({r}));
 }
 
-TEST_F(GlassesListTest, EmptyV2FileCountsAsFound) {
+TEST_F(GlassesListTest, V1FileWaitsBehindAnEmptyV2AndLeavesMeltAndStatusAsZeroBytes) {
     WriteFileBytes(dir / kCustomFileV2Name, "");
-    WriteFileBytes(dir / kCustomFileV1Name, OldImage(12098, [](unsigned char* img) {
-                       PutName(img, 6, "A", 30);
-                       PutName(img, 38, "B", 30);
-                   }));
-    GlassesList& l = Loaded();
-    EXPECT_EQ(l.CustomCount(), 0);
-    EXPECT_FALSE(fs::exists(Current()));
-    EXPECT_FALSE(Exists(kCustomFileV2Name));
-    EXPECT_TRUE(Exists(kCustomFileV1Name));
-}
-
-TEST_F(GlassesListTest, V1FileLeavesMeltAndStatusAsZeroBytes) {
     WriteFileBytes(dir / kCustomFileV1Name, OldImage(12098, [](unsigned char* img) {
                        PutName(img, 6, "A", 30);
                        PutName(img, 38, "B", 30);
                        Put<int16_t>(img, 12070 + 14, -1);  // ThermalState.Ready... of the old pairs
                        Put<double>(img, 12090, 123.5);
                    }));
+    EXPECT_EQ(Loaded().CustomCount(), 0) << "an empty V2 file counts as found";
+    EXPECT_FALSE(fs::exists(Current()));
+    EXPECT_FALSE(Exists(kCustomFileV2Name));
+    ASSERT_TRUE(Exists(kCustomFileV1Name));
+
     GlassesList& l = Loaded();
     ASSERT_EQ(l.CustomCount(), 1);
     const MaterialRecord& r = l.CustomList()[0];
