@@ -40,22 +40,13 @@ using ostrel::testing::ReadyMaterial;
 // N-BK7, K7, F2 and N-SF11 of Schott in the catalogue program; three ready custom materials.
 class ExternalWindowsTest : public ostrel::testing::ExternalFixture {
   protected:
+    // The manage form's window with its update frame; the removal form is handed to `remove`.
     void SetUp() override {
         ExternalFixture::SetUp();
         for (const char* name : {"GLASS A", "GLASS B", "GLASS C"})
             list.ListAdd(ReadyMaterial(name, "Lab"), false);
-    }
-
-    // The manage form's window with its update frame; the removal form is handed to `remove`.
-    void BuildManage() {
-        manage = std::make_unique<frm2Manage>(list, dialogs, frm2Manage::Hooks{});
-        manageWindow = std::make_unique<frm2ManageWindow>(*manage, nullptr, &area);
-        update =
-            std::make_unique<frm2ManageUpdate>(frm2ManageUpdate::SourceOf(*manage), setup, dialogs,
-                                               [this](frmGlassesDelExt& del) { remove(del); });
-        panel = new frm2ManageUpdatePanel(*update);
-        manageWindow->AddPanel(panel);
-        manage->Display();
+        manageWindow.AddPanel(panel);
+        manage.Display();
     }
 
     // "name/source" of the rows of a table: the custom ones (s1 8), or all.
@@ -78,16 +69,16 @@ class ExternalWindowsTest : public ostrel::testing::ExternalFixture {
     ErrorDisplayer errors{dir.path().string() + "/", dialogs, clock};
     GlassesList list{dir.path().string() + "/", errors};
     QMdiArea area;
-    std::unique_ptr<frm2Manage> manage;
-    std::unique_ptr<frm2ManageWindow> manageWindow;
-    std::unique_ptr<frm2ManageUpdate> update;
-    frm2ManageUpdatePanel* panel = nullptr;
+    frm2Manage manage{list, dialogs, frm2Manage::Hooks{}};
+    frm2ManageWindow manageWindow{manage, nullptr, &area};
+    frm2ManageUpdate update = frm2ManageUpdate(frm2ManageUpdate::SourceOf(manage), setup, dialogs,
+                                               [this](frmGlassesDelExt& del) { remove(del); });
+    frm2ManageUpdatePanel* panel = new frm2ManageUpdatePanel(update);
     std::function<void(frmGlassesDelExt&)> remove = [](frmGlassesDelExt&) {};
 };
 
 TEST_F(ExternalWindowsTest, UpdateFrameSendsTheListToTheFileAndTheDatabase) {
-    BuildManage();
-    EXPECT_TRUE(manageWindow->isAncestorOf(panel));
+    EXPECT_TRUE(manageWindow.isAncestorOf(panel));
     EXPECT_EQ(panel->title(), "Update external programs: ");
     EXPECT_EQ(panel->combo("cmbUpdateProg")->currentText(), "Lumbrak3D/Sextane & KelmoraTD!");
     EXPECT_EQ(panel->combo("cmbDataOverWrite")->currentText(), "Overwrite existing materials");
@@ -117,8 +108,8 @@ TEST_F(ExternalWindowsTest, UpdateFrameSendsTheListToTheFileAndTheDatabase) {
 
     // The selected grid row and the chosen target reach the question; No leaves all as is.
     panel->combo("cmbUpdateProg")->setCurrentIndex(0);
-    EXPECT_EQ(update->Target(), frm2ManageUpdate::kTargetFiles);
-    manageWindow->grid()->selectRow(1);
+    EXPECT_EQ(update.Target(), frm2ManageUpdate::kTargetFiles);
+    manageWindow.grid()->selectRow(1);
     dialogs.answers = {MsgAnswer::No};
     panel->button("comExtAddSel")->click();
     EXPECT_EQ(dialogs.boxes.back().text,
@@ -128,7 +119,6 @@ TEST_F(ExternalWindowsTest, UpdateFrameSendsTheListToTheFileAndTheDatabase) {
 }
 
 TEST_F(ExternalWindowsTest, RemovalDialogListsAndRemovesFromFileAndDatabase) {
-    BuildManage();
     dialogs.answers = {MsgAnswer::OK, MsgAnswer::OK};
     panel->button("comExtSynch")->click();
     ASSERT_EQ(FileIn(Lumbrak()).size(), 3u * 554);
@@ -137,7 +127,7 @@ TEST_F(ExternalWindowsTest, RemovalDialogListsAndRemovesFromFileAndDatabase) {
     // Each showing of the removal form runs `drive` on the open modal dialog.
     std::function<void(frmGlassesDelExtDialog&)> drive;
     remove = [&](frmGlassesDelExt& del) {
-        frmGlassesDelExtDialog dlg(del, manageWindow.get());
+        frmGlassesDelExtDialog dlg(del, &manageWindow);
         QTimer::singleShot(0, &dlg, [&] {
             drive(dlg);
             if (dlg.isVisible()) dlg.reject();  // never leave a test hanging
@@ -154,7 +144,7 @@ TEST_F(ExternalWindowsTest, RemovalDialogListsAndRemovesFromFileAndDatabase) {
         dlg.button("comDelSel")->click();
         EXPECT_EQ(dlg.result(), QDialog::Accepted);
     };
-    EXPECT_TRUE(update->comExtRemoveClick());
+    EXPECT_TRUE(update.comExtRemoveClick());
     const std::string file = FileIn(Lumbrak());
     ASSERT_EQ(file.size(), 2u * 554);
     EXPECT_EQ(file.substr(554, 7), "GLASS C");
@@ -178,7 +168,7 @@ TEST_F(ExternalWindowsTest, RemovalDialogListsAndRemovesFromFileAndDatabase) {
         dlg.close();
         EXPECT_EQ(dlg.result(), QDialog::Rejected);
     };
-    EXPECT_FALSE(update->comExtRemoveClick());
+    EXPECT_FALSE(update.comExtRemoveClick());
     EXPECT_EQ(FileIn(Lumbrak()), file);
 }
 
