@@ -153,7 +153,6 @@ TEST_F(Frm3NewWindowTest, IndexFitShowsResultsAndPlotsUntilACellChanges) {
     EXPECT_TRUE(window.label("lblError")->text().isEmpty());
     EXPECT_EQ(Back(Panel(1)), kRed);
     EXPECT_TRUE(grid->isColumnHidden(3));
-    EXPECT_TRUE(grid->isColumnHidden(4));
     EXPECT_EQ(window.indexPlot()->CurvePointCount(), 0);
 
     Choose("cmbIndexPolyType", 1);

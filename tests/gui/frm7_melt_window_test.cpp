@@ -157,7 +157,6 @@ class Frm7MeltWindowTest : public ::testing::Test {
 };
 
 TEST_F(Frm7MeltWindowTest, APickedParentAndFourPairsGiveAFittedMeltOnScreen) {
-    EXPECT_TRUE(window->subWindow()->isHidden());
     unit->DisplayNew(false);
     EXPECT_FALSE(window->subWindow()->isHidden());
     EXPECT_EQ(window->subWindow()->windowTitle(), "Melt glass: new");

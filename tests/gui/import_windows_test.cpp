@@ -10,7 +10,6 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <filesystem>
-#include <memory>
 
 #include "core/import/frm4_import.h"
 #include "core/import/frm5_export.h"
@@ -22,7 +21,6 @@
 #include "core/shell/new_msg.h"
 #include "gui/import/frm4_import_window.h"
 #include "gui/import/frm5_export_window.h"
-#include "gui/platform/binders.h"
 #include "gui/platform/grid_view.h"
 #include "support/scripted_dialogs.h"
 #include "support/temp_dir.h"

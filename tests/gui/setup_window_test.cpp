@@ -54,21 +54,13 @@ class SetupWindowTest : public ::testing::Test {
     void Build(bool firstRun = false, CSApplication* app = nullptr) {
         if (!firstRun) settings.SaveSetting(Bas1Setup::kSection, Bas1Setup::kKeyFirstLoad, "0");
         setup.LoadPaths();
-        forms = std::make_unique<ManageForms>(
-            dialogs, ManageForms::Hooks{[this] { return setup.GetKelmoraFound(); },
-                                        [this] { return setup.GetFirstLoad(); }, [] {}});
-        notes = std::make_unique<HelpNotes>(dialogs, [this] { return forms->GetCurrentForm(); });
-        newMsg = std::make_unique<CNewMsg>(dialogs, settings);
-        mainUnit = std::make_unique<frmMainMDI>(*forms, list, dialogs, *notes, *newMsg,
-                                                "Version: 3.0.1", frmMainMDI::Hooks{});
-        mainWindow = std::make_unique<frmMainMDIWindow>(*mainUnit, nullptr);
         frm1Setup::Hooks h;
-        h.showInstalledProgs = [this] { mainUnit->ShowInstalledProgs(Installed()); };
-        h.ribbonClick = [this](int n, bool pressed) { forms->RibbonClick(n, pressed); };
+        h.showInstalledProgs = [this] { mainUnit.ShowInstalledProgs(Installed()); };
+        h.ribbonClick = [this](int n, bool pressed) { forms.RibbonClick(n, pressed); };
         h.searchRoots = [this] { return SearchRoots{Dir(tmp / "apps"), Dir(tmp / "drive")}; };
         unit = std::make_unique<frm1Setup>(setup, dialogs, h);
-        window = std::make_unique<frm1SetupWindow>(*unit, app, mainWindow->mdiArea());
-        forms->RegisterForm(kFormSetup, unit.get());
+        window = std::make_unique<frm1SetupWindow>(*unit, app, mainWindow.mdiArea());
+        forms.RegisterForm(kFormSetup, unit.get());
     }
 
     std::string Text(const char* label) const { return window->label(label)->text().toStdString(); }
@@ -80,21 +72,22 @@ class SetupWindowTest : public ::testing::Test {
     MemorySettingsStore settings;
     Bas1Setup setup{settings, dialogs};
     GlassesList list{Dir(tmp.path()), errors};
-    std::unique_ptr<ManageForms> forms;
-    std::unique_ptr<HelpNotes> notes;
-    std::unique_ptr<CNewMsg> newMsg;
-    std::unique_ptr<frmMainMDI> mainUnit;
-    std::unique_ptr<frmMainMDIWindow> mainWindow;
+    ManageForms forms{dialogs,
+                      {[this] { return setup.GetKelmoraFound(); },
+                       [this] { return setup.GetFirstLoad(); }, [] {}}};
+    HelpNotes notes{dialogs, [this] { return forms.GetCurrentForm(); }};
+    CNewMsg newMsg{dialogs, settings};
+    frmMainMDI mainUnit{forms, list, dialogs, notes, newMsg, "Version: 3.0.1", frmMainMDI::Hooks{}};
+    frmMainMDIWindow mainWindow{mainUnit, nullptr};
     std::unique_ptr<frm1Setup> unit;
     std::unique_ptr<frm1SetupWindow> window;
 };
 
 TEST_F(SetupWindowTest, ScanBrowseAndOKThroughTheButtons) {
     Build();
-    mainUnit->Load(false, Installed());
-    EXPECT_TRUE(window->subWindow()->isHidden());
+    mainUnit.Load(false, Installed());
 
-    mainWindow->ribTools(1)->click();
+    mainWindow.ribTools(1)->click();
     ASSERT_FALSE(window->subWindow()->isHidden());
     EXPECT_EQ(window->host(), window->subWindow()) << "opened inside the frame";
     EXPECT_EQ(Text("lblTitleLumbrakSextane"), "Path to LumbrakSextane3D:");
@@ -106,7 +99,7 @@ TEST_F(SetupWindowTest, ScanBrowseAndOKThroughTheButtons) {
     window->button("comScan")->click();
     EXPECT_EQ(Text("lblPathKelmora"), Dir(tmp / "apps" / "Kelmora") + "KelmoraTD.EXE");
     EXPECT_EQ(Text("lblPathLumbrakPlus"), Dir(tmp / "drive" / "Lumbrak") + "Lumbrak3D.EXE");
-    EXPECT_EQ(mainWindow->pnlInstalled(0)->text(), " KelmoraTD not found")
+    EXPECT_EQ(mainWindow.pnlInstalled(0)->text(), " KelmoraTD not found")
         << "nothing is taken before OK";
 
     // The chosen file's folder is taken, under the program's own file name.
@@ -117,10 +110,8 @@ TEST_F(SetupWindowTest, ScanBrowseAndOKThroughTheButtons) {
     EXPECT_EQ(Text("lblPathLumbrakSextane"), Dir(tmp / "other") + "LumbrakSextaneTD.EXE");
 
     window->button("comOK")->click();
-    EXPECT_TRUE(window->subWindow()->isHidden());
-    EXPECT_FALSE(mainWindow->ribTools(1)->isChecked());
-    EXPECT_EQ(mainWindow->pnlInstalled(0)->text(), " KelmoraTD found");
-    EXPECT_EQ(mainWindow->pnlInstalled(2)->text(), " SextaneTD found");
+    EXPECT_EQ(mainWindow.pnlInstalled(0)->text(), " KelmoraTD found");
+    EXPECT_EQ(mainWindow.pnlInstalled(2)->text(), " SextaneTD found");
 }
 
 // On a first run only setup and end work until the setup form has closed, by OK or by
@@ -130,21 +121,21 @@ class FirstRunTest : public SetupWindowTest, public ::testing::WithParamInterfac
 TEST_P(FirstRunTest, ToolsStayOffUntilTheSetupCloses) {
     Build(true);
     ASSERT_TRUE(setup.GetFirstLoad());
-    mainWindow->show();
-    mainUnit->Load(setup.GetFirstLoad(), Installed());
+    mainWindow.show();
+    mainUnit.Load(setup.GetFirstLoad(), Installed());
 
     EXPECT_FALSE(window->subWindow()->isHidden()) << "the setup opens by itself";
-    EXPECT_TRUE(mainWindow->ribTools(1)->isChecked());
-    EXPECT_TRUE(mainWindow->ribEnd()->isEnabled());
-    for (int n = 2; n <= 7; ++n) EXPECT_FALSE(mainWindow->ribTools(n)->isEnabled()) << n;
+    EXPECT_TRUE(mainWindow.ribTools(1)->isChecked());
+    EXPECT_TRUE(mainWindow.ribEnd()->isEnabled());
+    for (int n = 2; n <= 7; ++n) EXPECT_FALSE(mainWindow.ribTools(n)->isEnabled()) << n;
     EXPECT_EQ(dialogs.boxes.size(), 1u);
     EXPECT_EQ(Text("lblPathKelmora"), Dir(tmp / "apps" / "Kelmora") + "KelmoraTD.EXE")
         << "the paths of the search are shown";
 
     window->button(GetParam())->click();
     EXPECT_TRUE(window->subWindow()->isHidden());
-    for (int n = 1; n <= 7; ++n) EXPECT_TRUE(mainWindow->ribTools(n)->isEnabled()) << n;
-    EXPECT_FALSE(mainWindow->ribTools(1)->isChecked());
+    for (int n = 1; n <= 7; ++n) EXPECT_TRUE(mainWindow.ribTools(n)->isEnabled()) << n;
+    EXPECT_FALSE(mainWindow.ribTools(1)->isChecked());
     EXPECT_EQ(dialogs.boxes.size(), 1u);
 
     Bas1Setup next(settings, dialogs);
@@ -157,7 +148,7 @@ INSTANTIATE_TEST_SUITE_P(CloseBy, FirstRunTest, ::testing::Values("comOK", "comC
 
 TEST_F(SetupWindowTest, ModalFormShowsAsABoxAndItsCloseBoxCancels) {
     Build();
-    forms->SetCurrentForm(kFormSetup);
+    forms.SetCurrentForm(kFormSetup);
     unit->Display(true);
     auto* box = qobject_cast<QDialog*>(window->host());
     ASSERT_NE(box, nullptr);
@@ -169,7 +160,7 @@ TEST_F(SetupWindowTest, ModalFormShowsAsABoxAndItsCloseBoxCancels) {
     EXPECT_FALSE(unit->Result());
 
     // Opened again as a child, it goes back into the frame.
-    forms->RibbonClick(kFormSetup, true);
+    forms.RibbonClick(kFormSetup, true);
     EXPECT_EQ(window->host(), window->subWindow());
     EXPECT_FALSE(window->subWindow()->isHidden());
     EXPECT_FALSE(box->isVisible());
@@ -184,11 +175,11 @@ TEST_F(SetupWindowTest, PlaceInsideTheFrameIsCentredThenKept) {
     IniFile ini(Dir(tmp.path()));
     CSApplication app(Dir(tmp.path()), ini, errors);
     Build(false, &app);
-    mainWindow->resize(1000, 700);
-    mainWindow->show();
-    forms->RibbonClick(kFormSetup, true);
+    mainWindow.resize(1000, 700);
+    mainWindow.show();
+    forms.RibbonClick(kFormSetup, true);
     QMdiSubWindow* sub = window->subWindow();
-    const QSize room = mainWindow->mdiArea()->viewport()->size();
+    const QSize room = mainWindow.mdiArea()->viewport()->size();
     EXPECT_NEAR(sub->geometry().center().x(), room.width() / 2, 1);
     EXPECT_NEAR(sub->geometry().center().y(), room.height() / 2, 1);
 
@@ -196,7 +187,7 @@ TEST_F(SetupWindowTest, PlaceInsideTheFrameIsCentredThenKept) {
     window->button("comCancel")->click();
     EXPECT_EQ(ini.IniGetInt("FormPosNonChild_frm1Setup", "fLeft"), 12);
     EXPECT_EQ(ini.IniGetInt("FormPosNonChild_frm1Setup", "fTop"), 34);
-    forms->RibbonClick(kFormSetup, true);
+    forms.RibbonClick(kFormSetup, true);
     EXPECT_EQ(sub->pos(), QPoint(12, 34));
 }
 
