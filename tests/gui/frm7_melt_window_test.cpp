@@ -28,7 +28,6 @@
 #include "gui/melt/frm7_melt_window.h"
 #include "gui/melt/pop_melt_parent_dialog.h"
 #include "gui/melt/pop_melt_schott_dialog.h"
-#include "gui/platform/binders.h"
 #include "gui/platform/grid_view.h"
 
 namespace ostrel::gui {
@@ -76,8 +75,8 @@ class Frm7MeltWindowTest : public ::testing::Test {
         return box.exec();
     }
 
-    // In the picker: the maker chosen, then the glass's row clicked.
-    void ChooseGlass(popMeltParentDialog& box, const std::string& maker, const std::string& glass) {
+    // In the picker: the maker chosen through the unit, then the glass's row clicked.
+    void ChooseGlass(popMeltParentDialog& box, const std::string& maker, const QString& glass) {
         popMeltParent& p = *picker;
         for (int i = 0; i < p.lstMakers.ListCount(); ++i) {
             if (UpperAscii(p.lstMakers.List(i)) == UpperAscii(maker)) {
@@ -87,12 +86,12 @@ class Frm7MeltWindowTest : public ::testing::Test {
         }
         QAbstractItemModel* m = box.grid()->model();
         for (int r = 0; r < m->rowCount(); ++r) {
-            if (VbTrimCopy(FromQt(m->data(m->index(r, 1)).toString())) == glass) {
+            if (m->index(r, 1).data().toString().trimmed() == glass) {
                 emit box.grid()->clicked(m->index(r, 1));
                 return;
             }
         }
-        ADD_FAILURE() << "no row " << glass;
+        ADD_FAILURE() << "no row " << glass.toStdString();
     }
 
     void OpenWithBk7() {
@@ -180,7 +179,6 @@ TEST_F(Frm7MeltWindowTest, APickedParentAndFourPairsGiveAFittedMeltOnScreen) {
     EXPECT_EQ(Cell(1, 2).trimmed(), "d");  // the letter in two characters
     window->button("comIndexFit")->click();
     EXPECT_EQ(dialogs.boxes.back().text, frm7Melt::kTooFewPairsMsg);
-    EXPECT_EQ(window->label("lblError")->text(), "");
     ExpectUnfitted();
 
     TypePairs(4);

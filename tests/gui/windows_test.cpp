@@ -63,7 +63,6 @@ TEST_F(WindowsTest, MainWindowFollowsToolsPanelsAndPopup) {
     unit.Load(false, {true, false, false});
     EXPECT_EQ(w.windowTitle().toStdString(), frmMainMDI::CaptionText("Version: 3.0.1"));
     EXPECT_EQ(w.ribTools(4)->toolTip(), "Import data from text files [selected formats]");
-    EXPECT_EQ(w.ribEnd()->toolTip(), "End Ostrel");
     EXPECT_EQ(w.pnlInstalled(0)->text(), " KelmoraTD found");
     EXPECT_EQ(w.pnlInstalled(0)->palette().color(QPalette::Window),
               QColor(kStatusGreen.r, kStatusGreen.g, kStatusGreen.b));
