@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QDesktopServices>
+#include <QEvent>
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
@@ -104,21 +105,55 @@ std::optional<std::string> QtDialogs::FileSave(const FileDialogSpec& spec) {
     return FromQt(dlg.selectedFiles().front());
 }
 
+namespace {
+
+// Swallows the clicks, keys and wheel turns that reach the program while it is installed.
+class InputSwallower : public QObject {
+  public:
+    bool eventFilter(QObject*, QEvent* event) override {
+        switch (event->type()) {
+            case QEvent::MouseButtonPress:
+            case QEvent::MouseButtonRelease:
+            case QEvent::MouseButtonDblClick:
+            case QEvent::KeyPress:
+            case QEvent::KeyRelease:
+            case QEvent::Wheel:
+                return true;
+            default:
+                return false;
+        }
+    }
+};
+
+}  // namespace
+
 void QtDialogs::SetBusy(bool busy) {
     if (busy) {
         ++busyDepth_;
         QApplication::setOverrideCursor(Qt::WaitCursor);
     } else if (busyDepth_ > 0) {
         --busyDepth_;
+        if (busyDepth_ == 0) DropHeldInput();
         QApplication::restoreOverrideCursor();
     }
+}
+
+void QtDialogs::DropHeldInput() {
+    // Clicks and keys made while the pointer was busy were held back (see HelpNote); they
+    // were meant for a window that was not listening and would act on what the work left,
+    // a Cancel on a finished scan or a second click on the button that started it. They go.
+    InputSwallower swallower;
+    qApp->installEventFilter(&swallower);
+    QApplication::processEvents();
+    qApp->removeEventFilter(&swallower);
 }
 
 void QtDialogs::HelpNote(const std::string& text, bool bold) {
     if (helpLine_) helpLine_(text, bold);
     // Let the help line repaint and the window stay alive during long work. The user's
-    // clicks and keys wait until the work is done: handled now, a second click on the
-    // button that started it would start the work again inside the first run.
+    // clicks and keys are held back: handled now, a second click on the button that started
+    // the work would start it again inside the first run. They are dropped when the pointer
+    // stops being busy.
     QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 

@@ -30,6 +30,9 @@ class QtDialogs : public Dialogs {
     bool OpenUrl(const std::string& url) override;
 
   private:
+    // Drops the input that arrived during busy work.
+    void DropHeldInput();
+
     QPointer<QWidget> owner_;
     std::function<void(const std::string&, bool)> helpLine_;
     int busyDepth_ = 0;
