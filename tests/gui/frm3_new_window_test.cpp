@@ -3,12 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <QCheckBox>
+#include <QCoreApplication>
 #include <QComboBox>
 #include <QItemSelectionModel>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTimer>
@@ -197,6 +200,28 @@ TEST_F(Frm3NewWindowTest, TransmissionRowsPlotAsInternalTransmission) {
     Choose("cmbTransType", 3);
     EXPECT_FALSE(window.edit("txtTransGlassWidth")->isEnabled());
     EXPECT_FALSE(window.button("comTransSort")->isEnabled());
+}
+
+// The dn/dt kind follows the list whether the user clicks a row or moves to it by keyboard
+// (which selects the row before it makes it current).
+TEST_F(Frm3NewWindowTest, DndtKindFollowsTheListByMouseAndKeyboard) {
+    unit.DisplayNew();
+    window.tabs()->setCurrentIndex(frm3New::kTabDndt);
+    auto* kinds = window.findChild<QListWidget*>("lstThermal");
+    ASSERT_NE(kinds, nullptr);
+    ASSERT_EQ(kinds->count(), 3);
+
+    kinds->setCurrentRow(2);
+    EXPECT_EQ(unit.Record().Thermal.dndttype, 2);
+
+    const QPointF at = QRectF(kinds->visualItemRect(kinds->item(1))).center();
+    for (QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        QMouseEvent click(type, at, kinds->viewport()->mapToGlobal(at), Qt::LeftButton,
+                          type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton,
+                          Qt::NoModifier);
+        QCoreApplication::sendEvent(kinds->viewport(), &click);
+    }
+    EXPECT_EQ(unit.Record().Thermal.dndttype, 1);
 }
 
 TEST_F(Frm3NewWindowTest, ReviewLocksTheWidgets) {

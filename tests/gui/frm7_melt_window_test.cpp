@@ -4,10 +4,13 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractItemModel>
+#include <QCoreApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QTimer>
 #include <QToolButton>
@@ -28,6 +31,7 @@
 #include "gui/melt/frm7_melt_window.h"
 #include "gui/melt/pop_melt_parent_dialog.h"
 #include "gui/melt/pop_melt_schott_dialog.h"
+#include "gui/platform/binders.h"
 #include "gui/platform/grid_view.h"
 
 namespace ostrel::gui {
@@ -75,15 +79,20 @@ class Frm7MeltWindowTest : public ::testing::Test {
         return box.exec();
     }
 
-    // In the picker: the maker chosen through the unit, then the glass's row clicked.
+    // In the picker: the maker's row clicked in the list, then the glass's row in the grid.
     void ChooseGlass(popMeltParentDialog& box, const std::string& maker, const QString& glass) {
-        popMeltParent& p = *picker;
-        for (int i = 0; i < p.lstMakers.ListCount(); ++i) {
-            if (UpperAscii(p.lstMakers.List(i)) == UpperAscii(maker)) {
-                p.lstMakers.SetListIndex(i);
-                p.lstMakersClick();
-            }
+        auto* makers = box.findChild<QListWidget*>("lstMakers");
+        ASSERT_NE(makers, nullptr);
+        const auto found = makers->findItems(ToQt(maker), Qt::MatchFixedString);
+        ASSERT_EQ(found.size(), 1) << maker;
+        const QPointF at = QRectF(makers->visualItemRect(found[0])).center();
+        for (QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+            QMouseEvent click(type, at, makers->viewport()->mapToGlobal(at), Qt::LeftButton,
+                              type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton,
+                              Qt::NoModifier);
+            QCoreApplication::sendEvent(makers->viewport(), &click);
         }
+        QCoreApplication::processEvents();  // the picker answers the list after its signal
         QAbstractItemModel* m = box.grid()->model();
         for (int r = 0; r < m->rowCount(); ++r) {
             if (m->index(r, 1).data().toString().trimmed() == glass) {

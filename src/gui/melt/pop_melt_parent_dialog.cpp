@@ -31,10 +31,12 @@ popMeltParentDialog::popMeltParentDialog(popMeltParent& unit, CSApplication* app
     Bind(makers_, unit_.lstMakers);
     makers_->setMaximumHeight(makers_->fontMetrics().height() * 7);
     // The unit refills the grid as it answers; the answer comes after the list's own signal.
+    // By then the list binding has already taken the new row into the unit, so every row
+    // the user moves to is answered (the binding's own refills send no signal).
     connect(
         makers_, &QListWidget::currentRowChanged, this,
         [this](int row) {
-            if (row < 0 || row == unit_.lstMakers.listIndex()) return;
+            if (row < 0) return;
             unit_.lstMakers.SetListIndex(row);
             unit_.lstMakersClick();
         },

@@ -10,6 +10,8 @@
 #include <QTabWidget>
 #include <QTimer>
 #include <QWidget>
+#include <algorithm>
+#include <vector>
 
 namespace ostrel::gui {
 
@@ -123,15 +125,37 @@ void Bind(QListWidget* list, ListControl& model) {
                                                : QAbstractItemView::SingleSelection);
     new Binding(list, model, [list, &model] {
         const QSignalBlocker block(list);
-        list->clear();
-        for (const auto& item : model.Items()) list->addItem(ToQt(item));
+        // The items are rebuilt only when their texts changed: a change of selection comes
+        // back here while the list is still taking the user's click or key, and rebuilt
+        // items would lose the row being made current.
+        const auto& items = model.Items();
+        bool same = list->count() == static_cast<int>(items.size());
+        for (int i = 0; same && i < list->count(); ++i) {
+            same = list->item(i)->text() == ToQt(items[static_cast<size_t>(i)]);
+        }
+        if (!same) {
+            list->clear();
+            for (const auto& item : items) list->addItem(ToQt(item));
+        }
         for (int i = 0; i < model.ListCount(); ++i) list->item(i)->setSelected(model.Selected(i));
         if (model.listIndex() >= 0)
             list->setCurrentRow(model.listIndex(), QItemSelectionModel::NoUpdate);
         ApplyCommon(list, model);
     });
     QObject::connect(list, &QListWidget::itemSelectionChanged, list, [list, &model] {
-        for (int i = 0; i < list->count(); ++i) model.SetSelected(i, list->item(i)->isSelected());
+        // Taken whole before the model hears of it: each change the model hears refreshes
+        // the list from the model.
+        std::vector<bool> selected(static_cast<size_t>(list->count()));
+        for (int i = 0; i < list->count(); ++i)
+            selected[static_cast<size_t>(i)] = list->item(i)->isSelected();
+        if (!model.multiSelect()) {
+            const auto row = std::find(selected.begin(), selected.end(), true);
+            model.SetListIndex(row == selected.end() ? -1
+                                                     : static_cast<int>(row - selected.begin()));
+            return;
+        }
+        for (size_t i = 0; i < selected.size(); ++i)
+            model.SetSelected(static_cast<int>(i), selected[i]);
     });
 }
 
