@@ -4,6 +4,8 @@
 
 #include <QAbstractButton>
 #include <QComboBox>
+#include <QCoreApplication>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QListWidget>
 #include <QMdiArea>
@@ -188,10 +190,15 @@ TEST_F(ExternalWindowsTest, ArchiveFormMovesSelectedGlassesAndRestoresThem) {
         return -1;
     };
 
-    // One row, clicked.
+    // One row, reached with the keys from the top.
     const int sf11 = rowOf(curr, "N-SF11");
-    w.gridCurr()->selectRow(sf11);
-    emit w.gridCurr()->pressed(curr->index(sf11, 1));
+    auto key = [&w](int k, Qt::KeyboardModifiers mods = Qt::NoModifier) {
+        QKeyEvent press(QEvent::KeyPress, k, mods);
+        QCoreApplication::sendEvent(w.gridCurr(), &press);
+    };
+    key(Qt::Key_End, Qt::ControlModifier);
+    key(Qt::Key_Home, Qt::ControlModifier);
+    for (int r = 0; r < sf11; ++r) key(Qt::Key_Down);
     w.button("comArchive")->click();
     ASSERT_EQ(arch->rowCount(), 1);
     EXPECT_EQ(arch->index(0, 1).data().toString(), " N-SF11");

@@ -5,6 +5,7 @@
 
 #include <QAbstractItemModel>
 #include <QCoreApplication>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -79,7 +80,8 @@ class Frm7MeltWindowTest : public ::testing::Test {
         return box.exec();
     }
 
-    // In the picker: the maker's row clicked in the list, then the glass's row in the grid.
+    // In the picker: the maker's row clicked in the list, then the glass's row reached in the
+    // grid with the keys from the top.
     void ChooseGlass(popMeltParentDialog& box, const std::string& maker, const QString& glass) {
         auto* makers = box.findChild<QListWidget*>("lstMakers");
         ASSERT_NE(makers, nullptr);
@@ -94,9 +96,15 @@ class Frm7MeltWindowTest : public ::testing::Test {
         }
         QCoreApplication::processEvents();  // the picker answers the list after its signal
         QAbstractItemModel* m = box.grid()->model();
+        auto key = [&box](int k, Qt::KeyboardModifiers mods = Qt::NoModifier) {
+            QKeyEvent press(QEvent::KeyPress, k, mods);
+            QCoreApplication::sendEvent(box.grid(), &press);
+        };
         for (int r = 0; r < m->rowCount(); ++r) {
             if (m->index(r, 1).data().toString().trimmed() == glass) {
-                emit box.grid()->clicked(m->index(r, 1));
+                key(Qt::Key_End, Qt::ControlModifier);
+                key(Qt::Key_Home, Qt::ControlModifier);
+                for (int down = 0; down < r; ++down) key(Qt::Key_Down);
                 return;
             }
         }

@@ -46,6 +46,8 @@ GridView* frm6ArchiveWindow::MakeGrid(const char* name, Grid& grid,
     connect(view, &QAbstractItemView::pressed, this, [this, click](const QModelIndex& index) {
         (unit_.*click)(index.column() + 1, index.row() + 1);
     });
+    connect(view, &GridView::cellKeyed, this,
+            [this, click](int col, int row) { (unit_.*click)(col, row); });
     return view;
 }
 

@@ -56,6 +56,8 @@ frm4ImportWindow::frm4ImportWindow(frm4Import& unit, CSApplication* app, QMdiAre
     grid_ = MakeRowGrid(this, "ssGlasses", unit_.ssGlasses);
     connect(grid_, &QAbstractItemView::clicked, this,
             [this](const QModelIndex& i) { unit_.ssGlassesClick(i.column() + 1, i.row() + 1); });
+    connect(grid_, &GridView::cellKeyed, this,
+            [this](int col, int row) { unit_.ssGlassesClick(col, row); });
     connect(grid_, &QAbstractItemView::doubleClicked, this,
             [this](const QModelIndex& i) { unit_.ssGlassesDblClick(i.column() + 1, i.row() + 1); });
     outer->addWidget(grid_, 1);

@@ -75,6 +75,8 @@ popMeltParentDialog::popMeltParentDialog(popMeltParent& unit, CSApplication* app
     fit();
     connect(grid_, &QAbstractItemView::clicked, this,
             [this](const QModelIndex& i) { unit_.ssGlassesClick(i.column() + 1, i.row() + 1); });
+    connect(grid_, &GridView::cellKeyed, this,
+            [this](int col, int row) { unit_.ssGlassesClick(col, row); });
     gridShown_ =
         unit_.ssGlassesView.Observe([this] { grid_->setVisible(unit_.ssGlassesView.visible); });
     grid_->setVisible(unit_.ssGlassesView.visible);

@@ -3,6 +3,7 @@
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QItemSelectionModel>
+#include <QKeyEvent>
 
 #include "gui/platform/binders.h"
 
@@ -152,6 +153,13 @@ void GridView::contextMenuEvent(QContextMenuEvent* e) {
     const QModelIndex idx = indexAt(e->pos());
     emit cellRightClicked(idx.isValid() ? idx.column() + 1 : 0, idx.isValid() ? idx.row() + 1 : 0,
                           e->globalPos());
+}
+
+void GridView::keyPressEvent(QKeyEvent* e) {
+    const QPersistentModelIndex before = currentIndex();
+    QTableView::keyPressEvent(e);
+    const QModelIndex now = currentIndex();
+    if (now.isValid() && now != before) emit cellKeyed(now.column() + 1, now.row() + 1);
 }
 
 }  // namespace ostrel::gui

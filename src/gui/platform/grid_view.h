@@ -48,9 +48,12 @@ class GridView : public QTableView {
   signals:
     // A right click on a cell (1-based); row 0 when below the last row.
     void cellRightClicked(int col, int row, const QPoint& globalPos);
+    // The user moved to a cell with the keyboard (1-based): what a click on it is by mouse.
+    void cellKeyed(int col, int row);
 
   protected:
     void contextMenuEvent(QContextMenuEvent* e) override;
+    void keyPressEvent(QKeyEvent* e) override;
 
   private:
     void ApplyColumns();
