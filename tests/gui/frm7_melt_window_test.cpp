@@ -5,6 +5,7 @@
 
 #include <QAbstractItemModel>
 #include <QCoreApplication>
+#include <QFocusEvent>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -238,6 +239,31 @@ TEST_F(Frm7MeltWindowTest, ACancelledPickTakesNothingAndTheCloseBoxClosesTheForm
     EXPECT_TRUE(window->subWindow()->isHidden());
     EXPECT_FALSE(unit->IsOpen());
     EXPECT_EQ(closes, 1);
+}
+
+// A band clicked or reached with the arrow keys fills the wavelengths; entering the list by
+// Tab picks nothing.
+TEST_F(Frm7MeltWindowTest, WavebandsFollowTheListByMouseAndKeyboard) {
+    OpenWithBk7();
+    QListWidget* bands = window->list("lstWaveBand");
+    ASSERT_EQ(bands->count(), 3);
+    Type(2, 1, "700.0000");
+    QFocusEvent tabIn(QEvent::FocusIn, Qt::TabFocusReason);
+    QCoreApplication::sendEvent(bands, &tabIn);
+    EXPECT_EQ(Cell(2, 1), "700.0000");
+
+    const QPointF at = QRectF(bands->visualItemRect(bands->item(2))).center();
+    for (QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        QMouseEvent click(type, at, bands->viewport()->mapToGlobal(at), Qt::LeftButton,
+                          type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton,
+                          Qt::NoModifier);
+        QCoreApplication::sendEvent(bands->viewport(), &click);
+    }
+    EXPECT_EQ(Cell(2, 7), "435.8340");  // Schott: seven lines
+
+    QKeyEvent up(QEvent::KeyPress, Qt::Key_Up, Qt::NoModifier);
+    QCoreApplication::sendEvent(bands, &up);
+    EXPECT_EQ(Cell(2, 10), "404.6560");  // Ohara advanced: ten lines
 }
 
 TEST_F(Frm7MeltWindowTest, TheSheetBoxReturnsSevenPairsToTheGrid) {

@@ -178,15 +178,14 @@ QWidget* frm7MeltWindow::BuildSide() {
     Bind(list, unit_.lstWaveBand);
     list->setMaximumHeight(list->fontMetrics().height() * 6);
     list->setMinimumWidth(list->fontMetrics().horizontalAdvance("Schott - standard") + 30);
-    // The list is refilled by the unit while it answers; the answer comes after the click.
-    connect(
-        list, &QListWidget::itemClicked, this,
-        [this, list](QListWidgetItem* item) {
-            unit_.lstWaveBand.SetListIndex(list->row(item));
-            unit_.lstWaveBandClick();
-            RefreshPlot();
-        },
-        Qt::QueuedConnection);
+    // A band picked by mouse or by the arrow keys is selected, and the binding has taken it
+    // into the unit by now. Tabbing into the list makes a row current without selecting it:
+    // that picks nothing, and must not replace the wavelengths in the grid.
+    connect(list, &QListWidget::itemSelectionChanged, this, [this] {
+        if (unit_.lstWaveBand.listIndex() < 0) return;
+        unit_.lstWaveBandClick();
+        RefreshPlot();
+    });
     bandLayout->addWidget(list, 1);
     auto* bandButtons = new QVBoxLayout();
     bandButtons->addWidget(
