@@ -224,6 +224,10 @@ TEST_F(Frm7MeltWindowTest, APickedParentAndFourPairsGiveAFittedMeltOnScreen) {
 TEST_F(Frm7MeltWindowTest, ACancelledPickTakesNothingAndTheCloseBoxClosesTheForm) {
     unit->DisplayNew(false);
     pickerAction = [this](popMeltParentDialog& box) {
+        // Tabbing into the makers picks none of them.
+        QFocusEvent tabIn(QEvent::FocusIn, Qt::TabFocusReason);
+        QCoreApplication::sendEvent(box.findChild<QListWidget*>("lstMakers"), &tabIn);
+        QCoreApplication::processEvents();
         EXPECT_FALSE(box.button("comOK")->isEnabled());
         EXPECT_TRUE(box.grid()->isHidden());
         ChooseGlass(box, "Ohara", "S-BSL7");

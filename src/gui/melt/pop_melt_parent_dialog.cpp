@@ -31,13 +31,13 @@ popMeltParentDialog::popMeltParentDialog(popMeltParent& unit, CSApplication* app
     Bind(makers_, unit_.lstMakers);
     makers_->setMaximumHeight(makers_->fontMetrics().height() * 7);
     // The unit refills the grid as it answers; the answer comes after the list's own signal.
-    // By then the list binding has already taken the new row into the unit, so every row
-    // the user moves to is answered (the binding's own refills send no signal).
+    // A maker picked by mouse or by the arrow keys is selected, and the binding has taken it
+    // into the unit (its own refills send no signal). Tabbing into the list only makes a
+    // row current: that picks no maker.
     connect(
-        makers_, &QListWidget::currentRowChanged, this,
-        [this](int row) {
-            if (row < 0) return;
-            unit_.lstMakers.SetListIndex(row);
+        makers_, &QListWidget::itemSelectionChanged, this,
+        [this] {
+            if (unit_.lstMakers.listIndex() < 0) return;
             unit_.lstMakersClick();
         },
         Qt::QueuedConnection);
