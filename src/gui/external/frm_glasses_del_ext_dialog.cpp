@@ -23,8 +23,11 @@ frmGlassesDelExtDialog::frmGlassesDelExtDialog(frmGlassesDelExt& unit, QWidget* 
         options_[i] = new QRadioButton(this);
         options_[i]->setObjectName(names[i]);
         Bind(options_[i], unit_.optUpdateProg[i]);
-        connect(options_[i], &QRadioButton::clicked, this,
-                [this, i] { unit_.optUpdateProgClick(i); });
+        // Only a change of target is answered: a click on the target already chosen would
+        // read the list again and drop the materials the user has selected in it.
+        connect(options_[i], &QRadioButton::toggled, this, [this, i](bool on) {
+            if (on) unit_.optUpdateProgClick(i);
+        });
         targets->addWidget(options_[i]);
     }
     targets->addStretch(1);
