@@ -5,7 +5,6 @@
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QCoreApplication>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QListWidget>
 #include <QMdiArea>
@@ -30,6 +29,7 @@
 #include "gui/external/frm_glasses_del_ext_dialog.h"
 #include "gui/materialform/frm2_manage_window.h"
 #include "gui/platform/grid_view.h"
+#include "user_input.h"
 
 namespace ostrel::gui {
 namespace {
@@ -193,13 +193,7 @@ TEST_F(ExternalWindowsTest, ArchiveFormMovesSelectedGlassesAndRestoresThem) {
 
     // One row, reached with the keys from the top.
     const int sf11 = rowOf(curr, "N-SF11");
-    auto key = [&w](int k, Qt::KeyboardModifiers mods = Qt::NoModifier) {
-        QKeyEvent press(QEvent::KeyPress, k, mods);
-        QCoreApplication::sendEvent(w.gridCurr(), &press);
-    };
-    key(Qt::Key_End, Qt::ControlModifier);
-    key(Qt::Key_Home, Qt::ControlModifier);
-    for (int r = 0; r < sf11; ++r) key(Qt::Key_Down);
+    KeyToRow(w.gridCurr(), sf11);
     w.button("comArchive")->click();
     ASSERT_EQ(arch->rowCount(), 1);
     EXPECT_EQ(arch->index(0, 1).data().toString(), " N-SF11");

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <QCheckBox>
-#include <QCoreApplication>
 #include <QComboBox>
 #include <QItemSelectionModel>
 #include <QLabel>
@@ -11,7 +10,6 @@
 #include <QListWidget>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QMouseEvent>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTimer>
@@ -29,6 +27,7 @@
 #include "gui/wave/pop_edit_param_wave_window.h"
 #include "support/scripted_dialogs.h"
 #include "support/temp_dir.h"
+#include "user_input.h"
 
 namespace ostrel::gui {
 namespace {
@@ -214,13 +213,7 @@ TEST_F(Frm3NewWindowTest, DndtKindFollowsTheListByMouseAndKeyboard) {
     kinds->setCurrentRow(2);
     EXPECT_EQ(unit.Record().Thermal.dndttype, 2);
 
-    const QPointF at = QRectF(kinds->visualItemRect(kinds->item(1))).center();
-    for (QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-        QMouseEvent click(type, at, kinds->viewport()->mapToGlobal(at), Qt::LeftButton,
-                          type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton,
-                          Qt::NoModifier);
-        QCoreApplication::sendEvent(kinds->viewport(), &click);
-    }
+    ClickItem(kinds, kinds->item(1));
     EXPECT_EQ(unit.Record().Thermal.dndttype, 1);
 }
 

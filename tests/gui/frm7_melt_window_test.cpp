@@ -5,14 +5,11 @@
 
 #include <QAbstractItemModel>
 #include <QCoreApplication>
-#include <QFocusEvent>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QMouseEvent>
 #include <QPushButton>
 #include <QTimer>
 #include <QToolButton>
@@ -35,6 +32,7 @@
 #include "gui/melt/pop_melt_schott_dialog.h"
 #include "gui/platform/binders.h"
 #include "gui/platform/grid_view.h"
+#include "user_input.h"
 
 namespace ostrel::gui {
 namespace {
@@ -88,24 +86,12 @@ class Frm7MeltWindowTest : public ::testing::Test {
         ASSERT_NE(makers, nullptr);
         const auto found = makers->findItems(ToQt(maker), Qt::MatchFixedString);
         ASSERT_EQ(found.size(), 1) << maker;
-        const QPointF at = QRectF(makers->visualItemRect(found[0])).center();
-        for (QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-            QMouseEvent click(type, at, makers->viewport()->mapToGlobal(at), Qt::LeftButton,
-                              type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton,
-                              Qt::NoModifier);
-            QCoreApplication::sendEvent(makers->viewport(), &click);
-        }
+        ClickItem(makers, found[0]);
         QCoreApplication::processEvents();  // the picker answers the list after its signal
         QAbstractItemModel* m = box.grid()->model();
-        auto key = [&box](int k, Qt::KeyboardModifiers mods = Qt::NoModifier) {
-            QKeyEvent press(QEvent::KeyPress, k, mods);
-            QCoreApplication::sendEvent(box.grid(), &press);
-        };
         for (int r = 0; r < m->rowCount(); ++r) {
             if (m->index(r, 1).data().toString().trimmed() == glass) {
-                key(Qt::Key_End, Qt::ControlModifier);
-                key(Qt::Key_Home, Qt::ControlModifier);
-                for (int down = 0; down < r; ++down) key(Qt::Key_Down);
+                KeyToRow(box.grid(), r);
                 return;
             }
         }
@@ -225,8 +211,7 @@ TEST_F(Frm7MeltWindowTest, ACancelledPickTakesNothingAndTheCloseBoxClosesTheForm
     unit->DisplayNew(false);
     pickerAction = [this](popMeltParentDialog& box) {
         // Tabbing into the makers picks none of them.
-        QFocusEvent tabIn(QEvent::FocusIn, Qt::TabFocusReason);
-        QCoreApplication::sendEvent(box.findChild<QListWidget*>("lstMakers"), &tabIn);
+        TabInto(box.findChild<QListWidget*>("lstMakers"));
         QCoreApplication::processEvents();
         EXPECT_FALSE(box.button("comOK")->isEnabled());
         EXPECT_TRUE(box.grid()->isHidden());
@@ -252,21 +237,13 @@ TEST_F(Frm7MeltWindowTest, WavebandsFollowTheListByMouseAndKeyboard) {
     QListWidget* bands = window->list("lstWaveBand");
     ASSERT_EQ(bands->count(), 3);
     Type(2, 1, "700.0000");
-    QFocusEvent tabIn(QEvent::FocusIn, Qt::TabFocusReason);
-    QCoreApplication::sendEvent(bands, &tabIn);
+    TabInto(bands);
     EXPECT_EQ(Cell(2, 1), "700.0000");
 
-    const QPointF at = QRectF(bands->visualItemRect(bands->item(2))).center();
-    for (QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-        QMouseEvent click(type, at, bands->viewport()->mapToGlobal(at), Qt::LeftButton,
-                          type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton,
-                          Qt::NoModifier);
-        QCoreApplication::sendEvent(bands->viewport(), &click);
-    }
+    ClickItem(bands, bands->item(2));
     EXPECT_EQ(Cell(2, 7), "435.8340");  // Schott: seven lines
 
-    QKeyEvent up(QEvent::KeyPress, Qt::Key_Up, Qt::NoModifier);
-    QCoreApplication::sendEvent(bands, &up);
+    PressKey(bands, Qt::Key_Up);
     EXPECT_EQ(Cell(2, 10), "404.6560");  // Ohara advanced: ten lines
 }
 

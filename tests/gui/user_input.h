@@ -1,0 +1,41 @@
+#pragma once
+// The user's own mouse and keyboard, sent to widgets as the window system delivers them, so that
+// a test sees the signals in the order a real click or key gives them.
+#include <QCoreApplication>
+#include <QFocusEvent>
+#include <QKeyEvent>
+#include <QListWidget>
+#include <QMouseEvent>
+
+namespace ostrel::gui {
+
+// A left click on the middle of a list's item.
+inline void ClickItem(QListWidget* list, QListWidgetItem* item) {
+    const QPointF at = QRectF(list->visualItemRect(item)).center();
+    for (QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        QMouseEvent click(type, at, list->viewport()->mapToGlobal(at), Qt::LeftButton,
+                          type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton,
+                          Qt::NoModifier);
+        QCoreApplication::sendEvent(list->viewport(), &click);
+    }
+}
+
+inline void PressKey(QWidget* to, int key, Qt::KeyboardModifiers mods = Qt::NoModifier) {
+    QKeyEvent press(QEvent::KeyPress, key, mods);
+    QCoreApplication::sendEvent(to, &press);
+}
+
+// The focus arriving by Tab.
+inline void TabInto(QWidget* to) {
+    QFocusEvent tabIn(QEvent::FocusIn, Qt::TabFocusReason);
+    QCoreApplication::sendEvent(to, &tabIn);
+}
+
+// Ctrl+End, Ctrl+Home, then Down to the row (0-based) of a grid.
+inline void KeyToRow(QWidget* grid, int row) {
+    PressKey(grid, Qt::Key_End, Qt::ControlModifier);
+    PressKey(grid, Qt::Key_Home, Qt::ControlModifier);
+    for (int r = 0; r < row; ++r) PressKey(grid, Qt::Key_Down);
+}
+
+}  // namespace ostrel::gui
