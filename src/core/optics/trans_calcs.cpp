@@ -37,6 +37,39 @@ std::optional<double> CrossingWave(std::span<const float> waves,
     return std::nullopt;
 }
 
+// Narrows lo < hi, over points in falling order, to the neighbouring pair the wavelength lies
+// between: the first point at or below it (the second point at the earliest) and the point
+// before it.
+void Bisect(std::span<const float> waves, float wave, size_t& lo, size_t& hi) {
+    while (hi - lo > 1) {
+        const size_t mid = (lo + hi) / 2;
+        if (waves[mid] <= wave) {
+            hi = mid;
+        } else {
+            lo = mid;
+        }
+    }
+}
+
+// Absorption at a wavelength between points lo and hi, whose transmissions at the width are
+// eLo and eHi: the transmission is interpolated linearly and turned back into a coefficient.
+// Nothing when the two points share a wavelength.
+std::optional<float> InterpolatedAbsorb(float wave, float width, std::span<const float> waves,
+                                        std::span<const float> absorbs, size_t lo, size_t hi,
+                                        double eLo, double eHi) {
+    const double d = static_cast<double>(waves[lo]) - waves[hi];
+    if (d == 0.0) return std::nullopt;
+    const double t = (static_cast<double>(wave) - waves[hi]) * (eLo - eHi) / d + eHi;
+    if (!(t > 0.0)) {
+        // Both neighbours absorb everything at this width: fall back on the coefficients.
+        const double a = (static_cast<double>(wave) - waves[hi]) *
+                             (static_cast<double>(absorbs[lo]) - absorbs[hi]) / d +
+                         absorbs[hi];
+        return static_cast<float>(a);
+    }
+    return static_cast<float>(-std::log(t) / width);
+}
+
 std::string TenNanometreText(double wave) {
     const double units = std::floor(wave / 10.0 + 0.5);
     std::string text = std::to_string(static_cast<long long>(units));
@@ -70,28 +103,10 @@ float AbsorbAtWave(float wave, std::span<const float> waves, std::span<const flo
 
     size_t lo = 0;
     size_t hi = last;
-    while (hi - lo > 1) {
-        const size_t mid = (lo + hi) / 2;
-        if (waves[mid] <= wave) {
-            hi = mid;
-        } else {
-            lo = mid;
-        }
-    }
-    const double d = static_cast<double>(waves[lo]) - waves[hi];
-    if (d == 0.0) return kNoTransData;
-
-    const double e1 = std::exp(-static_cast<double>(width) * absorbs[lo]);
-    const double e2 = std::exp(-static_cast<double>(width) * absorbs[hi]);
-    const double t = (static_cast<double>(wave) - waves[hi]) * (e1 - e2) / d + e2;
-    if (!(t > 0.0)) {
-        // Both neighbours absorb everything at this width: fall back on the coefficients.
-        const double a = (static_cast<double>(wave) - waves[hi]) *
-                             (static_cast<double>(absorbs[lo]) - absorbs[hi]) / d +
-                         absorbs[hi];
-        return static_cast<float>(a);
-    }
-    return static_cast<float>(-std::log(t) / width);
+    Bisect(waves, wave, lo, hi);
+    const double eLo = std::exp(-static_cast<double>(width) * absorbs[lo]);
+    const double eHi = std::exp(-static_cast<double>(width) * absorbs[hi]);
+    return InterpolatedAbsorb(wave, width, waves, absorbs, lo, hi, eLo, eHi).value_or(kNoTransData);
 }
 
 void FillTransTable(std::array<float, kTransTableSize>& table, float width,
@@ -134,27 +149,11 @@ void FillTransTable(std::array<float, kTransTableSize>& table, float width,
             hi = std::max<size_t>(below, 1);
             lo = hi - 1;
         }
-        while (hi - lo > 1) {
-            const size_t mid = (lo + hi) / 2;
-            if (waves[mid] <= wave) {
-                hi = mid;
-            } else {
-                lo = mid;
-            }
-        }
+        Bisect(waves, wave, lo, hi);
         if (hi > last) continue;  // a single point: no interval
-        const double d = static_cast<double>(waves[lo]) - waves[hi];
-        if (d == 0.0) continue;
-        const double e1 = fraction[lo];
-        const double e2 = fraction[hi];
-        const double t = (static_cast<double>(wave) - waves[hi]) * (e1 - e2) / d + e2;
-        if (!(t > 0.0)) {
-            const double a = (static_cast<double>(wave) - waves[hi]) *
-                                 (static_cast<double>(absorbs[lo]) - absorbs[hi]) / d +
-                             absorbs[hi];
-            table[i] = static_cast<float>(a);
-        } else {
-            table[i] = static_cast<float>(-std::log(t) / width);
+        if (const auto a = InterpolatedAbsorb(wave, width, waves, absorbs, lo, hi, fraction[lo],
+                                              fraction[hi])) {
+            table[i] = *a;
         }
     }
 }
