@@ -303,13 +303,7 @@ QWidget* frm3NewWindow::BuildDndtTab() {
     Bind(list, unit_.lstThermal);
     list->setMaximumWidth(list->fontMetrics().horizontalAdvance("Schott Sellmeier equation") + 40);
     list->setFixedHeight(list->sizeHintForRow(0) * 3 + 2 * list->frameWidth() + 4);
-    // A move by keyboard selects the row before it makes it current, so the binding has
-    // taken it into the unit already; the row is answered all the same.
-    connect(list, &QListWidget::currentRowChanged, this, [this](int row) {
-        if (row < 0) return;
-        unit_.lstThermal.SetListIndex(row);
-        unit_.lstThermalClick();
-    });
+    OnPick(list, unit_.lstThermal, [this] { unit_.lstThermalClick(); });
     layout->addWidget(list);
 
     auto* boxes = new QGridLayout();

@@ -178,11 +178,8 @@ QWidget* frm7MeltWindow::BuildSide() {
     Bind(list, unit_.lstWaveBand);
     list->setMaximumHeight(list->fontMetrics().height() * 6);
     list->setMinimumWidth(list->fontMetrics().horizontalAdvance("Schott - standard") + 30);
-    // A band picked by mouse or by the arrow keys is selected, and the binding has taken it
-    // into the unit by now. Tabbing into the list makes a row current without selecting it:
-    // that picks nothing, and must not replace the wavelengths in the grid.
-    connect(list, &QListWidget::itemSelectionChanged, this, [this] {
-        if (unit_.lstWaveBand.listIndex() < 0) return;
+    // Tabbing into the list picks no band and leaves the wavelengths in the grid alone.
+    OnPick(list, unit_.lstWaveBand, [this] {
         unit_.lstWaveBandClick();
         RefreshPlot();
     });

@@ -30,17 +30,9 @@ popMeltParentDialog::popMeltParentDialog(popMeltParent& unit, CSApplication* app
     makers_->setObjectName("lstMakers");
     Bind(makers_, unit_.lstMakers);
     makers_->setMaximumHeight(makers_->fontMetrics().height() * 7);
-    // The unit refills the grid as it answers; the answer comes after the list's own signal.
-    // A maker picked by mouse or by the arrow keys is selected, and the binding has taken it
-    // into the unit (its own refills send no signal). Tabbing into the list only makes a
-    // row current: that picks no maker.
-    connect(
-        makers_, &QListWidget::itemSelectionChanged, this,
-        [this] {
-            if (unit_.lstMakers.listIndex() < 0) return;
-            unit_.lstMakersClick();
-        },
-        Qt::QueuedConnection);
+    // The unit refills the list as it answers: the answer comes after the list's own event.
+    OnPick(
+        makers_, unit_.lstMakers, [this] { unit_.lstMakersClick(); }, true);
     layout->addWidget(makers_);
 
     auto* help = new QLabel(this);

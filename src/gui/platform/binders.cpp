@@ -159,6 +159,15 @@ void Bind(QListWidget* list, ListControl& model) {
     });
 }
 
+void OnPick(QListWidget* list, ListControl& model, std::function<void()> pick, bool queued) {
+    QObject::connect(
+        list, &QListWidget::itemSelectionChanged, list,
+        [&model, pick = std::move(pick)] {
+            if (model.listIndex() >= 0) pick();
+        },
+        queued ? Qt::QueuedConnection : Qt::AutoConnection);
+}
+
 void Bind(QComboBox* combo, ListControl& model) {
     new Binding(combo, model, [combo, &model] {
         const QSignalBlocker block(combo);

@@ -2,6 +2,7 @@
 // One line binds a widget to a control model: the widget takes the model's state at once
 // and follows every later change. The binding ends with the widget.
 #include <QString>
+#include <functional>
 
 #include "core/platform/controls.h"
 
@@ -34,6 +35,11 @@ void BindPanel(QWidget* panel, Panel& model);
 void Bind(QLineEdit* edit, TextBox& model);
 // Items, current item and (multi-select) selection; the user's choices are written back.
 void Bind(QListWidget* list, ListControl& model);
+// Runs `pick` when the user picks a row of a single-selection list bound to `model`, by mouse
+// or by the arrow keys, after the binding has taken the row into the model. Tabbing into the
+// list makes a row current without selecting it: that picks nothing. Queued, `pick` runs
+// after the list has finished with the user's event (for a unit that refills the list).
+void OnPick(QListWidget* list, ListControl& model, std::function<void()> pick, bool queued = false);
 void Bind(QComboBox* combo, ListControl& model);
 void Bind(QTabWidget* tabs, TabStrip& model);
 void Bind(QTimer* timer, Timer& model);
