@@ -16,6 +16,10 @@ constexpr float kWaveF = 486.1327f;
 // Code from nd and vd given as texts; 0 when nd reads as 0. Bad texts read as 0.
 int32_t MakeGlassCode(const std::string& ndText, const std::string& vdText);
 
+// Code from nd and vd as values: the same code as from nd written with 15 significant digits
+// and vd with 7.
+int32_t GlassCodeOf(double nd, float vd);
+
 // Evaluates the record's polynomial at d, C and F and stores the code in GlassCode.
 void UpdateGlassCode(MaterialRecord& rec);
 

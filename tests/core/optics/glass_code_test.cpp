@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <cstdio>
+#include <random>
+
 #include "core/optics/derived_data.h"
 
 namespace ostrel {
@@ -30,6 +34,40 @@ INSTANTIATE_TEST_SUITE_P(Cases, MakeGlassCodeTest,
                                                     40012345},  // no limit on digits
                                            CodeCase{"0", "64.17", 0}, CodeCase{"", "64.17", 0},
                                            CodeCase{"abc", "50", 0}));
+
+// The code from values must be the code from nd written with 15 digits and vd with 7, also
+// where a part lies at or next to a half and the written text rounds the other way.
+TEST(GlassCode, FromValuesAsFromTexts) {
+    auto fromTexts = [](double nd, float vd) {
+        char ndText[40], vdText[40];
+        std::snprintf(ndText, sizeof ndText, "%.15g", nd);
+        std::snprintf(vdText, sizeof vdText, "%.7g", static_cast<double>(vd));
+        return MakeGlassCode(ndText, vdText);
+    };
+    std::vector<std::pair<double, float>> cases = {
+        {1.5165, 64.25f},  {1.5175, 64.35f},     {1.51649999999999996, 64.15f},
+        {1.5, 0.05f},      {0.9, 64.2f},         {1.2, -3.4f},
+        {0.0, 64.0f},      {-1.0, 10.0f},        {40.0, 64.0f},
+        {1.7, 3276.75f},   {1.7, 99.95f},        {std::nan(""), 50.0f},
+        {INFINITY, 50.0f}, {1.6, std::nanf("")}, {1e-320, 1.0f}};
+    std::mt19937_64 random(7);
+    std::uniform_real_distribution<double> nds(1.3, 2.1), vds(15.0, 95.0);
+    for (int i = 0; i < 20000; ++i) {
+        // Every fourth value is pushed to a half of the code's last digit, give or take a
+        // few units of the last place.
+        double nd = nds(random);
+        float vd = static_cast<float>(vds(random));
+        if (i % 4 == 0) {
+            nd = 1.0 + (std::floor((nd - 1.0) * 1000.0) + 0.5) / 1000.0;
+            nd = std::nextafter(nd, i % 8 == 0 ? 0.0 : 2.0);
+            vd = static_cast<float>((std::floor(vd * 10.0) + 0.5) / 10.0);
+        }
+        cases.emplace_back(nd, vd);
+    }
+    for (const auto& [nd, vd] : cases) {
+        ASSERT_EQ(GlassCodeOf(nd, vd), fromTexts(nd, vd)) << nd << " " << vd;
+    }
+}
 
 // A Sellmeier glass with the published constants of a common borosilicate crown
 // (nd 1.51680, vd 64.17).
