@@ -249,12 +249,13 @@ void SplitBlanks(std::string_view s, std::vector<std::string_view>& tokens) {
     const char* const begin = s.data();
     const size_t n = s.size();
     size_t i = 0;
-    size_t start = 0;
-    bool inWord = false;
+    size_t start = 0;     // where the word under way began
+    bool inWord = false;  // the last byte looked at belongs to a word
 #if defined(__SSE2__)
-    // Sixteen bytes at a time: one bit per byte that is no blank; a word starts where such a
-    // bit follows a blank (or the previous block's end in a blank) and ends where a blank
-    // follows one.
+    // Sixteen bytes at a time: one bit per byte that is no blank. A word starts where such a
+    // bit follows a blank and ends where a blank follows one; starts and ends alternate, so
+    // each end pairs with the start before it (for the first end of a block, perhaps one
+    // from an earlier block).
     const __m128i space = _mm_set1_epi8(' ');
     const __m128i tab = _mm_set1_epi8('\t');
     for (; i + 16 <= n; i += 16) {
@@ -263,17 +264,19 @@ void SplitBlanks(std::string_view s, std::vector<std::string_view>& tokens) {
             _mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(v, space), _mm_cmpeq_epi8(v, tab))));
         const uint32_t word = ~blanks & 0xFFFFu;
         const uint32_t before = (word << 1) | (inWord ? 1u : 0u);
-        const uint32_t starts = word & ~before;
-        uint32_t edges = starts | (~word & before & 0xFFFFu);
-        while (edges != 0) {
-            const auto at = static_cast<size_t>(std::countr_zero(edges));
-            edges &= edges - 1;
-            if ((starts >> at) & 1u) {
-                start = i + at;
-            } else {
-                tokens.emplace_back(begin + start, i + at - start);
-            }
+        uint32_t starts = word & ~before;
+        uint32_t ends = ~word & before & 0xFFFFu;
+        if (inWord && ends != 0) {
+            tokens.emplace_back(begin + start, i + std::countr_zero(ends) - start);
+            ends &= ends - 1;
         }
+        while (ends != 0) {
+            const size_t from = i + static_cast<size_t>(std::countr_zero(starts));
+            starts &= starts - 1;
+            tokens.emplace_back(begin + from, i + std::countr_zero(ends) - from);
+            ends &= ends - 1;
+        }
+        if (starts != 0) start = i + static_cast<size_t>(std::countr_zero(starts));
         inWord = (word >> 15) != 0;
     }
 #endif
