@@ -24,6 +24,7 @@
 #include "gui/platform/grid_view.h"
 #include "support/scripted_dialogs.h"
 #include "support/temp_dir.h"
+#include "user_input.h"
 
 namespace ostrel::gui {
 namespace {
@@ -62,6 +63,8 @@ class ImportWindowsTest : public ::testing::Test {
 TEST_F(ImportWindowsTest, ImportWindowShowsTheReadAndClosesThroughTheStrip) {
     frm4ImportWindow* window = nullptr;
     frm4Import::Hooks hooks;
+    std::string reviewed;
+    hooks.reviewInNewForm = [&](const MaterialRecord& r) { reviewed = r.General.GlassName.Text(); };
     hooks.progress = [&](size_t done, size_t total) { window->ShowProgress(done, total); };
     hooks.close = [&] { forms.RibbonClick(kFormImport, false); };
     frm4Import unit(list, dialogs, settings, newMsg, tmp.path().string(), hooks);
@@ -104,6 +107,11 @@ TEST_F(ImportWindowsTest, ImportWindowShowsTheReadAndClosesThroughTheStrip) {
     EXPECT_EQ(model->index(0, 0).data().toString(), "N-BK7");
     EXPECT_TRUE(w.label("lblReFit")->text().isEmpty());
     EXPECT_TRUE(w.grid()->isColumnHidden(5));
+
+    // Enter on a row reached by the keys reviews that glass, as a double click does.
+    KeyToRow(w.grid(), 1);
+    PressKey(w.grid(), Qt::Key_Enter);
+    EXPECT_EQ(reviewed, model->index(1, 0).data().toString().toStdString());
 
     // A click in the grid picks the row that the add command takes.
     w.grid()->selectRow(0);

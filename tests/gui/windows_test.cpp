@@ -21,6 +21,7 @@
 #include "gui/shell/frm_main_mdi_window.h"
 #include "support/scripted_dialogs.h"
 #include "support/temp_dir.h"
+#include "user_input.h"
 
 namespace ostrel::gui {
 namespace {
@@ -111,7 +112,10 @@ TEST_F(WindowsTest, FloatingListShowsTheListAndRefreshes) {
 TEST_F(WindowsTest, ManageFormShowsHidesAndSortsThroughItsButtons) {
     QMdiArea area;
     int closes = 0;
-    frm2Manage unit(list, dialogs, {{}, {}, {}, [&] { ++closes; }});
+    int edited = 0;
+    frm2Manage unit(
+        list, dialogs,
+        {[&](int index, const MaterialRecord&) { edited = index; }, {}, {}, [&] { ++closes; }});
     frm2ManageWindow w(unit, nullptr, &area);
     EXPECT_TRUE(w.subWindow()->isHidden());
     unit.Display();
@@ -124,6 +128,11 @@ TEST_F(WindowsTest, ManageFormShowsHidesAndSortsThroughItsButtons) {
     auto* model = w.grid()->model();
     EXPECT_EQ(model->index(0, 0).data().toString(), "BK7");
     EXPECT_EQ(model->index(2, 0).data().toString(), "ZK1");
+
+    // Enter on a row reached by the keys opens it, as a double click does.
+    KeyToRow(w.grid(), 2);
+    PressKey(w.grid(), Qt::Key_Return);
+    EXPECT_EQ(edited, 3);
 
     w.button("comOK")->click();
     EXPECT_EQ(closes, 1);

@@ -60,6 +60,8 @@ frm4ImportWindow::frm4ImportWindow(frm4Import& unit, CSApplication* app, QMdiAre
             [this](int col, int row) { unit_.ssGlassesClick(col, row); });
     connect(grid_, &QAbstractItemView::doubleClicked, this,
             [this](const QModelIndex& i) { unit_.ssGlassesDblClick(i.column() + 1, i.row() + 1); });
+    connect(grid_, &GridView::cellEntered, this,
+            [this](int col, int row) { unit_.ssGlassesDblClick(col, row); });
     outer->addWidget(grid_, 1);
 
     progress_ = new QProgressBar(this);

@@ -53,6 +53,7 @@ frm2ManageWindow::frm2ManageWindow(frm2Manage& unit, CSApplication* app, QMdiAre
     grid_ = MakeRowGrid(this, "ssGlassesCurr", unit_.ssGlassesCurr);
     layout->addWidget(grid_, 1);
     connect(grid_, &QAbstractItemView::doubleClicked, this, [this] { unit_.comEditClick(); });
+    connect(grid_, &GridView::cellEntered, this, [this] { unit_.comEditClick(); });
 
     auto* row = new QHBoxLayout();
     struct {

@@ -4,6 +4,7 @@
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QKeyEvent>
+#include <QMetaMethod>
 
 #include "gui/platform/binders.h"
 
@@ -156,6 +157,13 @@ void GridView::contextMenuEvent(QContextMenuEvent* e) {
 }
 
 void GridView::keyPressEvent(QKeyEvent* e) {
+    const bool enter = e->key() == Qt::Key_Return || e->key() == Qt::Key_Enter;
+    if (enter && state() != EditingState && currentIndex().isValid() &&
+        isSignalConnected(QMetaMethod::fromSignal(&GridView::cellEntered))) {
+        e->accept();
+        emit cellEntered(currentIndex().column() + 1, currentIndex().row() + 1);
+        return;
+    }
     const QPersistentModelIndex before = currentIndex();
     QTableView::keyPressEvent(e);
     const QModelIndex now = currentIndex();

@@ -50,6 +50,9 @@ class GridView : public QTableView {
     void cellRightClicked(int col, int row, const QPoint& globalPos);
     // The user moved to a cell with the keyboard (1-based): what a click on it is by mouse.
     void cellKeyed(int col, int row);
+    // Enter on a cell, outside an edit (1-based): the keyboard's double click. Taken by the
+    // grid only where something answers it.
+    void cellEntered(int col, int row);
 
   protected:
     void contextMenuEvent(QContextMenuEvent* e) override;
