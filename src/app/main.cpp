@@ -51,6 +51,7 @@
 #include "gui/melt/pop_melt_parent_dialog.h"
 #include "gui/melt/pop_melt_schott_dialog.h"
 #include "gui/platform/binders.h"
+#include "gui/platform/edit_finisher.h"
 #include "gui/platform/qt_dialogs.h"
 #include "gui/platform/qt_settings_store.h"
 #include "gui/shell/frm_main_mdi_window.h"
@@ -78,6 +79,8 @@ int main(int argc, char** argv) {
     QApplication qapp(argc, argv);
     QApplication::setApplicationName(maker::kProgramTitle);
     QApplication::setOrganizationName("Ostrel");
+    gui::EditFinisher finisher;
+    qapp.installEventFilter(&finisher);
 
     QCommandLineParser parser;
     parser.setApplicationDescription("Custom optical materials");

@@ -2,6 +2,7 @@
 // the grids on screen, buttons clicked, and the widgets and plots checked to follow.
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QItemSelectionModel>
@@ -13,6 +14,7 @@
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTimer>
+#include <QToolButton>
 #include <cmath>
 #include <functional>
 
@@ -48,6 +50,20 @@ QColor Back(const QLabel* panel) {
 
 const QColor kGreen(kStatusGreen.r, kStatusGreen.g, kStatusGreen.b);
 const QColor kRed(kStatusRed.r, kStatusRed.g, kStatusRed.b);
+
+// Runs `seen` when a Close event reaches the object it watches, before the object's own
+// handling of it.
+class ProbeClose : public QObject {
+  public:
+    explicit ProbeClose(std::function<void()> seen) : seen_(std::move(seen)) {}
+    bool eventFilter(QObject*, QEvent* e) override {
+        if (e->type() == QEvent::Close) seen_();
+        return false;
+    }
+
+  private:
+    std::function<void()> seen_;
+};
 
 class Frm3NewWindowTest : public ::testing::Test {
   protected:
@@ -194,6 +210,44 @@ TEST_F(Frm3NewWindowTest, TransmissionRowsPlotAsInternalTransmission) {
     window.button("comTransSort")->click();
     EXPECT_EQ(Panel(2)->text(), "Trans: Ready");
     EXPECT_EQ(window.transPlot()->PointCount(), 4);
+
+    // A thickness typed last is taken before a command that leaves the focus in its box: a
+    // tool strip button (which never takes the focus) and closing the window.
+    area.show();
+    QApplication::setActiveWindow(&area);
+    QLineEdit* width = window.edit("txtTransGlassWidth");
+    width->setFocus();
+    ASSERT_TRUE(width->hasFocus());
+    QToolButton tool(&area);
+    tool.setFocusPolicy(Qt::TabFocus);
+    float widthAtClick = 0;
+    QObject::connect(&tool, &QToolButton::clicked,
+                     [&] { widthAtClick = unit.Record().Measured.TransWidth; });
+    width->selectAll();
+    TypeText(width, "25");
+    ClickWidget(&tool);
+    EXPECT_EQ(widthAtClick, 25.0f);
+    EXPECT_TRUE(width->hasFocus()) << "the focus goes back to the box";
+    // So is a grid cell being typed in.
+    GridView* grid = window.grid("ssTrans");
+    grid->setCurrentIndex(grid->model()->index(4, 0));
+    grid->edit(grid->currentIndex());
+    auto* cell = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    ASSERT_NE(cell, nullptr);
+    TypeText(cell, "250");
+    ClickWidget(&tool);
+    EXPECT_EQ(unit.ssTrans.Text(1, 5), "250");
+    EXPECT_TRUE(grid->hasFocus());
+    // The close box runs the form's Close command, which asks about unsaved changes.
+    float widthAtClose = 0;
+    ProbeClose probe([&] { widthAtClose = unit.Record().Measured.TransWidth; });
+    window.subWindow()->installEventFilter(&probe);
+    width->setFocus();
+    width->selectAll();
+    TypeText(width, "30");
+    window.subWindow()->close();
+    window.subWindow()->removeEventFilter(&probe);
+    EXPECT_EQ(widthAtClose, 30.0f);
 
     // "No Data Available" leaves the width box and the sort button disabled.
     Choose("cmbTransType", 3);

@@ -25,6 +25,25 @@ inline void PressKey(QWidget* to, int key, Qt::KeyboardModifiers mods = Qt::NoMo
     QCoreApplication::sendEvent(to, &press);
 }
 
+// Typed characters, one key press each.
+inline void TypeText(QWidget* to, const QString& text) {
+    for (const QChar c : text) {
+        QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString(c));
+        QCoreApplication::sendEvent(to, &press);
+    }
+}
+
+// A left click on the middle of a widget.
+inline void ClickWidget(QWidget* w) {
+    const QPointF at = QRectF(w->rect()).center();
+    for (QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        QMouseEvent click(type, at, w->mapToGlobal(at), Qt::LeftButton,
+                          type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton,
+                          Qt::NoModifier);
+        QCoreApplication::sendEvent(w, &click);
+    }
+}
+
 // The focus arriving by Tab.
 inline void TabInto(QWidget* to) {
     QFocusEvent tabIn(QEvent::FocusIn, Qt::TabFocusReason);

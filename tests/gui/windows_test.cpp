@@ -16,6 +16,7 @@
 #include "core/shell/frm_main_mdi.h"
 #include "gui/material/frm_glasses_list_window.h"
 #include "gui/materialform/frm2_manage_window.h"
+#include "gui/platform/edit_finisher.h"
 #include "gui/platform/grid_view.h"
 #include "gui/platform/qt_dialogs.h"
 #include "gui/shell/frm_main_mdi_window.h"
@@ -170,6 +171,8 @@ TEST(QtFileFilter, PairsBecomeQtFilters) {
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
+    ostrel::gui::EditFinisher finisher;
+    app.installEventFilter(&finisher);
     ::testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }
