@@ -319,29 +319,32 @@ std::string AverageErrorLabel(int16_t polytype, double fitError, int pointCount)
     return AverageErrorCaption(polytype) + FormatNumber(average, "0.0000000");
 }
 
-std::string PlainNumberText(double value) {
+namespace {
+
+// Up to `digits` significant digits; the exponent form from 10^digits up and below 10^-4.
+std::string PlainDigitsText(double value, int digits) {
     if (value == 0.0) return "0";
     if (!std::isfinite(value)) return std::isnan(value) ? "NaN" : (value > 0 ? "Inf" : "-Inf");
     char buf[64];
-    std::snprintf(buf, sizeof buf, "%.14e", value);  // 15 significant digits
+    std::snprintf(buf, sizeof buf, "%.*e", digits - 1, value);
     // Split mantissa and exponent, then drop trailing zeros of the mantissa.
     std::string s(buf);
     const size_t e = s.find('e');
     std::string mantissa = s.substr(0, e);
     const int exponent = std::atoi(s.c_str() + e + 1);
-    std::string digits;
+    std::string kept;
     for (char ch : mantissa) {
-        if (ch >= '0' && ch <= '9') digits += ch;
+        if (ch >= '0' && ch <= '9') kept += ch;
     }
-    while (digits.size() > 1 && digits.back() == '0') digits.pop_back();
+    while (kept.size() > 1 && kept.back() == '0') kept.pop_back();
     const bool negative = value < 0;
     std::string out = negative ? "-" : "";
-    if (exponent < -4 || exponent >= 15) {
+    if (exponent < -4 || exponent >= digits) {
         // d.dddE-05
-        out += digits.substr(0, 1);
-        if (digits.size() > 1) {
+        out += kept.substr(0, 1);
+        if (kept.size() > 1) {
             out += '.';
-            out += digits.substr(1);
+            out += kept.substr(1);
         }
         char ex[16];
         std::snprintf(ex, sizeof ex, "E%c%02d", exponent < 0 ? '-' : '+', std::abs(exponent));
@@ -350,13 +353,23 @@ std::string PlainNumberText(double value) {
     if (exponent < 0) {
         out += "0.";
         out.append(size_t(-exponent - 1), '0');
-        out += digits;
-    } else if (static_cast<int>(digits.size()) <= exponent + 1) {
-        out += digits + std::string(size_t(exponent + 1 - digits.size()), '0');
+        out += kept;
+    } else if (static_cast<int>(kept.size()) <= exponent + 1) {
+        out += kept + std::string(size_t(exponent + 1 - kept.size()), '0');
     } else {
-        out += digits.substr(0, size_t(exponent) + 1) + "." + digits.substr(size_t(exponent) + 1);
+        out += kept.substr(0, size_t(exponent) + 1) + "." + kept.substr(size_t(exponent) + 1);
     }
     return out;
+}
+
+}  // namespace
+
+std::string PlainNumberText(double value) {
+    return PlainDigitsText(value, 15);
+}
+
+std::string PlainNumberText(float value) {
+    return PlainDigitsText(value, 7);
 }
 
 }  // namespace ostrel

@@ -59,5 +59,8 @@ std::string AverageErrorLabel(int16_t polytype, double fitError, int pointCount)
 // A number as plain text: up to 15 significant digits, exponent form ("1.5E-05") for very
 // small and very large magnitudes.
 std::string PlainNumberText(double value);
+// A 32-bit value as plain text: up to the 7 significant digits it holds, so that 2325.4 typed
+// in reads back as 2325.4 and not as the 2325.39990234375 the float stores.
+std::string PlainNumberText(float value);
 
 }  // namespace ostrel

@@ -107,6 +107,8 @@ TEST_F(Frm3NewTrans, SortAndCheckNeedsThreePoints) {
     EXPECT_NEAR(m.TransInternal[1], 100 * std::exp(-0.1), 1e-4);
     EXPECT_EQ(form->ssTrans.Text(1, 1), "650");
 
+    Type(form->ssTrans, 1, 3, "500.3");
+    EXPECT_EQ(form->ssTrans.Text(1, 3), "500.3") << "the digits typed, not the float's";
     Type(form->ssTrans, 1, 3, "500");
     Type(form->ssTrans, 4, 3, "2");  // above 1 reads 0
     EXPECT_EQ(m.TransAbsorb[2], 0.0f);

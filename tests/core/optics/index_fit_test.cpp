@@ -400,6 +400,21 @@ TEST(ConstantsText, SellmeierFormsGroupBThenC) {
               "C1:   1E-05\nC2:   0.0125\nC3:   100\nC4:   123456.75\nC5:   -3");
 }
 
+// A 32-bit value shows the digits it was given, not the binary fraction it is stored as.
+TEST(PlainNumber, SingleShowsItsOwnSevenDigits) {
+    const std::pair<float, const char*> singles[] = {{2325.4f, "2325.4"},
+                                                     {2.51f, "2.51"},
+                                                     {10.0f, "10"},
+                                                     {0.1f, "0.1"},
+                                                     {-587.5618f, "-587.5618"},
+                                                     {1e-5f, "1E-05"},
+                                                     {12345678.0f, "1.234568E+07"}};
+    for (const auto& [value, text] : singles) EXPECT_EQ(PlainNumberText(value), text) << text;
+    EXPECT_EQ(PlainNumberText(static_cast<double>(2325.4f)), "2325.39990234375");
+    EXPECT_EQ(PlainNumberText(123456789012345.0), "123456789012345");
+    EXPECT_EQ(PlainNumberText(1e15), "1E+15");
+}
+
 TEST(AverageError, LabelsPerForm) {
     // sqrt(4e-10 / 4) = 1e-5
     EXPECT_EQ(AverageErrorLabel(4, 4e-10, 4), "average Cauchy polynomal fit error 0.0000100");
