@@ -288,7 +288,7 @@ QWidget* frm3NewWindow::BuildTransTab() {
     split->addWidget(grid);
     split->addWidget(transPlot_);
     split->setStretchFactor(1, 1);
-    split->setSizes({460, 480});
+    split->setSizes({520, 420});
     layout->addWidget(split, 1);
     return page;
 }
