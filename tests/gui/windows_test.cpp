@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -88,7 +89,12 @@ TEST_F(WindowsTest, MainWindowFollowsToolsPanelsAndPopup) {
 TEST_F(WindowsTest, FloatingListShowsTheListAndRefreshes) {
     QWidget owner;
     int prepared = 0;
-    frmGlassesList unit(list, {[] { return 0; }, [&](int, const std::string&) { ++prepared; }});
+    int lastPreparedRow = 0;
+    frmGlassesList unit(list, {[] { return 0; },
+                               [&](int row, const std::string&) {
+                                   ++prepared;
+                                   lastPreparedRow = row;
+                               }});
     frmGlassesListWindow w(unit, nullptr, &owner);
     unit.Display();
     auto* model = w.grid()->model();
@@ -99,6 +105,14 @@ TEST_F(WindowsTest, FloatingListShowsTheListAndRefreshes) {
               QColor(kMeltRowColour.r, kMeltRowColour.g, kMeltRowColour.b));
     EXPECT_TRUE(w.isVisible());
 
+    // The menu key opens the popup of the current row, as the window system places it: at the
+    // middle of the current cell as the grid reports it.
+    w.grid()->setCurrentIndex(model->index(2, 0));
+    const QPoint at = w.grid()->inputMethodQuery(Qt::ImCursorRectangle).toRect().center();
+    QContextMenuEvent key(QContextMenuEvent::Keyboard, at, w.grid()->mapToGlobal(at));
+    QCoreApplication::sendEvent(w.grid(), &key);
+    EXPECT_EQ(lastPreparedRow, 3);
+
     ASSERT_TRUE(list.CommitList({Record("N-SF11", "Schott")}));
     ASSERT_EQ(model->rowCount(), 1);
     EXPECT_EQ(model->index(0, 0).data().toString(), "N-SF11");
@@ -106,7 +120,7 @@ TEST_F(WindowsTest, FloatingListShowsTheListAndRefreshes) {
     int popups = 0;
     QObject::connect(&w, &frmGlassesListWindow::popupRequested, [&](const QPoint&) { ++popups; });
     emit w.grid()->cellRightClicked(1, 1, QPoint());
-    EXPECT_EQ(prepared, 1);
+    EXPECT_EQ(prepared, 2);
     EXPECT_EQ(popups, 1);
 }
 
