@@ -45,8 +45,7 @@ TEST_F(FrmGlassesListTest, FillShowsNameAndSourceWithMeltRowsYellow) {
 TEST_F(FrmGlassesListTest, ListChangesRefreshTheDisplayedForm) {
     frmGlassesList& f = Shown();
     EXPECT_TRUE(f.form.visible);
-    ASSERT_TRUE(list->CommitList({MakeRecord("F2", "Schott")}));
-    list->RefreshListForm();
+    ASSERT_TRUE(list->CommitList({MakeRecord("F2", "Schott")}));  // refreshes the form itself
     ASSERT_EQ(f.ssGlassesList.MaxRows(), 1);
     EXPECT_EQ(f.ssGlassesList.Text(1, 1), "F2");
     EXPECT_EQ(f.ssGlassesList.RowColour(1), kWhite) << "colours follow the new rows";

@@ -47,7 +47,7 @@ TEST(NameUsable, RefusesBlankAndNul) {
 
 using GlassesListTest = ListFixture;
 
-TEST_F(GlassesListTest, ListAddOverwriteReplacesInPlace) {
+TEST_F(GlassesListTest, ListAddOverwriteReplacesInPlaceAndGetMaterialReadsIt) {
     GlassesList& l = Fresh();
     ASSERT_TRUE(l.ListAdd(MakeRecord("A", "S", 1), false));
     ASSERT_TRUE(l.ListAdd(MakeRecord("B", "S", 2), false));
@@ -56,46 +56,29 @@ TEST_F(GlassesListTest, ListAddOverwriteReplacesInPlace) {
     EXPECT_FALSE(l.ListAdd(MakeRecord("b ", "s", 9), false));
     EXPECT_EQ(l.CustomList()[1].General.PolyCoef[0], 2);
 
-    EXPECT_TRUE(l.ListAdd(MakeRecord("b ", "s", 9), true));
+    EXPECT_TRUE(l.ListAddDated(MakeRecord("b ", "s", 9), true));
     ASSERT_EQ(l.CustomCount(), 3);
-    EXPECT_EQ(l.CustomList()[1].General.PolyCoef[0], 9);
-    EXPECT_EQ(l.CustomList()[1].General.GlassName.Text(), "b");
+    MaterialRecord r;
+    EXPECT_FALSE(l.GetMaterial(0, r));
+    EXPECT_FALSE(l.GetMaterial(4, r));
+    ASSERT_TRUE(l.GetMaterial(2, r));
+    EXPECT_EQ(r.General.PolyCoef[0], 9);
+    EXPECT_EQ(r.General.GlassName.Text(), "b");
+    EXPECT_EQ(r.DateChanged, 46349.5) << "stamped with the clock";
     EXPECT_EQ(l.CustomList()[2].General.GlassName.Text(), "C");
 }
 
-TEST_F(GlassesListTest, NulNameNeverEntersNorBecomesAKey) {
+TEST_F(GlassesListTest, ReplaceListKeysOnlyItsOwnUsableNames) {
     GlassesList& l = Fresh();
     MaterialRecord nul = MakeRecord("A", "S");
     nul.General.GlassName.data()[1] = '\0';
     EXPECT_FALSE(l.ListAdd(nul, true));
     EXPECT_EQ(l.CustomCount(), 0);
+    l.ListAdd(MakeRecord("B", "S"), false);
     l.ReplaceList({nul});  // ReplaceList takes records as they are, but keys only usable ones
     EXPECT_EQ(l.CustomCount(), 1);
     EXPECT_FALSE(l.ListContains(nul));
-}
-
-TEST_F(GlassesListTest, GetMaterialOutOfRangeIsFalse) {
-    GlassesList& l = Fresh();
-    l.ListAdd(MakeRecord("A", "S"), false);
-    MaterialRecord r;
-    EXPECT_FALSE(l.GetMaterial(0, r));
-    EXPECT_FALSE(l.GetMaterial(2, r));
-    EXPECT_TRUE(l.GetMaterial(1, r));
-    EXPECT_EQ(r.General.GlassName.Text(), "A");
-}
-
-TEST_F(GlassesListTest, ReplaceListWithNothingEmptiesKeys) {
-    GlassesList& l = Fresh();
-    l.ListAdd(MakeRecord("A", "S"), false);
-    l.ReplaceList({});
-    EXPECT_EQ(l.CustomCount(), 0);
-    EXPECT_FALSE(l.ListContains(MakeRecord("A", "S")));
-}
-
-TEST_F(GlassesListTest, ListAddDatedStampsTheClock) {
-    GlassesList& l = Fresh();
-    ASSERT_TRUE(l.ListAddDated(MakeRecord("A", "S"), false));
-    EXPECT_EQ(l.CustomList()[0].DateChanged, 46349.5);
+    EXPECT_FALSE(l.ListContains(MakeRecord("B", "S"))) << "the old keys are gone";
 }
 
 TEST_F(GlassesListTest, NoFileOfAnyKindStartsEmptyAndWritesNothing) {
@@ -206,20 +189,13 @@ TEST_F(GlassesListTest, UnreadableFileIsReportedAndNeverOverwritten) {
 
 // --- older files ---
 
-std::string OldImage(size_t length, const std::function<void(unsigned char*)>& fill) {
-    std::string s(length, '\0');
-    fill(reinterpret_cast<unsigned char*>(s.data()));
-    return s;
-}
-
-void PutName(unsigned char* img, size_t off, const char* text, size_t width) {
-    std::memset(img + off, ' ', width);
-    std::memcpy(img + off, text, std::strlen(text));
+void PutName(std::string& img, size_t off, const char* text, size_t width) {
+    img.replace(off, width, std::string(text).append(width - std::strlen(text), ' '));
 }
 
 template <typename T>
-void Put(unsigned char* img, size_t off, T v) {
-    std::memcpy(img + off, &v, sizeof v);
+void Put(std::string& img, size_t off, T v) {
+    std::memcpy(img.data() + off, &v, sizeof v);
 }
 
 template <typename T>
@@ -230,25 +206,24 @@ T Get(const unsigned char* img, size_t off) {
 }
 
 TEST_F(GlassesListTest, V2FileIsConvertedWithWidenedMeltValues) {
-    std::string v2 = OldImage(12604, [](unsigned char* img) {
-        PutName(img, 6, "MELT1", 30);
-        PutName(img, 38, "LAB", 30);
-        Put<int16_t>(img, 76, 2);
-        Put<double>(img, 78, 1.25);
-        Put<int16_t>(img, 12070, -1);
-        PutName(img, 12102, "N-BK7", 30);
-        PutName(img, 12162, "M42", 10);
-        Put<int16_t>(img, 12172, 3);
-        Put<float>(img, 12174, 587.56f);
-        Put<float>(img, 12254, 1.5168f);
-        Put<int16_t>(img, 12334, 7);  // row count: dropped
-        Put<float>(img, 12336, 0.1f);
-        Put<float>(img, 12416, 0.2f);
-        Put<float>(img, 12496 + 4 * 19, 0.3f);
-        Put<int16_t>(img, 12576, 4);   // GeneralState.Changes
-        Put<int16_t>(img, 12578, -1);  // GeneralState.Ready
-        Put<double>(img, 12596, 40000.75);
-    });
+    std::string v2(12604, '\0');
+    PutName(v2, 6, "MELT1", 30);
+    PutName(v2, 38, "LAB", 30);
+    Put<int16_t>(v2, 76, 2);
+    Put<double>(v2, 78, 1.25);
+    Put<int16_t>(v2, 12070, -1);
+    PutName(v2, 12102, "N-BK7", 30);
+    PutName(v2, 12162, "M42", 10);
+    Put<int16_t>(v2, 12172, 3);
+    Put<float>(v2, 12174, 587.56f);
+    Put<float>(v2, 12254, 1.5168f);
+    Put<int16_t>(v2, 12334, 7);  // row count: dropped
+    Put<float>(v2, 12336, 0.1f);
+    Put<float>(v2, 12416, 0.2f);
+    Put<float>(v2, 12496 + 4 * 19, 0.3f);
+    Put<int16_t>(v2, 12576, 4);   // GeneralState.Changes
+    Put<int16_t>(v2, 12578, -1);  // GeneralState.Ready
+    Put<double>(v2, 12596, 40000.75);
     WriteFileBytes(dir / kCustomFileV2Name, v2);
     WriteFileBytes(dir / kCustomFileV0Name, std::string(12070, 'x'));
 
@@ -279,13 +254,13 @@ TEST_F(GlassesListTest, V2FileIsConvertedWithWidenedMeltValues) {
 }
 
 TEST_F(GlassesListTest, V1FileWaitsBehindAnEmptyV2AndLeavesMeltAndStatusAsZeroBytes) {
+    std::string v1(12098, '\0');
+    PutName(v1, 6, "A", 30);
+    PutName(v1, 38, "B", 30);
+    Put<int16_t>(v1, 12070 + 14, -1);  // ThermalState.Ready... of the old pairs
+    Put<double>(v1, 12090, 123.5);
     WriteFileBytes(dir / kCustomFileV2Name, "");
-    WriteFileBytes(dir / kCustomFileV1Name, OldImage(12098, [](unsigned char* img) {
-                       PutName(img, 6, "A", 30);
-                       PutName(img, 38, "B", 30);
-                       Put<int16_t>(img, 12070 + 14, -1);  // ThermalState.Ready... of the old pairs
-                       Put<double>(img, 12090, 123.5);
-                   }));
+    WriteFileBytes(dir / kCustomFileV1Name, v1);
     EXPECT_EQ(Loaded().CustomCount(), 0) << "an empty V2 file counts as found";
     EXPECT_FALSE(fs::exists(Current()));
     EXPECT_FALSE(Exists(kCustomFileV2Name));
@@ -302,18 +277,18 @@ TEST_F(GlassesListTest, V1FileWaitsBehindAnEmptyV2AndLeavesMeltAndStatusAsZeroBy
 }
 
 TEST_F(GlassesListTest, OldestFileWidensNameAndSource) {
-    WriteFileBytes(dir / kCustomFileV0Name, OldImage(12070, [](unsigned char* img) {
-                       std::memcpy(img + 6, "ABCDEFGHIJKL", 12);
-                       PutName(img, 20, "SOURCE", 20);
-                       Put<int16_t>(img, 18, 8);
-                       Put<int32_t>(img, 40, 517642);
-                       Put<int16_t>(img, 48, 1);
-                       Put<double>(img, 50 + 8 * 13, 9.5);
-                       Put<float>(img, 494, 1.5168f);        // nd
-                       Put<float>(img, 1826 + 2400, 0.25f);  // IndexWeight[0]
-                       Put<int16_t>(img, 12042 + 2, -1);     // GeneralState.Ready
-                       Put<double>(img, 12062, 7.0);
-                   }));
+    std::string v0(12070, '\0');
+    PutName(v0, 6, "ABCDEFGHIJKL", 12);
+    PutName(v0, 20, "SOURCE", 20);
+    Put<int16_t>(v0, 18, 8);
+    Put<int32_t>(v0, 40, 517642);
+    Put<int16_t>(v0, 48, 1);
+    Put<double>(v0, 50 + 8 * 13, 9.5);
+    Put<float>(v0, 494, 1.5168f);        // nd
+    Put<float>(v0, 1826 + 2400, 0.25f);  // IndexWeight[0]
+    Put<int16_t>(v0, 12042 + 2, -1);     // GeneralState.Ready
+    Put<double>(v0, 12062, 7.0);
+    WriteFileBytes(dir / kCustomFileV0Name, v0);
     GlassesList& l = Loaded();
     ASSERT_EQ(l.CustomCount(), 1);
     const MaterialRecord& r = l.CustomList()[0];

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "core/shell/help_notes.h"
 #include "support/scripted_dialogs.h"
 #include "support/temp_dir.h"
 
@@ -10,6 +11,7 @@ namespace {
 
 using ostrel::testing::ScriptedDialogs;
 using ostrel::testing::TempDir;
+using ostrel::testing::WriteFileBytes;
 
 class CSApplicationTest : public ::testing::Test {
   protected:
@@ -42,6 +44,16 @@ TEST_F(CSApplicationTest, PathEndsInOneSeparatorAndTitlesCarryTheVersion) {
     EXPECT_EQ(app.Version(), "Version: 3.0.1");
 }
 
+TEST_F(CSApplicationTest, SetHelpFileFindsTheHtmlFileInAnyCase) {
+    const std::string before = app.HelpFile();
+    EXPECT_FALSE(SetHelpFile(app, dir.path().string()));
+    EXPECT_EQ(app.HelpFile(), before);
+
+    WriteFileBytes(dir / "ostreltd.HTML", "<html></html>");
+    EXPECT_TRUE(SetHelpFile(app, dir.path().string()));
+    EXPECT_EQ(app.HelpFile(), (dir / "ostreltd.HTML").string());
+}
+
 TEST_F(CSApplicationTest, SaveSwapsWidthAndHeightKeys) {
     app.ThisFormPosnSave("frm4Import", FormRect{30, 40, 800, 600});
     const std::string s = "FormPosNonChild_frm4Import";
@@ -53,15 +65,9 @@ TEST_F(CSApplicationTest, SaveSwapsWidthAndHeightKeys) {
               (FormRect{30, 40, 800, 600}));
 }
 
-TEST_F(CSApplicationTest, NoSectionCentresThePresentSize) {
-    EXPECT_FALSE(app.HasFormPosn("frm2Manage"));
-    EXPECT_EQ(app.ThisFormPosnGet("frm2Manage", false, false, present, screen),
-              (FormRect{760, 390, 400, 300}));
-}
-
 struct PosnCase {
     const char* name;
-    const char* top;
+    const char* top;  // nullptr: no section stored
     const char* left;
     const char* fWidth;   // stored height
     const char* fHeight;  // stored width
@@ -74,13 +80,15 @@ class PosnGetTest : public CSApplicationTest, public ::testing::WithParamInterfa
 
 TEST_P(PosnGetTest, KeepsTheFormOnTheScreen) {
     const PosnCase& c = GetParam();
-    Store("frmX", c.top, c.left, c.fWidth, c.fHeight);
+    if (c.top) Store("frmX", c.top, c.left, c.fWidth, c.fHeight);
+    EXPECT_EQ(app.HasFormPosn("frmX"), c.top && *c.top != ' ');
     EXPECT_EQ(app.ThisFormPosnGet("frmX", c.mainForm, c.posnOnly, present, screen), c.expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Cases, PosnGetTest,
     ::testing::Values(
+        PosnCase{"NoSectionCentred", nullptr, "", "", "", false, false, {760, 390, 400, 300}},
         PosnCase{"AsStored", "100", "200", "500", "700", false, false, {200, 100, 700, 500}},
         PosnCase{"BlankTopIsNoPosition", " ", "10", "10", "10", false, false, {760, 390, 400, 300}},
         PosnCase{"NegativeTopLeft", "-40", "-3", "500", "700", false, false, {0, 0, 700, 500}},

@@ -58,12 +58,11 @@ TEST_F(IniFileTest, ReadsValuesOfAHandWrittenFile) {
     EXPECT_EQ(ini.IniGetText("Other", "nul"), "ab c");
 }
 
-TEST(IniFile, NoFileReadsAsEmpty) {
-    TempDir dir;
-    IniFile ini(dir.path() / "absent");
-    EXPECT_EQ(ini.IniGetText("S", "k"), "");
-    EXPECT_EQ(ini.IniGetInt("S", "k"), 0);
-    EXPECT_FALSE(ini.IniPutText("S", "k", "v"));  // its folder does not exist
+TEST_F(IniFileTest, NoFileReadsAsEmpty) {
+    IniFile absent(dir.path() / "absent");
+    EXPECT_EQ(absent.IniGetText("S", "k"), "");
+    EXPECT_EQ(absent.IniGetInt("S", "k"), 0);
+    EXPECT_FALSE(absent.IniPutText("S", "k", "v"));  // its folder does not exist
 }
 
 }  // namespace

@@ -47,22 +47,6 @@ TEST(HelpNotes, NoteTextsKeepTheirWording) {
     EXPECT_EQ(HelpNotes::NoteText(8), "");
 }
 
-TEST(SetHelpFile, FindsTheHtmlFileInAnyCase) {
-    TempDir dir;
-    ScriptedDialogs d;
-    FixedClock clock(0);
-    ErrorDisplayer errors(dir.path().string(), d, clock);
-    IniFile ini(dir.path());
-    CSApplication app(dir.path().string(), ini, errors);
-    const std::string before = app.HelpFile();
-    EXPECT_FALSE(SetHelpFile(app, dir.path().string()));
-    EXPECT_EQ(app.HelpFile(), before);
-
-    WriteFileBytes(dir / "ostreltd.HTML", "<html></html>");
-    EXPECT_TRUE(SetHelpFile(app, dir.path().string()));
-    EXPECT_EQ(app.HelpFile(), (dir / "ostreltd.HTML").string());
-}
-
 class CNewMsgTest : public ::testing::Test {
   protected:
     ScriptedDialogs d;
@@ -135,8 +119,7 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(ContactCase{MsgAnswer::Yes, true, {"https://www.harvenz.example.com/"}, 1},
                       ContactCase{MsgAnswer::No, true, {"https://www.lumbrak.example.org/"}, 1},
                       ContactCase{MsgAnswer::Cancel, true, {}, 1},
-                      ContactCase{MsgAnswer::Yes, false, {"https://www.harvenz.example.com/"}, 2},
-                      ContactCase{MsgAnswer::Cancel, false, {}, 1}));
+                      ContactCase{MsgAnswer::Yes, false, {"https://www.harvenz.example.com/"}, 2}));
 
 TEST(Contacts, TextListsTheDetailsAndEndsWithTheChoice) {
     const std::string t = ContactsText();
