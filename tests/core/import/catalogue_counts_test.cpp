@@ -10,7 +10,6 @@
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <limits>
 #include <map>
 #include <set>
@@ -25,6 +24,7 @@
 #include "core/optics/glass_code.h"
 #include "core/optics/index_from_polynomial.h"
 #include "support/scripted_dialogs.h"
+#include "support/temp_dir.h"
 
 namespace ostrel {
 namespace {
@@ -45,17 +45,6 @@ struct CatalogueCounts {
     int flagged;  // staged glasses with a non-empty Check text
 };
 
-std::ostream& operator<<(std::ostream& os, const CatalogueCounts& c) {
-    return os << c.file;
-}
-
-std::string Slurp(const fs::path& p) {
-    std::ifstream in(p, std::ios::binary);
-    std::stringstream ss;
-    ss << in.rdbuf();
-    return ss.str();
-}
-
 std::vector<std::string> Words(const std::string& line) {
     std::istringstream ls(line);
     std::vector<std::string> out;
@@ -65,7 +54,7 @@ std::vector<std::string> Words(const std::string& line) {
 
 // Glasses of an AGF file by formula number, from the NM lines alone.
 std::map<long, int> AgfFormulas(const fs::path& p) {
-    std::istringstream in(DecodeTextFile(Slurp(p)));
+    std::istringstream in(DecodeTextFile(testing::ReadFileBytes(p)));
     std::map<long, int> out;
     for (std::string line; std::getline(in, line);) {
         const auto w = Words(line);
@@ -77,7 +66,7 @@ std::map<long, int> AgfFormulas(const fs::path& p) {
 
 // Glass lines of a GLC file whose formula (the twelfth value after the name) is 1, 2 or 3.
 int GlcUsableLines(const fs::path& p) {
-    std::istringstream in(DecodeTextFile(Slurp(p)));
+    std::istringstream in(DecodeTextFile(testing::ReadFileBytes(p)));
     std::string line;
     std::getline(in, line);  // header
     int n = 0;

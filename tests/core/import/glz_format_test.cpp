@@ -30,14 +30,12 @@ MaterialRecord Sample() {
     r.General.PolyCoef = {2.27, -0.0101, 0.0106, 0.00017, -2e-6, 1.5e-10};
     r.General.IndexPoints = 2;
     r.General.IndexDataType = 0;
-    r.Measured.IndexWave[0] = 700;
-    r.Measured.IndexValue[0] = 1.513;
-    r.Measured.IndexWeight[0] = 1;
-    r.Measured.IndexWave[1] = 400;
-    r.Measured.IndexValue[1] = 1.5308;
-    r.Measured.IndexWeight[1] = 0.5f;
+    r.Measured.IndexWave = {700, 400};
+    r.Measured.IndexValue = {1.513, 1.5308};
+    r.Measured.IndexWeight = {1, 0.5f};
     r.Thermal.dndttype = 1;
     r.Thermal.dndt_lin = 0.5f;
+    r.Thermal.dndt_D0 = 1.234567e-6f;
     r.Thermal.dndt_LamdaTK = 0.17f;
     r.Thermal.dndt_RefTemp = 20;
     r.Other.A3070.Set("7.1");
@@ -45,14 +43,10 @@ MaterialRecord Sample() {
     r.Measured.TransPoints = 2;
     r.Measured.TransWidth = 10;
     r.Measured.TransType = 1;
-    r.Measured.TransWave[0] = 700;
-    r.Measured.TransInternal[0] = 99.5f;
-    r.Measured.TransTotal[0] = 91.25f;
-    r.Measured.TransAbsorb[0] = 0.0005f;
-    r.Measured.TransWave[1] = 400;
-    r.Measured.TransInternal[1] = 90;
-    r.Measured.TransTotal[1] = 82;
-    r.Measured.TransAbsorb[1] = 0.01f;
+    r.Measured.TransWave = {700, 400};
+    r.Measured.TransInternal = {99.5f, 90};
+    r.Measured.TransTotal = {91.25f, 82};
+    r.Measured.TransAbsorb = {0.0005f, 0.01f};
     return r;
 }
 
@@ -69,7 +63,7 @@ TEST(GlzWriter, BlockLineByLine) {
         "2,0,0\r\n"
         "#     -- dn/dt--\r\n"
         "1,0.5\r\n"
-        "0,0,0,0,0,0.17,0.17,20\r\n"
+        "1.234567E-6,0,0,0,0,0.17,0.17,20\r\n"
         "0\r\n"
         "#     -- Chem/Mech/Thermal --\r\n"
         "\"A3070\",\"7.1\",\"A20300\",\"\",\"Tg\",\"\",\"T1013\",\"\",\"T1076\",\"\",\"Cp\",\"\","
@@ -244,7 +238,6 @@ TEST(GlzRoundTrip, EveryCarriedFieldComesBack) {
     list[2].Melt.MeltIndexValue[0] = 1.51678123456789;
     list[2].Melt.MeltTransPoints = 1;
     list[2].Melt.MeltTransPair[1][0] = 0.123456789012345;
-    list[2].Thermal.dndt_D0 = 1.234567e-6f;
     TempDir dir;
     FileError error;
     ASSERT_TRUE(WriteGlzFile(dir.path().string(), "all.glz", list, 1, 3, 46000, error));
@@ -263,13 +256,10 @@ TEST(GlzRoundTrip, EveryCarriedFieldComesBack) {
     }
 }
 
-TEST(ImportText, NumberFormsRefusedAndWritten) {
+TEST(ImportText, SignAloneOrTrailingLettersAreNoNumber) {
     double v = 0;
     EXPECT_FALSE(ParseNumber("-", v));
     EXPECT_FALSE(ParseNumber("1.5x", v));
-    EXPECT_EQ(GlzNumber(0.5), "0.5");
-    EXPECT_EQ(GlzNumber(1.5e-10), "1.5E-10");
-    EXPECT_EQ(GlzNumber(1.234567e-6f), "1.234567E-6");
 }
 
 // Catalogue numbers are read to the correctly rounded double, as the standard reader gives
@@ -307,9 +297,7 @@ TEST(ImportText, NumbersOfManyDigitsAndExponents) {
             ExpectStandardReading(std::string(mantissa) + "E" + std::to_string(e));
         }
     }
-}
-
-TEST(ImportText, NumbersWithDigitRunsOfEveryLength) {
+    // Digit runs of every length before and after the point.
     const std::string pattern = "9081726354453627189";
     for (size_t whole = 0; whole <= 12; ++whole) {
         for (size_t fraction = 0; fraction <= 12; ++fraction) {

@@ -179,19 +179,16 @@ TEST_F(ExportForm, CloseReleasesTheToolButton) {
     forms.RegisterForm(kFormImport, &import);
     forms.RegisterForm(kFormExport, &exportForm);
 
-    forms.RibbonClick(kFormImport, true);
-    EXPECT_TRUE(import.form.visible);
-    import.comOKClick();
-    EXPECT_FALSE(import.form.visible);
-    EXPECT_FALSE(forms.ribTools[kFormImport].value);
-    EXPECT_EQ(forms.GetCurrentForm(), kNoForm);
-
-    forms.RibbonClick(kFormExport, true);
-    EXPECT_TRUE(exportForm.form.visible);
-    exportForm.comOKClick();
-    EXPECT_FALSE(exportForm.form.visible);
-    EXPECT_FALSE(forms.ribTools[kFormExport].value);
-    EXPECT_EQ(forms.GetCurrentForm(), kNoForm);
+    auto openAndClose = [&](int number, auto& f) {
+        forms.RibbonClick(number, true);
+        EXPECT_TRUE(f.form.visible);
+        f.comOKClick();
+        EXPECT_FALSE(f.form.visible);
+        EXPECT_FALSE(forms.ribTools[number].value);
+        EXPECT_EQ(forms.GetCurrentForm(), kNoForm);
+    };
+    openAndClose(kFormImport, import);
+    openAndClose(kFormExport, exportForm);
 
     // Without the strip the button just hides the form.
     backup.Display();

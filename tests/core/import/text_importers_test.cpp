@@ -132,24 +132,19 @@ TEST(AgfImport, UnsupportedFormulaSkippedNextRead) {
     EXPECT_EQ(r.recs[0].General.IndexWvMax, 32000);
 }
 
-TEST(AgfImport, OptionRefitsOtherFormula) {
-    // Formula 9: n^2 = c0 + c1 l^2/(l^2 - c2) + c3 l^2/(l^2 - c4).
+TEST(AgfImport, OptionRefitsOtherFormulaAndHerzbergerRefitRaisesLowerEnd) {
+    // Formula 9: n^2 = c0 + c1 l^2/(l^2 - c2) + c3 l^2/(l^2 - c4); then a Herzberger glass.
     const AgfRead r = ReadAgfText(
         "NM S4 9 0 1.5 60 0 1\nCD 1.0 1.03961212 0.00600069867 0.231792344 0.0200179144\n"
-        "LD 0.4 0.8\n",
+        "LD 0.4 0.8\nNM H 3 0 1.5 60 0 1\nCD 1.5 0.004 0 0.0001 0 0\nLD 0.4 1.0\n",
         "x.agf", true);
-    ASSERT_EQ(r.count, 1);
-    EXPECT_EQ(r.refits, 1);
+    ASSERT_EQ(r.count, 2);
+    EXPECT_EQ(r.refits, 2);
     EXPECT_GT(r.errors[0], 0.0f);
     EXPECT_LT(r.errors[0], 1e-4f);
     EXPECT_EQ(r.recs[0].General.Polytype, 1);
-}
-
-TEST(AgfImport, HerzbergerRefitRaisesLowerEnd) {
-    const AgfRead r = ReadAgfText("NM H 3 0 1.5 60 0 1\nCD 1.5 0.004 0 0.0001 0 0\nLD 0.4 1.0\n");
-    ASSERT_EQ(r.count, 1);
-    EXPECT_EQ(r.recs[0].General.IndexWvMin, 650);
-    EXPECT_EQ(r.recs[0].General.Polytype, 1);
+    EXPECT_EQ(r.recs[1].General.IndexWvMin, 650);
+    EXPECT_EQ(r.recs[1].General.Polytype, 1);
 }
 
 TEST(AgfImport, MoreThan41RowsAllKept) {

@@ -67,9 +67,7 @@ TEST_F(Frm2ManageTest, RowShowsWavebandIndexRangeDateAndStatus) {
     Add(a);
     MaterialRecord b = Ready("PTS", "Melt Co");
     b.General.IndexPoints = 3;
-    b.Measured.IndexWave[0] = 1013.98;
-    b.Measured.IndexWave[1] = 587.56;
-    b.Measured.IndexWave[2] = 365.01;
+    b.Measured.IndexWave = {1013.98, 587.56, 365.01};
     b.General.IndexWvMin = 0;  // an end of zero shows zero
     b.IndexState.Ready = kFalse;
     b.ThermalState.Ready = kFalse;
@@ -199,7 +197,6 @@ TEST_F(Frm2ManageTest, CloseGoesThroughTheToolStripAndUnloadDropsTheCopy) {
     f.ForceUnload();
     EXPECT_TRUE(f.Copy().empty());
     EXPECT_FALSE(f.form.visible);
-    EXPECT_EQ(f.comSort.toolTip, "Sort by Glass-name or by Source");
 }
 
 }  // namespace
