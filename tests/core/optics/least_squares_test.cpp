@@ -34,13 +34,12 @@ TEST_P(QuadraticFitTest, CoefficientsAndAverageError) {
 INSTANTIATE_TEST_SUITE_P(
     Fits, QuadraticFitTest,
     ::testing::Values(
-        // y = 3 - 2x + x^2 through (1,2), (2,3), (3,6).
-        QuadraticCase{"ThreePointsAreReproduced", {1, 2, 3}, {2, 3, 6}, {1, 1, 1}, {3, -2, 1}, 0},
         // Best line 0.8 - 0.2x with no curvature; residuals 0.2, -0.6, 0.6, -0.2, sum of
         // squares 0.8, average error sqrt(0.8 / 4).
         QuadraticCase{
             "LeastSquares", {0, 1, 2, 3}, {1, 0, 1, 0}, {1, 1, 1, 1}, {0.8, -0.2, 0}, 0.4472135955},
-        // A stray point of weight 0 neither pulls the curve nor adds to the error sum.
+        // y = 3 - 2x + x^2 through (1,2), (2,3), (3,6); a stray point of weight 0 neither
+        // pulls the curve nor adds to the error sum.
         QuadraticCase{
             "ZeroWeightPointIsIgnored", {1, 2, 3, 4}, {2, 3, 6, 100}, {1, 1, 1, 0}, {3, -2, 1}, 0}),
     [](const auto& info) { return info.param.name; });
@@ -90,6 +89,7 @@ INSTANTIATE_TEST_SUITE_P(
                       FailureCase{"OneWavelengthOnly", {1, 1, 1}, {1, 1, 1}, kFailed}),
     [](const auto& info) { return info.param.name; });
 
+// Three points, the fewest a fit takes, on y = 3 - 2x + x^2.
 TEST(QuadraticSmooth, EvaluatesTheFit) {
     ScriptedDialogs dialogs;
     std::vector<double> x{1, 2, 3}, y{2, 3, 6}, w{1, 1, 1};

@@ -4,6 +4,8 @@
 
 #include <array>
 #include <cmath>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 namespace ostrel {
@@ -19,74 +21,40 @@ struct Points {
     }
 };
 
-TEST(TransCalcs, ReflectionFactorOfIndexOneAndAHalf) {
+TEST(TransCalcs, ConversionsBetweenTheThreeStatements) {
     EXPECT_FLOAT_EQ(ReflectionFactor(1.5), 0.9230769f);  // 3 / 3.25
     EXPECT_FLOAT_EQ(ReflectionFactor(1.0), 1.0f);
-}
-
-TEST(TransCalcs, InternalFromAbsorb) {
     EXPECT_FLOAT_EQ(InternalFromAbsorb(10.0f, 0.01f), 90.483742f);  // 100 e^-0.1
-    EXPECT_FLOAT_EQ(InternalFromAbsorb(10.0f, 0.0f), 100.0f);
     EXPECT_FLOAT_EQ(InternalFromAbsorb(0.0f, 5.0f), 100.0f);
+    // Width, internal transmission, coefficient.
+    const std::tuple<float, float, float> absorbs[] = {
+        {10.0f, 50.0f, 0.069314718f},  // ln 2 / 10
+        {2.0f, 36.787944f, 0.5f},      // e^-1 over 2 mm
+        {10.0f, 100.0f, 0.0f},        {10.0f, 120.0f, 0.0f}, {10.0f, 0.0f, 0.0f},
+        {10.0f, -3.0f, 0.0f},         {0.0f, 50.0f, 0.0f}};
+    for (auto [width, internal, alpha] : absorbs) {
+        EXPECT_FLOAT_EQ(AbsorbFromInternal(width, internal), alpha) << width << " " << internal;
+    }
 }
 
-struct AbsorbCase {
-    float width;
-    float internal;
-    float expected;
-};
-
-class AbsorbFromInternalTest : public ::testing::TestWithParam<AbsorbCase> {};
-
-TEST_P(AbsorbFromInternalTest, Coefficient) {
-    const auto& c = GetParam();
-    EXPECT_FLOAT_EQ(AbsorbFromInternal(c.width, c.internal), c.expected);
+TEST(TransCalcs, AbsorbAtWaveInterpolatesInInternalTransmission) {
+    const Points data{{700.0f, 500.0f, 400.0f}, {0.001f, 0.01f, 0.1f}};
+    // 450 nm lies half way between 500 and 400 nm: t = (e^-0.1 + e^-1) / 2 = 0.6363584,
+    // alpha = -ln t / 10 = 0.0451993 (not the mean of the coefficients, 0.055).
+    const std::pair<float, float> cases[] = {{700.0f, 0.001f},       {500.0f, 0.01f},
+                                             {400.0f, 0.1f},         {450.0f, 0.0451993f},
+                                             {700.5f, kNoTransData}, {399.9f, kNoTransData}};
+    for (auto [wave, alpha] : cases) {
+        EXPECT_NEAR(AbsorbAtWave(wave, data.waves, data.values, 10.0f), alpha, 1e-6f) << wave;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Cases, AbsorbFromInternalTest,
-                         ::testing::Values(AbsorbCase{10.0f, 50.0f, 0.069314718f},  // ln 2 / 10
-                                           AbsorbCase{2.0f, 36.787944f, 0.5f},  // e^-1 over 2 mm
-                                           AbsorbCase{10.0f, 100.0f, 0.0f},
-                                           AbsorbCase{10.0f, 120.0f, 0.0f},
-                                           AbsorbCase{10.0f, 0.0f, 0.0f},
-                                           AbsorbCase{10.0f, -3.0f, 0.0f},
-                                           AbsorbCase{0.0f, 50.0f, 0.0f}));
-
-struct AtWaveCase {
-    float wave;
-    float expected;
-};
-
-class AbsorbAtWaveTest : public ::testing::TestWithParam<AtWaveCase> {
-  protected:
-    Points data{{700.0f, 500.0f, 400.0f}, {0.001f, 0.01f, 0.1f}};
-};
-
-TEST_P(AbsorbAtWaveTest, InterpolatesInInternalTransmission) {
-    const auto& c = GetParam();
-    const float got = AbsorbAtWave(c.wave, data.waves, data.values, 10.0f);
-    EXPECT_NEAR(got, c.expected, 1e-6f) << "at " << c.wave;
-}
-
-// 450 nm lies half way between 500 and 400 nm: t = (e^-0.1 + e^-1) / 2 = 0.6363584,
-// alpha = -ln t / 10 = 0.0451993 (not the mean of the coefficients, 0.055).
-INSTANTIATE_TEST_SUITE_P(Cases, AbsorbAtWaveTest,
-                         ::testing::Values(AtWaveCase{700.0f, 0.001f}, AtWaveCase{500.0f, 0.01f},
-                                           AtWaveCase{400.0f, 0.1f}, AtWaveCase{450.0f, 0.0451993f},
-                                           AtWaveCase{700.5f, kNoTransData},
-                                           AtWaveCase{399.9f, kNoTransData}));
 
 TEST(TransCalcs, AbsorbAtWaveWithoutUsableData) {
-    const Points empty{{}, {}};
-    EXPECT_EQ(AbsorbAtWave(500.0f, empty.waves, empty.values, 10.0f), kNoTransData);
-    EXPECT_EQ(AbsorbAtWave(500.0f, {}, {}, 10.0f), kNoTransData);
-
-    const Points single{{500.0f}, {0.01f}};
-    EXPECT_EQ(AbsorbAtWave(500.0f, single.waves, single.values, 10.0f), kNoTransData);
-
-    const Points twin{{500.0f, 500.0f}, {0.01f, 0.02f}};
-    EXPECT_EQ(AbsorbAtWave(500.0f, twin.waves, twin.values, 10.0f), kNoTransData);
-
+    // No points, one point, two points of one wavelength.
+    const Points cases[] = {{{}, {}}, {{500.0f}, {0.01f}}, {{500.0f, 500.0f}, {0.01f, 0.02f}}};
+    for (const Points& p : cases) {
+        EXPECT_EQ(AbsorbAtWave(500.0f, p.waves, p.values, 10.0f), kNoTransData);
+    }
     const Points pair{{600.0f, 400.0f}, {0.01f, 0.02f}};
     EXPECT_EQ(AbsorbAtWave(500.0f, pair.waves, pair.values, 0.0f), kNoTransData);
 }
@@ -99,18 +67,8 @@ TEST(TransCalcs, AbsorbAtWaveOfOpaqueNeighboursStaysFinite) {
     EXPECT_LE(got, 99.0f);
 }
 
-TEST(TransCalcs, FillTransTableCoversOnlyTheMeasuredRange) {
-    const Points data{{1000.0f, 700.0f, 400.0f}, {0.002f, 0.002f, 0.002f}};
-    std::array<float, kTransTableSize> table{};
-    FillTransTable(table, 10.0f, data.waves, data.values);
-    // Every entry equals AbsorbAtWave (below); here the table's own wavelengths at the ends.
-    EXPECT_EQ(table[16], kNoTransData);     // 390
-    EXPECT_NEAR(table[17], 0.002f, 1e-7f);  // 400
-    EXPECT_NEAR(table[35], 0.002f, 1e-7f);  // 1000
-    EXPECT_EQ(table[36], kNoTransData);     // 1060
-}
-
-// The table is AbsorbAtWave entry by entry, to the bit, whatever the shape of the data.
+// The table is AbsorbAtWave entry by entry, to the bit, whatever the shape of the data (the
+// first shape has table wavelengths on both of its ends).
 class FillTransTableTest : public ::testing::TestWithParam<Points> {};
 
 TEST_P(FillTransTableTest, EqualsAbsorbAtWaveEntryByEntry) {

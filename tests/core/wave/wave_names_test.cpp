@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "core/platform/settings_store.h"
 #include "core/shell/new_msg.h"
 #include "core/wave/pop_edit_param_wave.h"
@@ -14,13 +16,10 @@ namespace {
 TEST(WaveNames, TablesHaveTheirRowsInOrder) {
     const auto glass = GetGlassLines();
     ASSERT_EQ(glass.size(), 22u);
-    EXPECT_EQ(glass[10], (WaveEntry{"  |HeNe laser", 632.8f}));
-    EXPECT_EQ(glass[20].Name, "");
     const auto laser = GetLaserLines();
     ASSERT_EQ(laser.size(), 81u);
     EXPECT_EQ(laser[0], (WaveEntry{"Er:YAG", 2940.0f}));
     EXPECT_EQ(laser[33], (WaveEntry{"HeNe |main", 632.8f}));
-    EXPECT_EQ(laser[13].Name, "Nd:YAG, Nd:YVO4");
     EXPECT_EQ(laser.back(), (WaveEntry{"Nd:YAG |5th", 213.0f}));
     for (size_t i = 1; i < laser.size(); ++i) EXPECT_LE(laser[i].Wave, laser[i - 1].Wave);
     const auto trans = GetTransLines();
@@ -28,25 +27,18 @@ TEST(WaveNames, TablesHaveTheirRowsInOrder) {
     EXPECT_EQ(trans[4], (WaveEntry{"1060.0", 1060.0f}));
 }
 
-struct MarkCase {
-    float wave;
-    int16_t hit;
-    const char* mark;
-};
-
-class StandardMark : public ::testing::TestWithParam<MarkCase> {};
-
-TEST_P(StandardMark, LabelsByTheNearestTable) {
-    std::string mark = "old";
-    EXPECT_EQ(StandardWaveMark(GetParam().wave, mark), GetParam().hit);
-    EXPECT_EQ(mark, GetParam().mark);
+TEST(WaveNames, StandardMarkLabelsByTheNearestTable) {
+    const std::tuple<float, int16_t, const char*> cases[] = {{587.56f, -1, "d   |He]"},
+                                                             {587.5f, 0, " * "},
+                                                             {312.5663f, -1, ""},
+                                                             {1064.04f, -1, "Nd:YAG, Nd:YVO4 |]"},
+                                                             {694.3f, -1, "Ruby  |main]"}};
+    for (auto [wave, hit, expected] : cases) {
+        std::string mark = "old";
+        EXPECT_EQ(StandardWaveMark(wave, mark), hit) << wave;
+        EXPECT_EQ(mark, expected) << wave;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Waves, StandardMark,
-                         ::testing::Values(MarkCase{587.56f, -1, "d   |He]"},
-                                           MarkCase{587.5f, 0, " * "}, MarkCase{312.5663f, -1, ""},
-                                           MarkCase{1064.04f, -1, "Nd:YAG, Nd:YVO4 |]"},
-                                           MarkCase{694.3f, -1, "Ruby  |main]"}));
 
 TEST(WaveNames, NamesAndAlignedWaves) {
     EXPECT_EQ(FormatWaveName({"e  |Hg", 546.074f}, true), "e  \tHg");
@@ -96,7 +88,6 @@ TEST_F(Picker, StartWaveIsMarkedInEveryTableThatHoldsIt) {
     };
     EXPECT_EQ(Show(2), 0);
     EXPECT_FLOAT_EQ(wave, 632.8f);  // cancelled: the caller's value stays
-    EXPECT_EQ(picker->form.caption, "Wavelengths [nm]");
     // The one-time notice.
     ASSERT_EQ(dialogs.boxes.size(), 1u);
     EXPECT_EQ(dialogs.boxes[0].title, "Standard wavelengths");
