@@ -36,11 +36,7 @@ INSTANTIATE_TEST_SUITE_P(
                       // 27 characters leave room for " *" and one letter of the code.
                       NameCase{"ABCDEFGHIJKLMNOPQRSTUVWXYZ1", "S", "m1234",
                                "ABCDEFGHIJKLMNOPQRSTUVWXYZ1 *m",
-                               "ABCDEFGHIJKLMNOPQRSTUVWXYZ1 *M [S]"},
-                      // 30 characters lose the whole code.
-                      NameCase{"ABCDEFGHIJKLMNOPQRSTUVWXYZ1234", "S", "m1234",
-                               "ABCDEFGHIJKLMNOPQRSTUVWXYZ1234",
-                               "ABCDEFGHIJKLMNOPQRSTUVWXYZ1234 [S]"}));
+                               "ABCDEFGHIJKLMNOPQRSTUVWXYZ1 *M [S]"}));
 
 struct CaptionCase {
     const char* source;
@@ -58,7 +54,6 @@ TEST_P(MeltCaptionTest, Caption) {
 INSTANTIATE_TEST_SUITE_P(
     Captions, MeltCaptionTest,
     ::testing::Values(CaptionCase{" Schott ", "  BK7", "m1234 ", "Schott  BK7 *m1234"},
-                      CaptionCase{"Schott", "BK7", "", "Schott  BK7  -  please enter a melt code!"},
                       CaptionCase{"", "", "", "<- select a parent glass for the melt"},
                       CaptionCase{"", "BK7", "m1", "  BK7 *m1"}));
 
@@ -78,7 +73,6 @@ TEST_F(MeltFixture, NewFormWaitsForParentCodeAndFit) {
     EXPECT_FALSE(form->comAdd.enabled);
     EXPECT_EQ(form->pnlStatus.caption.get(), "Index: NOT Ready");
     EXPECT_TRUE(form->ssRefInd.Column(6).hidden);
-    EXPECT_EQ(form->ssRefInd.Column(3).title, "melt glass index [user data]");
 
     nextMaker = "Schott";
     nextParent = "N-BK7";
@@ -109,10 +103,7 @@ TEST_F(MeltFixture, NewFormWaitsForParentCodeAndFit) {
 }
 
 TEST_F(MeltFixture, SaveSortsTheListAndOffersOverwrite) {
-    MaterialRecord other = ClearedMaterialRecord();
-    other.General.GlassName.Set("ZZ glass");
-    other.General.Source.Set("Own");
-    ASSERT_TRUE(list->AddAndSave(other, false));
+    ASSERT_TRUE(list->AddAndSave(MakeRecord("ZZ glass", "Own"), false));
 
     FitNewMelt(0.0003);
     ASSERT_TRUE(form->comAdd.enabled);
@@ -263,15 +254,13 @@ TEST_F(MeltFixture, SchottSheetReplacesTheTable) {
     Start("Schott", "N-BK7", "m1");
     TypePair(12, "1000", "1.5");
     sheetResult = [](MaterialRecord& rec) {
-        rec.Melt.MeltIndexPoints = 2;
-        rec.Melt.MeltIndexWave[0] = 656.273f;
-        rec.Melt.MeltIndexValue[0] = 1.5145;
-        rec.Melt.MeltIndexWave[1] = 587.562f;
-        rec.Melt.MeltIndexValue[1] = 1.5170;
+        rec.Melt.MeltIndexPoints = 1;
+        rec.Melt.MeltIndexWave[0] = 587.562f;
+        rec.Melt.MeltIndexValue[0] = 1.5170;
     };
     form->comMeltSchottClick();
-    EXPECT_EQ(form->ssRefInd.Text(2, 1), "656.273");
-    EXPECT_EQ(form->ssRefInd.Text(3, 2), "1.517");
+    EXPECT_EQ(form->ssRefInd.Text(2, 1), "587.562");
+    EXPECT_EQ(form->ssRefInd.Text(3, 1), "1.517");
     EXPECT_EQ(form->ssRefInd.Text(2, 12), "");
 }
 
@@ -323,34 +312,19 @@ TEST_F(MeltFixture, WavebandsFillTheTableAndOneOfTheUsersIsSavedWithTheFixedOnes
     EXPECT_EQ(form->lstWaveBand.ItemData(5), 6);
 }
 
-struct LineCase {
-    const char* line;
-    bool good;
-};
-
-class WaveBandLineTest : public ::testing::TestWithParam<LineCase> {};
-
-TEST_P(WaveBandLineTest, BadLinesAreDropped) {
-    MeltWaveBand band;
-    EXPECT_EQ(ParseWaveBandLine(GetParam().line, band), GetParam().good) << GetParam().line;
-}
-
-INSTANTIATE_TEST_SUITE_P(Lines, WaveBandLineTest,
-                         ::testing::Values(LineCase{"a|3|656.273|587.562|486.133", true},
-                                           LineCase{"a|3|656.273|587.562|486.133|400", true},
-                                           LineCase{"a|3|656.273|587.562", false},
-                                           LineCase{"a|x|656.273", false},
-                                           LineCase{"a|2|656.273|abc", false}, LineCase{"a", false},
-                                           LineCase{"", false}));
-
+// Each line is read on its own: too few wavelengths for the count, a count or a wavelength
+// that is no number, a lone name and an empty line are dropped; fields past the count are not
+// read.
 TEST_F(MeltFixture, BadFileLinesAreDroppedAndTheRestRead) {
     std::filesystem::create_directories(dir / "UserData");
     WriteFileBytes(dir / "UserData" / "MeltWaveBand.lst",
-                   "one|3|700|600|500\r\nbroken|4|700\nx|1|12.5\n");
+                   "one|3|700|600|500\r\nshort|3|656.273|587.562\nbroken|4|700\ncount|x|656.273\n"
+                   "wave|2|656.273|abc\nalone\n\nextra|3|656.273|587.562|486.133|400\nx|1|12.5\n");
     form->DisplayNew(false);
-    ASSERT_EQ(form->WaveBands().size(), 5u);
+    ASSERT_EQ(form->WaveBands().size(), 6u);
     EXPECT_EQ(form->WaveBands()[3], (MeltWaveBand{"one", 3, {700.0f, 600.0f, 500.0f}}));
-    EXPECT_EQ(form->WaveBands()[4].Name, "x");
+    EXPECT_EQ(form->WaveBands()[4], (MeltWaveBand{"extra", 3, {656.273f, 587.562f, 486.133f}}));
+    EXPECT_EQ(form->WaveBands()[5].Name, "x");
 }
 
 }  // namespace

@@ -63,21 +63,24 @@ class MeltFixture : public ListFixture {
         form = std::make_unique<frm7Melt>(*list, dialogs, newMsg, setup.GetPathKelmora(), hooks);
     }
 
+    // The picker's row of a glass, 0 when it shows none of that name.
+    static int RowOf(popMeltParent& p, const std::string& name) {
+        for (int r = 1; r <= p.ssGlasses.MaxRows(); ++r) {
+            if (VbTrimCopy(p.ssGlasses.Text(2, r)) == name) return r;
+        }
+        return 0;
+    }
     // The record the parent picker returns for a glass of a maker.
     MaterialRecord Pick(const std::string& maker, const std::string& name) {
         popMeltParent picker(dialogs, settings, setup.GetPathKelmora(), {maker});
         EXPECT_TRUE(picker.Load());
         picker.lstMakers.SetListIndex(0);
         picker.lstMakersClick();
-        for (int r = 1; r <= picker.ssGlasses.MaxRows(); ++r) {
-            if (VbTrimCopy(picker.ssGlasses.Text(2, r)) == name) {
-                picker.ssGlassesClick(2, r);
-                picker.comOKClick();
-                return picker.PickedRecord();
-            }
-        }
-        ADD_FAILURE() << "no parent " << maker << " " << name;
-        return ClearedMaterialRecord();
+        const int row = RowOf(picker, name);
+        EXPECT_GT(row, 0) << "no parent " << maker << " " << name;
+        picker.ssGlassesClick(2, row);
+        picker.comOKClick();
+        return picker.PickedRecord();
     }
 
     // A new melt of the parent with a code.

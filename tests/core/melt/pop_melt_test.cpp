@@ -11,15 +11,9 @@ namespace {
 
 class ParentPickerTest : public MeltFixture {
   protected:
-    std::unique_ptr<popMeltParent> Picker() {
+    std::unique_ptr<popMeltParent> Picker(popMeltParent::Hooks hooks = {}) {
         return std::make_unique<popMeltParent>(dialogs, settings, setup.GetPathKelmora(),
-                                               GenericMakerNames(setup.GetPathLumbrak()));
-    }
-    int RowOf(popMeltParent& p, const std::string& name) {
-        for (int r = 1; r <= p.ssGlasses.MaxRows(); ++r) {
-            if (p.ssGlasses.Text(2, r) == "  " + name) return r;
-        }
-        return 0;
+                                               GenericMakerNames(setup.GetPathLumbrak()), hooks);
     }
 };
 
@@ -32,7 +26,6 @@ TEST_F(ParentPickerTest, MakersFromTheGenericListAndTheGlassesOfOne) {
     EXPECT_EQ(p->lstMakers.List(2), "Hoya");
     EXPECT_EQ(p->lstMakers.listIndex(), -1);
     EXPECT_EQ(p->ssGlasses.MaxRows(), 0);
-    EXPECT_EQ(p->cmbSortOrder.Items().back(), "Sort by Status!");
 
     p->lstMakers.SetListIndex(0);
     p->lstMakersClick();
@@ -85,9 +78,7 @@ TEST_F(ParentPickerTest, PickReturnsTheWholeRowAndRemembersTheMaker) {
         p.ssGlassesClick(2, RowOf(p, "BSC7"));
         p.comOKClick();
     };
-    popMeltParent picker(dialogs, settings, setup.GetPathKelmora(),
-                         GenericMakerNames(setup.GetPathLumbrak()), hooks);
-    ASSERT_TRUE(picker.PickParent(rec));
+    ASSERT_TRUE(Picker(hooks)->PickParent(rec));
     EXPECT_EQ(rec.Melt.MeltParentName.Untrimmed().substr(0, 6), "  BSC7");
     EXPECT_EQ(rec.Melt.MeltParentSource.Text(), "Hoya");
     EXPECT_EQ(rec.General.GlassName.Text(), "BSC7");
