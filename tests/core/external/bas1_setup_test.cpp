@@ -7,23 +7,12 @@
 #include <string>
 #include <vector>
 
-#include "core/platform/settings_store.h"
-#include "support/scripted_dialogs.h"
-#include "support/temp_dir.h"
+#include "external_fixture.h"
 
 namespace ostrel::testing {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string Dir(const fs::path& p) {
-    return p.string() + "/";
-}
-
-void Program(const fs::path& folder, const std::string& name, size_t size = 10) {
-    fs::create_directories(folder);
-    WriteFileBytes(folder / name, std::string(size, 'x'));
-}
 
 class Bas1SetupTest : public ::testing::Test {
   protected:
@@ -131,12 +120,6 @@ TEST_F(Bas1SetupTest, SearchAllLooksBesideTheProgramFirst) {
     EXPECT_EQ(notes, (std::vector<std::string>{"Searching for Kelmora installation",
                                                "Searching for Lumbrak3D installation",
                                                "Searching for LumbrakSextane installation"}));
-}
-
-TEST_F(Bas1SetupTest, ProgramInARootFolderSearchesTheDriveOnly) {
-    Program(tmp / "drive" / "x", "LumbrakSextaneTD.EXE");
-    setup.SearchAll(SearchRoots{Bas1Setup::ParentFolder("/"), Dir(tmp / "drive")});
-    EXPECT_EQ(setup.GetPathSextane(), Dir(tmp / "drive" / "x"));
 }
 
 TEST_F(Bas1SetupTest, SearchMissingOnlyFillsGaps) {

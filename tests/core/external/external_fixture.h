@@ -2,6 +2,7 @@
 // A demo installation of the three sibling programs in a fresh folder, and ready materials.
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
@@ -15,6 +16,18 @@
 #include "support/temp_dir.h"
 
 namespace ostrel::testing {
+
+// A folder as the setup stores it, with its trailing separator.
+inline std::string Dir(const std::filesystem::path& p) {
+    return p.string() + "/";
+}
+
+// A stand-in program file of the given size in a folder made for it.
+inline void Program(const std::filesystem::path& folder, const std::string& name,
+                    size_t size = 10) {
+    std::filesystem::create_directories(folder);
+    WriteFileBytes(folder / name, std::string(size, 'x'));
+}
 
 inline std::vector<DemoGlass> DemoGlasses() {
     std::string text;

@@ -145,10 +145,6 @@ TEST_F(UpdateTest, QuestionsAndRefusals) {
     EXPECT_FALSE(frame.comExtAddAllClick());
     EXPECT_EQ(dialogs.boxes.size(), 2u);
     EXPECT_EQ(Rows().size(), 4u);
-    EXPECT_EQ(frame.lblSynch.caption.get(),
-              "'Synchronising' ensures that the custom glass databases to the external programs "
-              "have the latest data for all glasses listed here.  All other custom materials are "
-              "removed!");
 }
 
 // Every write and every database step of an update fails in turn: each file and the
