@@ -216,7 +216,9 @@ bool frm3New::ReadIndexGrid() {
 void frm3New::cmbIndexDataTypeClick() {
     if (loading_ || mode_ == kModeReview) return;
     const int index = cmbIndexDataType.listIndex();
-    if (index < 0) return;
+    // Only a change counts: choosing the shown item again would refill the grid from the
+    // record and drop rows typed since the last reading of the grid.
+    if (index < 0 || index == rec_.General.IndexDataType) return;
     rec_.General.IndexDataType = static_cast<int16_t>(index);
     BuildIndexColumns();
     FillIndexGrid();
@@ -237,7 +239,9 @@ void frm3New::cmbIndexDataTypeClick() {
 void frm3New::cmbIndexPolyTypeClick() {
     if (loading_ || mode_ == kModeReview) return;
     const int index = cmbIndexPolyType.listIndex();
-    if (index < 0) return;
+    // Only a change counts: the shown polynomial chosen again would zero typed coefficients
+    // or refill the grid over typed rows.
+    if (index < 0 || cmbIndexPolyType.ItemData(index) == rec_.General.Polytype) return;
     if (rec_.General.IndexDataType == 1) {
         rec_.General.PolyCoef.fill(0.0);
         SetSectionReady(rec_.IndexState, false);

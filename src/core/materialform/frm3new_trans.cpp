@@ -129,7 +129,7 @@ void frm3New::RecalcTransRow(int row) {
 void frm3New::cmbTransTypeClick() {
     if (loading_ || mode_ == kModeReview) return;
     const int index = cmbTransType.listIndex();
-    if (index < 0 || index > 3) return;
+    if (index < 0 || index > 3 || index == rec_.Measured.TransType) return;  // no change
     rec_.Measured.TransType = static_cast<int16_t>(index);
     BuildTransColumns();
     TransDisplayRefresh(false);
@@ -140,7 +140,7 @@ void frm3New::cmbTransTypeClick() {
 void frm3New::cmbTransDispClick() {
     if (loading_) return;
     const int index = cmbTransDisp.listIndex();
-    if (index < 0 || index > 1) return;
+    if (index < 0 || index > 1 || index == transDisplay_) return;  // no change
     transDisplay_ = static_cast<int16_t>(index);
     BuildTransColumns();
     TransEnableByType();

@@ -166,6 +166,28 @@ TEST_F(Frm3NewIndex, PolynomialListOmitsSellmeierPlusAndKeepsTypeSix) {
     EXPECT_EQ(form->lblIndexMinDataPoints.caption, "Min: 3 points");
 }
 
+// Choosing the item a list already shows is no change: typed rows and typed coefficients stay.
+// A real change of polynomial still zeroes the coefficients.
+TEST_F(Frm3NewIndex, ChoosingTheShownItemAgainKeepsWhatWasTyped) {
+    TypeIndexRows(3);
+    form->cmbIndexDataType.SetListIndex(0);
+    form->cmbIndexDataTypeClick();
+    const int shown = form->cmbIndexPolyType.listIndex();
+    form->cmbIndexPolyTypeClick();
+    EXPECT_EQ(form->ssRefInd.Text(1, 3), kSchottPoints[2][0]);
+
+    form->cmbIndexDataType.SetListIndex(1);
+    form->cmbIndexDataTypeClick();
+    Type(form->ssRefInd, 2, 1, "2.25");
+    form->cmbIndexPolyType.SetListIndex(shown);
+    form->cmbIndexPolyTypeClick();
+    EXPECT_EQ(form->ssRefInd.Text(2, 1), "2.25");
+    form->cmbIndexPolyType.SetListIndex(shown + 1);
+    form->cmbIndexPolyTypeClick();
+    EXPECT_EQ(form->Record().General.PolyCoef[0], 0.0);
+    EXPECT_NE(form->ssRefInd.Text(2, 1), "2.25");
+}
+
 TEST_F(Frm3NewIndex, ClearEmptiesGridAndIndexData) {
     TypeIndexRows(6);
     form->comIndexFitClick();
