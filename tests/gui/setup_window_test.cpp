@@ -18,6 +18,7 @@
 #include "core/shell/frm_main_mdi.h"
 #include "core/shell/ini_file.h"
 #include "gui/external/frm1_setup_window.h"
+#include "gui/shell/form_position.h"
 #include "gui/shell/frm_main_mdi_window.h"
 #include "support/scripted_dialogs.h"
 #include "support/temp_dir.h"
@@ -188,6 +189,25 @@ TEST_F(SetupWindowTest, PlaceInsideTheFrameIsCentredThenKept) {
     EXPECT_EQ(ini.IniGetInt("FormPosNonChild_frm1Setup", "fTop"), 34);
     forms.RibbonClick(kFormSetup, true);
     EXPECT_EQ(sub->pos(), QPoint(12, 34));
+}
+
+// A form bigger than the frame's client area starts at the size of the area, seen whole, and
+// a position stored on a bigger screen is brought back inside.
+TEST_F(SetupWindowTest, AFormBiggerThanTheFrameStartsInsideIt) {
+    IniFile ini(Dir(tmp.path()));
+    CSApplication app(Dir(tmp.path()), ini, errors);
+    QMdiArea area;
+    area.resize(600, 400);
+    area.show();
+    QMdiSubWindow* sub = area.addSubWindow(new QWidget);
+    sub->resize(900, 700);
+    RestoreFormPosition(sub, &app, "frmWide", false);
+    const QRect room(QPoint(0, 0), area.viewport()->size());
+    EXPECT_TRUE(room.contains(sub->geometry())) << sub->geometry().width();
+
+    app.ThisFormPosnSave("frmWide", {500, 300, 900, 700});
+    RestoreFormPosition(sub, &app, "frmWide", false);
+    EXPECT_TRUE(room.contains(sub->geometry())) << sub->geometry().x();
 }
 
 }  // namespace

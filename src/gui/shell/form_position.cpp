@@ -4,6 +4,7 @@
 #include <QMdiSubWindow>
 #include <QScreen>
 #include <QWidget>
+#include <algorithm>
 
 #include "core/platform/controls.h"
 #include "core/shell/cs_application.h"
@@ -28,7 +29,10 @@ void RestoreFormPosition(QWidget* w, const CSApplication* app, const std::string
     if (!app) return;
     const QRect avail = Room(w);
     if (avail.isEmpty()) return;
-    const FormRect present{w->x(), w->y(), w->width(), w->height()};
+    // A form shown for the first time keeps its own size where there is room for it; on a
+    // smaller screen or frame it starts at the size of the room, so that it is seen whole.
+    const FormRect present{w->x(), w->y(), std::min(w->width(), avail.width()),
+                           std::min(w->height(), avail.height())};
     const FormRect r =
         app->ThisFormPosnGet(formName, mainForm, false, present, {avail.width(), avail.height()});
     w->setGeometry(avail.left() + r.left, avail.top() + r.top, r.width, r.height);

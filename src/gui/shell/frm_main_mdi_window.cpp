@@ -2,11 +2,13 @@
 
 #include <QCloseEvent>
 #include <QEvent>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLinearGradient>
 #include <QMdiArea>
 #include <QMenu>
+#include <QScreen>
 #include <QStyle>
 #include <QTimer>
 #include <QToolButton>
@@ -161,7 +163,12 @@ frmMainMDIWindow::frmMainMDIWindow(frmMainMDI& unit, CSApplication* app, QWidget
     wallpaperSub_ = unit_.picWallpaper.Observe([this] { PaintWallpaper(); });
     PaintWallpaper();
     setMinimumSize(640, 420);
-    resize(1100, 760);
+    // The first size leaves room for the window's frame and the desktop's panels.
+    QSize first(1100, 760);
+    if (const QScreen* s = screen() ? screen() : QGuiApplication::primaryScreen()) {
+        first = first.boundedTo(s->availableGeometry().size() * 0.9);
+    }
+    resize(first);
     RestoreFormPosition(this, app_, kFormName, true);
 }
 
