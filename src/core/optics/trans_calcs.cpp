@@ -118,7 +118,7 @@ void FillTransTable(std::array<float, kTransTableSize>& table, float width,
     const auto lastValid = LastValidPoint(waves.first(count));
     if (!lastValid || !(width > 0.0f)) return;
     const size_t last = *lastValid;
-    std::array<double, kMaxTransPoints> fraction{};
+    std::array<double, kMaxTransPoints> fraction;  // only the points in use are written and read
     const size_t kept = std::min(last + 1, fraction.size());
     if (kept < last + 1) {
         // More points than a record holds: no shortcut.

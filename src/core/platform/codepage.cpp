@@ -79,7 +79,12 @@ std::string Utf8ToCp1252(std::string_view utf8) {
     std::string out;
     out.reserve(utf8.size());
     for (size_t pos = 0; pos < utf8.size();) {
-        out += static_cast<char>(CodePointToCp1252(DecodeUtf8(utf8, pos)));
+        // Plain ASCII, most of any text, is the same in both and is taken a run at a time.
+        size_t end = pos;
+        while (end < utf8.size() && static_cast<unsigned char>(utf8[end]) < 0x80) ++end;
+        out.append(utf8.substr(pos, end - pos));
+        pos = end;
+        if (pos < utf8.size()) out += static_cast<char>(CodePointToCp1252(DecodeUtf8(utf8, pos)));
     }
     return out;
 }
