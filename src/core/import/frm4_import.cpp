@@ -13,6 +13,18 @@
 #include "core/platform/text.h"
 
 namespace ostrel {
+namespace {
+
+// A failed read's message followed by where and why it failed, as a sentence of its own.
+std::string WithReason(const std::string& message, const std::string& reason) {
+    if (reason.empty()) return message;
+    std::string sentence = reason;
+    if (sentence[0] >= 'a' && sentence[0] <= 'z') sentence[0] = static_cast<char>(sentence[0] - 32);
+    if (sentence.back() != '.') sentence += '.';
+    return message + "\r\n" + sentence;
+}
+
+}  // namespace
 
 // ---------------------------------------------------------------------------------------
 // Bas4Import
@@ -169,7 +181,7 @@ bool frm4Import::ImportFile(const std::string& fullPath, int fileType) {
                     if (count == 0) ShowInfo(noneMsg);
                 } else {
                     UpdateTable();
-                    ShowInfo(failureMsg);
+                    ShowInfo(WithReason(failureMsg, importer.failure()));
                 }
                 read = ok != 0;
                 break;
@@ -177,12 +189,15 @@ bool frm4Import::ImportFile(const std::string& fullPath, int fileType) {
             case kGLA:
             case kGLS: {
                 std::vector<MaterialRecord> one;
+                std::string why;
                 if (fileType == kGLA) {
                     CImportOldLumbrak importer;
                     importer.ReadFile(fullPath, one, ok);
+                    why = importer.failure();
                 } else {
                     CImportOldKelmora importer;
                     importer.ReadFile(fullPath, one, ok);
+                    why = importer.failure();
                 }
                 if (ok) {
                     importList_ = std::move(one);
@@ -190,7 +205,7 @@ bool frm4Import::ImportFile(const std::string& fullPath, int fileType) {
                     ResetStaging();
                     UpdateTable();
                 } else {
-                    ShowInfo(noneMsg);
+                    ShowInfo(WithReason(noneMsg, why));
                 }
                 read = ok != 0;
                 break;
@@ -210,7 +225,7 @@ bool frm4Import::ImportFile(const std::string& fullPath, int fileType) {
                 }
                 UpdateTable();
                 if (!ok) {
-                    ShowInfo(failureMsg);
+                    ShowInfo(WithReason(failureMsg, importer.failure()));
                 } else if (count == 0) {
                     ShowInfo(noneMsg);
                 }

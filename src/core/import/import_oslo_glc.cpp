@@ -210,12 +210,19 @@ void CImportOsloGLC::ReadFile(const std::string& path, std::vector<MaterialRecor
     records.clear();
     refitErrors.clear();
     stated_.clear();
+    failure_.clear();
     std::string bytes;
     FileError error;
-    if (!ReadWholeFile(path, bytes, error)) return;
+    if (!ReadWholeFile(path, bytes, error)) {
+        failure_ = error.message;
+        return;
+    }
     const std::string text = DecodeTextFile(std::move(bytes));
     const auto lines = SplitTextLines(text);
-    if (lines.empty()) return;
+    if (lines.empty()) {
+        failure_ = "the file is empty";
+        return;
+    }
     const auto header = SplitBlanks(lines[0]);
     const std::string source = header.empty() ? std::string() : std::string(header.back());
     // Each glass is built in its place at the end of the list, with room made for all of

@@ -30,6 +30,8 @@ class CImportOsloGLC {
 
     // nd and vd of each record's line.
     const std::vector<StatedIndex>& stated() const { return stated_; }
+    // Why the last read ended with ok 0; empty after a good read.
+    const std::string& failure() const { return failure_; }
 
     // "0" blanks CR, FR, SR, AR and PR; any other text gives them its first five characters,
     // one each.
@@ -42,6 +44,7 @@ class CImportOsloGLC {
     Dialogs& dialogs_;
     ImportOptions options_;
     std::vector<StatedIndex> stated_;
+    std::string failure_;
     std::vector<std::string_view> fields_;  // of the line being read, reused line to line
 };
 

@@ -106,13 +106,45 @@ TEST_F(ImportForm, NothingStagedAsksToOpen) {
     EXPECT_EQ(dialogs.boxes[0].buttons, MsgButtons::YesNo);
 }
 
-TEST_F(ImportForm, FailedReadMessages) {
-    form.ImportFile(Data("missing.glz"), frm4Import::kGLZ);
-    ASSERT_FALSE(dialogs.boxes.empty());
-    EXPECT_EQ(dialogs.boxes.back().text, "Failure in file read " + Data("missing.glz") + "!");
-    form.ImportFile(Data("missing.gla"), frm4Import::kGLA);
-    EXPECT_EQ(dialogs.boxes.back().text,
-              "Unable to import any glasses from file " + Data("missing.gla") + "!");
+TEST_F(ImportForm, FailedReadMessagesSayWhereAndWhy) {
+    TempDir files;
+    const std::string badGlz = (files / "bad.glz").string();
+    testing::WriteFileBytes(files / "bad.glz",
+                            "Harvenz Photonics - Ostrel  - text file V2\r\n"
+                            "#-- Material Data Start --\r\n#     -- General --\r\n"
+                            "\"X\",\"S\"\r\n2,3x0,2500,3.5\r\n");
+    const std::string emptyGlc = (files / "empty.glc").string();
+    testing::WriteFileBytes(files / "empty.glc", "");
+    const std::string badGla = (files / "bad.gla").string();
+    testing::WriteFileBytes(files / "bad.gla", "\"Z\",8,\"S\",0,0\r\n0,x\r\n");
+    const std::string missingGlz = Data("missing.glz");
+    const std::string missingGla = Data("missing.gla");
+    const struct {
+        std::string path;
+        int type;
+        std::string text;
+    } cases[] = {
+        {missingGlz, frm4Import::kGLZ,
+         "Failure in file read " + missingGlz + "!\r\nNo such file or directory: " + missingGlz +
+             "."},
+        {badGlz, frm4Import::kGLZ,
+         "Failure in file read " + badGlz + "!\r\nLine 5: \"3x0\" is no number."},
+        {emptyGlc, frm4Import::kGLC,
+         "Failure in file read " + emptyGlc + "!\r\nThe file is empty."},
+        {missingGla, frm4Import::kGLA,
+         "Unable to import any glasses from file " + missingGla +
+             "!\r\nNo such file or directory: " + missingGla + "."},
+        {badGla, frm4Import::kGLA,
+         "Unable to import any glasses from file " + badGla + "!\r\nLine 2: \"x\" is no number."},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.path);
+        dialogs.boxes.clear();
+        form.ImportFile(c.path, c.type);
+        ASSERT_FALSE(dialogs.boxes.empty());
+        EXPECT_EQ(dialogs.boxes.back().text, c.text);
+        EXPECT_EQ(form.ImportCount(), 0);
+    }
 }
 
 TEST_F(ImportForm, ReviewGoesToTheHook) {
