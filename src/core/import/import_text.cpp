@@ -258,10 +258,22 @@ void SplitBlanks(std::string_view s, std::vector<std::string_view>& tokens) {
     // from an earlier block).
     const __m128i space = _mm_set1_epi8(' ');
     const __m128i tab = _mm_set1_epi8('\t');
-    for (; i + 16 <= n; i += 16) {
-        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(begin + i));
-        const auto blanks = static_cast<uint32_t>(
+    auto block = [&](size_t at) {
+        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(begin + at));
+        return static_cast<uint32_t>(
             _mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(v, space), _mm_cmpeq_epi8(v, tab))));
+    };
+    const size_t whole = n >= 16 ? n : 0;  // a line of 16 bytes or more ends in one more block
+    for (; i < whole; i += 16) {
+        uint32_t blanks = 0;
+        if (i + 16 <= n) {
+            blanks = block(i);
+        } else {
+            // The last sixteen bytes of the line, shifted so that bit 0 is byte i; the bytes
+            // past the end read as blanks.
+            const size_t back = i + 16 - n;
+            blanks = (block(n - 16) >> back) | (0xFFFFu << (16 - back));
+        }
         const uint32_t word = ~blanks & 0xFFFFu;
         const uint32_t before = (word << 1) | (inWord ? 1u : 0u);
         uint32_t starts = word & ~before;
@@ -279,6 +291,7 @@ void SplitBlanks(std::string_view s, std::vector<std::string_view>& tokens) {
         if (starts != 0) start = i + static_cast<size_t>(std::countr_zero(starts));
         inWord = (word >> 15) != 0;
     }
+    if (whole != 0) i = n;
 #endif
     for (; i < n; ++i) {
         const bool blank = begin[i] == ' ' || begin[i] == '\t';
