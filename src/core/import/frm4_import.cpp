@@ -13,18 +13,6 @@
 #include "core/platform/text.h"
 
 namespace ostrel {
-namespace {
-
-// A failed read's message followed by where and why it failed, as a sentence of its own.
-std::string WithReason(const std::string& message, const std::string& reason) {
-    if (reason.empty()) return message;
-    std::string sentence = reason;
-    if (sentence[0] >= 'a' && sentence[0] <= 'z') sentence[0] = static_cast<char>(sentence[0] - 32);
-    if (sentence.back() != '.') sentence += '.';
-    return message + "\r\n" + sentence;
-}
-
-}  // namespace
 
 // ---------------------------------------------------------------------------------------
 // Bas4Import

@@ -1,6 +1,7 @@
 #include "core/import/import_common.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <span>
 
@@ -62,6 +63,14 @@ std::string ImportCheckText(const MaterialRecord& rec, const StatedIndex& stated
         }
     }
     return text;
+}
+
+std::string WithReason(const std::string& message, const std::string& reason) {
+    if (reason.empty()) return message;
+    std::string sentence = reason;
+    sentence[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(sentence[0])));
+    if (sentence.back() != '.') sentence += '.';
+    return message + "\r\n" + sentence;
 }
 
 }  // namespace ostrel

@@ -36,6 +36,10 @@ void FinishTransTables(MaterialRecord& rec, int noDataFrom);
 // (computed value first).
 std::string ImportCheckText(const MaterialRecord& rec, const StatedIndex& stated);
 
+// A failed read's message followed by the reader's reason ("line 5: ... is no number") as a
+// sentence of its own on the next line; the message alone when there is no reason.
+std::string WithReason(const std::string& message, const std::string& reason);
+
 // Stores the six Schott dn/dT constants D0 D1 D2 E0 E1 lambdaTK, in that order, as 32-bit
 // values. True when all six are 0.
 bool SetSchottDndt(ThermalData& t, const double (&d)[6]);

@@ -360,7 +360,7 @@ void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareN
     std::string bytes;
     FileError error;
     if (!ReadWholeFile(path, bytes, error)) {
-        errorText = "Failure in file read " + path + "! " + error.message;
+        errorText = WithReason("Failure in file read " + path + "!", error.message);
         return;
     }
     const std::string text = DecodeTextFile(std::move(bytes));

@@ -119,6 +119,7 @@ TEST_F(ImportForm, FailedReadMessagesSayWhereAndWhy) {
     testing::WriteFileBytes(files / "bad.gla", "\"Z\",8,\"S\",0,0\r\n0,x\r\n");
     const std::string missingGlz = Data("missing.glz");
     const std::string missingGla = Data("missing.gla");
+    const std::string missingAgf = Data("missing.agf");
     const struct {
         std::string path;
         int type;
@@ -129,6 +130,9 @@ TEST_F(ImportForm, FailedReadMessagesSayWhereAndWhy) {
              "."},
         {badGlz, frm4Import::kGLZ,
          "Failure in file read " + badGlz + "!\r\nLine 5: \"3x0\" is no number."},
+        {missingAgf, frm4Import::kAGF,
+         "Failure in file read " + missingAgf + "!\r\nNo such file or directory: " + missingAgf +
+             "."},
         {emptyGlc, frm4Import::kGLC,
          "Failure in file read " + emptyGlc + "!\r\nThe file is empty."},
         {missingGla, frm4Import::kGLA,
