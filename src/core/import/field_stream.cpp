@@ -60,7 +60,7 @@ bool FieldStream::Number(double& value) {
         value = 0;
         return true;
     }
-    if (!ParseNumber(text, value)) return Fail("\"" + text + "\" is no number");
+    if (!ParseNumber(text, value)) return Fail(NoNumberReason(text));
     return true;
 }
 

@@ -378,4 +378,15 @@ std::string ShortNumberText(double value) {
     return out;
 }
 
+std::string NoNumberReason(std::string_view field) {
+    constexpr size_t kShown = 30;
+    std::string shown(field.substr(0, kShown));
+    for (char& c : shown) {
+        const auto u = static_cast<unsigned char>(c);
+        if (u < 0x20 || u == 0x7F) c = '?';
+    }
+    if (field.size() > kShown) shown += "...";
+    return "\"" + shown + "\" is no number";
+}
+
 }  // namespace ostrel

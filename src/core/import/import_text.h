@@ -53,4 +53,9 @@ std::string GlzNumber(int16_t value);
 // digits, no trailing zeros ("8.2", "15", "0.0027").
 std::string ShortNumberText(double value);
 
+// The reason given when a field that must be a number is not: the field in quotes, cut to
+// its first 30 characters and with control characters shown as "?", so that a damaged
+// file cannot fill a message box.
+std::string NoNumberReason(std::string_view field);
+
 }  // namespace ostrel

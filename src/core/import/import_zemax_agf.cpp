@@ -97,7 +97,7 @@ CImportZemaxAGF::Outcome CImportZemaxAGF::ReadRecord(const GlassLines& lines,
             return Fail(k.line, "token " + std::to_string(i) + " is missing");
         }
         if (!ParseNumber(k.tokens[i], v)) {
-            return Fail(k.line, "\"" + std::string(k.tokens[i]) + "\" is no number");
+            return Fail(k.line, NoNumberReason(k.tokens[i]));
         }
         return true;
     };
@@ -214,14 +214,14 @@ CImportZemaxAGF::Outcome CImportZemaxAGF::ReadRecord(const GlassLines& lines,
         std::string text;
         if (od.size() > 1) {
             if (!TenfoldOrBlank(od[1], text)) {
-                Fail(lines.od.line, "\"" + std::string(od[1]) + "\" is no number");
+                Fail(lines.od.line, NoNumberReason(od[1]));
                 return Outcome::Failed;
             }
             o.Price.Set(text);
         }
         for (size_t i = 2; i <= 6 && i < od.size(); ++i) {
             if (!NumberOrBlank(od[i], text)) {
-                Fail(lines.od.line, "\"" + std::string(od[i]) + "\" is no number");
+                Fail(lines.od.line, NoNumberReason(od[i]));
                 return Outcome::Failed;
             }
             switch (i) {

@@ -117,6 +117,10 @@ TEST_F(ImportForm, FailedReadMessagesSayWhereAndWhy) {
     testing::WriteFileBytes(files / "empty.glc", "");
     const std::string badGla = (files / "bad.gla").string();
     testing::WriteFileBytes(files / "bad.gla", "\"Z\",8,\"S\",0,0\r\n0,x\r\n");
+    // A damaged field is shown cut, its control characters as "?".
+    const std::string longGla = (files / "long.gla").string();
+    testing::WriteFileBytes(files / "long.gla",
+                            "\"Z\",8,\"S\",0,0\r\n0,\x01" + std::string(60, 'x') + "\r\n");
     const std::string missingGlz = Data("missing.glz");
     const std::string missingGla = Data("missing.gla");
     const std::string missingAgf = Data("missing.agf");
@@ -140,6 +144,9 @@ TEST_F(ImportForm, FailedReadMessagesSayWhereAndWhy) {
              "!\r\nNo such file or directory: " + missingGla + "."},
         {badGla, frm4Import::kGLA,
          "Unable to import any glasses from file " + badGla + "!\r\nLine 2: \"x\" is no number."},
+        {longGla, frm4Import::kGLA,
+         "Unable to import any glasses from file " + longGla + "!\r\nLine 2: \"?" +
+             std::string(29, 'x') + "...\" is no number."},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.path);
