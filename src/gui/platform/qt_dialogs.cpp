@@ -1,11 +1,17 @@
 #include "gui/platform/qt_dialogs.h"
 
+#include <algorithm>
+
 #include <QApplication>
 #include <QDesktopServices>
 #include <QEvent>
 #include <QFileDialog>
+#include <QGridLayout>
 #include <QInputDialog>
+#include <QLabel>
 #include <QMessageBox>
+#include <QScreen>
+#include <QScrollArea>
 #include <QStringList>
 #include <QUrl>
 
@@ -13,6 +19,42 @@
 #include "gui/platform/binders.h"
 
 namespace ostrel::gui {
+
+namespace {
+
+// A text this long (a list of every glass of a catalogue, say) would make the box taller than
+// the screen and put its buttons out of reach.
+bool IsLongMessage(const QString& text) {
+    return text.size() > 1200 || text.count('\n') > 24;
+}
+
+// Shows the box's text in a scrolled pane of at most half the screen's height, beside the
+// icon and above the buttons as before.
+void ScrollMessageText(QMessageBox& box, const QString& text) {
+    auto* label = box.findChild<QLabel*>("qt_msgbox_label");
+    auto* grid = qobject_cast<QGridLayout*>(box.layout());
+    if (!label || !grid) return;
+    auto* full = new QLabel(text);
+    full->setObjectName("longMessageText");
+    full->setWordWrap(true);
+    full->setTextFormat(Qt::PlainText);
+    full->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    full->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    auto* scroll = new QScrollArea(&box);
+    scroll->setObjectName("longMessageScroll");
+    scroll->setWidget(full);
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    const QScreen* screen = box.screen() ? box.screen() : QApplication::primaryScreen();
+    const QRect room = screen ? screen->availableGeometry() : QRect(0, 0, 1024, 768);
+    scroll->setFixedSize(std::min(560, room.width() * 3 / 4), std::min(360, room.height() / 2));
+    label->setText(QString());
+    label->hide();
+    grid->replaceWidget(label, scroll);
+}
+
+}  // namespace
 
 QString QtFileFilter(const std::string& filter) {
     const QStringList parts = ToQt(filter).split('|');
@@ -58,6 +100,7 @@ MsgAnswer QtDialogs::MsgBox(const std::string& text, MsgButtons buttons, MsgIcon
             box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
             break;
     }
+    if (IsLongMessage(box.text())) ScrollMessageText(box, box.text());
     // A box must not sit behind a busy pointer.
     const int busy = busyDepth_;
     for (int i = 0; i < busy; ++i) QApplication::restoreOverrideCursor();

@@ -1,0 +1,61 @@
+// Message boxes: a text longer than the screen can show scrolls, and the buttons stay in reach.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QTimer>
+
+#include "gui/platform/binders.h"
+#include "gui/platform/qt_dialogs.h"
+
+namespace ostrel::gui {
+namespace {
+
+QMessageBox* ShownBox() {
+    for (QWidget* w : QApplication::topLevelWidgets()) {
+        if (auto* box = qobject_cast<QMessageBox*>(w); box && box->isVisible()) return box;
+    }
+    return nullptr;
+}
+
+TEST(MessageBox, ALongTextScrollsWholeAndTheButtonsStayOnTheScreen) {
+    std::string names;
+    for (int i = 0; i < 400; ++i) {
+        names += (i ? ", " : "") + ("N-GLASS" + std::to_string(i) + "/SCHOTT");
+    }
+    const std::string longText = "The following materials are already in your collection:\n\n" +
+                                 names + "\n\nDo you want to overwrite the existing data?";
+    const std::string shortText = "Do you want to overwrite the existing data?";
+    for (const std::string& text : {longText, shortText}) {
+        const bool isLong = text.size() > 1200;
+        QtDialogs dialogs;
+        QRect frame;
+        QRect room;
+        QString scrolledText;
+        bool scrolls = false;
+        QTimer::singleShot(0, [&] {
+            QMessageBox* box = ShownBox();
+            if (!box) return;
+            frame = box->frameGeometry();
+            room = box->screen()->availableGeometry();
+            if (auto* label = box->findChild<QLabel*>("longMessageText")) {
+                scrolledText = label->text();
+            }
+            scrolls = box->findChild<QScrollArea*>("longMessageScroll") != nullptr;
+            box->button(QMessageBox::No)->click();
+        });
+        EXPECT_EQ(dialogs.MsgBox(text, MsgButtons::YesNo, MsgIcon::Question, {}), MsgAnswer::No);
+        EXPECT_EQ(scrolls, isLong);
+        if (isLong) {
+            EXPECT_EQ(FromQt(scrolledText), text);
+            EXPECT_LE(frame.height(), room.height());
+        }
+    }
+}
+
+}  // namespace
+}  // namespace ostrel::gui
