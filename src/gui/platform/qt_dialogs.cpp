@@ -49,7 +49,6 @@ void ScrollMessageText(QMessageBox& box, const QString& text) {
     const QScreen* screen = box.screen() ? box.screen() : QApplication::primaryScreen();
     const QRect room = screen ? screen->availableGeometry() : QRect(0, 0, 1024, 768);
     scroll->setFixedSize(std::min(560, room.width() * 3 / 4), std::min(360, room.height() / 2));
-    label->setText(QString());
     label->hide();
     grid->replaceWidget(label, scroll);
 }
