@@ -30,11 +30,11 @@ bool IsLongMessage(const QString& text) {
 
 // Shows the box's text in a scrolled pane of at most half the screen's height, beside the
 // icon and above the buttons as before.
-void ScrollMessageText(QMessageBox& box, const QString& text) {
+void ScrollMessageText(QMessageBox& box) {
     auto* label = box.findChild<QLabel*>("qt_msgbox_label");
     auto* grid = qobject_cast<QGridLayout*>(box.layout());
     if (!label || !grid) return;
-    auto* full = new QLabel(text);
+    auto* full = new QLabel(box.text());
     full->setObjectName("longMessageText");
     full->setWordWrap(true);
     full->setTextFormat(Qt::PlainText);
@@ -99,7 +99,7 @@ MsgAnswer QtDialogs::MsgBox(const std::string& text, MsgButtons buttons, MsgIcon
             box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
             break;
     }
-    if (IsLongMessage(box.text())) ScrollMessageText(box, box.text());
+    if (IsLongMessage(box.text())) ScrollMessageText(box);
     // A box must not sit behind a busy pointer.
     const int busy = busyDepth_;
     for (int i = 0; i < busy; ++i) QApplication::restoreOverrideCursor();
