@@ -110,11 +110,26 @@ void frm4Import::ShowInfo(const std::string& text) {
     dialogs_.MsgBox(text, MsgButtons::OK, MsgIcon::Information, {});
 }
 
-void frm4Import::ResetStaging() {
+void frm4Import::ResetStaging(bool tablesPending) {
+    tablesPending_.assign(importList_.size(), tablesPending);
     refitErrors_.assign(importList_.size(), 0.0f);
     checkTexts_.assign(importList_.size(), std::string());
     refitCount_ = 0;
     skippedCount_ = 0;
+}
+
+const MaterialRecord& frm4Import::Staged(size_t i) {
+    MaterialRecord& rec = importList_[i];
+    if (i < tablesPending_.size() && tablesPending_[i]) {
+        FinishImportedTrans(rec);
+        tablesPending_[i] = false;
+    }
+    return rec;
+}
+
+const std::vector<MaterialRecord>& frm4Import::ImportList() {
+    for (size_t i = 0; i < importList_.size(); ++i) Staged(i);
+    return importList_;
 }
 
 void frm4Import::comImportClick() {
@@ -153,6 +168,8 @@ bool frm4Import::ImportFile(const std::string& fullPath, int fileType) {
     ImportOptions options;
     options.progress = hooks_.progress;
     options.refitOtherFormulas = chkRefitOther.value;
+    // Most of a large catalogue is only looked at; its tables are finished when added.
+    options.leaveTransTables = true;
     int16_t ok = kFalse;
     int count = 0;
     bool read = false;
@@ -204,7 +221,7 @@ bool frm4Import::ImportFile(const std::string& fullPath, int fileType) {
                 std::vector<float> errors;
                 importer.ReadFile(fullPath, importList_, count, refits, errors, ok);
                 importCount_ = count;
-                ResetStaging();
+                ResetStaging(true);
                 refitErrors_ = errors;
                 refitErrors_.resize(importList_.size(), 0.0f);
                 refitCount_ = refits;
@@ -229,7 +246,7 @@ bool frm4Import::ImportFile(const std::string& fullPath, int fileType) {
                                   8, ok);
                 // Glasses read before a failure are kept and shown.
                 importCount_ = count;
-                ResetStaging();
+                ResetStaging(true);
                 refitErrors_ = errors;
                 refitErrors_.resize(importList_.size(), 0.0f);
                 refitCount_ = refits;
@@ -369,7 +386,7 @@ bool frm4Import::AddRange(int first, int last) {
     // The list in memory is kept as it was when the file cannot be written.
     std::vector<MaterialRecord> before = list_.CopyListOut();
     for (int i = first; i <= last; ++i) {
-        list_.ListAddDated(importList_[static_cast<size_t>(i - 1)], true);
+        list_.ListAddDated(Staged(static_cast<size_t>(i - 1)), true);
     }
     if (!list_.SaveCustomFile()) {
         list_.ReplaceList(std::move(before));
@@ -417,7 +434,7 @@ void frm4Import::comReviewClick() {
     if (selectedRow_ < 1 || selectedRow_ > std::min<int>(importCount_, importList_.size())) {
         return;
     }
-    const MaterialRecord& rec = importList_[static_cast<size_t>(selectedRow_ - 1)];
+    const MaterialRecord& rec = Staged(static_cast<size_t>(selectedRow_ - 1));
     if (rec.Melt.MeltFlag != 0) {
         if (hooks_.reviewInMeltForm) hooks_.reviewInMeltForm(rec);
     } else if (hooks_.reviewInNewForm) {

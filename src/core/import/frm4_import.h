@@ -111,7 +111,8 @@ class frm4Import : public WorkingForm {
     // --- state, read-only for the window and the command line ---
     int FileType() const { return fileType_; }
     int ImportCount() const { return importCount_; }
-    const std::vector<MaterialRecord>& ImportList() const { return importList_; }
+    // The staging list, every record complete (what a read left to later is done first).
+    const std::vector<MaterialRecord>& ImportList();
     const std::vector<float>& RefitErrors() const { return refitErrors_; }
     const std::vector<std::string>& CheckTexts() const { return checkTexts_; }
     int RefitCount() const { return refitCount_; }
@@ -136,7 +137,10 @@ class frm4Import : public WorkingForm {
 
   private:
     void ShowInfo(const std::string& text);
-    void ResetStaging();
+    // tablesPending: the read left the transmission tables of its records to Staged.
+    void ResetStaging(bool tablesPending = false);
+    // Staged record i (0-based), its transmission tables completed if the read left them.
+    const MaterialRecord& Staged(size_t i);
 
     GlassesList& list_;
     Dialogs& dialogs_;
@@ -147,6 +151,7 @@ class frm4Import : public WorkingForm {
     int fileType_ = 1;
     int importCount_ = 0;
     std::vector<MaterialRecord> importList_;
+    std::vector<bool> tablesPending_;
     std::vector<float> refitErrors_;
     std::vector<std::string> checkTexts_;
     int refitCount_ = 0;

@@ -30,6 +30,19 @@ void FinishTransTables(MaterialRecord& rec, int noDataFrom) {
                    std::span<const float>(m.TransAbsorb).first(count));
 }
 
+void FinishImportedTrans(MaterialRecord& rec) {
+    auto& m = rec.Measured;
+    const auto points = static_cast<size_t>(std::clamp<int>(m.TransPoints, 0, kMaxTransPoints));
+    for (size_t k = 0; k < points; ++k) {
+        m.TransAbsorb[k] = AbsorbFromInternal(m.TransWidth, m.TransInternal[k]);
+    }
+    FinishTransTables(rec, m.TransPoints + 1);
+    if (m.TransType == 2 && points > 3) {
+        ColourCode(rec, m.TransWidth, std::span<const float>(m.TransWave).first(points),
+                   std::span<const float>(m.TransInternal).first(points));
+    }
+}
+
 bool SetSchottDndt(ThermalData& t, const double (&d)[6]) {
     t.dndt_D0 = static_cast<float>(d[0]);
     t.dndt_D1 = static_cast<float>(d[1]);

@@ -16,6 +16,11 @@ struct ImportOptions {
     // AGF only: glasses whose formula has no stored form are evaluated by the AGF formula
     // and refitted to Schott instead of being skipped.
     bool refitOtherFormulas = false;
+    // AGF and GLC: leave the transmission work only a stored material needs (the absorption
+    // of each row, the short tables, the resampled table and the colour code) to
+    // FinishImportedTrans, which the import form runs when a glass leaves its staging list.
+    // A whole catalogue is then staged in about four fifths of the time.
+    bool leaveTransTables = false;
 };
 
 // nd and vd as the file states them; present is false when the file gives none.
@@ -29,6 +34,11 @@ struct StatedIndex {
 // TransShortValue (from TransAbsorb), sets TransShortValue from position noDataFrom
 // (1-based) up to 40 to the no-data value, and resamples TransTable from all rows.
 void FinishTransTables(MaterialRecord& rec, int noDataFrom);
+
+// The last transmission steps of an AGF or GLC read: the absorption of every row from its
+// internal transmittance, FinishTransTables from TransPoints + 1, and for more than three
+// rows read from an AGF file (TransType 2) the colour code.
+void FinishImportedTrans(MaterialRecord& rec);
 
 // The check of a staged glass: nd and vd from the stored polynomial against the values the
 // file states. Empty when they agree (within 0.0001 in nd and 0.1 in vd) or the file states

@@ -174,7 +174,7 @@ bool CImportOsloGLC::ReadRecord(std::string_view line, const std::string& source
             m.TransWave[k] = static_cast<float>(wave * 1000.0);
             const float tr = static_cast<float>(fraction * 100.0);
             m.TransInternal[k] = tr;
-            m.TransAbsorb[k] = AbsorbFromInternal(m.TransWidth, tr);
+            // The total transmission takes the polynomial before any refit.
             int16_t ok = 0;
             const double n = IndexFromPolynomial(g.PolyCoef, m.TransWave[k], g.Polytype, ok);
             m.TransTotal[k] = tr * ReflectionFactor(ok ? n : 0.0);
@@ -192,7 +192,7 @@ bool CImportOsloGLC::ReadRecord(std::string_view line, const std::string& source
         if (!RefitToSchott(rec, meanError, dialogs_)) return false;
         refitted = true;
     }
-    FinishTransTables(rec, m.TransPoints + 1);
+    if (!options_.leaveTransTables) FinishImportedTrans(rec);
     rec.GeneralState.Ready = kTrue;
     rec.IndexState.Ready = smallest > 0 && largest > 0 ? kTrue : kFalse;
     rec.TransState.Ready = m.TransPoints >= 1 ? kTrue : kFalse;

@@ -317,19 +317,14 @@ CImportZemaxAGF::Outcome CImportZemaxAGF::ReadRecord(const GlassLines& lines,
             m.TransInternal[k] = static_cast<float>(fraction * 100.0);
         }
     }
+    // The total transmission needs the polynomial as it stands now; the rest can wait.
     const auto points = static_cast<size_t>(m.TransPoints);
     for (size_t k = 0; k < points; ++k) {
-        const float tr = m.TransInternal[k];
-        m.TransAbsorb[k] = AbsorbFromInternal(m.TransWidth, tr);
         int16_t ok = 0;
         const double n = IndexFromPolynomial(g.PolyCoef, m.TransWave[k], g.Polytype, ok);
-        m.TransTotal[k] = tr * ReflectionFactor(ok ? n : 0.0);
+        m.TransTotal[k] = m.TransInternal[k] * ReflectionFactor(ok ? n : 0.0);
     }
-    FinishTransTables(rec, m.TransPoints + 1);
-    if (caseB && points > 3) {
-        ColourCode(rec, m.TransWidth, std::span<const float>(m.TransWave).first(points),
-                   std::span<const float>(m.TransInternal).first(points));
-    }
+    if (!options_.leaveTransTables) FinishImportedTrans(rec);
 
     rec.GeneralState.Ready = kTrue;
     rec.IndexState.Ready = kTrue;

@@ -6,6 +6,8 @@
 
 #include "core/import/frm4_import.h"
 #include "core/import/frm5_export.h"
+#include "core/import/import_zemax_agf.h"
+#include "core/material/material_record_codec.h"
 #include "core/platform/clock.h"
 #include "core/platform/error_display.h"
 #include "support/scripted_dialogs.h"
@@ -166,6 +168,45 @@ TEST_F(ImportForm, ReviewGoesToTheHook) {
     f.ssGlassesDblClick(1, 2);
     EXPECT_EQ(reviewed, 1);
     EXPECT_EQ(f.SelectedRow(), 2);
+}
+
+// The form stages glasses with their transmission tables left for later; whichever way a
+// glass leaves the staging list (added, reviewed, listed) it is the record a complete read
+// gives.
+TEST_F(ImportForm, GlassesLeaveStagingComplete) {
+    const std::string file = Data("chengdu.agf");
+    std::vector<MaterialRecord> whole;
+    {
+        CImportZemaxAGF importer(dialogs);
+        int count = 0, refits = 0;
+        int16_t ok = 0;
+        std::vector<float> errors;
+        std::string errorText;
+        importer.ReadFile(file, "chengdu.agf", whole, count, refits, errors, errorText, 8, ok);
+    }
+    ASSERT_EQ(whole.size(), 1u);
+    ASSERT_FALSE(whole[0].Other.CC.Text().empty());  // four rows: the colour code is set
+    const MaterialImage want = ToBytes(whole[0]);
+
+    std::vector<MaterialImage> reviewed;
+    frm4Import f(list, dialogs, settings, newMsg, "/app/",
+                 {[&](const MaterialRecord& r) { reviewed.push_back(ToBytes(r)); }, nullptr,
+                  nullptr, nullptr});
+    f.ImportFile(file, frm4Import::kAGF);
+    ASSERT_TRUE(f.AddRange(1, 1));
+    MaterialRecord added;
+    ASSERT_TRUE(list.GetMaterial(1, added));
+    added.DateChanged = whole[0].DateChanged;
+    EXPECT_EQ(ToBytes(added), want);
+
+    f.ImportFile(file, frm4Import::kAGF);
+    f.ssGlassesDblClick(1, 1);
+    ASSERT_EQ(reviewed.size(), 1u);
+    EXPECT_EQ(reviewed[0], want);
+
+    f.ImportFile(file, frm4Import::kAGF);
+    ASSERT_EQ(f.ImportList().size(), 1u);
+    EXPECT_EQ(ToBytes(f.ImportList()[0]), want);
 }
 
 TEST(Bas4ImportKeys, PathKeys) {
