@@ -353,6 +353,13 @@ int main(int argc, char** argv) {
                     Settle(800);
                     SaveScreen(dir + "/frm4_import.png");
                     listWindow.show();
+                    if (importForm.ImportCount() > 0) {
+                        // The first staged glass previewed, its transmission tab in view.
+                        importForm.ssGlassesDblClick(1, 1);
+                        newWindow.tabs()->setCurrentIndex(frm3New::kTabTrans);
+                        Settle(800);
+                        SaveScreen(dir + "/frm4_import_preview.png");
+                    }
                     forms.RibbonClick(kFormExport, true);
                     Settle(800);
                     SaveScreen(dir + "/frm5_export.png");
