@@ -168,7 +168,8 @@ bool frm4Import::ImportFile(const std::string& fullPath, int fileType) {
     ImportOptions options;
     options.progress = hooks_.progress;
     options.refitOtherFormulas = chkRefitOther.value;
-    // Most of a large catalogue is only looked at; its tables are finished when added.
+    // Most of a large catalogue is only looked at; Staged finishes the tables of a glass
+    // that is added or previewed.
     options.leaveTransTables = true;
     int16_t ok = kFalse;
     int count = 0;
