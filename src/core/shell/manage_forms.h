@@ -23,6 +23,10 @@ class WorkingForm {
     virtual ~WorkingForm() = default;
     virtual void Display() = 0;
     virtual void ForceUnload() = 0;
+    // Asked before the form closes at the user's wish (its Close button, its tool released,
+    // the end of the program). A form holding unsaved changes asks whether to save them;
+    // false keeps the form open.
+    virtual bool QueryClose() { return true; }
 };
 
 enum FormNumber : int {
