@@ -102,6 +102,7 @@ int main(int argc, char** argv) {
         parser.isSet(dataDir) ? gui::FromQt(parser.value(dataDir)) : DefaultDataFolder();
     std::error_code ec;
     std::filesystem::create_directories(folder, ec);
+    SweepStaleTemporaries(folder);
     if (!folder.empty() && folder.back() != '/') folder += '/';
 
     gui::QtDialogs dialogs;
@@ -234,12 +235,12 @@ int main(int argc, char** argv) {
     forms.RegisterForm(kFormMelt, &meltForm);
     editInMeltForm = [&forms, &meltForm, &manage, &setup](int, const MaterialRecord& rec) {
         frm2Manage* owner = forms.GetCurrentForm() == kFormManage ? &manage : nullptr;
-        forms.OpenForEdit(kFormMelt);
+        if (!forms.OpenForEdit(kFormMelt)) return;
         meltForm.SetKelmoraFolder(setup.GetPathKelmora());
         meltForm.DisplayEdit(rec, owner);
     };
     reviewInMeltForm = [&forms, &meltForm, &setup](const MaterialRecord& rec) {
-        forms.OpenForEdit(kFormMelt);
+        if (!forms.OpenForEdit(kFormMelt)) return;
         meltForm.SetKelmoraFolder(setup.GetPathKelmora());
         meltForm.DisplayReview(rec);
     };
@@ -251,19 +252,19 @@ int main(int argc, char** argv) {
     };
     newHooks.close = [&forms] { forms.FormClosed(kFormNew); };
     newHooks.openMelt = [&forms, &meltForm] {
-        forms.OpenForEdit(kFormMelt);
-        if (!meltForm.IsOpen()) meltForm.DisplayNew(false);
+        if (meltForm.IsOpen() || !forms.OpenForEdit(kFormMelt)) return;
+        meltForm.DisplayNew(false);
     };
     frm3New newForm(list, dialogs, newHooks);
     gui::frm3NewWindow newWindow(newForm, &app, mainWindow.mdiArea());
     forms.RegisterForm(kFormNew, &newForm);
     editInNewForm = [&forms, &newForm, &manage](int, const MaterialRecord& rec) {
         frm2Manage* owner = forms.GetCurrentForm() == kFormManage ? &manage : nullptr;
-        forms.OpenForEdit(kFormNew);
+        if (!forms.OpenForEdit(kFormNew)) return;
         newForm.DisplayEdit(rec, owner);
     };
     reviewInNewForm = [&forms, &newForm](const MaterialRecord& rec) {
-        forms.OpenForEdit(kFormNew);
+        if (!forms.OpenForEdit(kFormNew)) return;
         newForm.DisplayReview(rec);
     };
     // Its update frame, with the removal form.

@@ -33,6 +33,7 @@ int main(int argc, char** argv) {
         return rc == 0 ? kExitOk : kExitUsage;
     }
     if (ctx.dataDir.empty()) ctx.dataDir = ostrel::DefaultDataFolder();
+    ostrel::SweepStaleTemporaries(ctx.dataDir);
     dialogs.answerYes = ctx.answer == "yes";
     if (!ctx.run) return kExitUsage;
     try {

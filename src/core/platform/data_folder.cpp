@@ -3,6 +3,9 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "core/platform/file_io.h"
+#include "core/platform/settings_file.h"
+
 namespace ostrel {
 
 std::string DefaultDataFolder() {
@@ -15,6 +18,15 @@ std::string DefaultDataFolder() {
         base = std::filesystem::temp_directory_path();
     }
     return (base / "Ostrel").string();
+}
+
+int SweepStaleTemporaries(const std::string& dataFolder) {
+    const std::filesystem::path settings(SettingsFile::DefaultPath());
+    int removed = RemoveStaleTemporaries(dataFolder);
+    if (settings.parent_path() != std::filesystem::path(dataFolder)) {
+        removed += RemoveStaleTemporaries(settings.parent_path());
+    }
+    return removed;
 }
 
 }  // namespace ostrel

@@ -5,26 +5,105 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
+#include <cctype>
 #include <cerrno>
+#include <climits>
+#include <csignal>
+#include <cstdlib>
 #include <cstring>
 #include <random>
 
 namespace ostrel {
+namespace fs = std::filesystem;
 namespace {
+
+constexpr std::string_view kTempMark = ".ostrel-tmp.";
 
 WriteFaultHook& FaultHook() {
     static WriteFaultHook hook;
     return hook;
 }
 
-void SetError(FileError& error, int code, const std::filesystem::path& path) {
+void SetError(FileError& error, int code, const fs::path& path) {
     error.code = code;
     error.message = std::string(std::strerror(code)) + ": " + path.string();
 }
 
-std::string TempNameBeside(const std::filesystem::path& path) {
-    static std::mt19937 rng{std::random_device{}()};
-    return path.string() + ".tmp" + std::to_string(rng() % 1000000);
+void SetError(FileError& error, int code, const std::string& reason, const fs::path& path) {
+    error.code = code;
+    error.message = reason + ": " + path.string();
+}
+
+// Refuses what stat tells is no regular file, with the reason.
+bool RegularOrRefused(const struct stat& st, const fs::path& path, FileError& error) {
+    if (S_ISREG(st.st_mode)) return true;
+    if (S_ISDIR(st.st_mode)) {
+        SetError(error, EISDIR, "This is a folder, not a file", path);
+    } else {
+        SetError(error, -1, "This is no regular file (a device, a pipe or a socket)", path);
+    }
+    return false;
+}
+
+// Opens a regular file for reading. Anything else is refused before it is opened, and
+// O_NONBLOCK keeps the open from waiting on a pipe swapped in meanwhile (the flag has no
+// effect on the reads of a regular file).
+int OpenRegularFile(const fs::path& path, struct stat& st, FileError& error) {
+    if (!CheckRegularFile(path, error)) return -1;
+    int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (fd < 0) {
+        SetError(error, errno, path);
+        return -1;
+    }
+    if (::fstat(fd, &st) != 0) {
+        SetError(error, errno, path);
+        ::close(fd);
+        return -1;
+    }
+    if (!RegularOrRefused(st, path, error)) {
+        ::close(fd);
+        return -1;
+    }
+    return fd;
+}
+
+void SetTooLarge(FileError& error, const fs::path& path) {
+    SetError(error, EFBIG,
+             "The file is larger than " + std::to_string(kMaxWholeFileSize >> 20) +
+                 " MB, more than any catalogue or list holds",
+             path);
+}
+
+fs::path FolderOf(const fs::path& path) {
+    return path.has_parent_path() ? path.parent_path() : fs::path(".");
+}
+
+// Creates a new temporary file beside `path`, named after it and this process; returns its
+// descriptor and name, or -1.
+int CreateTemporaryBeside(const fs::path& path, std::string& temp) {
+    static std::atomic<unsigned> counter{std::random_device{}() % 1000000};
+    for (int attempt = 0; attempt < 100; ++attempt) {
+        temp = path.string() + std::string(kTempMark) + std::to_string(::getpid()) + "." +
+               std::to_string(counter++ % 1000000);
+        int fd = ::open(temp.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
+        if (fd >= 0 || errno != EEXIST) return fd;
+    }
+    return -1;
+}
+
+// Syncs the folder's entries, so that a rename in it survives a power cut. The new file is
+// in place by then, so a folder that cannot be synced fails nothing.
+void SyncFolder(const fs::path& folder) {
+    int fd = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (fd < 0) return;
+    ::fsync(fd);
+    ::close(fd);
+}
+
+bool ProcessAlive(long pid) {
+    // EPERM: the process is there but belongs to someone else.
+    return ::kill(static_cast<pid_t>(pid), 0) == 0 || errno == EPERM;
 }
 
 }  // namespace
@@ -33,15 +112,26 @@ void SetWriteFaultHook(WriteFaultHook hook) {
     FaultHook() = std::move(hook);
 }
 
-bool ReadWholeFile(const std::filesystem::path& path, std::string& content, FileError& error) {
-    int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0) {
+bool CheckRegularFile(const fs::path& path, FileError& error) {
+    struct stat st {};
+    if (::stat(path.c_str(), &st) != 0) {
         SetError(error, errno, path);
         return false;
     }
-    content.clear();
+    return RegularOrRefused(st, path, error);
+}
+
+bool ReadWholeFile(const fs::path& path, std::string& content, FileError& error) {
     struct stat st {};
-    if (::fstat(fd, &st) == 0 && st.st_size > 0) content.reserve(static_cast<size_t>(st.st_size));
+    int fd = OpenRegularFile(path, st, error);
+    if (fd < 0) return false;
+    content.clear();
+    if (static_cast<std::uintmax_t>(st.st_size) > kMaxWholeFileSize) {
+        SetTooLarge(error, path);
+        ::close(fd);
+        return false;
+    }
+    if (st.st_size > 0) content.reserve(static_cast<size_t>(st.st_size));
     char buf[1 << 16];
     for (;;) {
         ssize_t n = ::read(fd, buf, sizeof buf);
@@ -53,6 +143,13 @@ bool ReadWholeFile(const std::filesystem::path& path, std::string& content, File
             return false;
         }
         content.append(buf, static_cast<size_t>(n));
+        // A file that grows while it is read is held to the same limit.
+        if (content.size() > kMaxWholeFileSize) {
+            content.clear();
+            SetTooLarge(error, path);
+            ::close(fd);
+            return false;
+        }
     }
     ::close(fd);
     return true;
@@ -60,11 +157,9 @@ bool ReadWholeFile(const std::filesystem::path& path, std::string& content, File
 
 bool ReadFileInPieces(const std::filesystem::path& path, size_t piece,
                       const std::function<void(std::string_view)>& take, FileError& error) {
-    int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0) {
-        SetError(error, errno, path);
-        return false;
-    }
+    struct stat st {};
+    int fd = OpenRegularFile(path, st, error);
+    if (fd < 0) return false;
     std::string buffer(std::max<size_t>(piece, 1), '\0');
     size_t filled = 0;
     for (;;) {
@@ -103,8 +198,9 @@ bool WriteFileAtomic(const std::filesystem::path& path, std::string_view content
 
 bool WriteFileAtomicFrom(const std::filesystem::path& path, const PieceSource& next,
                          FileError& error) {
-    const std::string temp = TempNameBeside(path);
-    int fd = ::open(temp.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
+    RemoveStaleTemporaries(FolderOf(path), path.filename().string());
+    std::string temp;
+    int fd = CreateTemporaryBeside(path, temp);
     if (fd < 0) {
         SetError(error, errno, path);
         return false;
@@ -145,6 +241,7 @@ bool WriteFileAtomicFrom(const std::filesystem::path& path, const PieceSource& n
         SetError(error, code, path);
         return false;
     }
+    SyncFolder(FolderOf(path));
     return true;
 }
 
@@ -157,12 +254,17 @@ bool CopyFileAtomic(const std::filesystem::path& from, const std::filesystem::pa
 
 bool SnapshotFile(const std::filesystem::path& from, const std::filesystem::path& to,
                   FileError& error) {
-    const std::string temp = TempNameBeside(to);
+    RemoveStaleTemporaries(FolderOf(to), to.filename().string());
+    const std::string temp = to.string() + std::string(kTempMark) + std::to_string(::getpid()) +
+                             ".link" + std::to_string(std::random_device{}() % 1000000);
     if (::link(from.c_str(), temp.c_str()) == 0) {
         const bool renamed = ::rename(temp.c_str(), to.c_str()) == 0;
         // When both names already are one file, rename leaves the temporary name behind.
         ::unlink(temp.c_str());
-        if (renamed) return true;
+        if (renamed) {
+            SyncFolder(FolderOf(to));
+            return true;
+        }
     }
     return CopyFileAtomic(from, to, error);
 }
@@ -171,6 +273,40 @@ bool RemoveFileIfPresent(const std::filesystem::path& path, FileError& error) {
     if (::unlink(path.c_str()) == 0 || errno == ENOENT) return true;
     SetError(error, errno, path);
     return false;
+}
+
+bool IsTemporaryName(const std::string& name, long& pid) {
+    const size_t mark = name.rfind(kTempMark);
+    if (mark == std::string::npos || mark == 0) return false;
+    const char* at = name.c_str() + mark + kTempMark.size();
+    char* end = nullptr;
+    errno = 0;
+    const long value = std::strtol(at, &end, 10);
+    if (end == at || *end != '.' || errno != 0 || value <= 0 || value > INT_MAX) return false;
+    if (!std::isdigit(static_cast<unsigned char>(at[0]))) return false;
+    // What follows the process id: a number, or "link" and a number.
+    std::string_view rest(end + 1);
+    if (rest.starts_with("link")) rest.remove_prefix(4);
+    if (rest.empty() || rest.find_first_not_of("0123456789") != std::string_view::npos) {
+        return false;
+    }
+    pid = value;
+    return true;
+}
+
+int RemoveStaleTemporaries(const fs::path& folder, const std::string& target) {
+    const std::string prefix = target.empty() ? std::string() : target + std::string(kTempMark);
+    int removed = 0;
+    std::error_code ec;
+    for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec)) {
+        const std::string name = it->path().filename().string();
+        long pid = 0;
+        if (!name.starts_with(prefix) || !IsTemporaryName(name, pid) || ProcessAlive(pid)) {
+            continue;
+        }
+        if (::unlink(it->path().c_str()) == 0) ++removed;
+    }
+    return removed;
 }
 
 }  // namespace ostrel

@@ -2,6 +2,14 @@
 // Whole-file reading and writing. A file is never rewritten in place: the new content goes
 // to a temporary file in the same folder, is flushed to disk and renamed over the old one,
 // so that a failure at any moment leaves either the old or the new file, never a torn one.
+// The temporary file is synced before the rename and the folder after it, so that a power
+// cut too leaves the old or the new file. Its name is the target's name followed by
+// ".ostrel-tmp.<process id>.<number>"; one left by a process that is gone (killed midway)
+// is removed by the next write of the same target and by the sweep at start-up.
+//
+// Only regular files are read: a folder, a device (/dev/zero) or a pipe is refused at once,
+// as is a file read whole that is larger than kMaxWholeFileSize.
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -13,6 +21,14 @@ struct FileError {
     int code = 0;         // errno, or -1 when the failure has no system code
     std::string message;  // the system's text
 };
+
+// The largest file read whole: far more than any catalogue or list holds, small enough to be
+// held in memory beside what is made of it.
+constexpr std::uintmax_t kMaxWholeFileSize = std::uintmax_t{256} << 20;
+
+// True when `path` names a regular file (symbolic links followed); otherwise false, with a
+// message saying what the path names instead.
+bool CheckRegularFile(const std::filesystem::path& path, FileError& error);
 
 bool ReadWholeFile(const std::filesystem::path& path, std::string& content, FileError& error);
 // Reads the file in pieces of `piece` bytes (the last may be shorter), handing each to
@@ -36,6 +52,14 @@ bool SnapshotFile(const std::filesystem::path& from, const std::filesystem::path
                   FileError& error);
 // Removes a file; a file that is not there is no error.
 bool RemoveFileIfPresent(const std::filesystem::path& path, FileError& error);
+
+// True when `name` has the form of a temporary name made by a whole-file write; `pid` is
+// then the process that made it.
+bool IsTemporaryName(const std::string& name, long& pid);
+// Removes from `folder` the temporary files of processes that are gone, leaving those of
+// running processes (another window or command writing now). With `target` given, only the
+// temporaries of that file name. Returns how many were removed.
+int RemoveStaleTemporaries(const std::filesystem::path& folder, const std::string& target = {});
 
 // Test hook: when set, each write of WriteFileAtomic asks it first; returning false makes
 // the write fail as a full disk would (ENOSPC).

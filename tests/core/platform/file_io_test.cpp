@@ -2,7 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
 #include <cerrno>
+#include <fstream>
 #include <iterator>
 #include <memory>
 #include <string>
@@ -90,6 +96,89 @@ TEST_F(FileIo, AFailedAtomicWriteLeavesTheOldFileAndNoTemporaryOne) {
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.path()),
                             std::filesystem::directory_iterator()),
               1);
+}
+
+// The id of a process that has ended.
+long DeadPid() {
+    const pid_t child = ::fork();
+    if (child == 0) ::_exit(0);
+    ::waitpid(child, nullptr, 0);
+    return child;
+}
+
+std::vector<std::string> Names(const std::filesystem::path& folder) {
+    std::vector<std::string> names;
+    for (const auto& e : std::filesystem::directory_iterator(folder)) {
+        names.push_back(e.path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+TEST_F(FileIo, StaleTemporariesOfGoneProcessesAreRemovedOthersKept) {
+    const std::string dead = std::to_string(DeadPid());
+    const std::string live = std::to_string(::getpid());
+    const std::vector<std::pair<std::string, bool>> files = {
+        {"list.dat.ostrel-tmp." + dead + ".12", false},
+        {"list.dat.ostrel-tmp." + dead + ".link7", false},
+        {"other.ini.ostrel-tmp." + dead + ".3", false},
+        {"list.dat.ostrel-tmp." + live + ".4", true},  // a write going on now
+        {"list.dat", true},
+        {"list.dat.tmp123", true},  // not a name this program makes
+        {"list.dat.ostrel-tmp.x.1", true},
+        {"list.dat.ostrel-tmp." + dead + ".", true},
+        {".ostrel-tmp." + dead + ".1", true},         // no target name
+        {"list.dat.ostrel-tmp.99999999999.1", true},  // no process id
+    };
+    std::vector<std::string> kept;
+    for (const auto& [name, stays] : files) {
+        WriteFileBytes(dir / name, "x");
+        if (stays) kept.push_back(name);
+    }
+    std::sort(kept.begin(), kept.end());
+    EXPECT_EQ(RemoveStaleTemporaries(dir.path(), "list.dat"), 2);
+    EXPECT_EQ(RemoveStaleTemporaries(dir.path()), 1);
+    EXPECT_EQ(Names(dir.path()), kept);
+}
+
+TEST_F(FileIo, AWriteRemovesTheStaleTemporariesOfItsFileAndLeavesNoneOfItsOwn) {
+    const std::string stale = "f.bin.ostrel-tmp." + std::to_string(DeadPid()) + ".1";
+    WriteFileBytes(dir / stale, std::string(1000, 'x'));
+    ASSERT_TRUE(WriteFileAtomic(dir / "f.bin", "new", error));
+    ASSERT_TRUE(SnapshotFile(dir / "f.bin", dir / "g.bin", error));
+    EXPECT_EQ(Names(dir.path()), (std::vector<std::string>{"f.bin", "g.bin"}));
+}
+
+TEST_F(FileIo, OnlyRegularFilesAreRead) {
+    ASSERT_EQ(::mkfifo((dir / "fifo").c_str(), 0600), 0);
+    std::filesystem::create_directory(dir / "folder");
+    // A file just over the limit, made sparse so that it takes no room.
+    std::ofstream(dir / "big.txt").close();
+    std::filesystem::resize_file(dir / "big.txt", kMaxWholeFileSize + 1);
+    const struct {
+        std::filesystem::path path;
+        const char* reason;
+    } refused[] = {{"/dev/zero", "no regular file"},
+                   {"/dev/urandom", "no regular file"},
+                   {dir / "fifo", "no regular file"},
+                   {dir / "folder", "a folder"},
+                   {dir / "big.txt", "larger than 256 MB"}};
+    for (const auto& c : refused) {
+        SCOPED_TRACE(c.path);
+        std::string content = "old";
+        error = {};
+        EXPECT_FALSE(ReadWholeFile(c.path, content, error));
+        EXPECT_NE(error.message.find(c.reason), std::string::npos) << error.message;
+        EXPECT_NE(error.message.find(c.path.string()), std::string::npos);
+        EXPECT_TRUE(content.empty() || content == "old");
+        if (c.path.filename() == "big.txt") continue;  // read in pieces, a list has no limit
+        bool called = false;
+        error = {};
+        EXPECT_FALSE(ReadFileInPieces(
+            c.path, 16, [&](std::string_view) { called = true; }, error));
+        EXPECT_FALSE(called);
+        EXPECT_NE(error.message.find(c.reason), std::string::npos) << error.message;
+    }
 }
 
 }  // namespace
