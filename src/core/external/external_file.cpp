@@ -51,22 +51,27 @@ bool ReadExternalFile(const std::string& folder, std::vector<MaterialRecord>& re
     return true;
 }
 
-void MergeIntoExternalList(std::vector<MaterialRecord>& records,
-                           const std::vector<MaterialRecord>& source, int first, int last,
-                           bool overwrite) {
-    if (records.empty()) return;
+UpdateCounts MergeIntoExternalList(std::vector<MaterialRecord>& records,
+                                   const std::vector<MaterialRecord>& source, int first,
+                                   int last, bool overwrite) {
+    UpdateCounts counts;
     for (int i = std::max(first, 1); i <= last && i <= static_cast<int>(source.size()); ++i) {
         const MaterialRecord& src = source[static_cast<size_t>(i - 1)];
         bool found = false;
         for (auto& rec : records) {
             if (SameMaterial(rec, src)) {
                 if (overwrite) rec = src;
+                ++(overwrite ? counts.replaced : counts.kept);
                 found = true;
                 break;
             }
         }
-        if (!found) records.push_back(src);
+        if (!found) {
+            records.push_back(src);
+            ++counts.added;
+        }
     }
+    return counts;
 }
 
 std::string ExternalFileImage(const std::vector<ExternalRecord>& records) {

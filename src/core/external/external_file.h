@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "core/external/update_summary.h"
 #include "core/material/catalogue_record.h"
 #include "core/material/material_record.h"
 #include "core/platform/file_io.h"
@@ -28,10 +29,11 @@ bool ReadExternalFile(const std::string& folder, std::vector<MaterialRecord>& re
 
 // Merges source[first..last] (1-based) into records, by material key. A material already
 // there is replaced when overwriting and kept otherwise; a new one is added at the end.
-// An empty `records` stays empty: only a synchronisation makes the first file.
-void MergeIntoExternalList(std::vector<MaterialRecord>& records,
-                           const std::vector<MaterialRecord>& source, int first, int last,
-                           bool overwrite);
+// An empty `records` (no file yet) simply takes them all, so that an update makes the
+// first file as a synchronisation does. Returns what was added, replaced and kept.
+UpdateCounts MergeIntoExternalList(std::vector<MaterialRecord>& records,
+                                   const std::vector<MaterialRecord>& source, int first,
+                                   int last, bool overwrite);
 
 // Rewrites the folder's file from the list (backup first). An empty list leaves the file
 // as it is and returns true. False when the new file could not be written; the old one then

@@ -1,9 +1,11 @@
 #include "core/external/frm2_manage_update.h"
 
 #include <algorithm>
+#include <set>
 
 #include "core/external/external_file.h"
 #include "core/external/kelmora_database.h"
+#include "core/material/glasses_list.h"
 #include "core/materialform/frm2_manage.h"
 #include "core/materialform/verification.h"
 
@@ -79,35 +81,109 @@ bool frm2ManageUpdate::WriteFiles(const std::vector<MaterialRecord>& records) {
     return ok;
 }
 
-bool frm2ManageUpdate::UpdateTargets(const std::vector<MaterialRecord>& list, int first, int last,
-                                     bool synch) {
-    bool ok = true;
-    const int target = Target();
-    if ((target == kTargetFiles || target == kTargetBoth) && setup_.GetLumbrakFound()) {
-        BusyPointer busy(dialogs_);
-        if (synch) {
-            ok = WriteFiles(list) && ok;
-        } else {
-            std::vector<MaterialRecord> records;
-            FileError error;
-            if (!ReadExternalFile(setup_.GetPathLumbrak(), records, error)) {
-                dialogs_.MsgBox("Error while reading " + setup_.GetPathLumbrak() +
-                                    kExternalFileName + "\n" + std::to_string(error.code) + "\t" +
-                                    error.message,
-                                MsgButtons::OK, MsgIcon::Exclamation);
-                ok = false;
-            } else {
-                MergeIntoExternalList(records, list, first, last, Overwrite());
-                ok = WriteFiles(records) && ok;
-            }
+namespace {
+
+// A synchronisation measured against what the target held before: the materials of the
+// list that were there count as replaced, the others as added, and what the target held
+// beyond the list as removed.
+UpdateCounts SynchCounts(const std::set<std::string>& before,
+                         const std::vector<MaterialRecord>& list) {
+    UpdateCounts counts;
+    std::set<std::string> listed;
+    for (const auto& rec : list) {
+        const std::string key = MaterialKey(rec);
+        if (!listed.insert(key).second) continue;
+        ++(before.count(key) ? counts.replaced : counts.added);
+    }
+    for (const auto& key : before) counts.removed += listed.count(key) ? 0 : 1;
+    return counts;
+}
+
+}  // namespace
+
+UpdateCounts frm2ManageUpdate::UpdateFiles(const std::vector<MaterialRecord>& list, int first,
+                                           int last, bool synch) {
+    UpdateCounts counts;
+    std::vector<MaterialRecord> records;
+    FileError error;
+    if (!ReadExternalFile(setup_.GetPathLumbrak(), records, error)) {
+        // A synchronisation does not need the old file: it only counts what it held.
+        records.clear();
+        if (!synch) {
+            dialogs_.MsgBox("Error while reading " + setup_.GetPathLumbrak() +
+                                kExternalFileName + "\n" + std::to_string(error.code) + "\t" +
+                                error.message,
+                            MsgButtons::OK, MsgIcon::Exclamation);
+            counts.failed = true;
+            return counts;
         }
     }
-    if ((target == kTargetDatabase || target == kTargetBoth) && setup_.GetKelmoraFound()) {
-        BusyPointer busy(dialogs_);
-        const std::vector<MaterialRecord> range(list.begin() + (first - 1), list.begin() + last);
-        if (synch) ok = DeleteAllCustomRows(setup_.GetPathKelmora(), dialogs_) && ok;
-        ok = AddGlassesToDatabase(setup_.GetPathKelmora(), range, Overwrite(), dialogs_) && ok;
+    if (synch) {
+        std::set<std::string> before;
+        for (const auto& rec : records) before.insert(MaterialKey(rec));
+        counts = SynchCounts(before, list);
+        records = list;
+    } else {
+        counts = MergeIntoExternalList(records, list, first, last, Overwrite());
     }
+    if (!WriteFiles(records)) counts.failed = true;
+    return counts;
+}
+
+UpdateCounts frm2ManageUpdate::UpdateDatabase(const std::vector<MaterialRecord>& list, int first,
+                                              int last, bool synch) {
+    const std::vector<MaterialRecord> range(list.begin() + (first - 1), list.begin() + last);
+    UpdateCounts counts;
+    if (!synch) {
+        AddGlassesToDatabase(setup_.GetPathKelmora(), range, Overwrite(), dialogs_, &counts);
+        return counts;
+    }
+    std::set<std::string> before;
+    const bool cleared = DeleteAllCustomRows(setup_.GetPathKelmora(), dialogs_, &before);
+    UpdateCounts added;
+    const bool ok =
+        AddGlassesToDatabase(setup_.GetPathKelmora(), range, Overwrite(), dialogs_, &added);
+    if (cleared && ok) return SynchCounts(before, range);
+    // Deleting and adding are two transactions: say what stands after the one that ran.
+    counts.failed = true;
+    if (cleared) counts.removed = static_cast<int>(before.size());
+    if (ok) counts.added = added.added + added.replaced;
+    return counts;
+}
+
+void frm2ManageUpdate::ShowSummary(std::string summary) {
+    summary_ = std::move(summary);
+    dialogs_.HelpNote(summary_, false);
+}
+
+bool frm2ManageUpdate::UpdateTargets(const std::vector<MaterialRecord>& list, int first, int last,
+                                     bool synch) {
+    std::vector<std::string> parts;
+    bool ok = true;
+    const int target = Target();
+    if (target == kTargetFiles || target == kTargetBoth) {
+        UpdateCounts counts;
+        if (setup_.GetLumbrakFound()) {
+            BusyPointer busy(dialogs_);
+            counts = UpdateFiles(list, first, last, synch);
+        } else {
+            counts.absent = true;
+        }
+        ok = ok && !counts.failed;
+        parts.push_back(SummaryPart(kSummaryLumbrak, counts));
+    }
+    if (target == kTargetDatabase || target == kTargetBoth) {
+        UpdateCounts counts;
+        if (setup_.GetKelmoraFound()) {
+            BusyPointer busy(dialogs_);
+            counts = UpdateDatabase(list, first, last, synch);
+        } else {
+            counts.absent = true;
+        }
+        ok = ok && !counts.failed;
+        parts.push_back(SummaryPart(kSummaryKelmora, counts));
+    }
+    ShowSummary(JoinSummary(parts));
     return ok;
 }
 
@@ -166,6 +242,7 @@ bool frm2ManageUpdate::comExtRemoveClick() {
     frmGlassesDelExt form(setup_, dialogs_);
     form.Load();
     if (showRemoval_) showRemoval_(form);
+    if (!form.Summary().empty()) summary_ = form.Summary();
     return form.Result();
 }
 

@@ -9,6 +9,7 @@
 
 #include "core/external/bas1_setup.h"
 #include "core/external/frm_glasses_del_ext.h"
+#include "core/external/update_summary.h"
 #include "core/material/material_record.h"
 #include "core/platform/controls.h"
 #include "core/platform/dialogs.h"
@@ -46,6 +47,9 @@ class frm2ManageUpdate {
     int Target() const;
     bool Overwrite() const { return cmbDataOverWrite.listIndex() == 0; }
     std::string TargetName() const;
+    // What the last update, synchronisation or removal did, as shown on the help line:
+    // "Lumbrak3D: 3 added, 1 replaced. KelmoraTD: 4 added." Empty until one has run.
+    const std::string& Summary() const { return summary_; }
 
     Panel fraUpdate{"Update external programs: "};
     ListControl cmbUpdateProg;
@@ -71,11 +75,17 @@ class frm2ManageUpdate {
     // without reading the file, and clears the database's custom rows first.
     bool UpdateTargets(const std::vector<MaterialRecord>& list, int first, int last, bool synch);
     bool WriteFiles(const std::vector<MaterialRecord>& records);
+    UpdateCounts UpdateFiles(const std::vector<MaterialRecord>& list, int first, int last,
+                             bool synch);
+    UpdateCounts UpdateDatabase(const std::vector<MaterialRecord>& list, int first, int last,
+                                bool synch);
+    void ShowSummary(std::string summary);
 
     Source source_;
     Bas1Setup& setup_;
     Dialogs& dialogs_;
     ShowRemoval showRemoval_;
+    std::string summary_;
 };
 
 }  // namespace ostrel

@@ -1,9 +1,11 @@
 #include "core/external/frm6_archive.h"
 
 #include <algorithm>
+#include <set>
 #include <utility>
-#include "core/external/kelmora_database.h"
 
+#include "core/external/kelmora_database.h"
+#include "core/external/update_summary.h"
 #include "core/platform/number_text.h"
 #include "core/platform/text.h"
 
@@ -146,9 +148,8 @@ bool frm6Archive::IsProtectedGlass(int64_t id, bool& isProtected, DbError& error
     std::vector<DbRow> rows;
     if (!db_->FindRows(kTableCurrent, {{"GlassID", DbValue{id}}}, rows, error)) return false;
     if (rows.empty()) return true;
-    const std::string name = DbText(rows.front().Field("GlassName"));
-    isProtected =
-        DbText(rows.front().Field("Source")) == "Schott" && (name == "K7" || name == "F2");
+    const std::string key = RowMaterialKey(rows.front());
+    isProtected = key == "K7|SCHOTT" || key == "F2|SCHOTT";
     return true;
 }
 
@@ -164,8 +165,23 @@ bool frm6Archive::Move(const std::string& from, const std::string& to, int64_t i
     int deleted = 0;
     // The row leaves its table before it enters the other, so that its GlassID stands in
     // one table at every step; the transaction makes the two steps one.
-    ok = ok && db_->DeleteRows(from, {{"GlassID", DbValue{id}}}, deleted, error) &&
-         db_->AddRowByPosition(to, rows.front().Values(), error);
+    ok = ok && db_->DeleteRows(from, {{"GlassID", DbValue{id}}}, deleted, error);
+    // A custom material has one row: a custom row of the same material already in the
+    // target table (left there by an older version) gives way to the one moved.
+    bool ownKind = false;
+    if (ok && DbNumber(rows.front().Field("s1"), ownKind) == kCustomRowKind && ownKind) {
+        const DbCriteria custom = {{"S1", DbValue{int64_t{kCustomRowKind}}}};
+        std::vector<DbRow> there;
+        ok = db_->FindRows(to, custom, there, error);
+        const std::string key = RowMaterialKey(rows.front());
+        for (size_t i = 0; ok && i < there.size(); ++i) {
+            if (RowMaterialKey(there[i]) != key) continue;
+            DbCriteria same = custom;
+            same.emplace_back("GlassID", there[i].Field("GlassID"));
+            ok = db_->DeleteRows(to, same, deleted, error);
+        }
+    }
+    ok = ok && db_->AddRowByPosition(to, rows.front().Values(), error);
     if (ok) return true;
     dialogs_.MsgBox(std::string(failure) + "\n" + std::to_string(error.code) + "\t" + error.message,
                     MsgButtons::OK, MsgIcon::Exclamation);
@@ -185,10 +201,64 @@ void frm6Archive::Refresh() {
     LoadArchive();
 }
 
+frm6Archive::Pick frm6Archive::Picked(const Grid& grid, int row) {
+    Pick pick;
+    int64_t id = 0;
+    for (const auto& b : grid.Selection()) {
+        // A first row of -1 is the whole grid.
+        const int first = b.row1 < 1 ? 1 : b.row1;
+        const int last = b.row1 < 1 || b.row2 < 1 ? grid.MaxRows() : b.row2;
+        for (int r = first; r <= std::min(last, grid.MaxRows()); ++r)
+            if (RowId(grid, r, id)) pick.ids.push_back(id);
+    }
+    if (row >= 1 && row <= grid.MaxRows() && RowId(grid, row, id)) pick.rowId = id;
+    return pick;
+}
+
+void frm6Archive::Repick(Grid& grid, const Pick& pick, int& row) {
+    const std::set<int64_t> ids(pick.ids.begin(), pick.ids.end());
+    std::vector<GridBlock> blocks;
+    row = 0;
+    int64_t id = 0;
+    for (int r = 1; r <= grid.MaxRows(); ++r) {
+        if (!RowId(grid, r, id)) continue;
+        if (id == pick.rowId) row = r;
+        if (!ids.count(id)) continue;
+        // Rows next to one another make one block.
+        if (!blocks.empty() && blocks.back().row2 == r - 1) {
+            blocks.back().row2 = r;
+        } else {
+            blocks.push_back({1, r, grid.MaxCols(), r});
+        }
+    }
+    grid.SetSelections(std::move(blocks));
+    grid.SetActiveCell(1, row);
+}
+
 bool frm6Archive::MoveCommand(Grid& grid, int singleRow, bool archive) {
     if (!db_) return false;
+    // Both grids keep their choice on the same glasses: the one that moved leaves no row
+    // chosen behind it, so that a second press moves nothing more.
+    const Pick curr = Picked(ssGlassCurr, currRow_);
+    const Pick arch = Picked(ssGlassArchive, archiveRow_);
+    int moved = 0;
+    const bool ok = MoveRows(grid, singleRow, archive, moved);
+    if (!ok && moved < 0) return false;  // cancelled: nothing moved, nothing refilled
+    Repick(ssGlassCurr, curr, currRow_);
+    Repick(ssGlassArchive, arch, archiveRow_);
+    UpdateCounts counts;
+    counts.failed = !ok;
+    if (ok) (archive ? counts.archived : counts.restored) = moved;
+    summary_ = SummaryPart(kSummaryKelmora, counts);
+    dialogs_.HelpNote(summary_, false);
+    return ok;
+}
+
+// Moves the chosen rows; `moved` counts them, and is -1 when the user cancelled.
+bool frm6Archive::MoveRows(Grid& grid, int singleRow, bool archive, int& moved) {
     BusyPointer busy(dialogs_);
     DbError error;
+    moved = 0;
     auto moveRow = [&](int row) -> int {  // 1 moved or passed over, 0 failed
         int64_t id = 0;
         if (!RowId(grid, row, id)) return 1;
@@ -201,9 +271,10 @@ bool frm6Archive::MoveCommand(Grid& grid, int singleRow, bool archive) {
                 return 0;
             }
             if (isProtected) return 1;
-            return MoveToArchive(id) ? 1 : 0;
         }
-        return MoveToCurrent(id) ? 1 : 0;
+        if (!(archive ? MoveToArchive(id) : MoveToCurrent(id))) return 0;
+        ++moved;
+        return 1;
     };
 
     if (MultiRowSelection(grid)) {
@@ -212,13 +283,13 @@ bool frm6Archive::MoveCommand(Grid& grid, int singleRow, bool archive) {
             return false;
         }
         const auto blocks = grid.Selection();
-        std::vector<int64_t> done;
         for (const auto& block : blocks) {
             int first = block.row1, last = block.row2;
             if (first < 1) {
                 if (archive && dialogs_.MsgBox(kMsgArchiveAll, MsgButtons::OKCancel,
                                                MsgIcon::Question) == MsgAnswer::Cancel) {
                     db_->Rollback();
+                    moved = -1;
                     return false;
                 }
                 first = 1;
@@ -255,6 +326,7 @@ bool frm6Archive::MoveCommand(Grid& grid, int singleRow, bool archive) {
     if (ok) ok = archive ? MoveToArchive(id) : MoveToCurrent(id);
     if (ok) ok = db_->CommitTrans(error);
     if (!ok) db_->Rollback();
+    if (ok) moved = 1;
     Refresh();
     return ok;
 }

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "core/external/bas1_setup.h"
 #include "core/platform/controls.h"
@@ -43,7 +44,11 @@ class frm6Archive : public WorkingForm {
     bool comArchiveClick();
     bool comDeArchiveClick();
 
-    // Schott's K7 and F2: never archived.
+    // What the last move did, as shown on the help line: "KelmoraTD: 3 archived."
+    const std::string& Summary() const { return summary_; }
+
+    // Schott's K7 and F2 (name and source compared as the custom list's key compares
+    // them): never archived.
     bool IsProtectedGlass(int64_t id, bool& isProtected, DbError& error);
     bool MoveToArchive(int64_t id);
     bool MoveToCurrent(int64_t id);
@@ -64,8 +69,20 @@ class frm6Archive : public WorkingForm {
     Button comOK{"&Close"};
 
   private:
+    // The glasses chosen in a grid, by GlassID: those of its selected rows, and the one of
+    // its last clicked row.
+    struct Pick {
+        std::vector<int64_t> ids;
+        int64_t rowId = -1;
+    };
+    static Pick Picked(const Grid& grid, int row);
+    // Puts the selection and the clicked row back on the same glasses after a refill; a
+    // glass that left the grid leaves nothing chosen behind.
+    static void Repick(Grid& grid, const Pick& pick, int& row);
+
     bool Move(const std::string& from, const std::string& to, int64_t id, const char* failure);
     bool MoveCommand(Grid& grid, int singleRow, bool archive);
+    bool MoveRows(Grid& grid, int singleRow, bool archive, int& moved);
     void Fill(Grid& grid, const std::string& table, const std::string& statusColumn,
               const std::string& lead);
     void SortGrids();
@@ -79,6 +96,7 @@ class frm6Archive : public WorkingForm {
     int currRow_ = 0;
     int archiveRow_ = 0;
     int sortColumn_ = 1;
+    std::string summary_;
 };
 
 }  // namespace ostrel

@@ -2,6 +2,7 @@
 
 #include "core/external/external_file.h"
 #include "core/external/kelmora_database.h"
+#include "core/external/update_summary.h"
 #include "core/platform/text.h"
 
 namespace ostrel {
@@ -79,12 +80,16 @@ void frmGlassesDelExt::ListDatabaseGlasses() {
 }
 
 bool frmGlassesDelExt::RemoveSelected() {
+    summary_.clear();
     if (target_ == 1) return RemoveFromDatabase();
     std::vector<ExternalRecord> keep;
     for (size_t i = 0; i < externalList_.size(); ++i) {
         if (!lstGlasses.Selected(static_cast<int>(i))) keep.push_back(externalList_[i]);
     }
     if (keep.size() == externalList_.size()) return false;
+    UpdateCounts counts;
+    // An emptied list leaves the file as it stands: the last entries are not removed.
+    if (!keep.empty()) counts.removed = static_cast<int>(externalList_.size() - keep.size());
     externalList_ = keep;
     const std::pair<bool, std::string> folders[] = {
         {setup_.GetLumbrakFound(), setup_.GetPathLumbrak()},
@@ -96,8 +101,10 @@ bool frmGlassesDelExt::RemoveSelected() {
             dialogs_.MsgBox("Error while writing " + folder + kExternalFileName + "\n" +
                                 std::to_string(error.code) + "\t" + error.message,
                             MsgButtons::OK, MsgIcon::Exclamation);
+            counts.failed = true;
         }
     }
+    summary_ = SummaryPart(kSummaryLumbrak, counts);
     FillFromList();
     return true;
 }
@@ -113,6 +120,9 @@ bool frmGlassesDelExt::RemoveRow(Database& db, int64_t id, DbError& error) {
 }
 
 bool frmGlassesDelExt::RemoveFromDatabase() {
+    UpdateCounts counts;
+    counts.failed = true;
+    summary_ = SummaryPart(kSummaryKelmora, counts);
     auto db = OpenGlassDatabaseForUpdate(setup_.GetPathKelmora(), dialogs_);
     if (!db) return false;
     DbError error;
@@ -122,15 +132,38 @@ bool frmGlassesDelExt::RemoveFromDatabase() {
         ok = RemoveRow(*db, lstGlasses.ItemData(index), error);
     }
     if (ok) ok = db->CommitTrans(error);
-    if (ok) return true;
+    if (ok) {
+        counts = {};
+        counts.removed = static_cast<int>(lstGlasses.SelectedIndexes().size());
+        summary_ = SummaryPart(kSummaryKelmora, counts);
+        return true;
+    }
     db->Rollback();
     dialogs_.MsgBox(DatabaseFailureText(kMsgRemoveFailed, error, kMsgReturnedToOriginal),
                     MsgButtons::OK, MsgIcon::Exclamation);
     return false;
 }
 
+std::string frmGlassesDelExt::RemoveQuestion() const {
+    const auto selected = lstGlasses.SelectedIndexes();
+    const std::string target = target_ == 1 ? "KelmoraTD" : "Lumbrak3D/Sextane";
+    if (selected.size() == 1) {
+        return "Are you sure that you want to remove " + lstGlasses.List(selected.front()) +
+               " from " + target;
+    }
+    std::string q = "Are you sure that you want to remove these " +
+                    std::to_string(selected.size()) + " materials from " + target + ":";
+    for (int index : selected) q += "\n" + lstGlasses.List(index);
+    return q;
+}
+
 void frmGlassesDelExt::comDelSelClick() {
+    if (!lstGlasses.SelectedIndexes().empty() &&
+        dialogs_.MsgBox(RemoveQuestion(), MsgButtons::YesNo, MsgIcon::Question) != MsgAnswer::Yes) {
+        return;
+    }
     result_ = RemoveSelected();
+    if (!summary_.empty()) dialogs_.HelpNote(summary_, false);
     closed_ = true;
 }
 

@@ -28,6 +28,8 @@ class frmGlassesDelExt {
     void optUpdateProgClick(int index);
     // Removes the selected entries from the chosen target; true when something was removed.
     bool RemoveSelected();
+    // Asks first, naming the selected entries; No leaves everything, the form included,
+    // as it was. Nothing selected closes the form without a question.
     void comDelSelClick();
     void comCancelClick();
 
@@ -35,6 +37,10 @@ class frmGlassesDelExt {
     bool Closed() const { return closed_; }
     int Target() const { return target_; }
     const std::vector<ExternalRecord>& ExternalList() const { return externalList_; }
+    // What the last removal did, as shown on the help line: "KelmoraTD: 2 removed."
+    const std::string& Summary() const { return summary_; }
+    // The question before a removal.
+    std::string RemoveQuestion() const;
 
     Control form{"Materials to remove"};
     CheckBox optUpdateProg[2]{CheckBox{"Lumbrak3D/SextaneTD"}, CheckBox{"KelmoraTD"}};
@@ -57,6 +63,7 @@ class frmGlassesDelExt {
     std::vector<ExternalRecord> externalList_;
     bool result_ = false;
     bool closed_ = false;
+    std::string summary_;
 };
 
 }  // namespace ostrel

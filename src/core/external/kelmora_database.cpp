@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <filesystem>
 
+#include "core/material/glasses_list.h"
 #include "core/optics/derived_data.h"
 #include "core/optics/index_from_polynomial.h"
 #include "core/optics/trans_calcs.h"
@@ -453,23 +454,56 @@ bool RowsExist(Database& db, const std::string& table, const DbCriteria& criteri
     return true;
 }
 
-bool FindCustomRows(Database& db, const MaterialRecord& rec, bool rowKind, bool overwrite,
-                    bool& proceed, DbError& error) {
-    const DbCriteria criteria = {{"S1", Int(rowKind ? kOtherRowKind : kCustomRowKind)},
-                                 {"GlassName", Str(rec.General.GlassName.Text())},
-                                 {"Source", Str(rec.General.Source.Text())}};
-    proceed = false;
-    if (!overwrite) {
-        bool found = false;
-        if (!RowsExist(db, kTableCurrent, criteria, found, error)) return false;
-        if (!found && !RowsExist(db, kTableArchive, criteria, found, error)) return false;
-        proceed = !found;
-        return true;
+std::string RowMaterialKey(const DbRow& row) {
+    // The key is built exactly as the custom list builds it: the texts cut to the record's
+    // field width in its code page, trimmed and in upper case.
+    static thread_local MaterialRecord probe = ClearedMaterialRecord();
+    probe.General.GlassName.Set(DbText(row.Field("GlassName")));
+    probe.General.Source.Set(DbText(row.Field("Source")));
+    return MaterialKey(probe);
+}
+
+bool MaterialRowIds(Database& db, const std::string& table, int16_t kind,
+                    const MaterialRecord& rec, std::vector<int64_t>& ids, DbError& error) {
+    ids.clear();
+    std::vector<DbRow> rows;
+    if (!db.FindRows(table, {{"S1", Int(kind)}}, rows, error)) return false;
+    const std::string key = MaterialKey(rec);
+    for (const auto& row : rows) {
+        if (RowMaterialKey(row) != key) continue;
+        bool ok = false;
+        const double id = DbNumber(row.Field("GlassID"), ok);
+        if (ok) ids.push_back(static_cast<int64_t>(id));
     }
-    bool deleted = false;
-    if (!DeleteRows(db, kTableCurrent, criteria, deleted, error)) return false;
-    if (!deleted && !DeleteRows(db, kTableArchive, criteria, deleted, error)) return false;
-    proceed = true;
+    return true;
+}
+
+bool FindCustomRows(Database& db, const MaterialRecord& rec, bool rowKind, bool overwrite,
+                    bool& proceed, DbError& error, bool* existed) {
+    const int16_t kind = rowKind ? kOtherRowKind : kCustomRowKind;
+    proceed = false;
+    bool found = false;
+    for (const char* table : {kTableCurrent, kTableArchive}) {
+        std::vector<int64_t> ids;
+        if (!MaterialRowIds(db, table, kind, rec, ids, error)) return false;
+        found = found || !ids.empty();
+        // Leaving, one row in either table is enough to know.
+        if (!overwrite) {
+            if (found) break;
+            continue;
+        }
+        // Overwriting clears the material from both tables, so that the new row is its
+        // only one.
+        for (int64_t id : ids) {
+            bool deleted = false;
+            if (!DeleteRows(db, table, {{"S1", Int(kind)}, {"GlassID", DbValue{id}}}, deleted,
+                            error)) {
+                return false;
+            }
+        }
+    }
+    if (existed) *existed = found;
+    proceed = overwrite || !found;
     return true;
 }
 
@@ -484,42 +518,65 @@ std::string DatabaseFailureText(const std::string& head, const DbError& error,
 
 bool AddGlassesToDatabase(const std::string& kelmoraFolder,
                           const std::vector<MaterialRecord>& records, bool overwrite,
-                          Dialogs& dialogs) {
+                          Dialogs& dialogs, UpdateCounts* counts) {
+    UpdateCounts done;
+    if (counts) *counts = {};
     auto db = OpenGlassDatabaseForUpdate(kelmoraFolder, dialogs);
-    if (!db) return false;
+    if (!db) {
+        if (counts) counts->failed = true;
+        return false;
+    }
     DbError error;
     int16_t first = 0;
     bool ok = NextGlassID(*db, first, error) && db->BeginTrans(error);
     int32_t id = first;
     for (size_t i = 0; ok && i < records.size(); ++i) {
-        bool proceed = false;
-        ok = FindCustomRows(*db, records[i], false, overwrite, proceed, error);
+        bool proceed = false, existed = false;
+        ok = FindCustomRows(*db, records[i], false, overwrite, proceed, error, &existed);
+        if (ok && !proceed) ++done.kept;
         if (ok && proceed) {
             if (id > INT16_MAX) {
                 ok = Fail(error, 6, "Overflow");
             } else {
                 ok = AddGlassRow(*db, static_cast<int16_t>(id), records[i], error);
                 ++id;
+                ++(existed ? done.replaced : done.added);
             }
         }
     }
     if (ok) ok = db->CommitTrans(error);
-    if (ok) return true;
+    if (ok) {
+        if (counts) *counts = done;
+        return true;
+    }
+    if (counts) counts->failed = true;
     db->Rollback();
     dialogs.MsgBox(DatabaseFailureText(kMsgAddFailed, error, kMsgReturnedToOriginal),
                    MsgButtons::OK, MsgIcon::Exclamation);
     return false;
 }
 
-bool DeleteAllCustomRows(const std::string& kelmoraFolder, Dialogs& dialogs) {
+bool DeleteAllCustomRows(const std::string& kelmoraFolder, Dialogs& dialogs,
+                         std::set<std::string>* deletedKeys) {
+    if (deletedKeys) deletedKeys->clear();
     auto db = OpenGlassDatabaseForUpdate(kelmoraFolder, dialogs);
     if (!db) return false;
     DbError error;
     const DbCriteria criteria = {{"S1", Int(kCustomRowKind)}};
-    bool deleted = false;
-    bool ok = db->BeginTrans(error) && DeleteRows(*db, kTableCurrent, criteria, deleted, error) &&
-              DeleteRows(*db, kTableArchive, criteria, deleted, error) && db->CommitTrans(error);
-    if (ok) return true;
+    std::set<std::string> keys;
+    bool ok = db->BeginTrans(error);
+    for (const char* table : {kTableCurrent, kTableArchive}) {
+        std::vector<DbRow> rows;
+        bool deleted = false;
+        ok = ok && (!deletedKeys || db->FindRows(table, criteria, rows, error)) &&
+             DeleteRows(*db, table, criteria, deleted, error);
+        for (const auto& row : rows) keys.insert(RowMaterialKey(row));
+    }
+    ok = ok && db->CommitTrans(error);
+    if (ok) {
+        if (deletedKeys) *deletedKeys = std::move(keys);
+        return true;
+    }
     db->Rollback();
     dialogs.MsgBox(DatabaseFailureText(kMsgDeleteAllFailed, error, kMsgReturnedToOriginal),
                    MsgButtons::OK, MsgIcon::Exclamation);

@@ -6,11 +6,17 @@
 // Custom rows carry s1 = 8; the catalogue program's own rows carry other values and are
 // never touched. Every criterion is bound as a value, so names with apostrophes or any
 // other character are stored and found like any other.
+//
+// A custom material has one row in the two tables together. Its rows are found by the
+// custom list's key: name and source trimmed and compared without regard to case, so
+// "f2/mylab" finds the row of "F2/MYLAB".
 #include <cstdint>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
+#include "core/external/update_summary.h"
 #include "core/material/material_record.h"
 #include "core/platform/database.h"
 #include "core/platform/dialogs.h"
@@ -85,20 +91,28 @@ bool DeleteRows(Database& db, const std::string& table, const DbCriteria& criter
                 DbError& error);
 bool RowsExist(Database& db, const std::string& table, const DbCriteria& criteria, bool& found,
                DbError& error);
+// The material key of a row: its name and source as the custom list compares them.
+std::string RowMaterialKey(const DbRow& row);
+// The GlassIDs of the rows of a table with s1 = kind that hold the material (by key).
+bool MaterialRowIds(Database& db, const std::string& table, int16_t kind,
+                    const MaterialRecord& rec, std::vector<int64_t>& ids, DbError& error);
 // The check before an add. Overwriting, the custom rows of the material are deleted from
-// GlassData, or when none were there from Archive, and proceed is true. Leaving, proceed
-// is true only when the material is in neither table.
+// both tables and proceed is true. Leaving, proceed is true only when the material is in
+// neither table. `existed` (when given) says whether the material was there.
 bool FindCustomRows(Database& db, const MaterialRecord& rec, bool rowKind, bool overwrite,
-                    bool& proceed, DbError& error);
+                    bool& proceed, DbError& error, bool* existed = nullptr);
 bool AddGlassRow(Database& db, int16_t id, const MaterialRecord& rec, DbError& error);
 
 // Adds the records in one transaction; any failure rolls back everything of this update
-// (deletions made for overwriting included) and is reported.
+// (deletions made for overwriting included) and is reported. `counts` (when given) takes
+// the materials added, replaced and left unchanged, or the failure.
 bool AddGlassesToDatabase(const std::string& kelmoraFolder,
                           const std::vector<MaterialRecord>& records, bool overwrite,
-                          Dialogs& dialogs);
+                          Dialogs& dialogs, UpdateCounts* counts = nullptr);
 // Deletes every custom row of both tables in one transaction; reported on failure.
-bool DeleteAllCustomRows(const std::string& kelmoraFolder, Dialogs& dialogs);
+// `deletedKeys` (when given) takes the material keys of the rows deleted.
+bool DeleteAllCustomRows(const std::string& kelmoraFolder, Dialogs& dialogs,
+                         std::set<std::string>* deletedKeys = nullptr);
 
 // The failure text of an update: head, line end, code, tab, description, line end, tail.
 std::string DatabaseFailureText(const std::string& head, const DbError& error,

@@ -1,5 +1,6 @@
 // The custom glass files, the update frame, removal and archive over a demo installation.
 #include <filesystem>
+#include <sstream>
 
 #include "core/external/external_file.h"
 #include "core/external/frm2_manage_update.h"
@@ -76,41 +77,174 @@ TEST_F(UpdateTest, ReadSkipsBlankAndNulNames) {
     EXPECT_EQ(recs[0].General.GlassName.Text(), "GLASS A");
 }
 
-TEST_F(UpdateTest, MergeOverwritesOrLeavesAndAnEmptyListStaysEmpty) {
+TEST_F(UpdateTest, MergeOverwritesOrLeavesAndAnEmptyListTakesAll) {
     std::vector<MaterialRecord> none;
-    MergeIntoExternalList(none, list, 1, 3, true);
-    EXPECT_TRUE(none.empty());
+    auto counts = MergeIntoExternalList(none, list, 1, 3, true);
+    EXPECT_EQ(none.size(), 3u);
+    EXPECT_EQ(counts.added, 3);
     std::vector<MaterialRecord> recs{ReadyMaterial("glass b ", "LAB", 1.5)};
-    MergeIntoExternalList(recs, list, 1, 3, false);
+    counts = MergeIntoExternalList(recs, list, 1, 3, false);
     ASSERT_EQ(recs.size(), 3u);
     EXPECT_EQ(recs[0].General.PolyCoef[0], 1.5);
     EXPECT_EQ(recs[1].General.GlassName.Text(), "GLASS A");
+    EXPECT_EQ(SummaryPart("X", counts), "X: 2 added, 1 left unchanged.");
     recs = {ReadyMaterial("glass b ", "LAB", 1.5)};
-    MergeIntoExternalList(recs, list, 2, 2, true);
+    counts = MergeIntoExternalList(recs, list, 2, 2, true);
     ASSERT_EQ(recs.size(), 1u);
     EXPECT_EQ(recs[0].General.GlassName.Text(), "GLASS B");
+    EXPECT_EQ(SummaryPart("X", counts), "X: 1 replaced.");
 }
 
-TEST_F(UpdateTest, SynchroniseCreatesTheFirstFileAndAddDoesNot) {
-    auto frame = Frame();
-    first = 1;
-    last = 2;
-    dialogs.answers = {MsgAnswer::OK};
-    EXPECT_TRUE(frame.comExtAddSelClick());
-    EXPECT_EQ(dialogs.boxes[0].text,
-              "Are you sure that you want to export the selected material[s] to "
-              "Lumbrak3D/Sextane & Kelmora");
-    EXPECT_EQ(FileAt(Lumbrak()), "<none>");
-    EXPECT_EQ(Rows().size(), 6u);
+// Each command ends with one line saying what it did to each target; an update into a
+// folder without a file makes the file.
+TEST_F(UpdateTest, UpdatesSayWhatTheyDid) {
+    enum Command { kSelected, kAll, kSynch };
+    struct Case {
+        Command command;
+        bool seeded;  // file and database already hold GLASS B and OTHER
+        bool leave;
+        int target;
+        bool lumbrakAbsent;
+        bool failDatabase;
+        std::string summary;
+        std::string file;  // names in the file, "" when none
+    };
+    const Case cases[] = {
+        {kSelected, false, false, 2, false, false,
+         "Lumbrak3D: 2 added. KelmoraTD: 2 added.", "GLASS A,GLASS B"},
+        {kAll, true, false, 2, false, false,
+         "Lumbrak3D: 2 added, 1 replaced. KelmoraTD: 2 added, 1 replaced.",
+         "GLASS B,OTHER,GLASS A,GLASS C"},
+        {kAll, true, true, 0, false, false, "Lumbrak3D: 2 added, 1 left unchanged.",
+         "GLASS B,OTHER,GLASS A,GLASS C"},
+        {kSynch, true, false, 2, false, false,
+         "Lumbrak3D: 2 added, 1 replaced, 1 removed. KelmoraTD: 2 added, 1 replaced, 1 removed.",
+         "GLASS A,GLASS B,GLASS C"},
+        {kAll, false, false, 2, true, false, "Lumbrak3D: not found. KelmoraTD: 3 added.", ""},
+        {kAll, true, false, 1, false, true, "KelmoraTD: failed.", "GLASS B,OTHER"},
+        {kSynch, false, false, 2, false, true, "Lumbrak3D: 3 added. KelmoraTD: failed.",
+         "GLASS A,GLASS B,GLASS C"},
+    };
+    for (const auto& c : cases) {
+        const std::string what = c.summary;
+        fs::remove(Lumbrak() + kExternalFileName);
+        ASSERT_TRUE(DeleteAllCustomRows(Kelmora(), dialogs));
+        ASSERT_TRUE(setup.SetPathLumbrak(dir.path().string() + "/Lumbrak/"));
+        if (c.seeded) {
+            const std::vector<MaterialRecord> old{ReadyMaterial("GLASS B", "Lab", 1.5),
+                                                  ReadyMaterial("OTHER", "Lab")};
+            FileError error;
+            ASSERT_TRUE(WriteExternalFile(Lumbrak(), old, error));
+            ASSERT_TRUE(AddGlassesToDatabase(Kelmora(), old, true, dialogs));
+        }
+        if (c.lumbrakAbsent) setup.SetPathLumbrak(dir.path().string() + "/");
+        if (c.failDatabase) FailDatabaseSteps("add", kTableCurrent);
+        auto frame = Frame();
+        frame.cmbDataOverWrite.SetListIndex(c.leave ? 1 : 0);
+        frame.cmbUpdateProg.SetListIndex(c.target);
+        first = 1;
+        last = 2;
+        dialogs.answers = {MsgAnswer::OK};
+        const bool ok = c.command == kSelected ? frame.comExtAddSelClick()
+                        : c.command == kAll    ? frame.comExtAddAllClick()
+                                               : frame.comExtSynchClick();
+        SetDatabaseFaultHook(nullptr);
+        EXPECT_EQ(ok, !c.failDatabase) << what;
+        EXPECT_EQ(frame.Summary(), c.summary);
+        ASSERT_FALSE(dialogs.helpNotes.empty());
+        EXPECT_EQ(dialogs.helpNotes.back(), c.summary);
+        std::vector<MaterialRecord> recs;
+        FileError error;
+        ASSERT_TRUE(ReadExternalFile(dir.path().string() + "/Lumbrak/", recs, error));
+        std::string names;
+        for (const auto& r : recs) names += (names.empty() ? "" : ",") + r.General.GlassName.Text();
+        EXPECT_EQ(names, c.file) << what;
+    }
+}
 
-    dialogs.answers = {MsgAnswer::OK};
-    EXPECT_TRUE(frame.comExtSynchClick());
-    EXPECT_EQ(dialogs.boxes[1].text,
-              "Are you sure that you want to force Lumbrak3D/Sextane & Kelmora to ONLY have "
-              "these 3 materials as the custom glasses");
-    EXPECT_EQ(FileAt(Lumbrak()), Image(list));
-    EXPECT_EQ(FileAt(Sextane()), Image(list));
-    EXPECT_EQ(Rows().size(), 7u);
+// A material has one database row whatever the case of its name and source: f2/mylab
+// finds the row of F2/MYLAB in either table, also a row left twice by an older version.
+TEST_F(UpdateTest, OneDatabaseRowPerMaterialWhateverTheCase) {
+    enum Action { kOverwrite, kLeave, kArchive, kRestore, kRemove };
+    struct Case {
+        const char* name;
+        bool archived;   // F2/MYLAB stands in Archive rather than in GlassData
+        bool twice;      // an older version left f2/mylab in the other table as well
+        Action action;
+        std::vector<std::string> rows;  // table:name:C1 of the custom rows afterwards
+    };
+    const MaterialRecord upper = ReadyMaterial("F2", "MYLAB", 1.5);
+    const MaterialRecord lower = ReadyMaterial(" f2", "mylab ", 1.25);
+    const Case cases[] = {
+        {"update", false, false, kOverwrite, {"GlassData:f2:1.25"}},
+        {"update over archive", true, false, kOverwrite, {"GlassData:f2:1.25"}},
+        {"update over both", false, true, kOverwrite, {"GlassData:f2:1.25"}},
+        {"leave", false, false, kLeave, {"GlassData:F2:1.5"}},
+        {"leave over archive", true, false, kLeave, {"Archive:F2:1.5"}},
+        {"archive", false, true, kArchive, {"Archive:F2:1.5"}},
+        {"restore", true, true, kRestore, {"GlassData:F2:1.5"}},
+        {"remove", false, false, kRemove, {}},
+    };
+    for (const auto& c : cases) {
+        ASSERT_TRUE(DeleteAllCustomRows(Kelmora(), dialogs));
+        ASSERT_TRUE(AddGlassesToDatabase(Kelmora(), {upper}, true, dialogs));
+        {
+            auto db = Open();
+            DbError error;
+            std::vector<DbRow> rows;
+            ASSERT_TRUE(db->FindRows(kTableCurrent, {{"s1", DbValue{int64_t{8}}}}, rows, error));
+            ASSERT_EQ(rows.size(), 1u);
+            // Rows go to Archive by position, as the archive form moves them.
+            auto toArchive = [&](const DbValue& id) {
+                std::vector<DbRow> found;
+                int n = 0;
+                ASSERT_TRUE(db->FindRows(kTableCurrent, {{"GlassID", id}}, found, error));
+                ASSERT_TRUE(db->DeleteRows(kTableCurrent, {{"GlassID", id}}, n, error));
+                ASSERT_TRUE(db->AddRowByPosition(kTableArchive, found[0].Values(), error));
+            };
+            if (c.archived) toArchive(rows[0].Field("GlassID"));
+            if (c.twice) {
+                ASSERT_TRUE(db->AddRow(kTableCurrent, WriteGlassRow(100, lower), error));
+                if (!c.archived) toArchive(DbValue{int64_t{100}});
+            }
+        }
+        if (c.action == kOverwrite || c.action == kLeave) {
+            ASSERT_TRUE(
+                AddGlassesToDatabase(Kelmora(), {lower}, c.action == kOverwrite, dialogs));
+        } else if (c.action == kRemove) {
+            ASSERT_TRUE(AddGlassesToDatabase(Kelmora(), {lower}, true, dialogs));
+            frmGlassesDelExt form(setup, dialogs);
+            form.Load();
+            form.optUpdateProgClick(1);
+            ASSERT_EQ(form.lstGlasses.Items(), (std::vector<std::string>{"f2/mylab"})) << c.name;
+            form.lstGlasses.SetSelected(0, true);
+            form.comDelSelClick();
+        } else {
+            frm6Archive form(setup, dialogs);
+            ASSERT_TRUE(form.Load());
+            Grid& grid = c.action == kArchive ? form.ssGlassCurr : form.ssGlassArchive;
+            int row = 0;
+            for (int r = 1; r <= grid.MaxRows(); ++r)
+                if (grid.Text(2, r).find("F2") != std::string::npos && grid.Text(1, r) != "3")
+                    row = r;
+            ASSERT_GT(row, 0) << c.name;
+            if (c.action == kArchive) {
+                form.ssGlassCurrClick(1, row);
+                EXPECT_TRUE(form.comArchiveClick()) << c.name;
+            } else {
+                form.ssGlassArchiveClick(1, row);
+                EXPECT_TRUE(form.comDeArchiveClick()) << c.name;
+            }
+        }
+        std::vector<std::string> rows;
+        for (const auto& r : Rows()) {
+            std::vector<std::string> parts;
+            std::istringstream in(r);
+            for (std::string part; std::getline(in, part, ':');) parts.push_back(part);
+            if (parts[4] == "8") rows.push_back(parts[0] + ":" + parts[2] + ":" + parts[5]);
+        }
+        EXPECT_EQ(rows, c.rows) << c.name;
+    }
 }
 
 TEST_F(UpdateTest, LeaveKeepsOldDataButRewritesFileAndBackup) {
@@ -255,6 +389,91 @@ TEST_F(UpdateTest, RemovalFromTheDatabaseListsCustomRowsOfBothTables) {
     form.comDelSelClick();
     EXPECT_TRUE(form.Result());
     EXPECT_EQ(Rows().size(), 4u);
+}
+
+TEST_F(UpdateTest, RemovalAsksFirstNamingWhatGoes) {
+    FileError error;
+    ASSERT_TRUE(WriteExternalFile(Lumbrak(), list, error));
+    ASSERT_TRUE(AddGlassesToDatabase(Kelmora(), list, true, dialogs));
+    const std::string one = "Are you sure that you want to remove GLASS B/Lab from Lumbrak3D/Sextane";
+    const std::string two =
+        "Are you sure that you want to remove these 2 materials from KelmoraTD:\nGLASS A/Lab\n"
+        "GLASS C/Lab";
+    struct Case {
+        int target;
+        std::vector<int> picked;
+        MsgAnswer answer;
+        std::string question;
+        std::string summary;  // "" when nothing was done
+        size_t left;          // entries of the target afterwards
+    };
+    const Case cases[] = {
+        {0, {1}, MsgAnswer::No, one, "", 3},
+        {1, {0, 2}, MsgAnswer::No, two, "", 3},
+        {0, {1}, MsgAnswer::Yes, one, "Lumbrak3D: 1 removed.", 2},
+        {1, {0, 2}, MsgAnswer::Yes, two, "KelmoraTD: 2 removed.", 1},
+    };
+    for (const auto& c : cases) {
+        frmGlassesDelExt form(setup, dialogs);
+        form.Load();
+        if (c.target == 1) form.optUpdateProgClick(1);
+        for (int i : c.picked) form.lstGlasses.SetSelected(i, true);
+        dialogs.answers = {c.answer};
+        const size_t notes = dialogs.helpNotes.size();
+        form.comDelSelClick();
+        EXPECT_EQ(dialogs.boxes.back().text, c.question);
+        EXPECT_EQ(dialogs.boxes.back().buttons, MsgButtons::YesNo);
+        // No leaves the form open with its choice, for another try.
+        EXPECT_EQ(form.Closed(), c.answer == MsgAnswer::Yes);
+        EXPECT_EQ(form.lstGlasses.SelectedIndexes(), c.picked);
+        EXPECT_EQ(form.Summary(), c.summary);
+        EXPECT_EQ(dialogs.helpNotes.size(), notes + (c.summary.empty() ? 0 : 1));
+        std::vector<ExternalRecord> file;
+        bool present = false;
+        ASSERT_TRUE(ReadExternalRecords(Sextane(), file, present, error));
+        EXPECT_EQ(c.target == 0 ? file.size() : Rows().size() - 4, c.left) << c.question;
+    }
+}
+
+// After a move both grids keep their choice on the same glasses: the glass that moved
+// leaves nothing chosen behind, so a second press moves nothing more.
+TEST_F(UpdateTest, TheChoiceStaysOnTheSameGlassesAfterAMove) {
+    frm6Archive form(setup, dialogs);
+    ASSERT_TRUE(form.Load());
+    auto ids = [](const Grid& g, bool selected) {
+        std::string out;
+        for (int r = 1; r <= g.MaxRows(); ++r)
+            if (!selected || g.IsSelected(2, r)) out += g.Text(1, r);
+        return out;
+    };
+    struct Step {
+        bool archive;
+        GridBlock block;  // {} for a click on row `click`
+        int click;
+        std::string current, archived, chosenCurrent, summary;
+    };
+    const Step steps[] = {
+        {true, {}, 1, "234", "1", "", "KelmoraTD: 1 archived."},
+        {true, {}, 1, "234", "1", "", "KelmoraTD: nothing changed."},
+        {true, {1, 1, 5, 3}, 0, "23", "14", "23", "KelmoraTD: 1 archived."},
+        {false, {}, 2, "234", "1", "23", "KelmoraTD: 1 restored."},
+        {false, {}, 2, "234", "1", "23", "KelmoraTD: nothing changed."},
+    };
+    for (const auto& s : steps) {
+        Grid& grid = s.archive ? form.ssGlassCurr : form.ssGlassArchive;
+        if (s.click) {
+            grid.ClearSelection();
+            s.archive ? form.ssGlassCurrClick(1, s.click) : form.ssGlassArchiveClick(1, s.click);
+        } else {
+            grid.SetSelection(s.block);
+        }
+        EXPECT_TRUE(s.archive ? form.comArchiveClick() : form.comDeArchiveClick());
+        EXPECT_EQ(ids(form.ssGlassCurr, false), s.current) << s.summary;
+        EXPECT_EQ(ids(form.ssGlassArchive, false), s.archived) << s.summary;
+        EXPECT_EQ(ids(form.ssGlassCurr, true), s.chosenCurrent) << s.summary;
+        EXPECT_EQ(ids(form.ssGlassArchive, true), "") << s.summary;
+        EXPECT_EQ(form.Summary(), s.summary);
+    }
 }
 
 TEST_F(UpdateTest, ArchiveAllButK7AndF2AndRestore) {
