@@ -8,6 +8,8 @@
 #include "core/import/import_oslo_glc.h"
 #include "core/import/import_zemax_agf.h"
 #include "core/materialform/verification.h"
+#include "core/optics/derived_data.h"
+#include "core/optics/glass_code.h"
 #include "core/optics/index_from_polynomial.h"
 #include "core/platform/number_text.h"
 #include "core/platform/text.h"
@@ -112,17 +114,34 @@ void frm4Import::ShowInfo(const std::string& text) {
 
 void frm4Import::ResetStaging(bool tablesPending) {
     tablesPending_.assign(importList_.size(), tablesPending);
+    finished_.assign(importList_.size(), false);
+    flagged_.assign(importList_.size(), false);
     refitErrors_.assign(importList_.size(), 0.0f);
     checkTexts_.assign(importList_.size(), std::string());
     refitCount_ = 0;
     skippedCount_ = 0;
+    skippedNote_.clear();
+}
+
+void frm4Import::CheckStaged(const std::vector<StatedIndex>& stated) {
+    for (size_t i = 0; i < importList_.size(); ++i) {
+        const ImportCheck c = CheckImported(importList_[i], i < stated.size() ? stated[i] : StatedIndex{});
+        checkTexts_[i] = c.text;
+        flagged_[i] = c.flagged;
+    }
 }
 
 const MaterialRecord& frm4Import::Staged(size_t i) {
     MaterialRecord& rec = importList_[i];
-    if (i < tablesPending_.size() && tablesPending_[i]) {
-        FinishImportedTrans(rec);
+    if (i < finished_.size() && !finished_[i]) {
+        if (tablesPending_[i]) FinishImportedTrans(rec);
         tablesPending_[i] = false;
+        // A glass leaves staging with the numbers derived from the polynomial it now holds
+        // (after a refit, the Schott form), as a fitted one does; they are worked out here,
+        // once per glass, so that reading a whole catalogue stays as quick as it was.
+        UpdateDerivedData(rec);
+        UpdateGlassCode(rec);
+        finished_[i] = true;
     }
     return rec;
 }
@@ -141,11 +160,12 @@ void frm4Import::comImportClick() {
     spec.defaultExt = "GLZ";
     spec.title = "Importing data to Ostrel";
     spec.initialPath = bas_.GetLastPath(type);
-    const auto chosen = dialogs_.FileOpen(spec);
+    const auto chosen = dialogs_.FileOpenFiltered(spec);
     if (!chosen) return;
-    // The dialog hands back the filter the user ended with in spec.filterIndex only in the
-    // window; here the type follows the file's extension when it names one of ours.
-    ImportFile(std::string(VbTrim(*chosen)), FileTypeOf(*chosen, type));
+    // The filter the user ended with decides the type, whatever the file's name.
+    int chosenType = chosen->filterIndex;
+    if (chosenType < 1 || chosenType > 5) chosenType = type;
+    ImportFile(std::string(VbTrim(chosen->path)), chosenType);
 }
 
 int frm4Import::FileTypeOf(const std::string& path, int fallback) {
@@ -182,6 +202,7 @@ bool frm4Import::ImportFile(const std::string& fullPath, int fileType) {
                 importer.ReadFile(fullPath, importList_, count, ok);
                 importCount_ = count;
                 ResetStaging();
+                CheckStaged({});
                 if (ok) {
                     UpdateTable();
                     if (count == 0) ShowInfo(noneMsg);
@@ -209,6 +230,7 @@ bool frm4Import::ImportFile(const std::string& fullPath, int fileType) {
                     importList_ = std::move(one);
                     importCount_ = 1;
                     ResetStaging();
+                    CheckStaged({});
                     UpdateTable();
                 } else {
                     ShowInfo(WithReason(noneMsg, why));
@@ -226,14 +248,13 @@ bool frm4Import::ImportFile(const std::string& fullPath, int fileType) {
                 refitErrors_ = errors;
                 refitErrors_.resize(importList_.size(), 0.0f);
                 refitCount_ = refits;
-                for (size_t i = 0; i < importList_.size() && i < importer.stated().size(); ++i) {
-                    checkTexts_[i] = ImportCheckText(importList_[i], importer.stated()[i]);
-                }
+                CheckStaged(importer.stated());
+                skippedNote_ = PassedOverSummary(importer.passedOver());
                 UpdateTable();
                 if (!ok) {
                     ShowInfo(WithReason(failureMsg, importer.failure()));
                 } else if (count == 0) {
-                    ShowInfo(noneMsg);
+                    ShowInfo(WithReason(noneMsg, skippedNote_));
                 }
                 read = ok != 0;
                 break;
@@ -252,14 +273,18 @@ bool frm4Import::ImportFile(const std::string& fullPath, int fileType) {
                 refitErrors_.resize(importList_.size(), 0.0f);
                 refitCount_ = refits;
                 skippedCount_ = importer.skippedFormulaCount();
-                for (size_t i = 0; i < importList_.size() && i < importer.stated().size(); ++i) {
-                    checkTexts_[i] = ImportCheckText(importList_[i], importer.stated()[i]);
+                if (skippedCount_ == 1) {
+                    skippedNote_ = "1 glass was skipped: its AGF formula is not supported.";
+                } else if (skippedCount_ > 1) {
+                    skippedNote_ = std::to_string(skippedCount_) +
+                                   " glasses were skipped: their AGF formula is not supported.";
                 }
+                CheckStaged(importer.stated());
                 UpdateTable();
                 if (!ok) {
                     ShowInfo(errorText.empty() ? failureMsg : errorText);
                 } else if (count == 0) {
-                    ShowInfo(noneMsg);
+                    ShowInfo(WithReason(noneMsg, skippedNote_));
                 }
                 read = ok != 0;
                 break;
@@ -292,14 +317,7 @@ void frm4Import::UpdateTable() {
                            " glasses have been refited to index polynomial[s] used in Lumbrak.  "
                            "The average error is in the last column.";
     }
-    if (skippedCount_ == 0) {
-        lblSkipped.caption = std::string();
-    } else if (skippedCount_ == 1) {
-        lblSkipped.caption = std::string("1 glass was skipped: its AGF formula is not supported.");
-    } else {
-        lblSkipped.caption = std::to_string(skippedCount_) +
-                             " glasses were skipped: their AGF formula is not supported.";
-    }
+    lblSkipped.caption = skippedNote_;
     const int rows = std::min<int>(importCount_, static_cast<int>(importList_.size()));
     g.SetMaxRows(0);
     g.SetMaxRows(std::max(rows, 0));
@@ -325,8 +343,14 @@ void frm4Import::UpdateTable() {
         g.SetText(kColIndexRange, r,
                   FormatNumber(lo, "0.0000") + " - " + FormatNumber(hi, "0.0000"));
         const ReadyStatus st = ReadyStatusCell(rec);
-        g.SetText(kColStatus, r, st.text);
-        g.SetCellColour(kColStatus, r, st.colour == ReadyColour::Green ? kStatusGreen : kStatusRed);
+        const bool ready = st.colour == ReadyColour::Green;
+        if (i < flagged_.size() && flagged_[i]) {
+            g.SetText(kColStatus, r, ready ? std::string("Check") : "Check " + st.text);
+            g.SetCellColour(kColStatus, r, ready ? kStatusCheck : kStatusRed);
+        } else {
+            g.SetText(kColStatus, r, st.text);
+            g.SetCellColour(kColStatus, r, ready ? kStatusGreen : kStatusRed);
+        }
         const float err = i < refitErrors_.size() ? refitErrors_[i] : 0.0f;
         std::string refit = "not refitted ";
         if (err != 0.0f) {
@@ -355,18 +379,20 @@ bool frm4Import::AddRange(int first, int last) {
     const int count = std::min<int>(importCount_, static_cast<int>(importList_.size()));
     first = std::max(first, 1);
     last = std::min(last, count);
+    // Which glasses of the range are to be added; the Check question may leave some out.
+    std::vector<bool> take(static_cast<size_t>(std::max(count, 0)) + 1, true);
     auto names = [&](auto test) {
         std::string joined;
         for (int i = first; i <= last; ++i) {
             const MaterialRecord& rec = importList_[static_cast<size_t>(i - 1)];
-            if (!test(rec)) continue;
+            if (!take[static_cast<size_t>(i)] || !test(i, rec)) continue;
             if (!joined.empty()) joined += ", ";
             joined += rec.General.GlassName.Text() + "/" + rec.General.Source.Text();
         }
         return joined;
     };
     const std::string catalogue =
-        names([this](const MaterialRecord& r) { return list_.ListContainsSupplied(r); });
+        names([this](int, const MaterialRecord& r) { return list_.ListContainsSupplied(r); });
     if (!catalogue.empty()) {
         dialogs_.MsgBox(
             "The following materials are catalog glasses and cannot be overwritten!"
@@ -375,8 +401,33 @@ bool frm4Import::AddRange(int first, int last) {
             MsgButtons::OK, MsgIcon::Exclamation, {});
         return false;
     }
+    // A glass marked Check is added only when the user says so: Yes adds it with the others,
+    // No leaves it out, Cancel adds nothing.
+    auto isFlagged = [this](int i) {
+        const auto k = static_cast<size_t>(i - 1);
+        return k < flagged_.size() && flagged_[k];
+    };
+    const std::string flagged = names([&](int i, const MaterialRecord&) { return isFlagged(i); });
+    if (!flagged.empty()) {
+        const MsgAnswer a = dialogs_.MsgBox(
+            "The following materials are marked Check: their index disagrees with the figures "
+            "of their file, or cannot be computed somewhere in their waveband:\n\n" +
+                flagged +
+                "\n\nDo you want to add them all the same?\n(Yes adds them, No leaves them out, "
+                "Cancel adds nothing.)",
+            MsgButtons::YesNoCancel, MsgIcon::Exclamation, {});
+        if (a == MsgAnswer::Cancel) return false;
+        if (a == MsgAnswer::No) {
+            bool any = false;
+            for (int i = first; i <= last; ++i) {
+                if (isFlagged(i)) take[static_cast<size_t>(i)] = false;
+                any = any || take[static_cast<size_t>(i)];
+            }
+            if (!any) return false;
+        }
+    }
     const std::string custom =
-        names([this](const MaterialRecord& r) { return list_.ListContains(r); });
+        names([this](int, const MaterialRecord& r) { return list_.ListContains(r); });
     if (!custom.empty()) {
         const MsgAnswer a =
             dialogs_.MsgBox("The following materials are already in your collection:\n\n" + custom +
@@ -387,7 +438,9 @@ bool frm4Import::AddRange(int first, int last) {
     // The list in memory is kept as it was when the file cannot be written.
     std::vector<MaterialRecord> before = list_.CopyListOut();
     for (int i = first; i <= last; ++i) {
-        list_.ListAddDated(Staged(static_cast<size_t>(i - 1)), true);
+        if (take[static_cast<size_t>(i)]) {
+            list_.ListAddDated(Staged(static_cast<size_t>(i - 1)), true);
+        }
     }
     if (!list_.SaveCustomFile()) {
         list_.ReplaceList(std::move(before));

@@ -7,6 +7,11 @@
 // view; clicks go to the *Click methods, grid clicks to ssGlassesClick / ssGlassesDblClick.
 // Hooks.reviewInNewForm / reviewInMeltForm open the material or melt form read-only, and
 // Hooks.progress may drive a progress bar while a large catalogue is read.
+//
+// Every staged glass is checked against its file (CheckImported): the Check column says
+// whether it agrees, and a glass that does not, or that has no index somewhere in its
+// waveband, has the status "Check" on a cell of its own colour instead of "OK". The add
+// commands ask before adding such glasses.
 #include <functional>
 #include <string>
 #include <vector>
@@ -45,6 +50,9 @@ class Bas4Import {
     SettingsStore& settings_;
     std::string appPath_;
 };
+
+// The status cell of a glass flagged by its check.
+inline constexpr Colour kStatusCheck{240, 184, 64};
 
 class frm4Import : public WorkingForm {
   public:
@@ -115,6 +123,8 @@ class frm4Import : public WorkingForm {
     const std::vector<MaterialRecord>& ImportList();
     const std::vector<float>& RefitErrors() const { return refitErrors_; }
     const std::vector<std::string>& CheckTexts() const { return checkTexts_; }
+    // One per staged record: true when its check flags it.
+    const std::vector<bool>& Flagged() const { return flagged_; }
     int RefitCount() const { return refitCount_; }
     int SkippedCount() const { return skippedCount_; }
     int SelectedRow() const { return selectedRow_; }
@@ -122,7 +132,7 @@ class frm4Import : public WorkingForm {
     Control form{"Import material data from text file"};
     Grid ssGlasses;
     Label lblReFit;
-    // How many glasses of an AGF file were passed over for their formula.
+    // How many glasses of the file were passed over, and why.
     Label lblSkipped;
     CheckBox chkRefitOther{"Refit other AGF formulas",
                            "Refit glasses whose AGF formula has no stored form to Schott"};
@@ -139,7 +149,11 @@ class frm4Import : public WorkingForm {
     void ShowInfo(const std::string& text);
     // tablesPending: the read left the transmission tables of its records to Staged.
     void ResetStaging(bool tablesPending = false);
-    // Staged record i (0-based), its transmission tables completed if the read left them.
+    // Checks every staged record against what its file stated (one entry per record, or
+    // none for a file that states nothing).
+    void CheckStaged(const std::vector<StatedIndex>& stated);
+    // Staged record i (0-based) as it leaves staging: its transmission tables completed if
+    // the read left them, its derived data and glass code worked out from its polynomial.
     const MaterialRecord& Staged(size_t i);
 
     GlassesList& list_;
@@ -152,10 +166,13 @@ class frm4Import : public WorkingForm {
     int importCount_ = 0;
     std::vector<MaterialRecord> importList_;
     std::vector<bool> tablesPending_;
+    std::vector<bool> finished_;
+    std::vector<bool> flagged_;
     std::vector<float> refitErrors_;
     std::vector<std::string> checkTexts_;
     int refitCount_ = 0;
     int skippedCount_ = 0;
+    std::string skippedNote_;
     int selectedRow_ = 0;
     bool firstFill_ = true;
 };

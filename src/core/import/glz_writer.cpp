@@ -71,7 +71,6 @@ std::string LongDateText(double date) {
 void WriteGlzRecord(std::string& out, MaterialRecord& rec) {
     Line(out, kGlzBlockStart);
     NormaliseRecord(rec);
-    CheckTransPoints(rec);
     auto& g = rec.General;
     auto& o = rec.Other;
     auto& t = rec.Thermal;
@@ -125,11 +124,13 @@ void WriteGlzRecord(std::string& out, MaterialRecord& rec) {
                         << Quoted(o.Status) << Quoted("RelPrice") << Quoted(o.Price);
     }
     Line(out, kGlzTrans);
+    // The rows that hold data, and no more: a count of 150 with empty rows behind the data
+    // is written as the data alone, and a glass without rows writes none.
+    const int transRows = RealTransRows(m);
     {
-        LineWriter(out) << GlzNumber(m.TransPoints) << GlzNumber(m.TransWidth)
+        LineWriter(out) << GlzNumber(static_cast<int16_t>(transRows)) << GlzNumber(m.TransWidth)
                         << GlzNumber(m.TransType);
     }
-    const int transRows = std::clamp<int>(m.TransPoints, 0, kMaxTransPoints);
     for (int i = 0; i < transRows; ++i) {
         const auto k = static_cast<size_t>(i);
         LineWriter(out) << GlzNumber(m.TransWave[k]) << GlzNumber(m.TransInternal[k])

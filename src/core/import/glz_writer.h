@@ -27,9 +27,9 @@ inline constexpr const char* kGlzEof = "EOF";
 // A date in the long form of the title line, "Tuesday, March 3, 2026".
 std::string LongDateText(double date);
 
-// Appends the block of one record to out. Like the program always has, it works on the
-// record itself: NormaliseRecord, CheckTransPoints (1 to 10 rows stay, any other count
-// becomes 150) and trimmed texts are left in the record.
+// Appends the block of one record to out. It works on the record itself: NormaliseRecord
+// and trimmed texts are left in the record. The transmission section holds the rows that
+// hold data (RealTransRows); TransPoints stays as it is.
 void WriteGlzRecord(std::string& out, MaterialRecord& rec);
 
 // The whole file image of list positions first..last (1-based, inclusive; positions outside

@@ -16,16 +16,13 @@ void FinishTransTables(MaterialRecord& rec, int noDataFrom) {
     auto& g = rec.General;
     auto& m = rec.Measured;
     const int points = std::clamp<int>(m.TransPoints, 0, kMaxTransPoints);
-    const int shortRows = std::min(points, kTransTableSize);
-    for (int i = 0; i < shortRows; ++i) {
-        const auto k = static_cast<size_t>(i);
-        g.TransShortWave[k] = m.TransWave[k];
-        g.TransShortValue[k] = m.TransAbsorb[k];
-    }
+    const auto count = static_cast<size_t>(points);
+    CopyShortRows(g.TransShortWave, g.TransShortValue,
+                  std::span<const float>(m.TransWave).first(count),
+                  std::span<const float>(m.TransAbsorb).first(count));
     for (int pos = std::max(noDataFrom, 1); pos <= kTransTableSize - 1; ++pos) {
         g.TransShortValue[static_cast<size_t>(pos - 1)] = kNoTransData;
     }
-    const auto count = static_cast<size_t>(points);
     FillTransTable(rec.TransTable, m.TransWidth, std::span<const float>(m.TransWave).first(count),
                    std::span<const float>(m.TransAbsorb).first(count));
 }
@@ -53,29 +50,112 @@ bool SetSchottDndt(ThermalData& t, const double (&d)[6]) {
     return d[0] == 0 && d[1] == 0 && d[2] == 0 && d[3] == 0 && d[4] == 0 && d[5] == 0;
 }
 
-std::string ImportCheckText(const MaterialRecord& rec, const StatedIndex& stated) {
-    if (!stated.present) return {};
+int PrintedDecimals(std::string_view text) {
+    const size_t e = text.find_first_of("eE");
+    const std::string_view mantissa = text.substr(0, e);
+    const size_t point = mantissa.find('.');
+    int decimals = 0;
+    if (point != std::string_view::npos) {
+        for (size_t i = point + 1; i < mantissa.size() && std::isdigit(
+                                                               static_cast<unsigned char>(mantissa[i]));
+             ++i) {
+            ++decimals;
+        }
+    }
+    if (e != std::string_view::npos) {
+        double exponent = 0;
+        if (ParseNumber(text.substr(e + 1), exponent)) decimals -= static_cast<int>(exponent);
+    }
+    return std::max(decimals, 0);
+}
+
+float FirstWaveWithoutIndex(const MaterialRecord& rec) {
     const auto& g = rec.General;
+    const float low = g.IndexWvMin;
+    const float high = g.IndexWvMax;
+    if (!(high > low) || low <= 0) return 0;
+    for (int k = 0; k <= 20; ++k) {
+        const float w = k == 20 ? high : low + (high - low) * static_cast<float>(k) / 20.0f;
+        int16_t ok = 0;
+        const double n = IndexFromPolynomial(g.PolyCoef, w, g.Polytype, ok);
+        if (!ok || !std::isfinite(n)) return w;
+    }
+    return 0;
+}
+
+namespace {
+// The smallest differences in nd and vd the check tells apart: catalogues give nd to five
+// decimals, and vd depends on the exact wavelengths taken for the d, F and C lines.
+constexpr double kNdResolution = 1e-5;
+constexpr double kVdResolution = 0.01;
+}  // namespace
+
+ImportCheck CheckImported(const MaterialRecord& rec, const StatedIndex& stated) {
+    const auto& g = rec.General;
+    ImportCheck out;
+    auto add = [&out](const std::string& part) {
+        if (!out.text.empty()) out.text += ", ";
+        out.text += part;
+        out.flagged = true;
+    };
+    float gap = stated.noIndexAt;
+    if (gap == 0) gap = FirstWaveWithoutIndex(rec);
+    if (gap != 0) add("no index at " + FormatNumber(gap, "0") + " nm");
+    if (!stated.present) {
+        if (!out.flagged) out.text = "no nd, vd in file";
+        return out;
+    }
     int16_t okD = 0, okC = 0, okF = 0;
     const double nd = IndexFromPolynomial(g.PolyCoef, kWaveD, g.Polytype, okD);
     const double nC = IndexFromPolynomial(g.PolyCoef, kWaveC, g.Polytype, okC);
     const double nF = IndexFromPolynomial(g.PolyCoef, kWaveF, g.Polytype, okF);
-    std::string text;
+    // One unit in the last printed digit, and a hair more for the binary forms of both; no
+    // less than the computation can tell apart (printed digits beyond those are padding).
+    auto allowed = [](int decimals, double floor) {
+        return std::max(std::pow(10.0, -decimals), floor) * (1.0 + 1e-9);
+    };
     if (stated.nd > 0) {
-        if (!okD) return "nd not computable";
-        if (std::fabs(nd - stated.nd) > 0.0001) {
-            text =
-                "nd " + FormatNumber(nd, "0.00000") + " vs " + FormatNumber(stated.nd, "0.00000");
+        if (!okD) {
+            add("nd not computable");
+        } else if (std::fabs(nd - stated.nd) > allowed(stated.ndDecimals, kNdResolution)) {
+            add("nd " + FormatNumber(nd, "0.00000") + " vs " + FormatNumber(stated.nd, "0.00000"));
         }
     }
     if (stated.vd > 0 && okD && okC && okF && nF != nC) {
         const double vd = (nd - 1.0) / (nF - nC);
-        if (std::fabs(vd - stated.vd) > 0.1) {
-            if (!text.empty()) text += ", ";
-            text += "vd " + FormatNumber(vd, "0.00") + " vs " + FormatNumber(stated.vd, "0.00");
+        if (std::fabs(vd - stated.vd) > allowed(stated.vdDecimals, kVdResolution)) {
+            add("vd " + FormatNumber(vd, "0.00") + " vs " + FormatNumber(stated.vd, "0.00"));
         }
     }
-    return text;
+    if (!out.flagged) out.text = "nd, vd agree";
+    return out;
+}
+
+std::string PassedOverSummary(const std::vector<PassedOver>& passed) {
+    std::vector<std::string> reasons;
+    for (const auto& p : passed) {
+        if (std::find(reasons.begin(), reasons.end(), p.why) == reasons.end()) {
+            reasons.push_back(p.why);
+        }
+    }
+    std::string out;
+    for (const auto& why : reasons) {
+        int count = 0;
+        std::string names;
+        for (const auto& p : passed) {
+            if (p.why != why) continue;
+            if (++count <= 3) {
+                names += (count > 1 ? ", " : "") + p.glass;
+            } else if (count == 4) {
+                names += ", ...";
+            }
+        }
+        if (!out.empty()) out += "\r\n";
+        out += count == 1 ? "1 glass was passed over (" + names + "): " + why + "."
+                          : std::to_string(count) + " glasses were passed over (" + names +
+                                "): " + why + ".";
+    }
+    return out;
 }
 
 std::string WithReason(const std::string& message, const std::string& reason) {

@@ -1,8 +1,9 @@
 #pragma once
 // What the importers share: the options a read takes, the nd and vd a file states for a
-// glass (kept to check the stored polynomial against), and the last steps on the
-// transmission tables.
+// glass (kept to check the stored polynomial against), what a read passed over, and the last
+// steps on the transmission tables.
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/import/import_text.h"
@@ -23,16 +24,24 @@ struct ImportOptions {
     bool leaveTransTables = false;
 };
 
-// nd and vd as the file states them; present is false when the file gives none.
+// What a file states of a glass beside its polynomial, and what the read found out about
+// the polynomial it stored: the nd and vd printed in the file (present is false when the file
+// gives none) with the number of decimals each was printed with, and for a refitted glass the
+// first wavelength of its band where the file's own form gave no index (0 when it gave one
+// everywhere).
 struct StatedIndex {
     bool present = false;
     double nd = 0;
     double vd = 0;
+    int ndDecimals = 6;
+    int vdDecimals = 2;
+    float noIndexAt = 0;
 };
 
-// Copies transmission rows 1..41 (at most TransPoints) to TransShortWave and
-// TransShortValue (from TransAbsorb), sets TransShortValue from position noDataFrom
-// (1-based) up to 40 to the no-data value, and resamples TransTable from all rows.
+// Fills TransShortWave and TransShortValue (from TransAbsorb) from the first TransPoints
+// rows, 41 of them spread over the band when there are more (ShortTableRow), sets
+// TransShortValue from position noDataFrom (1-based) up to 40 to the no-data value, and
+// resamples TransTable from all rows.
 void FinishTransTables(MaterialRecord& rec, int noDataFrom);
 
 // The last transmission steps of an AGF or GLC read: the absorption of every row from its
@@ -40,11 +49,38 @@ void FinishTransTables(MaterialRecord& rec, int noDataFrom);
 // rows read from an AGF file (TransType 2) the colour code.
 void FinishImportedTrans(MaterialRecord& rec);
 
-// The check of a staged glass: nd and vd from the stored polynomial against the values the
-// file states. Empty when they agree (within 0.0001 in nd and 0.1 in vd) or the file states
-// none; otherwise "nd 1.51680 vs 1.51700", "vd 64.17 vs 64.30" or both joined by ", "
-// (computed value first).
-std::string ImportCheckText(const MaterialRecord& rec, const StatedIndex& stated);
+// Decimals a number is printed with, the exponent counted in ("1.5168" 4, "1.5168E+00" 4,
+// "6.417E+01" 2, "64" 0); never below 0.
+int PrintedDecimals(std::string_view text);
+
+// The check of a staged glass against its file. A glass is flagged when its index cannot be
+// computed at some point of its stored waveband (21 points, both ends included, and where a
+// refit found a gap), or when nd or vd from the stored polynomial differ from the printed
+// figures by more than one unit in their last printed digit: half a unit is the rounding of
+// the printed figure, the other half what the printed coefficients may lose. The text says
+// both outcomes: "nd, vd agree" or "no nd, vd in file" for a glass that passes, otherwise
+// "no index at 800 nm", "nd 1.51680 vs 1.51700", "vd 64.17 vs 64.30", joined by ", " (the
+// computed value first).
+struct ImportCheck {
+    bool flagged = false;
+    std::string text;
+};
+ImportCheck CheckImported(const MaterialRecord& rec, const StatedIndex& stated);
+
+// The first of 21 points spread over IndexWvMin..IndexWvMax (both ends included) where the
+// stored polynomial gives no index; 0 when it gives one at every point or the band is empty.
+float FirstWaveWithoutIndex(const MaterialRecord& rec);
+
+// A glass line or block that a read passed over, and why ("formula 6 has no stored form").
+struct PassedOver {
+    std::string glass;
+    std::string why;
+};
+
+// One sentence per reason, in the order the reasons first came, joined by line breaks:
+// "150 glasses were passed over (J-BAF10, J-BAK1, J-BAK2, ...): formula 6 has no stored
+// form." Empty for an empty list.
+std::string PassedOverSummary(const std::vector<PassedOver>& passed);
 
 // A failed read's message followed by the reader's reason ("line 5: ... is no number") as a
 // sentence of its own on the next line; the message alone when there is no reason.

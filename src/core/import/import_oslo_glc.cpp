@@ -1,6 +1,9 @@
 #include "core/import/import_oslo_glc.h"
 
+#include <algorithm>
+#include <cctype>
 #include <cmath>
+#include <filesystem>
 #include <span>
 
 #include "core/import/refit_to_schott.h"
@@ -21,12 +24,47 @@ void SplitFields(std::string_view s, std::vector<std::string_view>& out) {
     if (s.empty() || s[0] == ' ' || s[0] == '\t') out.insert(out.begin(), std::string_view{});
 }
 
+// A day-month-year date written with the month's name: "24-Jul-15", "1/MAR/2004".
+bool IsNamedMonthDate(std::string_view w) {
+    static const char* const kMonths[] = {"JAN", "FEB", "MAR", "APR", "MAY", "JUN",
+                                          "JUL", "AUG", "SEP", "OCT", "NOV", "DEC"};
+    std::vector<std::string> parts(1);
+    for (const char c : w) {
+        if (c == '-' || c == '/' || c == '.') {
+            parts.emplace_back();
+        } else {
+            parts.back() += static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+        }
+    }
+    if (parts.size() != 3) return false;
+    const auto digits = [](const std::string& p) {
+        return !p.empty() && std::all_of(p.begin(), p.end(),
+                                         [](char c) { return std::isdigit(static_cast<unsigned char>(c)); });
+    };
+    const std::string month = parts[1].substr(0, 3);
+    return digits(parts[0]) && digits(parts[2]) &&
+           std::find_if(std::begin(kMonths), std::end(kMonths),
+                        [&month](const char* m) { return month == m; }) != std::end(kMonths);
+}
+
 // A glass line starts with its name in the first ten characters.
 bool HasName(std::string_view line) {
     return !VbTrim(line.substr(0, 10)).empty();
 }
 
 }  // namespace
+
+bool CImportOsloGLC::IsMakerWord(std::string_view word) {
+    const bool letter = std::any_of(word.begin(), word.end(), [](char c) {
+        return std::isalpha(static_cast<unsigned char>(c)) != 0;
+    });
+    return letter && !IsNamedMonthDate(word);
+}
+
+std::string CImportOsloGLC::SourceFromFileName(const std::string& path) {
+    const std::string name = std::filesystem::path(path).filename().string();
+    return std::string(VbTrim(name.substr(0, name.find('.'))));
+}
 
 void CImportOsloGLC::SplitResistances(OtherData& other, const std::string& text) {
     if (text == "0") {
@@ -54,6 +92,7 @@ bool CImportOsloGLC::ReadRecord(std::string_view line, const std::string& source
                                 StatedIndex& stated) {
     refitted = false;
     meanError = 0;
+    why_ = kUnreadable;
     const std::string name(VbTrim(line.substr(0, 10)));
     if (name.empty()) return false;
     auto& g = rec.General;
@@ -76,7 +115,12 @@ bool CImportOsloGLC::ReadRecord(std::string_view line, const std::string& source
 
     double nd = 0, vd = 0, v = 0;
     if (!number(1, nd) || !number(2, vd)) return false;
-    stated = StatedIndex{nd > 0, nd, vd};
+    stated = StatedIndex{};
+    stated.present = nd > 0;
+    stated.nd = nd;
+    stated.vd = vd;
+    stated.ndDecimals = PrintedDecimals(tok[1]);
+    stated.vdDecimals = PrintedDecimals(tok[2]);
     g.GlassCode = MakeGlassCode(std::string(tok[1]), std::string(tok[2]));
     if (!number(3, v)) return false;
     g.Density = static_cast<float>(v);
@@ -122,6 +166,7 @@ bool CImportOsloGLC::ReadRecord(std::string_view line, const std::string& source
         g.Polytype = 7;
         coefficients = 3;
     } else {
+        why_ = "formula " + std::string(tok[12]) + " has no stored form";
         return false;
     }
     for (size_t i = 0; i < coefficients; ++i) {
@@ -129,27 +174,29 @@ bool CImportOsloGLC::ReadRecord(std::string_view line, const std::string& source
     }
     p = 13 + coefficients;
 
+    // The dn/dt part: its kind, the number of values that follow, and the values. Kind 1
+    // holds the six Schott constants; kinds 0 and 2 hold values that are not kept.
     t.dndt_RefTemp = 20.0f;
-    double flagValue = 0;
-    if (!number(p + 1, flagValue)) return false;
+    double flagValue = 0, countValue = 0;
+    if (!number(p + 1, flagValue) || !number(p + 2, countValue)) return false;
     const long thermalFlag = std::lround(flagValue);
-    size_t q = 0;
+    const long thermalCount = std::lround(countValue);
+    if (thermalCount < 0 || thermalCount > 64) return false;
+    const size_t q = p + 2 + static_cast<size_t>(thermalCount);
     if (thermalFlag == 0) {
         t.dndttype = 0;
-        q = p + 2;
-    } else if (thermalFlag == 1) {
+    } else if (thermalFlag == 1 && thermalCount >= 6) {
         t.dndttype = 2;
         double d[6];
         for (size_t i = 0; i < 6; ++i) {
             if (!number(p + 3 + i, d[i])) return false;
         }
         if (SetSchottDndt(t, d)) t.dndttype = 0;
-        q = p + 8;
     } else if (thermalFlag == 2) {
         t.dndttype = 0;
         t.dndt_lin = 0;
-        q = p + 3;
     } else {
+        why_ = "its dn/dt part is of a kind not known";
         return false;
     }
 
@@ -160,7 +207,11 @@ bool CImportOsloGLC::ReadRecord(std::string_view line, const std::string& source
     if (transFlag != 0) {
         if (!number(q + 2, v)) return false;
         const long rows = std::lround(v);
-        if (rows < 0 || rows > kTransTableSize) return false;
+        if (rows < 0) return false;
+        if (rows > kMaxTransPoints) {
+            why_ = "it has more than 150 transmission rows";
+            return false;
+        }
         m.TransPoints = static_cast<int16_t>(rows);
         m.TransType = 1;
         m.TransWidth = 5.0f;
@@ -189,7 +240,14 @@ bool CImportOsloGLC::ReadRecord(std::string_view line, const std::string& source
     rec.ThermalState.Ready = kTrue;
 
     if (g.Polytype == 7) {
-        if (!RefitToSchott(rec, meanError, dialogs_)) return false;
+        if (!(largest > smallest)) {
+            why_ = "it has no transmission rows to give the waveband of its refit";
+            return false;
+        }
+        if (!RefitToSchott(rec, meanError, dialogs_, &stated.noIndexAt)) {
+            why_ = "the refit to the Schott form failed";
+            return false;
+        }
         refitted = true;
     }
     if (!options_.leaveTransTables) FinishImportedTrans(rec);
@@ -210,6 +268,7 @@ void CImportOsloGLC::ReadFile(const std::string& path, std::vector<MaterialRecor
     records.clear();
     refitErrors.clear();
     stated_.clear();
+    passedOver_.clear();
     failure_.clear();
     std::string bytes;
     FileError error;
@@ -224,7 +283,8 @@ void CImportOsloGLC::ReadFile(const std::string& path, std::vector<MaterialRecor
         return;
     }
     const auto header = SplitBlanks(lines[0]);
-    const std::string source = header.empty() ? std::string() : std::string(header.back());
+    const std::string last = header.empty() ? std::string() : std::string(header.back());
+    const std::string source = IsMakerWord(last) ? last : SourceFromFileName(path);
     // Each glass is built in its place at the end of the list, with room made for all of
     // them at once.
     size_t named = 0;
@@ -244,6 +304,7 @@ void CImportOsloGLC::ReadFile(const std::string& path, std::vector<MaterialRecor
                 stated_.push_back(stated);
                 if (refitted) ++refitCount;
             } else {
+                passedOver_.push_back({std::string(VbTrim(lines[i].substr(0, 10))), why_});
                 records.pop_back();
             }
         }

@@ -1,8 +1,10 @@
 #pragma once
 // Reader of GLC glass catalogues: a header line whose last word names the maker, then one
 // line per glass with the name in its first ten characters and blank-separated values.
-// A line that cannot be used (an empty line, a missing value, a formula other than 1, 2
-// or 3, too many transmission rows, a failed refit) is passed over without a message.
+// A header whose last word names no maker (a date, a number) gives the file's name, up to
+// its first point, as the source instead. A line that cannot be used (a missing value, a
+// formula other than 1, 2 or 3, more than 150 transmission rows, a failed refit) is passed
+// over and listed with the reason in passedOver(); only a failed fit shows a box.
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,6 +32,8 @@ class CImportOsloGLC {
 
     // nd and vd of each record's line.
     const std::vector<StatedIndex>& stated() const { return stated_; }
+    // The named lines of the last read that were passed over, with the reason.
+    const std::vector<PassedOver>& passedOver() const { return passedOver_; }
     // Why the last read ended with ok 0; empty after a good read.
     const std::string& failure() const { return failure_; }
 
@@ -39,11 +43,18 @@ class CImportOsloGLC {
     // Passes the text through unchanged.
     static std::string ToGeneralValue(const std::string& text) { return text; }
     static std::string SqueezeBlanks(std::string_view text);
+    // True when a header's last word can name a maker: it holds a letter and is no date.
+    static bool IsMakerWord(std::string_view word);
+    // The file's name up to its first point.
+    static std::string SourceFromFileName(const std::string& path);
 
   private:
     Dialogs& dialogs_;
     ImportOptions options_;
+    static constexpr const char* kUnreadable = "a value is missing or is no number";
     std::vector<StatedIndex> stated_;
+    std::vector<PassedOver> passedOver_;
+    std::string why_;  // why ReadRecord passed its line over
     std::string failure_;
     std::vector<std::string_view> fields_;  // of the line being read, reused line to line
 };

@@ -145,7 +145,12 @@ CImportZemaxAGF::Outcome CImportZemaxAGF::ReadRecord(const GlassLines& lines,
     stated = {};
     if (nm.size() > 4 && ParseNumber(nm[4], stated.nd) && stated.nd > 0) {
         stated.present = true;
-        if (!(nm.size() > 5 && ParseNumber(nm[5], stated.vd))) stated.vd = 0;
+        stated.ndDecimals = PrintedDecimals(nm[4]);
+        if (nm.size() > 5 && ParseNumber(nm[5], stated.vd)) {
+            stated.vdDecimals = PrintedDecimals(nm[5]);
+        } else {
+            stated.vd = 0;
+        }
     }
 
     // ED: expansion values as text, density.
@@ -259,17 +264,23 @@ CImportZemaxAGF::Outcome CImportZemaxAGF::ReadRecord(const GlassLines& lines,
     if ((src == "CHENGDU" || src == "CDGM") && g.IndexWvMax < 1020) g.IndexWvMax = 1020;
 
     // Forms the siblings cannot evaluate go to Schott.
-    if (g.Polytype == 7 || g.Polytype == 8) {
-        if (!RefitToSchott(rec, meanError, dialogs_)) return Outcome::Skipped;
-        refitted = true;
-    } else if (other) {
-        const bool done = RefitToSchottFrom(
-            rec,
-            [&c, formula](float w, double& n) {
-                return AgfFormulaIndex(formula, c, static_cast<double>(w) * 0.001, n);
-            },
-            meanError, dialogs_);
-        if (!done) return Outcome::Skipped;
+    if (g.Polytype == 7 || g.Polytype == 8 || other) {
+        const bool done =
+            other ? RefitToSchottFrom(
+                        rec,
+                        [&c, formula](float w, double& n) {
+                            return AgfFormulaIndex(formula, c, static_cast<double>(w) * 0.001, n);
+                        },
+                        meanError, dialogs_, &stated.noIndexAt)
+                  : RefitToSchott(rec, meanError, dialogs_, &stated.noIndexAt);
+        if (!done) {
+            // A fit that failed has said so; a band without width has not.
+            if (!(g.IndexWvMax > g.IndexWvMin)) {
+                dialogs_.MsgBox(RefitFailedLine(g.GlassName.Text()) + "\nIts waveband is empty.",
+                                MsgButtons::OK, MsgIcon::Exclamation, {});
+            }
+            return Outcome::Skipped;
+        }
         refitted = true;
     }
 

@@ -8,8 +8,45 @@
 
 namespace ostrel {
 
+namespace {
+
+// Passes everything on, with the fit's boxes led by a line that names the glass.
+class NamingDialogs : public Dialogs {
+  public:
+    NamingDialogs(Dialogs& inner, std::string firstLine)
+        : inner_(inner), firstLine_(std::move(firstLine)) {}
+    MsgAnswer MsgBox(const std::string& text, MsgButtons buttons, MsgIcon icon,
+                     const std::string& title) override {
+        return inner_.MsgBox(firstLine_ + "\n" + text, buttons, icon, title);
+    }
+    std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
+                                        const std::string& proposal) override {
+        return inner_.InputBox(prompt, title, proposal);
+    }
+    std::optional<std::string> FileOpen(const FileDialogSpec& spec) override {
+        return inner_.FileOpen(spec);
+    }
+    std::optional<std::string> FileSave(const FileDialogSpec& spec) override {
+        return inner_.FileSave(spec);
+    }
+    void SetBusy(bool busy) override { inner_.SetBusy(busy); }
+    void HelpNote(const std::string& text, bool bold) override { inner_.HelpNote(text, bold); }
+    bool OpenUrl(const std::string& url) override { return inner_.OpenUrl(url); }
+
+  private:
+    Dialogs& inner_;
+    std::string firstLine_;
+};
+
+}  // namespace
+
+std::string RefitFailedLine(const std::string& glass) {
+    return "The refit of " + glass + " to the Schott form failed; the glass is left out.";
+}
+
 bool RefitToSchottFrom(MaterialRecord& rec, const IndexEvaluator& index, float& meanError,
-                       Dialogs& dialogs) {
+                       Dialogs& dialogs, float* noIndexAt) {
+    if (noIndexAt) *noIndexAt = 0;
     auto& g = rec.General;
     const float low = g.IndexWvMin;
     const float high = g.IndexWvMax;
@@ -19,7 +56,10 @@ bool RefitToSchottFrom(MaterialRecord& rec, const IndexEvaluator& index, float& 
     int points = 0;
     for (float w = low; w <= high && points < kMaxIndexPoints; w += step) {
         double n = 0;
-        if (!index(w, n)) continue;
+        if (!index(w, n)) {
+            if (noIndexAt && *noIndexAt == 0) *noIndexAt = w;
+            continue;
+        }
         const auto k = static_cast<size_t>(points++);
         work.IndexWave[k] = w;
         work.IndexWaveUm[k] = w * 0.001;
@@ -29,8 +69,9 @@ bool RefitToSchottFrom(MaterialRecord& rec, const IndexEvaluator& index, float& 
     }
     int16_t coefficientCount = 0;
     std::string constants;
+    NamingDialogs named(dialogs, RefitFailedLine(g.GlassName.Text()));
     if (FitSchott(coefficientCount, static_cast<int16_t>(points), constants, g.PolyCoef, work,
-                  dialogs) != kTrue) {
+                  named) != kTrue) {
         return false;
     }
     meanError = static_cast<float>(std::sqrt(work.FitError / points));
@@ -38,7 +79,7 @@ bool RefitToSchottFrom(MaterialRecord& rec, const IndexEvaluator& index, float& 
     return true;
 }
 
-bool RefitToSchott(MaterialRecord& rec, float& meanError, Dialogs& dialogs) {
+bool RefitToSchott(MaterialRecord& rec, float& meanError, Dialogs& dialogs, float* noIndexAt) {
     auto& g = rec.General;
     if (g.Polytype == 8 && g.IndexWvMin < 650) g.IndexWvMin = 650;
     const PolyCoefBlock coef = g.PolyCoef;
@@ -50,7 +91,7 @@ bool RefitToSchott(MaterialRecord& rec, float& meanError, Dialogs& dialogs) {
             n = IndexFromPolynomial(coef, w, type, ok);
             return ok != 0 && std::isfinite(n);
         },
-        meanError, dialogs);
+        meanError, dialogs, noIndexAt);
 }
 
 bool IsRefittableAgfFormula(int formula) {

@@ -164,6 +164,38 @@ void CheckTransPoints(MaterialRecord& rec) {
     points = kMaxTransPoints;
 }
 
+size_t ShortTableRow(size_t slot, size_t points) {
+    constexpr auto places = static_cast<size_t>(kTransTableSize);
+    if (points <= places) return slot;
+    return (slot * (points - 1) + (places - 1) / 2) / (places - 1);
+}
+
+size_t CopyShortRows(std::array<float, kTransTableSize>& shortWave,
+                     std::array<float, kTransTableSize>& shortValue, std::span<const float> waves,
+                     std::span<const float> absorbs) {
+    const size_t points = std::min(waves.size(), absorbs.size());
+    const size_t places = std::min(points, shortWave.size());
+    for (size_t slot = 0; slot < places; ++slot) {
+        const size_t row = ShortTableRow(slot, points);
+        shortWave[slot] = waves[row];
+        shortValue[slot] = absorbs[row];
+    }
+    return places;
+}
+
+int RealTransRows(const MeasuredData& m) {
+    int rows = std::clamp<int>(m.TransPoints, 0, kMaxTransPoints);
+    while (rows > 0) {
+        const auto k = static_cast<size_t>(rows - 1);
+        if (m.TransWave[k] != 0.0f || m.TransInternal[k] != 0.0f || m.TransTotal[k] != 0.0f ||
+            m.TransAbsorb[k] != 0.0f) {
+            break;
+        }
+        --rows;
+    }
+    return rows;
+}
+
 void ColourCode(MaterialRecord& rec, float width, std::span<const float> waves,
                 std::span<const float> transmissions) {
     const size_t count = std::min(waves.size(), transmissions.size());

@@ -4,6 +4,7 @@
 // coefficient per millimetre. Also the resampling of measured points on the fixed
 // wavelength table of the catalogue columns, and the colour code.
 #include <array>
+#include <cstddef>
 #include <span>
 
 #include "core/material/material_record.h"
@@ -42,6 +43,26 @@ void FillTransTable(std::array<float, kTransTableSize>& table, float width,
 
 // A point count outside 1..10 is set to the full size of the arrays (150).
 void CheckTransPoints(MaterialRecord& rec);
+
+// The measured row (0-based, rows in descending order of wavelength) that fills place `slot`
+// of the 41-place short tables of a glass with `points` rows. Up to 41 rows each row has
+// its own place. With more, 41 rows are taken evenly spread over the rows, the first and the
+// last always among them, so that the short tables span the whole measured band: place k
+// takes row k (points - 1) / 40, rounded half up. Every path that fills the short tables
+// from measured rows picks them here.
+size_t ShortTableRow(size_t slot, size_t points);
+
+// Fills places 0..min(points, 41) - 1 of shortWave and shortValue from the rows ShortTableRow
+// picks out of waves and absorbs (points being their common length); the other places are
+// left as they are. Returns the number of places filled.
+size_t CopyShortRows(std::array<float, kTransTableSize>& shortWave,
+                     std::array<float, kTransTableSize>& shortValue, std::span<const float> waves,
+                     std::span<const float> absorbs);
+
+// The rows of a record's transmission table that hold data: TransPoints (taken within
+// 0..150) less the rows at its end whose four numbers are all 0, such as the empty rows a
+// count of 150 leaves behind the data.
+int RealTransRows(const MeasuredData& m);
 
 // Colour code "l80/l5" (each in units of 10 nm, two digits at most) from internal
 // transmissions in percent, descending in wavelength, for a plate width mm thick; stored in

@@ -84,6 +84,7 @@ struct Read {
     std::vector<MaterialRecord> recs;
     std::vector<float> errors;  // refit errors, one per staged glass
     std::vector<std::string> checks;
+    std::vector<bool> flagged;
     int count = 0;
     int skipped = 0;
     int boxes = 0;
@@ -109,7 +110,9 @@ Read ReadCatalogue(const fs::path& p, const ImportOptions& options = {}) {
     }
     r.boxes = static_cast<int>(dialogs.boxes.size());
     for (size_t i = 0; i < r.recs.size() && i < stated.size(); ++i) {
-        r.checks.push_back(ImportCheckText(r.recs[i], stated[i]));
+        const ImportCheck c = CheckImported(r.recs[i], stated[i]);
+        r.checks.push_back(c.text);
+        r.flagged.push_back(c.flagged);
     }
     return r;
 }
@@ -224,9 +227,7 @@ TEST_P(CatalogueCountsTest, StagesAndFlagsTheKnownNumbers) {
     ASSERT_EQ(r.checks.size(), r.recs.size());
     EXPECT_EQ(r.count, want.staged);
     EXPECT_EQ(r.skipped, want.skipped);
-    EXPECT_EQ(std::count_if(r.checks.begin(), r.checks.end(),
-                            [](const std::string& s) { return !s.empty(); }),
-              want.flagged);
+    EXPECT_EQ(std::count(r.flagged.begin(), r.flagged.end(), true), want.flagged);
 
     if (p.extension() == ".glc") {
         EXPECT_EQ(r.boxes, 0);  // GLC loses glasses silently
@@ -361,3 +362,17 @@ TEST(CatalogueRefitOption, StagesEveryGlassOfTheFile) {
 
 }  // namespace
 }  // namespace ostrel
+namespace ostrel { namespace {
+TEST(TmpStats, Table) {
+    for (const auto& c : kCounts) {
+        const fs::path p = kData / c.file;
+        const Read r = ReadCatalogue(p);
+        int lost = p.extension()==".glc" ? GlcUsableLines(p) - r.count : r.boxes;
+        int fl = std::count(r.flagged.begin(), r.flagged.end(), true);
+        bool same = r.count==c.staged && r.skipped==c.skipped && lost==c.lost && fl==c.flagged;
+        printf("%s{\"%s\", %d, %d, %d, %d},   // was %d %d %d %d\n", same?"  ":"**", c.file, r.count, r.skipped, lost, fl, c.staged, c.skipped, c.lost, c.flagged);
+        if (getenv("SHOWF") && std::string(c.file).find(getenv("SHOWF"))!=std::string::npos)
+            for (size_t i=0;i<r.recs.size();++i) if (r.flagged[i]) printf("    %s: %s\n", r.recs[i].General.GlassName.Text().c_str(), r.checks[i].c_str());
+    }
+}
+}}
