@@ -10,9 +10,9 @@
 
 #include "cli/cli_context.h"
 #include "cli/cli_list.h"
+#include "cli/grid_entry.h"
 #include "cli/record_json.h"
 #include "core/external/bas1_setup.h"
-#include "core/materialform/index_fit_steps.h"
 #include "core/melt/frm7melt.h"
 #include "core/melt/glass_melt.h"
 #include "core/melt/melt_wave_band.h"
@@ -47,7 +47,12 @@ int RunMelt(CliContext& ctx, const MeltArgs& a) {
         *ctx.err << "melt: --sheet takes nine figures\n";
         return kExitUsage;
     }
-    std::vector<IndexRow> rows;
+    // The code box takes no more than the record holds.
+    if (a.code.size() > size_t(frm7Melt::kCodeLength)) {
+        *ctx.err << "melt: a melt code has at most " << frm7Melt::kCodeLength << " characters\n";
+        return kExitRefused;
+    }
+    std::vector<std::vector<std::string>> rows;
     if (!a.pairs.empty()) {
         std::ifstream in(a.pairs, std::ios::binary);
         if (!in) {
@@ -56,7 +61,12 @@ int RunMelt(CliContext& ctx, const MeltArgs& a) {
         }
         std::ostringstream text;
         text << in.rdbuf();
-        rows = IndexRowsFromText(text.str(), false);
+        rows = CellRowsFromText(text.str());
+        if (rows.size() > size_t(frm7Melt::kRows)) {
+            *ctx.err << "melt: the grid has " << frm7Melt::kRows << " rows for pairs, "
+                     << rows.size() << " given\n";
+            return kExitRefused;
+        }
     }
 
     SettingsFile settings(SettingsFile::DefaultPath());
@@ -90,14 +100,29 @@ int RunMelt(CliContext& ctx, const MeltArgs& a) {
     };
     popMeltParent picker(*ctx.dialogs, scratch, setup.GetPathKelmora(), {a.source}, parentHooks);
 
+    // The sheet's figures typed into its fields; a figure the sheet would not store stops
+    // the command with the reason, before its OK is pressed.
+    bool sheetRefused = false;
     popMeltSchott::Hooks sheetHooks;
     sheetHooks.showModal = [&](popMeltSchott& sheet) {
         for (int i = 1; i <= popMeltSchott::kFields; ++i) {
-            sheet.txtIndex[static_cast<size_t>(i)].text =
-                IndexText(a.sheet[static_cast<size_t>(i - 1)]);
+            const std::string text = IndexText(a.sheet[static_cast<size_t>(i - 1)]);
+            const std::string refusal = popMeltSchott::EntryRefusal(i, text);
+            if (!refusal.empty()) {
+                *ctx.err << refusal << '\n';
+                sheetRefused = true;
+                sheet.comCancelClick();
+                return;
+            }
+            sheet.txtIndex[static_cast<size_t>(i)].text = text;
             sheet.txtIndexValidate(i);
         }
-        sheet.comOKClick();
+        if (!Press(
+                sheet.comOK, [&] { sheet.comOKClick(); }, "every figure must be above 0",
+                *ctx.err)) {
+            sheetRefused = true;
+            sheet.comCancelClick();
+        }
     };
     popMeltSchott sheet(*ctx.dialogs, notices, sheetHooks);
 
@@ -106,7 +131,7 @@ int RunMelt(CliContext& ctx, const MeltArgs& a) {
     hooks.enterSheet = [&](MaterialRecord& rec) { return sheet.EnterSheet(rec); };
     frm7Melt form(opened.list(), *ctx.dialogs, notices, setup.GetPathKelmora(), hooks);
     form.DisplayNew(false);
-    form.comParentClick();
+    if (!Press(form.comParent, [&] { form.comParentClick(); }, "", *ctx.err)) return kExitRefused;
     if (!parentFound) {
         *ctx.err << "No glass " << a.parent << " of " << a.source << " in the Kelmora database\n";
         return kExitRefused;
@@ -115,20 +140,26 @@ int RunMelt(CliContext& ctx, const MeltArgs& a) {
     form.txtMeltCodeValidate();
 
     if (!a.sheet.empty()) {
-        form.comMeltSchottClick();
+        if (!Press(form.comMeltSchott, [&] { form.comMeltSchottClick(); }, "no parent glass",
+                   *ctx.err) ||
+            sheetRefused)
+            return kExitRefused;
         if (form.MeltRecord().Melt.MeltIndexPoints != popMeltSchott::kPairs) return kExitRefused;
     } else {
-        if (rows.size() > size_t(frm7Melt::kRows)) {
-            *ctx.err << "melt: only the first " << frm7Melt::kRows << " pairs are used\n";
-        }
-        for (size_t i = 0; i < rows.size() && i < size_t(frm7Melt::kRows); ++i) {
+        // Typed cell by cell, each edit followed by the grid's change event.
+        for (size_t i = 0; i < rows.size(); ++i) {
             const int r = static_cast<int>(i) + 1;
-            form.ssRefInd.SetText(2, r, ShortestFloatText(rows[i].wave));
-            form.ssRefInd.SetText(3, r, IndexText(rows[i].index));
-            form.ssRefIndChange(2, r);
+            for (size_t k = 0; k < rows[i].size() && k < 2; ++k) {
+                const int col = static_cast<int>(k) + 2;
+                if (rows[i][k].empty()) continue;
+                if (!TypeCell(form.ssRefInd, col, r, rows[i][k], *ctx.err)) return kExitRefused;
+                form.ssRefIndChange(col, r);
+            }
         }
     }
-    form.comIndexFitClick();
+    if (!Press(form.comIndexFit, [&] { form.comIndexFitClick(); }, form.pnlStatus.caption,
+               *ctx.err))
+        return kExitRefused;
     const bool ready = form.MeltRecord().IndexState.Ready != 0;
 
     nlohmann::ordered_json grid = nlohmann::ordered_json::array();
@@ -147,8 +178,12 @@ int RunMelt(CliContext& ctx, const MeltArgs& a) {
     BuildMeltName(result);
     bool saved = false;
     if (a.save && ready) {
-        form.comAddClick();
-        saved = form.Saved();
+        // What the window shows while its save button is off.
+        const std::string why = form.MeltRecord().Melt.MeltCode.Text().empty()
+                                    ? "the melt code box shows \"" +
+                                          std::string(frm7Melt::kCodePrompt) + "\""
+                                    : form.pnlStatus.caption.get();
+        if (Press(form.comAdd, [&] { form.comAddClick(); }, why, *ctx.err)) saved = form.Saved();
         if (saved) {
             for (const auto& rec : opened.list().CustomList()) {
                 if (SameMaterial(rec, result)) result = rec;

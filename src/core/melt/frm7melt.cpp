@@ -9,6 +9,8 @@
 #include "core/materialform/frm2_manage.h"
 #include "core/materialform/verification.h"
 #include "core/melt/glass_melt.h"
+#include "core/optics/derived_data.h"
+#include "core/optics/glass_code.h"
 #include "core/optics/index_from_polynomial.h"
 #include "core/platform/number_text.h"
 #include "core/platform/text.h"
@@ -142,6 +144,7 @@ void frm7Melt::OpenRecord(const MaterialRecord& rec, frm2Manage* owner, int mode
 
 void frm7Melt::FormLoad() {
     open_ = true;
+    changed_ = false;
     waveBands_ = LoadWaveBands(list_.dataFolder());
     ResetForm(true);
     FillWaveBandList();
@@ -155,7 +158,26 @@ void frm7Melt::ForceUnload() {
 }
 
 void frm7Melt::comOKClick() {
-    Unload();
+    if (QueryClose()) Unload();
+}
+
+bool frm7Melt::HasUnsavedChanges() const {
+    // Nothing can be saved before a parent is chosen, so there is nothing to lose either.
+    return open_ && mode_ != kModeReview && changed_ &&
+           !VbTrimCopy(melt_.Melt.MeltParentName.Text()).empty();
+}
+
+bool frm7Melt::QueryClose() {
+    if (!HasUnsavedChanges()) return true;
+    MaterialRecord named = melt_;
+    BuildMeltName(named);
+    const MsgAnswer answer =
+        dialogs_.MsgBox("Save changes to " + named.General.GlassName.Text() + "?",
+                        MsgButtons::YesNoCancel, MsgIcon::Question, caption_);
+    if (answer == MsgAnswer::No) return true;
+    if (answer != MsgAnswer::Yes) return false;
+    comAddClick();
+    return !HasUnsavedChanges();
 }
 
 void frm7Melt::Unload() {
@@ -228,6 +250,7 @@ void frm7Melt::SetParent(const MaterialRecord& picked) {
     melt_ = picked;
     parent_ = picked;
     melt_.IndexState.Ready = kFalse;
+    changed_ = true;
     pnlPolyType.caption = PolyTypeName(melt_.General.Polytype);
     UpdateMeltDisplay();
     ssRefInd.ClearAll();
@@ -274,6 +297,7 @@ void frm7Melt::ApplyMeltCode() {
     if (text == kCodePrompt) return;
     if (UpperAscii(text) != UpperAscii(melt_.Melt.MeltCode.Text())) {
         melt_.Melt.MeltCode.Set(text);
+        changed_ = true;
         UpdateMeltDisplay();
     }
 }
@@ -338,6 +362,7 @@ void frm7Melt::SetLetter(int row, float wave) {
 }
 
 void frm7Melt::AfterGridChange() {
+    changed_ = true;
     ShowFitColumn(false);
     comIndexFit.enabled = true;
     comShowDispConsts.enabled = false;
@@ -437,6 +462,7 @@ void frm7Melt::FitMelt() {
             comAdd.enabled = false;
             return;
         }
+        changed_ = true;
         const std::vector<double> diff = MeltDifferences(melt_, parent_);
         ResampleMeltIndices(melt_, parent_, diff, dialogs_);
 
@@ -451,7 +477,12 @@ void frm7Melt::FitMelt() {
         const int points = melt_.General.IndexPoints;
         fitRms_ = points > 0 ? std::sqrt(melt_.Measured.FitError / points) : 0.0;
 
-        if (melt_.IndexState.Ready != 0) NormaliseRecord(melt_);
+        if (melt_.IndexState.Ready != 0) {
+            // The melt's own nd, vd, partial dispersions and glass code, from its new
+            // polynomial: nothing derived is left as the parent had it.
+            UpdateDerivedData(melt_);
+            NormaliseRecord(melt_);
+        }
         ShowFitDifferences();
 
         if (melt_.IndexState.Ready == 0) {
@@ -537,6 +568,11 @@ std::vector<frm7Melt::DeltaPoint> frm7Melt::DeltaCurve(int nSamples) const {
     return curve;
 }
 
+std::vector<WaveRange> frm7Melt::ExtrapolatedRanges() const {
+    if (melt_.IndexState.Ready == 0) return {};
+    return ostrel::ExtrapolatedRanges(melt_, parent_);
+}
+
 // --- grid commands ---
 
 void frm7Melt::comClipPasteClick(const std::string& clipText) {
@@ -559,6 +595,7 @@ void frm7Melt::comClearClick() {
     m.MeltIndexWave.fill(0);
     for (auto& half : m.MeltTransPair) half.fill(0);
     melt_.IndexState.Ready = kFalse;
+    changed_ = true;
     UpdateMeltDisplay();
 }
 
@@ -646,6 +683,9 @@ void frm7Melt::comAddClick() {
                 MsgButtons::OK, MsgIcon::Exclamation);
             return;
         }
+        // What is saved carries the numbers of its own polynomial.
+        UpdateDerivedData(melt_);
+        UpdateGlassCode(melt_);
         NormaliseRecord(melt_);
         const std::string key = BuildMeltName(melt_);
         if (list_.ListContainsSupplied(melt_)) {
@@ -681,6 +721,7 @@ void frm7Melt::comAddClick() {
                          });
         if (!list_.CommitList(std::move(copy))) return;
         saved_ = true;
+        changed_ = false;
 
         if (mode_ == kModeNew) {
             melt_ = ClearedMaterialRecord();

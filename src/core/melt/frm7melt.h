@@ -16,6 +16,7 @@
 
 #include "core/material/glasses_list.h"
 #include "core/material/material_record.h"
+#include "core/melt/glass_melt.h"
 #include "core/melt/melt_wave_band.h"
 #include "core/platform/controls.h"
 #include "core/platform/dialogs.h"
@@ -33,6 +34,8 @@ class frm7Melt : public WorkingForm {
     static constexpr int kRows = 20;
     static constexpr int kCols = 6;
     static constexpr const char* kCodePrompt = "Enter melt code!";
+    // The longest melt code the record holds; the code box takes no more.
+    static constexpr int kCodeLength = 10;
 
     struct Hooks {
         // Shows the window; with modal true returns when it has closed.
@@ -63,6 +66,13 @@ class frm7Melt : public WorkingForm {
     // The tool strip's form 7: a new melt glass, not modal.
     void Display() override { DisplayNew(false); }
     void ForceUnload() override;
+    // Before the form closes at the user's wish: with unsaved changes asks "Save changes to
+    // NAME?"; Yes saves as comAdd does (and keeps the form open when that save is refused or
+    // declined), No closes without saving, Cancel keeps the form open. A review never asks.
+    bool QueryClose() override;
+    // True when the user changed the melt glass (its parent, code, pairs or fit) since it was
+    // opened or last saved.
+    bool HasUnsavedChanges() const;
     // Returns Saved: true when a melt glass was saved while the form was open.
     bool DisplayNew(bool modal);
     // A copy of rec with its parent looked up in the database; owner (the manage form, or
@@ -116,6 +126,9 @@ class frm7Melt : public WorkingForm {
     // The fitted melt minus the parent over the parent's waveband at nSamples evenly spaced
     // wavelengths; empty until a fit has succeeded.
     std::vector<DeltaPoint> DeltaCurve(int nSamples) const;
+    // The parts of that curve carried beyond the measured pairs, which the plot shades;
+    // empty until a fit has succeeded.
+    std::vector<WaveRange> ExtrapolatedRanges() const;
 
     // --- state ---
     const MaterialRecord& MeltRecord() const { return melt_; }
@@ -201,6 +214,7 @@ class frm7Melt : public WorkingForm {
     bool saveAllowed_ = true;
     bool waveBandFilling_ = false;
     bool open_ = false;
+    bool changed_ = false;
     std::vector<MeltWaveBand> waveBands_;
     std::string constantsText_;
     double fitRms_ = 0;

@@ -1,5 +1,6 @@
 #include "core/melt/glass_melt.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <filesystem>
@@ -183,6 +184,39 @@ std::string MeltConstantsReport(const MaterialRecord& melt, const MaterialRecord
     return text;
 }
 
+namespace {
+
+// The shortest and longest wavelength of the measured pairs; false with none.
+bool PairSpan(const MaterialRecord& melt, float& lo, float& hi) {
+    const auto& m = melt.Melt;
+    const int n = std::min<int>(m.MeltIndexPoints, kMaxMeltPoints);
+    if (n < 1) return false;
+    lo = hi = m.MeltIndexWave[0];
+    for (int i = 1; i < n; ++i) {
+        lo = std::min(lo, m.MeltIndexWave[static_cast<size_t>(i)]);
+        hi = std::max(hi, m.MeltIndexWave[static_cast<size_t>(i)]);
+    }
+    return true;
+}
+
+}  // namespace
+
+std::vector<WaveRange> ExtrapolatedRanges(const MaterialRecord& melt,
+                                          const MaterialRecord& parent) {
+    std::vector<WaveRange> ranges;
+    const double bandLo = parent.General.IndexWvMin, bandHi = parent.General.IndexWvMax;
+    float lo = 0, hi = 0;
+    if (!(bandHi > bandLo) || !PairSpan(melt, lo, hi)) return ranges;
+    if (lo > bandLo) ranges.push_back({bandLo, std::min<double>(lo, bandHi)});
+    if (hi < bandHi) ranges.push_back({std::max<double>(hi, bandLo), bandHi});
+    return ranges;
+}
+
+bool OutsideMeltPairs(const MaterialRecord& melt, float waveNm) {
+    float lo = 0, hi = 0;
+    return PairSpan(melt, lo, hi) && (waveNm < lo || waveNm > hi);
+}
+
 std::string MeltComparisonReport(const MaterialRecord& melt, const MaterialRecord& parent) {
     const auto& pg = parent.General;
     const float step = static_cast<float>((pg.IndexWvMax - pg.IndexWvMin) / 20.0);
@@ -190,6 +224,7 @@ std::string MeltComparisonReport(const MaterialRecord& melt, const MaterialRecor
     std::string text = "Index comparison over waveband [parent & melt glasses]\n\n";
     text += "Wave\t\tParent\tMelt\t\tDifference\n";
     const float wvMax = static_cast<float>(pg.IndexWvMax);
+    bool marked = false;
     for (float w = static_cast<float>(pg.IndexWvMin); w <= wvMax; w = w + step) {
         int16_t okParent = 0, okMelt = 0;
         const double np = IndexFromPolynomial(pg.PolyCoef, w, pg.Polytype, okParent);
@@ -201,7 +236,16 @@ std::string MeltComparisonReport(const MaterialRecord& melt, const MaterialRecor
         } else {
             text += "           index < 1 !!";
         }
+        if (OutsideMeltPairs(melt, w)) {
+            text += kExtrapolatedMark;
+            marked = true;
+        }
         text += "\n";
+    }
+    float lo = 0, hi = 0;
+    if (marked && PairSpan(melt, lo, hi)) {
+        text += "\n(extrapolated): outside the measured wavelengths, " + FormatNumber(lo, "0.0") +
+                " to " + FormatNumber(hi, "0.0") + " nm";
     }
     return text;
 }

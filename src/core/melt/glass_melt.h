@@ -43,7 +43,28 @@ std::string BuildMeltName(MaterialRecord& melt);
 std::string MeltCaption(const std::string& source, const std::string& name,
                         const std::string& code);
 
-// The constants report (message box text) and the comparison report.
+// A span of wavelengths in nanometres, from the shorter to the longer.
+struct WaveRange {
+    double from = 0;
+    double to = 0;
+    bool operator==(const WaveRange&) const = default;
+};
+
+// The parts of the parent's waveband that the melt's measured pairs do not span: from the
+// band's short end to the shortest pair and from the longest pair to the band's long end.
+// There the melt's indices are the quadratic carried beyond its data. Empty without pairs or
+// without a waveband.
+std::vector<WaveRange> ExtrapolatedRanges(const MaterialRecord& melt, const MaterialRecord& parent);
+
+// True when the wavelength lies outside the span of the melt's measured pairs (false with no
+// pairs).
+bool OutsideMeltPairs(const MaterialRecord& melt, float waveNm);
+
+inline constexpr const char* kExtrapolatedMark = "\t(extrapolated)";
+
+// The constants report (message box text) and the comparison report. A row of the comparison
+// report that lies outside the measured pairs ends in the mark above, and a closing line then
+// says which wavelengths were measured.
 std::string MeltConstantsReport(const MaterialRecord& melt, const MaterialRecord& parent);
 std::string MeltComparisonReport(const MaterialRecord& melt, const MaterialRecord& parent);
 

@@ -1,6 +1,7 @@
 #include "core/melt/pop_melt_parent.h"
 
 #include "core/external/kelmora_database.h"
+#include "core/platform/number_text.h"
 #include "core/platform/text.h"
 
 namespace ostrel {
@@ -111,14 +112,21 @@ void popMeltParent::lstMakersClick() {
 }
 
 void popMeltParent::FillGlasses() {
+    // The grid shows its cells as written: index and V-value are written with their
+    // columns' decimals.
+    auto shown = [](const DbValue& v, const char* pattern) {
+        const std::string text = DbText(v);
+        return IsValidNumber(text) ? FormatNumber(Val(text), pattern) : text;
+    };
     // A maker without rows gives an empty grid.
     std::string clip;
     int count = 0;
     for (const auto& row : rows_) {
         if (count > 0) clip += "\n";
         clip += DbText(row.Field("GlassID")) + "\t  " + DbText(row.Field("GlassName")) + "\t" +
-                DbText(row.Field("GlassCode")) + "\t" + DbText(row.Field("nd")) + "\t" +
-                DbText(row.Field("vd")) + "\t" + StatusText(DbText(row.Field("Status")));
+                DbText(row.Field("GlassCode")) + "\t" + shown(row.Field("nd"), "0.00000") +
+                "\t" + shown(row.Field("vd"), "0.00") + "\t" +
+                StatusText(DbText(row.Field("Status")));
         ++count;
     }
     Grid& g = ssGlasses;

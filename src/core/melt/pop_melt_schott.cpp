@@ -8,6 +8,13 @@ namespace ostrel {
 
 namespace {
 
+// Sheet figures lie above 0 and below this.
+constexpr float kFigureLimit = 2.5f;
+
+bool TakesFigure(float value) {
+    return value > 0.0f && value < kFigureLimit;
+}
+
 constexpr float kC = 656.273f, kC1 = 643.847f, kD = 587.562f, kE = 546.074f, kF = 486.133f,
                 kF1 = 479.991f, kG = 435.834f;
 
@@ -78,12 +85,20 @@ void popMeltSchott::ShowValue(int field) {
         v == 0 ? std::string() : FormatNumber(v, "0.000000");
 }
 
+std::string popMeltSchott::EntryRefusal(int field, const std::string& text) {
+    if (field < 1 || field > kFields) return "there is no field " + std::to_string(field);
+    const std::string label = FieldLabels()[static_cast<size_t>(field)];
+    if (!IsValidNumber(text)) return label + ": \"" + text + "\" is no number";
+    if (TakesFigure(static_cast<float>(Val(text)))) return {};
+    return label + ": " + text + " is refused: a figure of the sheet lies above 0 and below 2.5";
+}
+
 void popMeltSchott::txtIndexValidate(int field) {
     if (field < 1 || field > kFields) return;
     const std::string text = txtIndex[static_cast<size_t>(field)].text;
     if (!IsValidNumber(text)) return;  // the text stays as typed
     const float value = static_cast<float>(Val(text));
-    if (value > 0.0f && value < 2.5f) {
+    if (TakesFigure(value)) {
         rec_.Melt.MeltTransThird[static_cast<size_t>(field)] = value;
         CheckEnable();
     }

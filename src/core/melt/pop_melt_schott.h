@@ -36,6 +36,10 @@ class popMeltSchott {
     // The steps before the form is shown.
     void Load(const MaterialRecord& record);
 
+    // Why a figure typed into txtIndex[field] is not stored, as "nd: 2.5 is refused: ...";
+    // empty when it is. A figure is stored when it is a number above 0 and below 2.5.
+    static std::string EntryRefusal(int field, const std::string& text);
+
     // --- events ---
     // Enter pressed in, or focus leaving, txtIndex[field] (1 to 9).
     void txtIndexValidate(int field);

@@ -1,5 +1,6 @@
 #include "gui/melt/frm7_melt_plot.h"
 
+#include <QAreaSeries>
 #include <QChart>
 #include <QChartView>
 #include <QLegend>
@@ -55,6 +56,11 @@ MeltDeltaPlot::MeltDeltaPlot(QWidget* parent) : QWidget(parent) {
     y_ = MakeAxis(chart, Qt::AlignLeft, tr("Δn [10⁻⁶]"), "%.0f");
     zero_ = new QLineSeries(chart);
     zero_->setPen(QPen(Qt::gray, 1, Qt::DashLine));
+    // One area for all shaded parts: its upper edge drops to the lower one between them.
+    beyond_ = new QAreaSeries(new QLineSeries(chart), new QLineSeries(chart));
+    beyond_->setName(tr("Beyond the measured pairs"));
+    beyond_->setPen(Qt::NoPen);
+    beyond_->setBrush(QColor(150, 150, 150, 60));
     curve_ = new QLineSeries(chart);
     curve_->setName(tr("Fitted"));
     curve_->setPen(QPen(QColor(0, 90, 170), 2));
@@ -62,6 +68,7 @@ MeltDeltaPlot::MeltDeltaPlot(QWidget* parent) : QWidget(parent) {
     measured_->setName(tr("Measured"));
     measured_->setMarkerSize(8);
     measured_->setColor(QColor(200, 60, 30));
+    Attach(chart, beyond_, x_, y_);
     Attach(chart, zero_, x_, y_);
     Attach(chart, curve_, x_, y_);
     Attach(chart, measured_, x_, y_);
@@ -77,7 +84,8 @@ MeltDeltaPlot::MeltDeltaPlot(QWidget* parent) : QWidget(parent) {
 }
 
 void MeltDeltaPlot::Show(const std::vector<frm7Melt::DeltaPoint>& points,
-                         const std::vector<frm7Melt::DeltaPoint>& curve) {
+                         const std::vector<frm7Melt::DeltaPoint>& curve,
+                         const std::vector<WaveRange>& extrapolated) {
     QList<QPointF> line, meas;
     double x0 = 1e300, x1 = -1e300, y0 = 0, y1 = 0;
     auto take = [&](const frm7Melt::DeltaPoint& p, QList<QPointF>& into) {
@@ -94,6 +102,18 @@ void MeltDeltaPlot::Show(const std::vector<frm7Melt::DeltaPoint>& points,
     zero_->replace(QList<QPointF>{{x0, 0.0}, {x1, 0.0}});
     SetWaveRange(x_, x0, x1);
     SetRange(y_, y0, y1, 10);
+
+    // The shaded parts fill the plot's height.
+    const double top = y_->max(), bottom = y_->min();
+    QList<QPointF> upper, lower;
+    for (const auto& r : extrapolated) {
+        upper.append({{r.from, bottom}, {r.from, top}, {r.to, top}, {r.to, bottom}});
+        lower.append({{r.from, bottom}, {r.to, bottom}});
+    }
+    beyond_->upperSeries()->replace(upper);
+    beyond_->lowerSeries()->replace(lower);
+    beyond_->setVisible(!extrapolated.empty());
+    shaded_ = extrapolated;
 }
 
 int MeltDeltaPlot::MeasuredPointCount() const {

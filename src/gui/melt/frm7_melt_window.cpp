@@ -57,6 +57,7 @@ frm7MeltWindow::frm7MeltWindow(frm7Melt& unit, CSApplication* app, QMdiArea* are
     QLabel* gen = MakeLabel(this, "lblGen", unit_.lblGen);
     code_ = new QLineEdit(this);
     code_->setObjectName("txtMeltCode");
+    code_->setMaxLength(frm7Melt::kCodeLength);
     code_->setMaximumWidth(code_->fontMetrics().horizontalAdvance(QString(18, 'M')));
     Bind(code_, unit_.txtMeltCode);
     gen->setBuddy(code_);
@@ -243,7 +244,10 @@ void frm7MeltWindow::CloseForm() {
 }
 
 void frm7MeltWindow::RefreshPlot() {
-    if (plot_) plot_->Show(unit_.DeltaPoints(), unit_.DeltaCurve(kCurveSamples));
+    if (plot_) {
+        plot_->Show(unit_.DeltaPoints(), unit_.DeltaCurve(kCurveSamples),
+                    unit_.ExtrapolatedRanges());
+    }
 }
 
 QPushButton* frm7MeltWindow::button(const char* name) const {

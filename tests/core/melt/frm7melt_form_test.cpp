@@ -211,6 +211,64 @@ TEST_F(MeltFixture, EditAndReviewOpenTheSavedMelt) {
     EXPECT_FALSE(form->IsOpen());
 }
 
+// Closing by the form's own button with unsaved work asks first.
+struct CloseCase {
+    const char* name;
+    std::vector<MsgAnswer> answers;  // to the question, then to anything the save asks
+    bool fitted;                     // false: the pairs are typed but never fitted
+    bool asked;
+    bool closed;
+    int savedCount;
+};
+
+class MeltCloseTest : public MeltFixture, public ::testing::WithParamInterface<CloseCase> {};
+
+TEST_P(MeltCloseTest, UnsavedWorkIsOfferedForSaving) {
+    const CloseCase& c = GetParam();
+    Start("Schott", "N-BK7", "m1");
+    TypeOffsetPairs(kMainLines, 0.0003);
+    if (c.fitted) form->comIndexFitClick();
+    dialogs.boxes.clear();
+    dialogs.answers.assign(c.answers.begin(), c.answers.end());
+    form->comOKClick();
+    ASSERT_EQ(!dialogs.boxes.empty(), c.asked);
+    if (c.asked) {
+        EXPECT_EQ(dialogs.boxes[0].text, "Save changes to N-BK7 *m1?");
+        EXPECT_EQ(dialogs.boxes[0].buttons, MsgButtons::YesNoCancel);
+    }
+    EXPECT_EQ(form->IsOpen(), !c.closed);
+    EXPECT_EQ(list->CustomCount(), c.savedCount);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Answers, MeltCloseTest,
+    ::testing::Values(CloseCase{"Yes", {MsgAnswer::Yes}, true, true, true, 1},
+                      CloseCase{"No", {MsgAnswer::No}, true, true, true, 0},
+                      CloseCase{"Cancel", {MsgAnswer::Cancel}, true, true, false, 0},
+                      // The save's own check refuses an unfitted melt: the form stays.
+                      CloseCase{"YesButIncomplete", {MsgAnswer::Yes}, false, true, false, 0}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(MeltFixture, NothingToLoseClosesWithoutAsking) {
+    // Just opened, a saved melt opened for edit, and a review whatever happens in it.
+    FitNewMelt(0.0003);
+    form->comAddClick();
+    const MaterialRecord saved = list->CustomList()[0];
+    const std::vector<std::function<void()>> opens{
+        [&] { form->DisplayNew(false); }, [&] { form->DisplayEdit(saved); },
+        [&] {
+            form->DisplayReview(saved);
+            form->comIndexFitClick();
+        }};
+    for (const auto& open : opens) {
+        open();
+        dialogs.boxes.clear();
+        form->comOKClick();
+        EXPECT_TRUE(dialogs.boxes.empty());
+        EXPECT_FALSE(form->IsOpen());
+    }
+}
+
 TEST_F(MeltFixture, EditOfAParentNoLongerInTheDatabase) {
     MaterialRecord rec = ClearedMaterialRecord();
     rec.Melt.MeltParentName.Set("Gone");
