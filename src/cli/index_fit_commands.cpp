@@ -10,6 +10,7 @@
 
 #include "cli/cli_context.h"
 #include "cli/cli_list.h"
+#include "cli/grid_entry.h"
 #include "core/material/material_record.h"
 #include "core/materialform/frm3new.h"
 #include "core/materialform/index_fit_steps.h"
@@ -145,14 +146,33 @@ void RegisterIndexFitCommands(CLI::App& app, CliContext& ctx) {
             start.General.Polytype = static_cast<int16_t>(args->polytype);
             form.DisplayEdit(start);
             form.tabPropertiesChange(frm3New::kTabIndex);
-            const auto rows = IndexRowsFromText(text.str(), args->weights);
-            for (size_t i = 0; i < rows.size() && i < size_t(frm3New::kIndexRows); ++i) {
-                const int r = static_cast<int>(i) + 1;
-                form.ssRefInd.SetValue(1, r, rows[i].wave);
-                form.ssRefInd.SetValue(2, r, rows[i].index);
-                form.ssRefInd.SetValue(3, r, rows[i].weight);
+            // The rows go in as the form's paste puts them: every cell must be one the grid
+            // takes, and rows without a weight are completed as typed rows are.
+            const auto rows = CellRowsFromText(text.str());
+            if (rows.size() > size_t(frm3New::kIndexRows)) {
+                *ctx.err << "fit: the grid has " << frm3New::kIndexRows << " rows, "
+                         << rows.size() << " given\n";
+                return kExitRefused;
             }
-            form.comIndexFitClick();
+            const size_t cols = args->weights ? 3 : 2;
+            std::string clip;
+            for (size_t i = 0; i < rows.size(); ++i) {
+                for (size_t k = 0; k < cols; ++k) {
+                    const std::string cell = k < rows[i].size() ? rows[i][k] : std::string();
+                    const std::string refusal = CellRefusal(
+                        form.ssRefInd, static_cast<int>(k) + 1, static_cast<int>(i) + 1, cell);
+                    if (!refusal.empty()) {
+                        *ctx.err << refusal << '\n';
+                        return kExitRefused;
+                    }
+                    clip += (k > 0 ? "\t" : "") + cell;
+                }
+                clip += '\n';
+            }
+            form.ssRefInd.SetActiveCell(1, 1);
+            if (!Press(form.comClipPaste, [&] { form.comClipPasteClick(clip); }, "", *ctx.err) ||
+                !Press(form.comIndexFit, [&] { form.comIndexFitClick(); }, "", *ctx.err))
+                return kExitRefused;
             const MaterialRecord& rec = form.Record();
             const std::string& constantsText = form.ConstantsText();
             IndexFitOutcome out;
@@ -162,6 +182,10 @@ void RegisterIndexFitCommands(CLI::App& app, CliContext& ctx) {
                 *ctx.out << FitToJson(rec, out, constantsText).dump(2) << '\n';
             } else if (out.ready) {
                 *ctx.out << constantsText << '\n' << out.errorLabel << '\n';
+            }
+            // A fit that does not represent its data and was not kept (--answer no).
+            if (!out.ready && form.lblError.bold) {
+                *ctx.err << "fit: not kept: " << out.errorLabel << '\n';
             }
             return out.ready ? kExitOk : kExitRefused;
         };

@@ -136,7 +136,8 @@ void frm3New::Show(const MaterialRecord& rec, int16_t mode, frm2Manage* owner) {
         constantsText_.clear();
         startKey_ = mode == kModeNew ? std::string() : DisplayName(rec_);
         lblGenNew.visible = mode == kModeNew;
-        lblError.caption = "";
+        SetErrorLabel("", false);
+        modified_ = false;
 
         // Everything editable again (a review before may have locked it).
         for (Control* c : std::initializer_list<Control*>{
@@ -201,8 +202,9 @@ void frm3New::FillControls(bool silentWidth) {
 }
 
 void frm3New::LockForReview() {
+    // Nothing of a review can be saved: Accept changes is off with the rest.
     for (Control* c : std::initializer_list<Control*>{
-             &comClear, &comWaveSelRefInd, &comClipPaste, &comIndexFit, &comIndexSort,
+             &comAdd, &comClear, &comWaveSelRefInd, &comClipPaste, &comIndexFit, &comIndexSort,
              &comTransSort, &comMelt, &lstThermal, &txtGenGlass, &txtGenSource, &cmbIndexDataType,
              &cmbIndexPolyType, &cmbTransType, &cmbTransDisp, &txtTransGlassWidth}) {
         c->enabled = false;
@@ -219,7 +221,19 @@ void frm3New::ForceUnload() {
 }
 
 void frm3New::comOKClick() {
+    if (!QueryClose()) return;
     Close();
+}
+
+bool frm3New::QueryClose() {
+    if (!open_ || mode_ == kModeReview || !modified_) return true;
+    const std::string name = Trimmed(rec_.General.GlassName);
+    const MsgAnswer a = dialogs_.MsgBox(
+        "Save changes to " + (name.empty() ? std::string("the new material") : name) + "?",
+        MsgButtons::YesNoCancel, MsgIcon::Question);
+    if (a == MsgAnswer::No) return true;
+    if (a != MsgAnswer::Yes) return false;
+    return Save();
 }
 
 void frm3New::Close() {
@@ -302,6 +316,7 @@ void frm3New::NameOrSourceChange(bool isName) {
         }
         ++rec_.GeneralState.Changes;
     }
+    if (typed != Trimmed(field)) MarkModified();
     field.Set(typed);
     RefreshPanels();
     UpdateTitle();
@@ -361,6 +376,7 @@ void frm3New::comClipPasteClick(const std::string& clipText) {
                 }
             }
             if (rows > 0) {
+                MarkModified();
                 if (rec_.General.IndexDataType == 0) HideFitColumns(true);
                 comIndexFit.enabled = true;
                 comIndexShow.enabled = false;
@@ -400,6 +416,7 @@ void frm3New::comClearClick() {
         default:
             return;
     }
+    MarkModified();
     RefreshPanels();
 }
 
@@ -450,11 +467,15 @@ void frm3New::comWaveSelRefIndClick() {
 // Saving
 
 void frm3New::comAddClick() {
-    if (mode_ == kModeReview) return;
+    Save();
+}
+
+bool frm3New::Save() {
+    if (mode_ == kModeReview) return false;
     try {
         if (!AllSectionsReady(rec_)) {
             dialogs_.MsgBox(kIncompleteMsg, MsgButtons::OK, MsgIcon::Exclamation);
-            return;
+            return false;
         }
         NormaliseRecord(rec_);
         const std::string shown = DisplayName(rec_);
@@ -464,7 +485,7 @@ void frm3New::comAddClick() {
                                 "really want to use this data, then change the 'name' "
                                 "and /or 'source'.",
                             MsgButtons::OK, MsgIcon::Exclamation);
-            return;
+            return false;
         }
         const bool nameChanged = mode_ == kModeNew || shown != startKey_;
         if (nameChanged && list_.ListContains(rec_)) {
@@ -473,9 +494,9 @@ void frm3New::comAddClick() {
                                     " is already in your collection.\nDo you want to overwrite the "
                                     "existing data?",
                                 MsgButtons::YesNo, MsgIcon::Question);
-            if (a != MsgAnswer::Yes) return;
+            if (a != MsgAnswer::Yes) return false;
         }
-        if (!list_.AddAndSave(rec_, true)) return;
+        if (!list_.AddAndSave(rec_, true)) return false;
         if (mode_ == kModeNew) {
             DisplayNew();
         } else {
@@ -483,8 +504,11 @@ void frm3New::comAddClick() {
             if (owner_) owner_->UpdatesGlasssAftEdit();
         }
         rec_.GeneralState.Changes = 0;
+        modified_ = false;
+        return true;
     } catch (const std::exception& e) {
         list_.errors().ErrorDisplay("The material could not be saved.", e.what(), 0);
+        return false;
     }
 }
 

@@ -56,6 +56,10 @@ class frm3New : public WorkingForm {
     // The tool strip's form 3: a new material.
     void Display() override { DisplayNew(); }
     void ForceUnload() override;
+    // Before the form closes at the user's wish: with unsaved changes asks "Save changes to
+    // NAME?". Yes saves as comAdd does, with its checks, and closes only when that saved;
+    // No drops the changes; Cancel keeps the form open. A review never asks.
+    bool QueryClose() override;
     void DisplayNew();
     // A copy of rec; owner (the manage form, or none) is refreshed after a save.
     void DisplayEdit(const MaterialRecord& rec, frm2Manage* owner = nullptr);
@@ -127,6 +131,8 @@ class frm3New : public WorkingForm {
     const std::string& ConstantsText() const { return constantsText_; }
     const std::string& StartKey() const { return startKey_; }
     bool IsOpen() const { return open_; }
+    // The user changed something since the material was shown or last saved.
+    bool Modified() const { return modified_; }
     // The fresh record of a new material.
     static MaterialRecord FreshRecord();
     // Row labels, notes and formats of the Other table (1..24).
@@ -139,6 +145,9 @@ class frm3New : public WorkingForm {
 
     static constexpr const char* kIncompleteMsg =
         "Data for new material is incomplete.  Please add required information!";
+    // The tool tip of lblError while it shows a fit that does not represent its data.
+    static constexpr const char* kPoorFitTip =
+        "The average error is above 0.0001: the polynomial does not represent the data.";
 
     // --- controls ---
     Control form;
@@ -191,6 +200,9 @@ class frm3New : public WorkingForm {
     void SetSectionReady(SectionState& s, bool ready);
     void LockForReview();
     void Close();
+    // comAdd's save with all its checks; true when the material went into the list.
+    bool Save();
+    void MarkModified() { modified_ = true; }
     bool GeneralCheck(const std::string& name, const std::string& source);
     void NameOrSourceChange(bool isName);
 
@@ -200,6 +212,8 @@ class frm3New : public WorkingForm {
     std::vector<IndexRow> GridIndexRows() const;
     bool ReadIndexGrid();
     void HideFitColumns(bool hidden);
+    // lblError, in bold with a tool tip when it warns of a fit that does not fit.
+    void SetErrorLabel(const std::string& text, bool warning);
     void SetMinPointsLabel();
     void CheckCoefficients();
     void ClearIndex();
@@ -232,6 +246,7 @@ class frm3New : public WorkingForm {
     std::string constantsText_;
     bool loading_ = false;
     bool open_ = false;
+    bool modified_ = false;
 };
 
 // The name shown in the form's messages: trimmed name, " - ", trimmed source.

@@ -163,9 +163,12 @@ void frm3New::FillIndexGrid() {
         for (int i = 0; i < points; ++i) {
             const double w = m.IndexWave[static_cast<size_t>(i)];
             const double n = m.IndexValue[static_cast<size_t>(i)];
-            if (w != 0) g.SetValue(1, i + 1, w);
+            // The cells hold what the fit reads back: the wave and the weight at the
+            // 32-bit width they are read at, the index in full.
+            if (w != 0) g.SetText(1, i + 1, PlainNumberText(static_cast<float>(w)));
             if (n != 0) g.SetValue(2, i + 1, n);
-            if (w != 0 || n != 0) g.SetValue(3, i + 1, m.IndexWeight[static_cast<size_t>(i)]);
+            if (w != 0 || n != 0)
+                g.SetText(3, i + 1, PlainNumberText(m.IndexWeight[static_cast<size_t>(i)]));
             // After a fit the calculated column and the errors stay on show.
             if (!g.Column(4).hidden) {
                 g.SetText(4, i + 1, FormatNumber(m.IndexCalc[static_cast<size_t>(i)], "0.0000000"));
@@ -175,6 +178,12 @@ void frm3New::FillIndexGrid() {
         }
     }
     g.SetRedraw(true);
+}
+
+void frm3New::SetErrorLabel(const std::string& text, bool warning) {
+    lblError.caption = text;
+    lblError.bold = warning;
+    lblError.toolTip = warning ? std::string(kPoorFitTip) : std::string();
 }
 
 void frm3New::HideFitColumns(bool hidden) {
@@ -219,6 +228,7 @@ void frm3New::cmbIndexDataTypeClick() {
     // Only a change counts: choosing the shown item again would refill the grid from the
     // record and drop rows typed since the last reading of the grid.
     if (index < 0 || index == rec_.General.IndexDataType) return;
+    MarkModified();
     rec_.General.IndexDataType = static_cast<int16_t>(index);
     BuildIndexColumns();
     FillIndexGrid();
@@ -242,25 +252,30 @@ void frm3New::cmbIndexPolyTypeClick() {
     // Only a change counts: the shown polynomial chosen again would zero typed coefficients
     // or refill the grid over typed rows.
     if (index < 0 || cmbIndexPolyType.ItemData(index) == rec_.General.Polytype) return;
+    MarkModified();
+    // The coefficients held belong to the form left, so Index is not ready in either mode
+    // until the new form is fitted or checked: a record never leaves the form with the
+    // coefficients of one form under the type code of another.
     if (rec_.General.IndexDataType == 1) {
         rec_.General.PolyCoef.fill(0.0);
-        SetSectionReady(rec_.IndexState, false);
-        RefreshPanels();
     } else {
         HideFitColumns(true);
         comIndexShow.enabled = false;
     }
+    SetSectionReady(rec_.IndexState, false);
     comIndexFit.enabled = true;
     rec_.General.Polytype = static_cast<int16_t>(cmbIndexPolyType.ItemData(index));
     constantsText_.clear();
-    lblError.caption = "";
+    SetErrorLabel("", false);
     SetMinPointsLabel();
     FillIndexGrid();
+    RefreshPanels();
 }
 
 void frm3New::ssRefIndChange(int col, int row) {
     (void)col;
     if (mode_ == kModeReview) return;
+    MarkModified();
     if (rec_.General.IndexDataType == 0) {
         if (row >= 1 && row <= ssRefInd.MaxRows()) {
             IndexRow r;
@@ -279,11 +294,12 @@ void frm3New::ssRefIndChange(int col, int row) {
 
 void frm3New::comIndexSortClick() {
     if (mode_ == kModeReview || rec_.General.IndexDataType != 0) return;
-    ReadIndexGrid();
+    if (ReadIndexGrid()) MarkModified();
 }
 
 void frm3New::comIndexFitClick() {
     if (mode_ == kModeReview) return;
+    MarkModified();
     try {
         if (rec_.General.IndexDataType == 1) {
             CheckCoefficients();
@@ -294,7 +310,7 @@ void frm3New::comIndexFitClick() {
         ReadIndexGrid();
         constantsText_.clear();
         const IndexFitOutcome out = IndexFitSteps(rows, rec_, constantsText_, dialogs_);
-        lblError.caption = out.errorLabel;
+        SetErrorLabel(out.errorLabel, out.poor);
         if (out.fitted) {
             for (size_t i = 0; i < out.calcTexts.size(); ++i) {
                 ssRefInd.SetText(4, static_cast<int>(i) + 1, out.calcTexts[i]);
@@ -402,7 +418,7 @@ void frm3New::ClearIndex() {
     ssRefInd.ClearAll();
     BuildIndexColumns();
     FillIndexGrid();
-    lblError.caption = "";
+    SetErrorLabel("", false);
     comIndexFit.enabled = true;
     comIndexShow.enabled = false;
 }

@@ -141,6 +141,7 @@ void frm3New::lstThermalClick() {
     if (loading_ || mode_ == kModeReview) return;
     const int index = lstThermal.listIndex();
     if (index < 0 || index > 2) return;
+    if (index != rec_.Thermal.dndttype) MarkModified();
     rec_.Thermal.dndttype = static_cast<int16_t>(index);
     ++rec_.ThermalState.Changes;
     ShowThermal();
@@ -162,6 +163,7 @@ void frm3New::txtThermValidate(int box) {
         float& field = *fields[box];
         if (t.dndttype != 0 && v != field) {
             field = v;
+            MarkModified();
             ++rec_.ThermalState.Changes;
         }
     }
@@ -212,6 +214,7 @@ void frm3New::FillOtherGrid() {
 
 void frm3New::ssOtherChange(int col, int row) {
     if (mode_ == kModeReview || col != 2 || row < 1 || row > kOtherRows) return;
+    MarkModified();
     try {
         const std::string typed = ssOther.Text(2, row);
         if (row == kDensityRow) {

@@ -60,13 +60,25 @@ void frm3New::ShowTransRow(int row) {
         return;
     }
     const bool percent = transDisplay_ == 0;
-    auto trans = [&](float v) {
+    // A cell worked out through the index (total from internal, or internal and absorption
+    // from total) that could not be worked out, because the index is not ready or the
+    // wavelength lies outside its band, holds 0 and shows "----": no number, not opaque.
+    double n = 0;
+    const bool index = m.TransWave[k] > 0.0f && IndexAt(m.TransWave[k], n);
+    const int type = m.TransType;
+    auto missing = [&](int col, float v) {
+        const bool viaIndex = col == 2 ? type == 1 || type == 2 : type == 0;
+        return v == 0.0f && viaIndex && !index;
+    };
+    auto trans = [&](int col, float v) {
+        if (missing(col, v)) return std::string("----");
         return percent ? FormatNumber(v, "0.00;\\----") : FormatNumber(v / 100.0, "0.0000;\\----");
     };
     g.SetText(1, row, m.TransWave[k] == 0.0f ? std::string() : PlainNumberText(m.TransWave[k]));
-    g.SetText(2, row, trans(m.TransTotal[k]));
-    g.SetText(3, row, trans(m.TransInternal[k]));
-    g.SetText(4, row, FormatNumber(m.TransAbsorb[k], "0.00000;\\----"));
+    g.SetText(2, row, trans(2, m.TransTotal[k]));
+    g.SetText(3, row, trans(3, m.TransInternal[k]));
+    g.SetText(4, row, missing(4, m.TransAbsorb[k]) ? std::string("----")
+                                                   : FormatNumber(m.TransAbsorb[k], "0.00000;\\----"));
 }
 
 void frm3New::TransDisplayRefresh(bool silent) {
@@ -130,6 +142,7 @@ void frm3New::cmbTransTypeClick() {
     if (loading_ || mode_ == kModeReview) return;
     const int index = cmbTransType.listIndex();
     if (index < 0 || index > 3 || index == rec_.Measured.TransType) return;  // no change
+    MarkModified();
     rec_.Measured.TransType = static_cast<int16_t>(index);
     BuildTransColumns();
     TransDisplayRefresh(false);
@@ -157,6 +170,7 @@ void frm3New::txtTransGlassWidthValidate() {
     }
     const auto width = static_cast<float>(Val(text));
     if (width > 0.0f && width != m.TransWidth) {
+        MarkModified();
         m.TransWidth = width;
         for (int r = 1; r <= kTransRows; ++r) {
             if (m.TransWave[static_cast<size_t>(r - 1)] != 0.0f) RecalcTransRow(r);
@@ -223,6 +237,7 @@ void frm3New::ssTransChange(int col, int row) {
     }
     if (m.TransPoints < row) m.TransPoints = static_cast<int16_t>(row);
     ShowTransRow(row);
+    MarkModified();
     ++rec_.TransState.Changes;
     SetSectionReady(rec_.TransState, false);
     RefreshPanels();
@@ -231,6 +246,7 @@ void frm3New::ssTransChange(int col, int row) {
 void frm3New::PasteTrans(int firstRow, int rows) {
     auto& m = rec_.Measured;
     const int type = m.TransType;
+    if (rows > 0) MarkModified();
     for (int r = firstRow; r < firstRow + rows && r <= kTransRows; ++r) {
         if (r < 1) continue;
         const auto k = static_cast<size_t>(r - 1);
@@ -255,6 +271,7 @@ void frm3New::PasteTrans(int firstRow, int rows) {
 
 void frm3New::comTransSortClick() {
     if (mode_ == kModeReview || rec_.Measured.TransType == 3) return;
+    MarkModified();
     try {
         auto& m = rec_.Measured;
         struct Point {
@@ -286,8 +303,9 @@ void frm3New::comTransSortClick() {
         m.TransPoints = static_cast<int16_t>(kept.size());
         auto& g = rec_.General;
         for (size_t i = 0; i < size_t(kTransTableSize); ++i) {
-            g.TransShortWave[i] = i < kept.size() ? kept[i].wave : 0.0f;
-            g.TransShortValue[i] = i < kept.size() ? kept[i].absorb : kNoTransData;
+            const size_t row = ShortTableRow(i, kept.size());
+            g.TransShortWave[i] = i < kept.size() ? kept[row].wave : 0.0f;
+            g.TransShortValue[i] = i < kept.size() ? kept[row].absorb : kNoTransData;
         }
         // The display shows exactly the points kept.
         ssTrans.SetRedraw(false);

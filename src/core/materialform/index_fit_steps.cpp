@@ -99,6 +99,7 @@ IndexFitOutcome IndexFitSteps(const std::vector<IndexRow>& rows, MaterialRecord&
     out.fitted = true;
     const auto count = static_cast<int16_t>(points);
     auto& coef = rec.General.PolyCoef;
+    const PolyCoefBlock before = coef;
     int16_t coefficientCount = 0;
     int16_t result = 0;
     switch (type) {
@@ -127,6 +128,19 @@ IndexFitOutcome IndexFitSteps(const std::vector<IndexRow>& rows, MaterialRecord&
     out.ready = result != 0;
     if (out.ready) {
         out.errorLabel = AverageErrorLabel(type, rec.Measured.FitError, points);
+        const double average = std::sqrt(rec.Measured.FitError / points);
+        out.poor = !(average <= kPoorFitError);
+        if (out.poor &&
+            dialogs.MsgBox("The fit does not represent the data: average error " +
+                               FormatNumber(average, "0.0000000") + ". Keep this fit?",
+                           MsgButtons::YesNo, MsgIcon::Question) != MsgAnswer::Yes) {
+            out.ready = false;
+            out.declined = true;
+            coef = before;
+            constantsText.clear();
+        }
+    }
+    if (out.ready) {
         ++rec.IndexState.Changes;
         rec.IndexState.Ready = kTrue;
     } else {

@@ -39,14 +39,22 @@ int ReadIndexRows(const std::vector<IndexRow>& rows, MaterialRecord& rec);
 // What the form shows after the fit button.
 struct IndexFitOutcome {
     bool fitted = false;                  // a fit was run (enough points)
-    bool ready = false;                   // the fit succeeded: Index is ready
+    bool ready = false;                   // the fit succeeded and was kept: Index is ready
+    bool poor = false;                    // the average error is above kPoorFitError
+    bool declined = false;                // a poor fit the user chose not to keep
     std::string errorLabel;               // lblError: the average error, or empty
     std::vector<std::string> calcTexts;   // column "index calc", one per point
     std::vector<std::string> errorTexts;  // column "error", one per point
 };
 
+// Above this average error a fit does not represent its data: the user is asked whether to
+// keep it, and the error label shows it as a warning.
+inline constexpr double kPoorFitError = 1e-4;
+
 // The fit button in index data mode, for the record's Polytype. constantsText is the
-// form's last text of constants; the fit appends to it.
+// form's last text of constants; the fit appends to it. A poor fit that the user does not
+// keep leaves Index not ready, the record's coefficients and derived data as they were, and
+// constantsText empty.
 IndexFitOutcome IndexFitSteps(const std::vector<IndexRow>& rows, MaterialRecord& rec,
                               std::string& constantsText, Dialogs& dialogs);
 

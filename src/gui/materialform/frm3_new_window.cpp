@@ -232,6 +232,10 @@ QWidget* frm3NewWindow::BuildIndexTab() {
     col->addLayout(buttons);
     QLabel* error = MakeLabel(left, "lblError", unit_.lblError);
     error->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    // A fit that does not represent its data comes in bold; it is shown as a warning.
+    subs_[3] = unit_.lblError.Observe([this, error] {
+        error->setStyleSheet(unit_.lblError.bold ? "color: #b00000;" : "");
+    });
     col->addWidget(error);
 
     indexPlot_ = new IndexPlot(split);

@@ -63,7 +63,7 @@ class frm3NewWindow : public QWidget {
     QTabWidget* tabs_ = nullptr;
     IndexPlot* indexPlot_ = nullptr;
     TransPlot* transPlot_ = nullptr;
-    std::array<Subscription, 3> subs_;
+    std::array<Subscription, 4> subs_;
 };
 
 }  // namespace ostrel::gui

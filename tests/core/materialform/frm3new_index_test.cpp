@@ -134,6 +134,59 @@ TEST_F(Frm3NewIndex, CheckedCoefficientsReportTheirIndicesAndShowAsConstants) {
     EXPECT_NE(text.find("\n\nWaveLen Min:   400nm\nWaveLen Max:   800nm"), std::string::npos);
 }
 
+// What a fit or a check made ready belongs to its polynomial: choosing another one leaves
+// Index not ready in either mode, so that the record cannot be accepted with the coefficients
+// of one form under the code of another.
+TEST_F(Frm3NewIndex, AnotherPolynomialLeavesIndexNotReadyAndTheRecordUnsaved) {
+    for (const bool coefficients : {false, true}) {
+        SCOPED_TRACE(coefficients ? "coefficients" : "index data");
+        MaterialRecord rec = frm3New::FreshRecord();
+        rec.General.GlassName.Set("P-1");
+        rec.General.Source.Set("Lab");
+        for (SectionState* st : {&rec.GeneralState, &rec.TransState, &rec.OtherState}) {
+            st->Ready = kTrue;
+        }
+        form->DisplayEdit(rec);
+        if (coefficients) {
+            CheckSchottCoefficients();
+        } else {
+            form->tabPropertiesChange(frm3New::kTabIndex);
+            TypeIndexRows(7);
+            form->comIndexFitClick();
+        }
+        ASSERT_EQ(form->pnlStatus[1].caption, "Index: Ready");
+        ASSERT_EQ(form->lblGlassCode.caption, "510806");
+        // The glass code and derived numbers follow the polynomial: n^2 = 2.25 + 0.01 /
+        // lambda^2 gives nd 1.509620 (587.56 nm) and vd 80.64.
+        EXPECT_NEAR(form->Record().Derived.nd, 1.509620, 1e-6);
+        EXPECT_NEAR(form->Record().Derived.vd, 80.64, 0.01);
+
+        form->cmbIndexPolyType.SetListIndex(1);  // Sellmeier
+        form->cmbIndexPolyTypeClick();
+        EXPECT_EQ(form->pnlStatus[1].caption, "Index: NOT Ready");
+        EXPECT_EQ(form->lblGlassCode.caption, "");
+        EXPECT_TRUE(form->comIndexFit.enabled);
+        EXPECT_FALSE(form->comIndexShow.enabled);
+        dialogs.boxes.clear();
+        form->comAddClick();
+        EXPECT_EQ(LastBox(), frm3New::kIncompleteMsg);
+        EXPECT_EQ(list->CustomCount(), 0);
+        dialogs.boxes.clear();
+    }
+}
+
+// The coefficient grid holds each value as "+0.00000000e+00", however small.
+TEST_F(Frm3NewIndex, CoefficientCellsKeepTheirExponentForm) {
+    MaterialRecord rec = frm3New::FreshRecord();
+    rec.General.IndexDataType = 1;
+    rec.General.PolyCoef = {2.25, 1.2e-7, 4e-9, -0.0123};
+    form->DisplayEdit(rec);
+    form->tabPropertiesChange(frm3New::kTabIndex);
+    const char* expected[] = {"+2.25000000e+00", "+1.20000000e-07", "+4.00000000e-09",
+                              "-1.23000000e-02"};
+    for (int row = 1; row <= 4; ++row) EXPECT_EQ(form->ssRefInd.Text(2, row), expected[row - 1]);
+}
+
 TEST_F(Frm3NewIndex, InvalidIndexOutsideTheWavebandDoesNotMatter) {
     // n^2 = 1.5 - 0.3 / lambda^2: no index at 435.8 nm, a good one from 1000 to 2000 nm.
     CheckSchottCoefficients("1.5", "-0.3", "1000", "2000");
