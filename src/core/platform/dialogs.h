@@ -18,6 +18,12 @@ struct FileDialogSpec {
     std::string initialPath;  // folder or full path proposed
 };
 
+// The file chosen in an open dialog and the filter (1-based) the user ended with.
+struct FileChoice {
+    std::string path;
+    int filterIndex = 1;
+};
+
 class Dialogs {
   public:
     virtual ~Dialogs() = default;
@@ -28,6 +34,13 @@ class Dialogs {
                                                 const std::string& proposal) = 0;
     virtual std::optional<std::string> FileOpen(const FileDialogSpec& spec) = 0;
     virtual std::optional<std::string> FileSave(const FileDialogSpec& spec) = 0;
+    // An open dialog that opens with filter spec.filterIndex and tells which filter the
+    // user ended with. Where a dialog cannot tell, FileOpen with the filter it opened with.
+    virtual std::optional<FileChoice> FileOpenFiltered(const FileDialogSpec& spec) {
+        std::optional<std::string> path = FileOpen(spec);
+        if (!path) return std::nullopt;
+        return FileChoice{std::move(*path), spec.filterIndex};
+    }
     virtual void SetBusy(bool busy) = 0;
     // Progress and help text on the main window's help line; lets pending events run.
     virtual void HelpNote(const std::string& text, bool bold) = 0;

@@ -84,7 +84,14 @@ void frmMainMDI::ribToolsClick(int index, bool pressed) {
 }
 
 void frmMainMDI::ribEndClick() {
+    if (!forms_.QueryCloseAll()) return;
+    ending_ = true;
     if (hooks_.unload) hooks_.unload();
+    ending_ = false;
+}
+
+bool frmMainMDI::QueryUnload() {
+    return ending_ || forms_.QueryCloseAll();
 }
 
 void frmMainMDI::PopupCommand(int item, bool meltMenu) {

@@ -58,7 +58,11 @@ class frmMainMDI {
 
     // --- events ---
     void ribToolsClick(int index, bool pressed);
+    // Ends the program once every open working form has agreed to close (QueryClose).
     void ribEndClick();
+    // The main window is about to close (its close box, or the end button): true when every
+    // open working form agrees; false keeps the program running.
+    bool QueryUnload();
     void mnuPopupClick(int item);
     void mnuPopupMeltClick(int item);
     void comLogoClick();
@@ -98,6 +102,7 @@ class frmMainMDI {
     std::string version_;
     Hooks hooks_;
     int popupIndex_ = 0;
+    bool ending_ = false;  // the end button has had its answers; the closing window asks no more
     std::mt19937 random_{std::random_device{}()};
 };
 

@@ -44,6 +44,27 @@ WorkingForm* ManageForms::Form(int n) const {
     return ValidForm(n) ? forms_[n] : nullptr;
 }
 
+bool ManageForms::Query(int n) const {
+    WorkingForm* f = Form(n);
+    return f == nullptr || f->QueryClose();
+}
+
+bool ManageForms::QueryBeside() const {
+    if (newFormOpen_ && currentForm_ != kFormNew && !Query(kFormNew)) return false;
+    if (meltFormOpen_ && currentForm_ != kFormMelt && !Query(kFormMelt)) return false;
+    return true;
+}
+
+bool ManageForms::QueryClosing(int n) const {
+    if ((n == kFormManage || n == kFormImport) && !QueryBeside()) return false;
+    return Query(n);
+}
+
+bool ManageForms::QueryCloseAll() {
+    if (!QueryBeside()) return false;
+    return currentForm_ == kNoForm || Query(currentForm_);
+}
+
 void ManageForms::Unload(int n) {
     if (WorkingForm* f = Form(n)) f->ForceUnload();
 }
@@ -60,8 +81,19 @@ void ManageForms::EnableTools() {
 }
 
 void ManageForms::RibbonClick(int formNumber, bool pressed) {
+    Click(formNumber, pressed, true);
+}
+
+void ManageForms::Click(int formNumber, bool pressed, bool ask) {
     if (!ValidForm(formNumber)) return;
     ribTools[formNumber].value = pressed;
+    // Asks the form `closing` (kNoForm: the forms open beside) before the click closes it.
+    // One that refuses keeps everything as it was, the clicked button included.
+    auto refused = [&](int closing) {
+        if (!ask || (closing == kNoForm ? QueryBeside() : QueryClosing(closing))) return false;
+        ribTools[formNumber].value = !pressed;
+        return true;
+    };
     const int open = currentForm_;
     if (open == kNoForm) {
         if (pressed) {
@@ -70,6 +102,7 @@ void ManageForms::RibbonClick(int formNumber, bool pressed) {
                                 MsgButtons::OK, MsgIcon::Information, "");
                 Release(formNumber);
             } else {
+                if (refused(kNoForm)) return;
                 if (newFormOpen_) HideForm(kFormNew);
                 if (meltFormOpen_) HideForm(kFormMelt);
                 currentForm_ = formNumber;
@@ -78,6 +111,7 @@ void ManageForms::RibbonClick(int formNumber, bool pressed) {
         }
     } else if (open == kFormManage || open == kFormImport) {
         if (!pressed) {
+            if (refused(open)) return;
             currentForm_ = kNoForm;
             HideForm(open);
         } else if (formNumber == open) {
@@ -86,15 +120,18 @@ void ManageForms::RibbonClick(int formNumber, bool pressed) {
             // the open form stays; the new-material form is reached from its own commands
             ShowForm(kFormNew, true);
         } else {
+            if (refused(open)) return;
             HideForm(open);
             currentForm_ = formNumber;
             ShowForm(formNumber, false);
         }
     } else {
         if (!pressed) {
+            if (refused(open)) return;
             currentForm_ = kNoForm;
             HideForm(open);
         } else if (formNumber != open) {
+            if (refused(open)) return;
             HideForm(open);
             currentForm_ = formNumber;
             ShowForm(formNumber, false);
@@ -111,22 +148,24 @@ void ManageForms::UnloadAll() {
     if (open != kNoForm) HideForm(open);
 }
 
-void ManageForms::OpenForEdit(int formNumber) {
-    if (formNumber != kFormNew && formNumber != kFormMelt) return;
-    if (currentForm_ == formNumber) return;
+bool ManageForms::OpenForEdit(int formNumber) {
+    if (formNumber != kFormNew && formNumber != kFormMelt) return false;
+    const bool beside = formNumber == kFormNew ? newFormOpen_ : meltFormOpen_;
+    if (currentForm_ == formNumber || beside) return Query(formNumber);
     if (currentForm_ == kFormManage || currentForm_ == kFormImport) {
         if (formNumber == kFormNew) newFormOpen_ = true;
         if (formNumber == kFormMelt) meltFormOpen_ = true;
         ribTools[formNumber].value = true;
-        return;
+        return true;
     }
     RibbonClick(formNumber, true);
+    return currentForm_ == formNumber;
 }
 
 void ManageForms::FormClosed(int formNumber) {
     if (!ValidForm(formNumber)) return;
     if (currentForm_ == formNumber) {
-        RibbonClick(formNumber, false);
+        Click(formNumber, false, false);
     } else {
         HideForm(formNumber);
     }

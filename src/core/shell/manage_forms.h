@@ -55,22 +55,30 @@ class ManageForms {
 
     void RegisterForm(int formNumber, WorkingForm* form);
 
-    // The only way the tool strip opens or closes a working form.
+    // The only way the tool strip opens or closes a working form. Every open form that the
+    // click would close is asked first (QueryClose); when one refuses, nothing closes or
+    // opens and the clicked button goes back to where it was.
     void RibbonClick(int formNumber, bool pressed);
     // Opens a form by calling its Display; for number 3 with keep true, Display is skipped.
     // False for a number outside 1 to 7.
     bool ShowForm(int formNumber, bool keep = false);
     // Closes a form by calling its ForceUnload, and releases its tool button.
     void HideForm(int formNumber);
+    // Before the program ends: asks every open working form (QueryClose), the forms open
+    // beside the manage or import form first. False as soon as one refuses: the end is off.
+    bool QueryCloseAll();
     // At the end of the program: unloads every open working form, as closing it would.
     void UnloadAll();
     // The material or melt form (3 or 7) opened for editing by another form's command: beside
     // the manage or import form it is marked open beside it and its button goes down;
     // otherwise it becomes the current form the way its tool would open it. The caller then
-    // fills it with the record (its DisplayEdit), which replaces what Display showed.
-    void OpenForEdit(int formNumber);
-    // A working form closed by its own command: the current one is closed as a release of
-    // its tool; one open beside the manage or import form goes alone, leaving that form.
+    // fills it with the record (its DisplayEdit), which replaces what Display showed. A form
+    // already open is asked first (QueryClose), since the record replaces what it holds.
+    // False when a form refused to close: the caller then shows nothing.
+    bool OpenForEdit(int formNumber);
+    // A working form closed by its own command, which has asked the user already: the
+    // current one is closed as a release of its tool; one open beside the manage or import
+    // form goes alone, leaving that form.
     void FormClosed(int formNumber);
     // Enables the tools 2 to 7 exactly when the setup has been confirmed once; the setup
     // and end buttons stay enabled.
@@ -91,6 +99,14 @@ class ManageForms {
 
   private:
     WorkingForm* Form(int n) const;
+    // RibbonClick, asking the forms that close only when `ask` is set.
+    void Click(int formNumber, bool pressed, bool ask);
+    // Asks form n whether it may close; a number without a form may.
+    bool Query(int n) const;
+    // Asks form n and, for the manage or import form, the forms open beside it.
+    bool QueryClosing(int n) const;
+    // Asks the forms open beside the manage or import form.
+    bool QueryBeside() const;
     void Unload(int n);
     void Release(int n);
 

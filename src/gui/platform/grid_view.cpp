@@ -44,8 +44,10 @@ int GridTableModel::columnCount(const QModelIndex& parent) const {
 QVariant GridTableModel::data(const QModelIndex& index, int role) const {
     const int col = index.column() + 1, row = index.row() + 1;
     switch (role) {
+        // The cell shows the text its form wrote, exactly: each form formats its numbers
+        // itself, and a view that formatted them again would show something else than the
+        // form holds (a coefficient of 1.2e-7 as 0.00000012, a "----" as a number).
         case Qt::DisplayRole:
-            return ToQt(grid_.DisplayText(col, row));
         case Qt::EditRole:
             return ToQt(grid_.Text(col, row));
         case Qt::BackgroundRole:

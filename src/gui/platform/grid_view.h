@@ -1,7 +1,8 @@
 #pragma once
-// The grid on screen: a QTableView over a table model that adapts a Grid. An entry by the
-// user goes through Grid::EditText and then to the form's change handler; the view's
-// active cell and selection are written back to the grid, and the grid's to the view.
+// The grid on screen: a QTableView over a table model that adapts a Grid. Each cell shows
+// the grid's text as it is. An entry by the user goes through Grid::EditText and then to the
+// form's change handler; the view's active cell and selection are written back to the grid,
+// and the grid's to the view.
 #include <QAbstractTableModel>
 #include <QTableView>
 #include <functional>

@@ -133,10 +133,21 @@ std::optional<std::string> QtDialogs::InputBox(const std::string& prompt, const 
 }
 
 std::optional<std::string> QtDialogs::FileOpen(const FileDialogSpec& spec) {
-    const QString path = QFileDialog::getOpenFileName(
-        owner_, ToQt(spec.title), ToQt(spec.initialPath), QtFileFilter(spec.filter));
+    std::optional<FileChoice> choice = FileOpenFiltered(spec);
+    if (!choice) return std::nullopt;
+    return std::move(choice->path);
+}
+
+std::optional<FileChoice> QtDialogs::FileOpenFiltered(const FileDialogSpec& spec) {
+    const QStringList filters = QtFileFilter(spec.filter).split(";;");
+    const int start = spec.filterIndex - 1;
+    QString selected = start >= 0 && start < filters.size() ? filters[start] : QString();
+    const QString path =
+        QFileDialog::getOpenFileName(owner_, ToQt(spec.title), ToQt(spec.initialPath),
+                                     QtFileFilter(spec.filter), &selected);
     if (path.isEmpty()) return std::nullopt;
-    return FromQt(path);
+    const int chosen = static_cast<int>(filters.indexOf(selected));
+    return FileChoice{FromQt(path), chosen >= 0 ? chosen + 1 : spec.filterIndex};
 }
 
 std::optional<std::string> QtDialogs::FileSave(const FileDialogSpec& spec) {

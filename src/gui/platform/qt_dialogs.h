@@ -25,6 +25,7 @@ class QtDialogs : public Dialogs {
                                         const std::string& proposal) override;
     std::optional<std::string> FileOpen(const FileDialogSpec& spec) override;
     std::optional<std::string> FileSave(const FileDialogSpec& spec) override;
+    std::optional<FileChoice> FileOpenFiltered(const FileDialogSpec& spec) override;
     void SetBusy(bool busy) override;
     void HelpNote(const std::string& text, bool bold) override;
     bool OpenUrl(const std::string& url) override;

@@ -208,6 +208,11 @@ bool frmMainMDIWindow::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void frmMainMDIWindow::closeEvent(QCloseEvent* e) {
+    // A working form with unsaved changes may keep the program running.
+    if (!unit_.QueryUnload()) {
+        e->ignore();
+        return;
+    }
     SaveFormPosition(this, app_, kFormName);
     e->accept();
 }

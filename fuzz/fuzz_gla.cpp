@@ -1,0 +1,14 @@
+// GLA single-material files.
+#include "core/import/import_old_files.h"
+#include "fuzz_support.h"
+
+using namespace ostrel;
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    const auto path = fuzz::PutFile("fuzz.gla", data, size);
+    CImportOldLumbrak reader;
+    std::vector<MaterialRecord> records;
+    int16_t ok = 0;
+    reader.ReadFile(path.string(), records, ok);
+    return 0;
+}
