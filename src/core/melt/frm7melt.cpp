@@ -38,6 +38,17 @@ void SortDescending(std::vector<T>& items, Wave wave) {
     }
 }
 
+// A number the form writes into an entry column: with the column's decimals, or in its
+// shortest form where those decimals would not give back the same 32-bit float.
+std::string EntryText(float value, const char* pattern) {
+    const std::string text = FormatNumber(value, pattern);
+    return static_cast<float>(Val(text)) == value ? text : ShortestFloatText(value);
+}
+
+std::string WaveText(float wave) {
+    return EntryText(wave, "0.0000");
+}
+
 void TrimText(auto& field) {
     field.Set(field.Text());
 }
@@ -176,6 +187,12 @@ bool frm7Melt::QueryClose() {
                         MsgButtons::YesNoCancel, MsgIcon::Question, caption_);
     if (answer == MsgAnswer::No) return true;
     if (answer != MsgAnswer::Yes) return false;
+    // Yes saves only as the save button could: while it is off (no code, or no fit yet) the
+    // user is told that the melt is incomplete and the form stays open.
+    if (!comAdd.enabled) {
+        dialogs_.MsgBox(kIncompleteMsg, MsgButtons::OK, MsgIcon::Exclamation);
+        return false;
+    }
     comAddClick();
     return !HasUnsavedChanges();
 }
@@ -428,8 +445,8 @@ void frm7Melt::WriteIndexTable() {
         bool ok = false;
         const double parent = ParentIndex(wave, ok);
         if (i > 0) clip += "\n";
-        clip += SpectralLetter(wave) + "\t" + ShortestFloatText(wave) + "\t" +
-                ShortestFloatText(static_cast<float>(value)) + "\t" +
+        clip += SpectralLetter(wave) + "\t" + WaveText(wave) + "\t" +
+                EntryText(static_cast<float>(value), "0.0000000") + "\t" +
                 (parent > 0 ? FormatNumber(parent, "0.0000000") : "  ") + "\t" +
                 (parent > 0 && value > 0 ? FormatNumber(value - parent, "0.000000") : "  ");
     }
@@ -609,13 +626,13 @@ void frm7Melt::comWaveSelRefIndClick() {
         std::vector<float> waves;
         if (hooks_.pickWaves(count, wave, waves, 0) == -1) {
             if (count <= 1) {
-                ssRefInd.SetText(kColWave, row, ShortestFloatText(wave));
+                ssRefInd.SetText(kColWave, row, WaveText(wave));
                 UpdateIndexRow(row);
             } else {
                 for (size_t k = 0; k < waves.size(); ++k) {
                     const int r = row + static_cast<int>(k);
                     if (r > kRows) break;
-                    ssRefInd.SetText(kColWave, r, ShortestFloatText(waves[k]));
+                    ssRefInd.SetText(kColWave, r, WaveText(waves[k]));
                     UpdateIndexRow(r);
                 }
             }
@@ -664,7 +681,7 @@ void frm7Melt::lstWaveBandClick() {
     const MeltWaveBand& band = waveBands_[static_cast<size_t>(entry - 1)];
     ssRefInd.ClearAll();
     for (int i = 0; i < band.Count && i < kRows && i < static_cast<int>(band.Waves.size()); ++i) {
-        ssRefInd.SetText(kColWave, i + 1, ShortestFloatText(band.Waves[static_cast<size_t>(i)]));
+        ssRefInd.SetText(kColWave, i + 1, WaveText(band.Waves[static_cast<size_t>(i)]));
         UpdateIndexRow(i + 1);
     }
     AfterGridChange();
@@ -678,9 +695,7 @@ void frm7Melt::comAddClick() {
     if (mode_ == kModeReview) return;
     Trap("The melt glass could not be saved.", [&] {
         if (!AllSectionsReady(melt_)) {
-            dialogs_.MsgBox(
-                "Data for new material is incomplete.  Please add required information!",
-                MsgButtons::OK, MsgIcon::Exclamation);
+            dialogs_.MsgBox(kIncompleteMsg, MsgButtons::OK, MsgIcon::Exclamation);
             return;
         }
         // What is saved carries the numbers of its own polynomial.

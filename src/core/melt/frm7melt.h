@@ -67,8 +67,9 @@ class frm7Melt : public WorkingForm {
     void Display() override { DisplayNew(false); }
     void ForceUnload() override;
     // Before the form closes at the user's wish: with unsaved changes asks "Save changes to
-    // NAME?"; Yes saves as comAdd does (and keeps the form open when that save is refused or
-    // declined), No closes without saving, Cancel keeps the form open. A review never asks.
+    // NAME?"; Yes saves as comAdd does (and keeps the form open when comAdd is off, or when
+    // that save is refused or declined), No closes without saving, Cancel keeps the form
+    // open. A review never asks.
     bool QueryClose() override;
     // True when the user changed the melt glass (its parent, code, pairs or fit) since it was
     // opened or last saved.
@@ -149,6 +150,8 @@ class frm7Melt : public WorkingForm {
     static constexpr const char* kNoticeTitle = "Melt derivative";
     static constexpr const char* kTooFewPairsMsg =
         "You need at least 4 full melt index/wavelength pairs to create a melt glass";
+    static constexpr const char* kIncompleteMsg =
+        "Data for new material is incomplete.  Please add required information!";
     static constexpr const char* kAverageCaption =
         "Average error [user-fitted] indices at above wavelengths: ";
 

@@ -100,7 +100,7 @@ TEST_F(MeltFixture, FewerThanFourCompletePairsAreRefused) {
     TypePair(2, "587.562", "1.5172");
     TypePair(3, "486.133", "");  // wavelength only
     TypePair(4, "", "1.5271");   // index only
-    TypePair(5, "435.834", "1.5271");
+    TypePair(5, "100.00001", "1.8");
     dialogs.boxes.clear();
     form->comIndexFitClick();
     ASSERT_EQ(dialogs.boxes.size(), 1u);
@@ -112,8 +112,11 @@ TEST_F(MeltFixture, FewerThanFourCompletePairsAreRefused) {
     EXPECT_EQ(form->lblError.caption.get(), "");
     EXPECT_FALSE(form->comAdd.enabled);
     EXPECT_EQ(dialogs.busyDepth, 0);
-    // The three pairs were sorted and written back.
-    EXPECT_EQ(form->ssRefInd.Text(2, 3), "435.834");
+    // The three pairs were sorted and written back with the columns' decimals, except a
+    // wavelength that four decimals would change.
+    EXPECT_EQ(form->ssRefInd.Text(2, 1), "656.2730");
+    EXPECT_EQ(form->ssRefInd.Text(3, 2), "1.5172000");
+    EXPECT_EQ(form->ssRefInd.Text(2, 3), "100.00001");
     EXPECT_EQ(form->ssRefInd.Text(2, 4), "");
 }
 
@@ -264,9 +267,9 @@ TEST_P(MeltReachTest, PartsBeyondThePairsAreShadedAndMarked) {
         for (const auto& r : c.shaded) shaded = shaded || (wave >= r.from && wave <= r.to);
         EXPECT_EQ(lines[i].ends_with("\t(extrapolated)"), shaded) << lines[i];
     }
-    EXPECT_EQ(report.find("\n\n(extrapolated): outside the measured wavelengths, ") !=
-                  std::string::npos,
-              !c.shaded.empty());
+    EXPECT_EQ(
+        report.find("\n\n(extrapolated): outside the measured wavelengths, ") != std::string::npos,
+        !c.shaded.empty());
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -274,10 +277,13 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(
         // Four visible lines of a parent known from 300 to 2500 nm: most of the band is
         // the quadratic alone.
-        ReachCase{"Visible", "Schott", "N-BK7", kMainLines,
-                  {{300.0, 435.834f}, {656.273f, 2500.0}}},
+        ReachCase{
+            "Visible", "Schott", "N-BK7", kMainLines, {{300.0, 435.834f}, {656.273f, 2500.0}}},
         // A pair beyond the long end of the band leaves only the short end unmeasured.
-        ReachCase{"BeyondTheBand", "Hoya", "BSC7", {1500.0f, 656.273f, 587.562f, 435.834f},
+        ReachCase{"BeyondTheBand",
+                  "Hoya",
+                  "BSC7",
+                  {1500.0f, 656.273f, 587.562f, 435.834f},
                   {{365.0, 435.834f}}},
         ReachCase{"WholeBand", "Schott", "N-BK7", {2500.0f, 1500.0f, 700.0f, 300.0f}, {}}),
     [](const auto& info) { return std::string(info.param.name); });

@@ -187,7 +187,7 @@ TEST_F(MeltFixture, EditAndReviewOpenTheSavedMelt) {
     EXPECT_EQ(form->MeltRecord().IndexState.Changes, 2);
     EXPECT_EQ(form->ParentRecord().General.GlassName.Text(), "N-BK7");
     EXPECT_EQ(form->ParentRecord().General.PolyCoef[0], 1.03961212);
-    EXPECT_EQ(form->ssRefInd.Text(2, 1), "656.273");
+    EXPECT_EQ(form->ssRefInd.Text(2, 1), "656.2730");
     EXPECT_EQ(form->ssRefInd.Text(1, 1), "C ");
     EXPECT_EQ(form->ssRefInd.Text(5, 1), "0.000300");
     EXPECT_TRUE(form->comAdd.enabled);
@@ -214,9 +214,9 @@ TEST_F(MeltFixture, EditAndReviewOpenTheSavedMelt) {
 // Closing by the form's own button with unsaved work asks first.
 struct CloseCase {
     const char* name;
-    std::vector<MsgAnswer> answers;  // to the question, then to anything the save asks
-    bool fitted;                     // false: the pairs are typed but never fitted
-    bool asked;
+    const char* code;
+    bool fitted;  // false: the pairs are typed but never fitted
+    MsgAnswer answer;
     bool closed;
     int savedCount;
 };
@@ -225,28 +225,33 @@ class MeltCloseTest : public MeltFixture, public ::testing::WithParamInterface<C
 
 TEST_P(MeltCloseTest, UnsavedWorkIsOfferedForSaving) {
     const CloseCase& c = GetParam();
-    Start("Schott", "N-BK7", "m1");
+    Start("Schott", "N-BK7", c.code);
     TypeOffsetPairs(kMainLines, 0.0003);
     if (c.fitted) form->comIndexFitClick();
     dialogs.boxes.clear();
-    dialogs.answers.assign(c.answers.begin(), c.answers.end());
+    dialogs.answers = {c.answer};
     form->comOKClick();
-    ASSERT_EQ(!dialogs.boxes.empty(), c.asked);
-    if (c.asked) {
-        EXPECT_EQ(dialogs.boxes[0].text, "Save changes to N-BK7 *m1?");
-        EXPECT_EQ(dialogs.boxes[0].buttons, MsgButtons::YesNoCancel);
-    }
+    ASSERT_FALSE(dialogs.boxes.empty());
+    EXPECT_EQ(dialogs.boxes[0].text, "Save changes to N-BK7 *" + std::string(c.code) + "?");
+    EXPECT_EQ(dialogs.boxes[0].buttons, MsgButtons::YesNoCancel);
     EXPECT_EQ(form->IsOpen(), !c.closed);
     EXPECT_EQ(list->CustomCount(), c.savedCount);
+    // A Yes that cannot save says why, as the save button's own check does.
+    const bool refused = c.answer == MsgAnswer::Yes && !c.closed;
+    ASSERT_EQ(dialogs.boxes.size(), refused ? 2u : 1u);
+    if (refused) {
+        EXPECT_EQ(dialogs.boxes[1].text, frm7Melt::kIncompleteMsg);
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Answers, MeltCloseTest,
-    ::testing::Values(CloseCase{"Yes", {MsgAnswer::Yes}, true, true, true, 1},
-                      CloseCase{"No", {MsgAnswer::No}, true, true, true, 0},
-                      CloseCase{"Cancel", {MsgAnswer::Cancel}, true, true, false, 0},
-                      // The save's own check refuses an unfitted melt: the form stays.
-                      CloseCase{"YesButIncomplete", {MsgAnswer::Yes}, false, true, false, 0}),
+    ::testing::Values(CloseCase{"Yes", "m1", true, MsgAnswer::Yes, true, 1},
+                      CloseCase{"No", "m1", true, MsgAnswer::No, true, 0},
+                      CloseCase{"Cancel", "m1", true, MsgAnswer::Cancel, false, 0},
+                      CloseCase{"YesButUnfitted", "m1", false, MsgAnswer::Yes, false, 0},
+                      // Fitted but without a code: the save button is off, nothing is saved.
+                      CloseCase{"YesButNoCode", "", true, MsgAnswer::Yes, false, 0}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(MeltFixture, NothingToLoseClosesWithoutAsking) {
@@ -254,12 +259,12 @@ TEST_F(MeltFixture, NothingToLoseClosesWithoutAsking) {
     FitNewMelt(0.0003);
     form->comAddClick();
     const MaterialRecord saved = list->CustomList()[0];
-    const std::vector<std::function<void()>> opens{
-        [&] { form->DisplayNew(false); }, [&] { form->DisplayEdit(saved); },
-        [&] {
-            form->DisplayReview(saved);
-            form->comIndexFitClick();
-        }};
+    const std::vector<std::function<void()>> opens{[&] { form->DisplayNew(false); },
+                                                   [&] { form->DisplayEdit(saved); },
+                                                   [&] {
+                                                       form->DisplayReview(saved);
+                                                       form->comIndexFitClick();
+                                                   }};
     for (const auto& open : opens) {
         open();
         dialogs.boxes.clear();
@@ -298,13 +303,13 @@ TEST_F(MeltFixture, UsefulWavelengthsFillFromTheActiveRow) {
     form->ssRefInd.SetActiveCell(2, 19);
     picked = {656.273f, 587.562f, 486.133f};
     form->comWaveSelRefIndClick();
-    EXPECT_EQ(form->ssRefInd.Text(2, 19), "656.273");
-    EXPECT_EQ(form->ssRefInd.Text(2, 20), "587.562");
+    EXPECT_EQ(form->ssRefInd.Text(2, 19), "656.2730");
+    EXPECT_EQ(form->ssRefInd.Text(2, 20), "587.5620");
     EXPECT_EQ(form->ssRefInd.Text(1, 20), "d ");
     picked = {546.074f};
     form->ssRefInd.SetActiveCell(2, 2);
     form->comWaveSelRefIndClick();
-    EXPECT_EQ(form->ssRefInd.Text(2, 2), "546.074");
+    EXPECT_EQ(form->ssRefInd.Text(2, 2), "546.0740");
     EXPECT_EQ(form->ssRefInd.Text(1, 2), "e ");
 }
 
@@ -317,8 +322,8 @@ TEST_F(MeltFixture, SchottSheetReplacesTheTable) {
         rec.Melt.MeltIndexValue[0] = 1.5170;
     };
     form->comMeltSchottClick();
-    EXPECT_EQ(form->ssRefInd.Text(2, 1), "587.562");
-    EXPECT_EQ(form->ssRefInd.Text(3, 1), "1.517");
+    EXPECT_EQ(form->ssRefInd.Text(2, 1), "587.5620");
+    EXPECT_EQ(form->ssRefInd.Text(3, 1), "1.5170000");
     EXPECT_EQ(form->ssRefInd.Text(2, 12), "");
 }
 
@@ -331,15 +336,15 @@ TEST_F(MeltFixture, WavebandsFillTheTableAndOneOfTheUsersIsSavedWithTheFixedOnes
         (std::vector<std::string>{"Ohara - standard", "Ohara - advanced", "Schott - standard"}));
     form->lstWaveBand.SetListIndex(0);
     form->lstWaveBandClick();
-    EXPECT_EQ(form->ssRefInd.Text(2, 1), "656.273");
+    EXPECT_EQ(form->ssRefInd.Text(2, 1), "656.2730");
     EXPECT_EQ(form->ssRefInd.Text(1, 1), "C ");
     EXPECT_EQ(form->ssRefInd.Text(1, 4), "g ");
     EXPECT_EQ(form->ssRefInd.Text(2, 5), "");  // 706.519 is not part of the standard band
     form->lstWaveBand.SetListIndex(1);
     form->lstWaveBandClick();
-    EXPECT_EQ(form->ssRefInd.Text(2, 2), "706.519");
+    EXPECT_EQ(form->ssRefInd.Text(2, 2), "706.5190");
     EXPECT_EQ(form->ssRefInd.Text(1, 2), "r ");
-    EXPECT_EQ(form->ssRefInd.Text(2, 10), "404.656");
+    EXPECT_EQ(form->ssRefInd.Text(2, 10), "404.6560");
 
     form->comClearClick();
     TypePair(1, "486.133", "");

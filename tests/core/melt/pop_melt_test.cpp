@@ -253,7 +253,7 @@ TEST_F(MeltFixture, TheParentMakesAStartingSheetThroughTheMeltMaker) {
     ASSERT_EQ(m.MeltIndexPoints, 7);
     for (int i = 0; i < 7; ++i)
         EXPECT_NEAR(m.MeltIndexValue[i], IndexOf(form->ParentRecord(), m.MeltIndexWave[i]), 1e-12);
-    EXPECT_EQ(form->ssRefInd.Text(2, 7), "435.834");
+    EXPECT_EQ(form->ssRefInd.Text(2, 7), "435.8340");
     EXPECT_EQ(form->ssRefInd.Text(5, 7), "0.000000");
     form->comIndexFitClick();
     EXPECT_EQ(form->MeltRecord().IndexState.Ready, kTrue);
