@@ -227,13 +227,15 @@ void frm3New::comOKClick() {
 
 bool frm3New::QueryClose() {
     if (!open_ || mode_ == kModeReview || !modified_) return true;
-    const std::string name = Trimmed(rec_.General.GlassName);
-    const MsgAnswer a = dialogs_.MsgBox(
-        "Save changes to " + (name.empty() ? std::string("the new material") : name) + "?",
-        MsgButtons::YesNoCancel, MsgIcon::Question);
+    const MsgAnswer a = dialogs_.MsgBox(SaveQuestion(), MsgButtons::YesNoCancel, MsgIcon::Question);
     if (a == MsgAnswer::No) return true;
     if (a != MsgAnswer::Yes) return false;
     return Save();
+}
+
+std::string frm3New::SaveQuestion() const {
+    const std::string name = Trimmed(rec_.General.GlassName);
+    return "Save changes to " + (name.empty() ? std::string("the new material") : name) + "?";
 }
 
 void frm3New::Close() {

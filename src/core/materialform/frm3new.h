@@ -60,6 +60,8 @@ class frm3New : public WorkingForm {
     // NAME?". Yes saves as comAdd does, with its checks, and closes only when that saved;
     // No drops the changes; Cancel keeps the form open. A review never asks.
     bool QueryClose() override;
+    // The question QueryClose asks: "Save changes to NAME?".
+    std::string SaveQuestion() const;
     void DisplayNew();
     // A copy of rec; owner (the manage form, or none) is refreshed after a save.
     void DisplayEdit(const MaterialRecord& rec, frm2Manage* owner = nullptr);

@@ -82,6 +82,11 @@ int ReadIndexRows(const std::vector<IndexRow>& rows, MaterialRecord& rec) {
     return static_cast<int>(kept.size());
 }
 
+std::string PoorFitQuestion(double averageError) {
+    return "The fit does not represent the data: average error " +
+           FormatNumber(averageError, "0.0000000") + ". Keep this fit?";
+}
+
 IndexFitOutcome IndexFitSteps(const std::vector<IndexRow>& rows, MaterialRecord& rec,
                               std::string& constantsText, Dialogs& dialogs) {
     IndexFitOutcome out;
@@ -130,10 +135,8 @@ IndexFitOutcome IndexFitSteps(const std::vector<IndexRow>& rows, MaterialRecord&
         out.errorLabel = AverageErrorLabel(type, rec.Measured.FitError, points);
         const double average = std::sqrt(rec.Measured.FitError / points);
         out.poor = !(average <= kPoorFitError);
-        if (out.poor &&
-            dialogs.MsgBox("The fit does not represent the data: average error " +
-                               FormatNumber(average, "0.0000000") + ". Keep this fit?",
-                           MsgButtons::YesNo, MsgIcon::Question) != MsgAnswer::Yes) {
+        if (out.poor && dialogs.MsgBox(PoorFitQuestion(average), MsgButtons::YesNo,
+                                       MsgIcon::Question) != MsgAnswer::Yes) {
             out.ready = false;
             out.declined = true;
             coef = before;

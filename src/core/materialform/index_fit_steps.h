@@ -50,6 +50,8 @@ struct IndexFitOutcome {
 // Above this average error a fit does not represent its data: the user is asked whether to
 // keep it, and the error label shows it as a warning.
 inline constexpr double kPoorFitError = 1e-4;
+// The question put to the user about such a fit.
+std::string PoorFitQuestion(double averageError);
 
 // The fit button in index data mode, for the record's Polytype. constantsText is the
 // form's last text of constants; the fit appends to it. A poor fit that the user does not

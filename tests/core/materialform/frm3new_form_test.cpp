@@ -42,9 +42,9 @@ TEST_F(Form, TitleOfEditedMaterialAndReviewLocksEverything) {
     form->DisplayReview(rec);
     EXPECT_EQ(form->form.caption, "Reviewing data");
     for (const Control* c : std::initializer_list<const Control*>{
-             &form->comClear, &form->comClipPaste, &form->comWaveSelRefInd, &form->comIndexFit,
-             &form->comTransSort, &form->comMelt, &form->lstThermal, &form->txtGenGlass,
-             &form->cmbTransType}) {
+             &form->comAdd, &form->comClear, &form->comClipPaste, &form->comWaveSelRefInd,
+             &form->comIndexFit, &form->comTransSort, &form->comMelt, &form->lstThermal,
+             &form->txtGenGlass, &form->cmbTransType}) {
         EXPECT_FALSE(c->enabled);
     }
     form->tabPropertiesChange(frm3New::kTabIndex);
@@ -193,6 +193,60 @@ TEST_F(Form, EditedMaterialIsReplacedWithoutAQuestion) {
     EXPECT_FLOAT_EQ(list->CustomList()[0].General.Density, 4.2f);
     EXPECT_EQ(form->FormMode(), frm3New::kModeEdit);
     EXPECT_EQ(form->Record().GeneralState.Changes, 0);
+}
+
+// Closing with unsaved changes asks; Yes saves with the checks of comAdd and closes only when
+// that saved, No drops the changes, Cancel keeps the form. Nothing changed, or a review: no
+// question.
+TEST_F(Form, CloseWithUnsavedChangesAsksAndSavesOnYes) {
+    struct Case {
+        const char* name;
+        int16_t mode;
+        bool change;
+        MsgAnswer answer;
+        const char* question;  // "" when no question
+        bool closed;
+        float savedDensity;  // density in the list afterwards
+    } cases[] = {
+        {"cancel", frm3New::kModeEdit, true, MsgAnswer::Cancel, "Save changes to E-1?", false, 1},
+        {"no", frm3New::kModeEdit, true, MsgAnswer::No, "Save changes to E-1?", true, 1},
+        {"yes", frm3New::kModeEdit, true, MsgAnswer::Yes, "Save changes to E-1?", true, 4.2f},
+        {"yes, refused", frm3New::kModeNew, true, MsgAnswer::Yes,
+         "Save changes to the new material?", false, 1},
+        {"unchanged", frm3New::kModeEdit, false, MsgAnswer::Cancel, "", true, 1},
+        {"review", frm3New::kModeReview, true, MsgAnswer::Cancel, "", true, 1},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        MaterialRecord rec = MakeRecord("E-1", "Lab");
+        rec.General.Density = 1.0f;
+        for (SectionState* s :
+             {&rec.GeneralState, &rec.IndexState, &rec.TransState, &rec.OtherState}) {
+            s->Ready = kTrue;
+        }
+        ASSERT_TRUE(list->CommitList({rec}));
+        if (c.mode == frm3New::kModeNew) form->DisplayNew();
+        if (c.mode == frm3New::kModeEdit) form->DisplayEdit(rec);
+        if (c.mode == frm3New::kModeReview) form->DisplayReview(rec);
+        form->tabPropertiesChange(frm3New::kTabOther);
+        if (c.change) {
+            form->ssOther.SetText(2, 9, "4.2");
+            form->ssOtherChange(2, 9);
+        }
+        dialogs.boxes.clear();
+        dialogs.answers = {c.answer};
+        closes = 0;
+        form->comOKClick();
+        ASSERT_EQ(dialogs.boxes.empty(), *c.question == '\0');
+        if (*c.question != '\0') {
+            EXPECT_EQ(dialogs.boxes[0].text, c.question);
+            EXPECT_EQ(dialogs.boxes[0].buttons, MsgButtons::YesNoCancel);
+        }
+        EXPECT_EQ(form->IsOpen(), !c.closed);
+        EXPECT_EQ(closes, c.closed ? 1 : 0);
+        EXPECT_FLOAT_EQ(list->CustomList()[0].General.Density, c.savedDensity);
+        form->ForceUnload();
+    }
 }
 
 TEST_F(Form, OtherTabDensityStatusAndRemark) {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <string>
 
 #include "core/materialform/frm3new_fixture.h"
 
@@ -63,6 +64,35 @@ TEST_F(Frm3NewTrans, InternalGivesAbsorptionAndTotalInBothDisplays) {
     ASSERT_EQ(curve.size(), 1u);
     EXPECT_DOUBLE_EQ(curve[0].wave, 500.0);
     EXPECT_NEAR(curve[0].value, 80.0, 1e-5);
+}
+
+// A total transmission that cannot be worked out, the wavelength lying outside the index band
+// (400 to 800 nm), shows "----" in either display, never a number that reads as opaque.
+TEST_F(Frm3NewTrans, TotalOutsideTheIndexBandShowsDashes) {
+    struct Case {
+        int type, col;
+        const char* wave;
+        const char* value;
+        const char* percent;   // column 2 in percent
+        const char* fraction;  // and as a fraction
+    } cases[] = {
+        {1, 3, "900", "90", "----", "----"},
+        {2, 4, "900", "0.01", "----", "----"},
+        {1, 3, "500", "90", "83.08", "0.8308"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(std::string(c.wave) + " type " + std::to_string(c.type));
+        form->cmbTransDisp.SetListIndex(0);
+        form->cmbTransDispClick();
+        SetType(c.type);
+        Type(form->ssTrans, 1, 1, c.wave);
+        Type(form->ssTrans, c.col, 1, c.value);
+        EXPECT_EQ(form->ssTrans.Text(2, 1), c.percent);
+        form->cmbTransDisp.SetListIndex(1);
+        form->cmbTransDispClick();
+        EXPECT_EQ(form->ssTrans.Text(2, 1), c.fraction);
+    }
+    EXPECT_TRUE(dialogs.boxes.empty()) << LastBox();
 }
 
 TEST_F(Frm3NewTrans, TotalIsRefusedWithTheReason) {

@@ -103,6 +103,30 @@ TEST_F(FrmMainMdiTest, HelpLineFollowsTheMouseAndTheEndButtonUnloads) {
     EXPECT_EQ(unloads, 1);
 }
 
+// The end button and the window's close box end the program only when the open form agrees.
+TEST_F(FrmMainMdiTest, EndWaitsForTheOpenFormToAgree) {
+    struct Form : WorkingForm {
+        void Display() override {}
+        void ForceUnload() override {}
+        bool QueryClose() override {
+            ++asked;
+            return agree;
+        }
+        bool agree = false;
+        int asked = 0;
+    } open;
+    forms.RegisterForm(kFormExport, &open);
+    forms.RibbonClick(kFormExport, true);
+    main->ribEndClick();
+    EXPECT_FALSE(main->QueryUnload());
+    EXPECT_EQ(open.asked, 2);
+    EXPECT_EQ(unloads, 0);
+    open.agree = true;
+    main->ribEndClick();
+    EXPECT_EQ(unloads, 1);
+    EXPECT_EQ(open.asked, 3);
+}
+
 TEST_F(FrmMainMdiTest, WallpaperNeverRepeats) {
     int last = 0;
     for (int i = 0; i < 50; ++i) {

@@ -13,12 +13,19 @@ namespace {
 
 using ostrel::testing::ScriptedDialogs;
 
-// Logs its Display and ForceUnload calls as "show n" and "unload n", comma separated.
+// Logs its Display and ForceUnload calls as "show n" and "unload n", comma separated; counts
+// the QueryClose questions and answers them with `agree`.
 class FakeForm : public WorkingForm {
   public:
     FakeForm(int n, std::string& log) : n_(n), log_(log) {}
     void Display() override { Log("show "); }
     void ForceUnload() override { Log("unload "); }
+    bool QueryClose() override {
+        ++asked;
+        return agree;
+    }
+    bool agree = true;
+    int asked = 0;
 
   private:
     void Log(const char* what) {
@@ -199,6 +206,71 @@ TEST_F(RibbonTest, EditWithNoFormOpenMakesTheMaterialFormCurrent) {
     EXPECT_EQ(calls, "unload 5, show 3, unload 3");
     EXPECT_EQ(forms->GetCurrentForm(), 0);
     EXPECT_FALSE(forms->ribTools[3].value);
+}
+
+// A form that refuses to close (unsaved changes kept) stops the click that would close it:
+// nothing closes or opens and the clicked tool goes back. Agreeing, the same click goes on.
+TEST_F(RibbonTest, FormThatRefusesToCloseStopsTheClick) {
+    struct Case {
+        const char* name;
+        int open;
+        bool newBeside;
+        int refuser, button;
+        bool pressed;
+    } cases[] = {
+        {"release current", 5, false, 5, 5, false},
+        {"press another", 3, false, 3, 7, true},
+        {"release manage, new beside", 2, true, 3, 2, false},
+        {"press import from manage, new beside", 2, true, 3, 4, true},
+        {"press with the new form left open", 0, true, 3, 5, true},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        forms->UnloadAll();
+        forms->SetCurrentForm(c.open);
+        if (c.open) forms->ribTools[c.open].value = true;
+        forms->SetNewFormOpen(c.newBeside);
+        forms->ribTools[3].value = c.newBeside || c.open == 3;
+        FakeForm& refuser = *fakes[c.refuser - 1];
+        refuser.agree = false;
+        refuser.asked = 0;
+        calls.clear();
+        forms->RibbonClick(c.button, c.pressed);
+        EXPECT_EQ(refuser.asked, 1);
+        EXPECT_EQ(calls, "");
+        EXPECT_EQ(forms->GetCurrentForm(), c.open);
+        EXPECT_EQ(forms->GetNewFormOpen(), c.newBeside);
+        EXPECT_EQ(forms->ribTools[c.button].value, !c.pressed);
+
+        refuser.agree = true;
+        forms->RibbonClick(c.button, c.pressed);
+        EXPECT_NE(calls.find("unload " + std::to_string(c.refuser)), std::string::npos) << calls;
+    }
+}
+
+// Before the end every open form is asked, those beside the manage form first; one refusal
+// ends the asking. A form closed by its own command has asked already.
+TEST_F(RibbonTest, EndAndEditAskTheOpenForms) {
+    forms->RibbonClick(2, true);
+    forms->OpenForEdit(3);
+    forms->OpenForEdit(7);
+    fakes[6]->agree = false;
+    EXPECT_FALSE(forms->QueryCloseAll());
+    EXPECT_EQ(fakes[2]->asked, 1);
+    EXPECT_EQ(fakes[6]->asked, 1);
+    EXPECT_EQ(fakes[1]->asked, 0);
+    // Editing another record in the open melt form replaces what it holds: asked too.
+    EXPECT_FALSE(forms->OpenForEdit(7));
+    fakes[6]->agree = true;
+    EXPECT_TRUE(forms->QueryCloseAll());
+    EXPECT_EQ(fakes[1]->asked, 1);
+
+    for (auto& f : fakes) f->asked = 0;
+    forms->FormClosed(3);
+    forms->FormClosed(7);
+    forms->FormClosed(2);
+    for (auto& f : fakes) EXPECT_EQ(f->asked, 0);
+    EXPECT_EQ(forms->GetCurrentForm(), 0);
 }
 
 TEST_F(RibbonTest, ToolTipsNameEachTool) {
