@@ -54,10 +54,12 @@ void FinishImportedTrans(MaterialRecord& rec);
 int PrintedDecimals(std::string_view text);
 
 // The check of a staged glass against its file. A glass is flagged when its index cannot be
-// computed at some point of its stored waveband (21 points, both ends included, and where a
-// refit found a gap), or when nd or vd from the stored polynomial differ from the printed
-// figures by more than one unit in their last printed digit: half a unit is the rounding of
-// the printed figure, the other half what the printed coefficients may lose. The text says
+// computed at some point of its stored waveband (FirstWaveWithoutIndex, and where a refit
+// found a gap), or when nd or vd from the stored polynomial differ from the printed
+// figures by more than one unit in their last printed digit (half a unit is the rounding of
+// the printed figure, the other half what the printed coefficients may lose), and never by
+// less than 0.0001 in nd or 0.1 in vd, the agreement of a catalogue's fit with its own
+// measured figures. The text says
 // both outcomes: "nd, vd agree" or "no nd, vd in file" for a glass that passes, otherwise
 // "no index at 800 nm", "nd 1.51680 vs 1.51700", "vd 64.17 vs 64.30", joined by ", " (the
 // computed value first).
@@ -67,8 +69,9 @@ struct ImportCheck {
 };
 ImportCheck CheckImported(const MaterialRecord& rec, const StatedIndex& stated);
 
-// The first of 21 points spread over IndexWvMin..IndexWvMax (both ends included) where the
-// stored polynomial gives no index; 0 when it gives one at every point or the band is empty.
+// The first of 101 points spread over IndexWvMin..IndexWvMax in steps of equal ratio (both
+// ends included) where the stored polynomial gives no index; 0 when it gives one at every
+// point or the band is empty.
 float FirstWaveWithoutIndex(const MaterialRecord& rec);
 
 // A glass line or block that a read passed over, and why ("formula 6 has no stored form").

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/materialform/verification.h"
+#include "core/optics/trans_calcs.h"
 #include "core/platform/file_io.h"
 
 namespace ostrel {
@@ -167,7 +168,16 @@ bool CImportNewGLZ::ReadRecord(FieldStream& in, MaterialRecord& rec) {
             }
             in.EndLine();
         } else if (line == kGlzBlockEnd) {
-            // Up to 150 rows are kept; the short tables take the first 41.
+            // Up to 150 rows are kept. Rows of zeros behind the data are no data: older
+            // backups padded every glass to 150 rows that way, and they come back with the
+            // rows that were measured. The tables are then built from those rows.
+            if (m.TransPoints > 0) {
+                const int16_t written = m.TransPoints;
+                m.TransPoints = static_cast<int16_t>(RealTransRows(m));
+                if (m.TransPoints != written) {
+                    rec.TransState.Ready = m.TransPoints >= 2 ? kTrue : kFalse;
+                }
+            }
             FinishTransTables(rec, m.TransPoints + 1);
             NormaliseRecord(rec);
             return true;

@@ -38,8 +38,9 @@ bool IsNamedMonthDate(std::string_view w) {
     }
     if (parts.size() != 3) return false;
     const auto digits = [](const std::string& p) {
-        return !p.empty() && std::all_of(p.begin(), p.end(),
-                                         [](char c) { return std::isdigit(static_cast<unsigned char>(c)); });
+        return !p.empty() && std::all_of(p.begin(), p.end(), [](char c) {
+            return std::isdigit(static_cast<unsigned char>(c));
+        });
     };
     const std::string month = parts[1].substr(0, 3);
     return digits(parts[0]) && digits(parts[2]) &&
@@ -204,10 +205,15 @@ bool CImportOsloGLC::ReadRecord(std::string_view line, const std::string& source
     const long transFlag = std::lround(v);
     rec.TransState.Ready = transFlag == 0 ? kFalse : kTrue;
     double smallest = 0, largest = 0;
+    long rows = 0;
     if (transFlag != 0) {
         if (!number(q + 2, v)) return false;
-        const long rows = std::lround(v);
+        rows = std::lround(v);
         if (rows < 0) return false;
+    }
+    // A transmission part that announces no rows ("1 0") is a glass without rows, like one
+    // whose flag is 0: it is kept, with no waveband.
+    if (rows > 0) {
         if (rows > kMaxTransPoints) {
             why_ = "it has more than 150 transmission rows";
             return false;

@@ -2,12 +2,16 @@
 // the notice, and the backup file name and messages.
 #include <gtest/gtest.h>
 
+#include <deque>
 #include <filesystem>
+#include <optional>
 
 #include "core/import/frm4_import.h"
 #include "core/import/frm5_export.h"
 #include "core/import/import_zemax_agf.h"
 #include "core/material/material_record_codec.h"
+#include "core/optics/derived_data.h"
+#include "core/optics/glass_code.h"
 #include "core/platform/clock.h"
 #include "core/platform/error_display.h"
 #include "support/scripted_dialogs.h"
@@ -23,10 +27,31 @@ std::string Data(const std::string& name) {
     return (std::filesystem::path(OSTREL_TEST_DATA) / "import" / name).string();
 }
 
+std::string Shared(const std::string& name) {
+    return (std::filesystem::path(OSTREL_SHARED_DATA) / name).string();
+}
+
+// Scripted dialogs whose open dialog also ends on a scripted filter (1-based); with none
+// queued the user keeps the filter the dialog opened with.
+class FilterDialogs : public ScriptedDialogs {
+  public:
+    std::deque<int> filters;
+    std::optional<FileChoice> FileOpenFiltered(const FileDialogSpec& spec) override {
+        std::optional<std::string> path = FileOpen(spec);
+        int filter = spec.filterIndex;
+        if (!filters.empty()) {
+            filter = filters.front();
+            filters.pop_front();
+        }
+        if (!path) return std::nullopt;
+        return FileChoice{*path, filter};
+    }
+};
+
 class ImportForm : public ::testing::Test {
   protected:
     TempDir dir;
-    ScriptedDialogs dialogs;
+    FilterDialogs dialogs;
     FixedClock clock{46000.5};
     ErrorDisplayer errors{dir.path().string(), dialogs, clock};
     GlassesList list{dir.path().string(), errors};
@@ -37,9 +62,11 @@ class ImportForm : public ::testing::Test {
 
 TEST_F(ImportForm, GlcReadFillsGridAndSettings) {
     dialogs.files.push_back(Data("sample.glc"));
+    dialogs.filters.push_back(frm4Import::kGLC);
     form.comImportClick();
     ASSERT_EQ(dialogs.fileDialogs.size(), 1u);
     EXPECT_EQ(dialogs.fileDialogs[0].filter, frm4Import::kFilter);
+    EXPECT_EQ(dialogs.fileDialogs[0].filterIndex, frm4Import::kGLZ);
     EXPECT_EQ(dialogs.fileDialogs[0].initialPath, "/app/");
     EXPECT_EQ(form.ImportCount(), 2);
     EXPECT_EQ(form.ssGlasses.Text(1, 1), "N-BK7");
@@ -51,6 +78,31 @@ TEST_F(ImportForm, GlcReadFillsGridAndSettings) {
     EXPECT_EQ(settings.GetSetting("B4Import", "B4ImpPathOslo_GLC", ""),
               std::filesystem::path(Data("sample.glc")).parent_path().string());
     EXPECT_EQ(form.form.caption.get(), "Import material data from text file: sample.glc");
+}
+
+// The dialog opens with the filter of the last read, and the filter the user ends with
+// decides how the file is read, whatever its name.
+TEST_F(ImportForm, DialogRemembersTheFilterAndTheFilterDecides) {
+    const struct {
+        std::string file;
+        int filter;     // chosen by the user
+        int opensWith;  // the filter the dialog opened with
+        int staged;
+    } steps[] = {
+        {Data("sample.glc"), frm4Import::kGLC, frm4Import::kGLZ, 2},
+        {Data("chengdu.agf"), frm4Import::kAGF, frm4Import::kGLC, 1},
+        {Data("chengdu.agf"), 0, frm4Import::kAGF, 1},  // kept as it opened
+        {Data("sample.glc"), frm4Import::kAGF, frm4Import::kAGF, 0},
+    };
+    for (const auto& step : steps) {
+        SCOPED_TRACE(step.file + " " + std::to_string(step.filter));
+        dialogs.files.push_back(step.file);
+        if (step.filter != 0) dialogs.filters.push_back(step.filter);
+        form.comImportClick();
+        EXPECT_EQ(dialogs.fileDialogs.back().filterIndex, step.opensWith);
+        EXPECT_EQ(form.ImportCount(), step.staged);
+    }
+    EXPECT_EQ(settings.GetSetting("B4Import", "B4ImportLastType", ""), "5");
 }
 
 TEST_F(ImportForm, RefitLabelsAndNotice) {
@@ -80,11 +132,105 @@ TEST_F(ImportForm, CheckColumnShowsDisagreement) {
     EXPECT_EQ(form.ssGlasses.Text(frm4Import::kColCheck, 1), "nd 1.51680 vs 1.51700");
 }
 
+// SF5 of the sample disagrees with its file: the add commands ask first. Yes adds it with
+// the others, No leaves it out, Cancel adds nothing.
+TEST_F(ImportForm, CheckGlassesAreAddedOnlyWhenTheUserSaysSo) {
+    const struct {
+        MsgAnswer answer;
+        int added;
+    } cases[] = {{MsgAnswer::Yes, 2}, {MsgAnswer::No, 1}, {MsgAnswer::Cancel, 0}};
+    for (const auto& c : cases) {
+        TempDir own;
+        GlassesList fresh{own.path().string(), errors};
+        frm4Import f{fresh, dialogs, settings, newMsg, "/app/"};
+        f.ImportFile(Data("sample.glc"), frm4Import::kGLC);
+        EXPECT_EQ(f.ssGlasses.Text(frm4Import::kColStatus, 1), "OK");
+        EXPECT_EQ(f.ssGlasses.Text(frm4Import::kColCheck, 1), "nd, vd agree");
+        EXPECT_EQ(f.ssGlasses.Text(frm4Import::kColStatus, 2), "Check");
+        EXPECT_EQ(f.ssGlasses.CellColour(frm4Import::kColStatus, 2), kStatusCheck);
+        dialogs.boxes.clear();
+        dialogs.answers.push_back(c.answer);
+        f.comAddAllClick();
+        ASSERT_FALSE(dialogs.boxes.empty());
+        EXPECT_NE(dialogs.boxes[0].text.find("\n\nSF5/SCHOTT\n\n"), std::string::npos);
+        EXPECT_EQ(dialogs.boxes[0].buttons, MsgButtons::YesNoCancel);
+        EXPECT_EQ(fresh.CustomCount(), c.added);
+    }
+}
+
+// Real catalogues through the form: a glass whose index fails in its band and disagrees
+// with the file is marked Check and says why; N-BK7 leaves staging with its derived data.
+TEST_F(ImportForm, RealCataloguesStatusCheckAndDerivedData) {
+    if (!std::filesystem::exists(Shared("agf/2020/SCHOTT.AGF"))) GTEST_SKIP() << "no data";
+    const struct {
+        const char* file;
+        int type;
+        const char* glass;
+        const char* status;
+        const char* check;
+        const char* source;
+    } cases[] = {
+        {"agf/2020/INFRARED.AGF", frm4Import::kAGF, "KCL", "Check",
+         "no index at 675 nm, nd 19.69645 vs 1.49021", "INFRARED"},
+        {"agf/2020/SCHOTT.AGF", frm4Import::kAGF, "N-BK7", "OK", "nd, vd agree", "SCHOTT"},
+        // The header of misc.glc ends with a date, which is no maker.
+        {"glc/misc.glc", frm4Import::kGLC, "CROWN", "Check Index Trans", "vd 64.17 vs 4.17",
+         "misc"},
+        {"glc/hoya.glc", frm4Import::kGLC, "FCD1", "OK", "nd, vd agree", "HOYA"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.glass);
+        form.ImportFile(Shared(c.file), c.type);
+        int row = 0;
+        for (int r = 1; r <= form.ImportCount() && row == 0; ++r) {
+            if (form.ssGlasses.Text(frm4Import::kColGlass, r) == c.glass) row = r;
+        }
+        ASSERT_NE(row, 0);
+        EXPECT_EQ(form.ssGlasses.Text(frm4Import::kColStatus, row), c.status);
+        EXPECT_EQ(form.ssGlasses.Text(frm4Import::kColCheck, row), c.check);
+        EXPECT_EQ(form.ssGlasses.Text(frm4Import::kColSource, row), c.source);
+    }
+    form.ImportFile(Shared("agf/2020/SCHOTT.AGF"), frm4Import::kAGF);
+    const auto& staged = form.ImportList();
+    const auto bk7 = std::find_if(staged.begin(), staged.end(), [](const MaterialRecord& r) {
+        return r.General.GlassName.Text() == "N-BK7";
+    });
+    ASSERT_NE(bk7, staged.end());
+    EXPECT_FLOAT_EQ(bk7->Derived.nd, 1.5168f);
+    EXPECT_FLOAT_EQ(bk7->Derived.vd, 64.17f);
+    EXPECT_EQ(bk7->General.GlassCode, 517642);
+}
+
+// A file whose glasses are all passed over says why, GLC as AGF.
+TEST_F(ImportForm, NothingStagedSaysWhy) {
+    if (!std::filesystem::exists(Shared("glc/hikari.glc"))) GTEST_SKIP() << "no data";
+    const struct {
+        const char* file;
+        int type;
+        const char* why;
+    } cases[] = {
+        {"glc/hikari.glc", frm4Import::kGLC,
+         "150 glasses were passed over (J-BAF10, J-BAF11, J-BAF12, ...): formula 6 has no "
+         "stored form."},
+        {"agf/2020/NIKON.agf", frm4Import::kAGF,
+         "12 glasses were skipped: their AGF formula is not supported."},
+    };
+    for (const auto& c : cases) {
+        dialogs.boxes.clear();
+        form.ImportFile(Shared(c.file), c.type);
+        ASSERT_EQ(dialogs.boxes.size(), 1u);
+        EXPECT_EQ(dialogs.boxes[0].text,
+                  "Unable to import any glasses from file " + Shared(c.file) + "!\r\n" + c.why);
+        EXPECT_EQ(form.lblSkipped.caption.get(), c.why);
+    }
+}
+
 TEST_F(ImportForm, CatalogueNameBlocksEverythingAndRenameFreesIt) {
     form.ImportFile(Data("sample.glc"), frm4Import::kGLC);
     // One staged glass already in the list: answering No adds nothing.
     MaterialRecord existing = form.ImportList()[0];
     ASSERT_TRUE(list.ListAdd(existing, false));
+    dialogs.answers.push_back(MsgAnswer::Yes);  // SF5 is marked Check: add it as well
     dialogs.answers.push_back(MsgAnswer::No);
     EXPECT_FALSE(form.AddRange(1, 2));
     EXPECT_EQ(list.CustomCount(), 1);
@@ -186,6 +332,9 @@ TEST_F(ImportForm, GlassesLeaveStagingComplete) {
     }
     ASSERT_EQ(whole.size(), 1u);
     ASSERT_FALSE(whole[0].Other.CC.Text().empty());  // four rows: the colour code is set
+    // It leaves with the numbers derived from its polynomial.
+    UpdateDerivedData(whole[0]);
+    UpdateGlassCode(whole[0]);
     const MaterialImage want = ToBytes(whole[0]);
 
     std::vector<MaterialImage> reviewed;
