@@ -139,6 +139,48 @@ TEST(FitCli, WeightsAreReadOnlyWhenAsked) {
               "solution\n");
 }
 
+// Rows go into the index grid as typed cells: one the grid refuses stops the command with
+// the grid's reason, and nothing is fitted.
+struct CellRefusalCase {
+    const char* name;
+    const char* options;
+    const char* row3;  // the third of ten N-BK7 rows replaced by this
+    const char* err;
+};
+
+class FitCellRefusal : public ::testing::TestWithParam<CellRefusalCase> {};
+
+TEST_P(FitCellRefusal, StopsWithTheGridsReason) {
+    const CellRefusalCase& c = GetParam();
+    TempDir dir;
+    std::string text = Nbk7Csv(10);
+    size_t at = 0;
+    for (int line = 0; line < 3; ++line) at = text.find('\n', at) + 1;
+    text.replace(at, text.find('\n', at) - at, c.row3);
+    WriteFileBytes(dir / "rows.csv", text);
+    const CliResult run = RunCliIn(dir, std::string("fit --polytype 2 ") + c.options + " \"" +
+                                            (dir / "rows.csv").string() + "\"");
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.err, c.err);
+    EXPECT_TRUE(run.out.empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cells, FitCellRefusal,
+    ::testing::Values(
+        CellRefusalCase{"NegativeWave", "", "-500,1.5",
+                        "Row 3, \"wave [nm]\": -500 is refused: the column takes numbers from 10 "
+                        "to 30000\n"},
+        CellRefusalCase{"IndexBelowOne", "", "500,0.5",
+                        "Row 3, \"index\": 0.5 is refused: the column takes numbers from 1 to 9\n"},
+        CellRefusalCase{"NotANumber", "", "500,n/a",
+                        "Row 3, \"index\": \"n/a\" is refused: the column takes numbers from 1 "
+                        "to 9\n"},
+        CellRefusalCase{"WeightAboveOne", "--weights", "500,1.5,2",
+                        "Row 3, \"weight [0-1]\": 2 is refused: the column takes numbers from 0 "
+                        "to 1\n"}),
+    [](const auto& info) { return std::string(info.param.name); });
+
 TEST(IndexFitCli, UsageErrorsAndMissingFile) {
     TempDir dir;
     EXPECT_EQ(Fit(dir, "--polytype 7", 20).status, 2);
