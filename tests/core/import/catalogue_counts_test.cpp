@@ -24,6 +24,7 @@
 #include "core/material/material_record_codec.h"
 #include "core/optics/glass_code.h"
 #include "core/optics/index_from_polynomial.h"
+#include "core/optics/trans_calcs.h"
 #include "support/scripted_dialogs.h"
 #include "support/temp_dir.h"
 
@@ -348,6 +349,34 @@ INSTANTIATE_TEST_SUITE_P(
                    "no index at 675 nm, nd 19.69645 vs 1.49021"},
         // transmission part "1 0": kept, without rows
         KnownGlass{"glc/misc.glc", "SPINEL", kNoNd, "nd 2.02059 vs 1.71623, vd 2798.91 vs 60.61"}));
+
+// FCD1 of hoya.glc has 44 transmission rows: its 41-place short tables keep both
+// ends of the band, the UV edge included, and the rows between them as ShortTableRow picks
+// them.
+TEST(CatalogueShortTables, SpanTheWholeBandOfALongGlass) {
+    {
+        const fs::path file = kData / "glc/hoya.glc";
+        if (!fs::exists(file)) GTEST_SKIP() << "no catalogue data";
+        const Read r = ReadCatalogue(file);
+        const auto it = std::find_if(r.recs.begin(), r.recs.end(), [](const MaterialRecord& m) {
+            return m.General.GlassName.Text() == "FCD1";
+        });
+        ASSERT_NE(it, r.recs.end());
+        const auto& m = it->Measured;
+        const auto& g = it->General;
+        ASSERT_EQ(m.TransPoints, 44);
+        EXPECT_FLOAT_EQ(g.TransShortWave[0], 2500.0f);
+        EXPECT_FLOAT_EQ(g.TransShortWave[40], 280.0f);
+        for (size_t place = 0; place < 41; ++place) {
+            const size_t row = ShortTableRow(place, 44);
+            EXPECT_EQ(g.TransShortWave[place], m.TransWave[row]) << place;
+            EXPECT_EQ(g.TransShortValue[place], m.TransAbsorb[row]) << place;
+            if (place > 0) {
+                EXPECT_LT(g.TransShortWave[place], g.TransShortWave[place - 1]);
+            }
+        }
+    }
+}
 
 // With the option on, glasses of formulas without a stored form are refitted, not passed
 // over: every glass of the file is staged (172 of HIKARI's would be skipped otherwise), and

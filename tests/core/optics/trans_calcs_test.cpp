@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <tuple>
@@ -96,6 +97,23 @@ INSTANTIATE_TEST_SUITE_P(
         Points{{400.0f, 900.0f, 300.0f, 1200.0f, 700.0f}, {0.05f, 0.001f, 0.2f, 0.0f, 0.003f}},
         Points{{1000.0f, 1000.0f, 1000.0f, 600.0f, 260.0f}, {0.0f, 0.001f, 0.002f, 0.01f, 0.9f}},
         Points{{}, {}}, Points{{550.0f}, {0.01f}}, Points{{250.0f}, {0.01f}}));
+
+// The rows of the 41-place short tables: each row its own place up to 41 rows; beyond, the
+// first and the last row and rows evenly between them, none twice.
+TEST(TransCalcs, ShortTableRowsSpanTheRows) {
+    for (const size_t points : {1u, 41u, 42u, 44u, 81u, 150u}) {
+        SCOPED_TRACE(points);
+        const size_t places = std::min<size_t>(points, 41);
+        EXPECT_EQ(ShortTableRow(0, points), 0u);
+        EXPECT_EQ(ShortTableRow(places - 1, points), points <= 41 ? places - 1 : points - 1);
+        for (size_t slot = 1; slot < places; ++slot) {
+            const size_t step = ShortTableRow(slot, points) - ShortTableRow(slot - 1, points);
+            EXPECT_GE(step, 1u);
+            EXPECT_LE(step, (points + 39) / 40);
+        }
+    }
+    EXPECT_EQ(ShortTableRow(20, 44), 22u);  // 20 * 43 / 40 = 21.5, rounded up
+}
 
 TEST(TransCalcs, CheckTransPointsRepairsBluntly) {
     const std::pair<int16_t, int16_t> counts[] = {{1, 1},    {10, 10},  {0, 150},
