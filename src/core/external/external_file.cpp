@@ -52,8 +52,8 @@ bool ReadExternalFile(const std::string& folder, std::vector<MaterialRecord>& re
 }
 
 UpdateCounts MergeIntoExternalList(std::vector<MaterialRecord>& records,
-                                   const std::vector<MaterialRecord>& source, int first,
-                                   int last, bool overwrite) {
+                                   const std::vector<MaterialRecord>& source, int first, int last,
+                                   bool overwrite) {
     UpdateCounts counts;
     for (int i = std::max(first, 1); i <= last && i <= static_cast<int>(source.size()); ++i) {
         const MaterialRecord& src = source[static_cast<size_t>(i - 1)];
@@ -83,21 +83,9 @@ std::string ExternalFileImage(const std::vector<ExternalRecord>& records) {
     return bytes;
 }
 
-bool RewriteExternalFile(const std::string& folder, const std::vector<ExternalRecord>& records,
-                         FileError& error) {
-    if (records.empty()) return true;
-    const auto file = FileIn(folder, kExternalFileName);
-    std::error_code ec;
-    if (std::filesystem::exists(file, ec)) {
-        // A backup that cannot be made does not stop the update.
-        FileError ignored;
-        CopyFileAtomic(file, FileIn(folder, kExternalBackupName), ignored);
-    }
-    return WriteFileAtomic(file, ExternalFileImage(records), error);
-}
+namespace {
 
-bool WriteExternalFile(const std::string& folder, const std::vector<MaterialRecord>& records,
-                       FileError& error) {
+std::vector<ExternalRecord> ToExternalList(const std::vector<MaterialRecord>& records) {
     std::vector<ExternalRecord> out;
     out.reserve(records.size());
     for (const auto& rec : records) {
@@ -105,7 +93,39 @@ bool WriteExternalFile(const std::string& folder, const std::vector<MaterialReco
         ToExternalRecord(rec.General, ext);
         out.push_back(ext);
     }
-    return RewriteExternalFile(folder, out, error);
+    return out;
+}
+
+}  // namespace
+
+bool PrepareExternalFile(const std::string& folder, const std::vector<ExternalRecord>& records,
+                         PreparedFile& prepared, FileError& error) {
+    prepared.Discard();
+    if (records.empty()) return true;
+    return prepared.Prepare(FileIn(folder, kExternalFileName), ExternalFileImage(records), error);
+}
+
+bool PrepareExternalFile(const std::string& folder, const std::vector<MaterialRecord>& records,
+                         PreparedFile& prepared, FileError& error) {
+    return PrepareExternalFile(folder, ToExternalList(records), prepared, error);
+}
+
+bool CommitExternalFile(PreparedFile& prepared, FileError& error) {
+    if (!prepared.Pending()) return true;
+    // A backup that cannot be made does not stop the update.
+    return prepared.Commit(error, prepared.Target().parent_path() / kExternalBackupName);
+}
+
+bool RewriteExternalFile(const std::string& folder, const std::vector<ExternalRecord>& records,
+                         FileError& error) {
+    PreparedFile prepared;
+    return PrepareExternalFile(folder, records, prepared, error) &&
+           CommitExternalFile(prepared, error);
+}
+
+bool WriteExternalFile(const std::string& folder, const std::vector<MaterialRecord>& records,
+                       FileError& error) {
+    return RewriteExternalFile(folder, ToExternalList(records), error);
 }
 
 }  // namespace ostrel

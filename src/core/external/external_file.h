@@ -32,8 +32,19 @@ bool ReadExternalFile(const std::string& folder, std::vector<MaterialRecord>& re
 // An empty `records` (no file yet) simply takes them all, so that an update makes the
 // first file as a synchronisation does. Returns what was added, replaced and kept.
 UpdateCounts MergeIntoExternalList(std::vector<MaterialRecord>& records,
-                                   const std::vector<MaterialRecord>& source, int first,
-                                   int last, bool overwrite);
+                                   const std::vector<MaterialRecord>& source, int first, int last,
+                                   bool overwrite);
+
+// The folder's new file made ready beside the old one, to be put in place later by
+// CommitExternalFile (which keeps the old file as the backup first). An empty list prepares
+// nothing: the file stays as it is.
+bool PrepareExternalFile(const std::string& folder, const std::vector<ExternalRecord>& records,
+                         PreparedFile& prepared, FileError& error);
+bool PrepareExternalFile(const std::string& folder, const std::vector<MaterialRecord>& records,
+                         PreparedFile& prepared, FileError& error);
+// Puts a prepared file in place, the old one becoming the backup; true when nothing was
+// prepared.
+bool CommitExternalFile(PreparedFile& prepared, FileError& error);
 
 // Rewrites the folder's file from the list (backup first). An empty list leaves the file
 // as it is and returns true. False when the new file could not be written; the old one then

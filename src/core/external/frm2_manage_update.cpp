@@ -8,6 +8,7 @@
 #include "core/material/glasses_list.h"
 #include "core/materialform/frm2_manage.h"
 #include "core/materialform/verification.h"
+#include "core/platform/file_io.h"
 
 namespace ostrel {
 
@@ -64,23 +65,6 @@ std::string frm2ManageUpdate::TargetName() const {
     }
 }
 
-bool frm2ManageUpdate::WriteFiles(const std::vector<MaterialRecord>& records) {
-    bool ok = true;
-    const std::pair<bool, std::string> folders[] = {
-        {true, setup_.GetPathLumbrak()}, {setup_.GetSextaneFound(), setup_.GetPathSextane()}};
-    for (const auto& [present, folder] : folders) {
-        if (!present) continue;
-        FileError error;
-        if (!WriteExternalFile(folder, records, error)) {
-            dialogs_.MsgBox("Error while writing " + folder + kExternalFileName + "\n" +
-                                std::to_string(error.code) + "\t" + error.message,
-                            MsgButtons::OK, MsgIcon::Exclamation);
-            ok = false;
-        }
-    }
-    return ok;
-}
-
 namespace {
 
 // A synchronisation measured against what the target held before: the materials of the
@@ -99,23 +83,30 @@ UpdateCounts SynchCounts(const std::set<std::string>& before,
     return counts;
 }
 
+constexpr const char* kNothingChanged = "Nothing was changed.";
+
+std::string FileFailureText(const std::string& what, const std::string& folder,
+                            const FileError& error) {
+    return what + folder + kExternalFileName + "\n" + std::to_string(error.code) + "\t" +
+           error.message;
+}
+
 }  // namespace
 
-UpdateCounts frm2ManageUpdate::UpdateFiles(const std::vector<MaterialRecord>& list, int first,
-                                           int last, bool synch) {
-    UpdateCounts counts;
+bool frm2ManageUpdate::PrepareFiles(const std::vector<MaterialRecord>& list, int first, int last,
+                                    bool synch, std::vector<PreparedFile>& files,
+                                    UpdateCounts& counts) {
     std::vector<MaterialRecord> records;
     FileError error;
     if (!ReadExternalFile(setup_.GetPathLumbrak(), records, error)) {
         // A synchronisation does not need the old file: it only counts what it held.
         records.clear();
         if (!synch) {
-            dialogs_.MsgBox("Error while reading " + setup_.GetPathLumbrak() +
-                                kExternalFileName + "\n" + std::to_string(error.code) + "\t" +
-                                error.message,
-                            MsgButtons::OK, MsgIcon::Exclamation);
-            counts.failed = true;
-            return counts;
+            dialogs_.MsgBox(
+                FileFailureText("Error while reading ", setup_.GetPathLumbrak(), error) + "\n" +
+                    kNothingChanged,
+                MsgButtons::OK, MsgIcon::Exclamation);
+            return false;
         }
     }
     if (synch) {
@@ -126,29 +117,46 @@ UpdateCounts frm2ManageUpdate::UpdateFiles(const std::vector<MaterialRecord>& li
     } else {
         counts = MergeIntoExternalList(records, list, first, last, Overwrite());
     }
-    if (!WriteFiles(records)) counts.failed = true;
-    return counts;
+    // The Lumbrak folder's list goes to both folders.
+    const std::pair<bool, std::string> folders[] = {
+        {true, setup_.GetPathLumbrak()}, {setup_.GetSextaneFound(), setup_.GetPathSextane()}};
+    for (const auto& [present, folder] : folders) {
+        if (!present) continue;
+        files.emplace_back();
+        if (!PrepareExternalFile(folder, records, files.back(), error)) {
+            dialogs_.MsgBox(
+                FileFailureText("Error while writing ", folder, error) + "\n" + kNothingChanged,
+                MsgButtons::OK, MsgIcon::Exclamation);
+            return false;
+        }
+    }
+    return true;
 }
 
-UpdateCounts frm2ManageUpdate::UpdateDatabase(const std::vector<MaterialRecord>& list, int first,
-                                              int last, bool synch) {
+bool frm2ManageUpdate::ChangeDatabase(Database& db, const std::vector<MaterialRecord>& list,
+                                      int first, int last, bool synch, UpdateCounts& counts) {
     const std::vector<MaterialRecord> range(list.begin() + (first - 1), list.begin() + last);
-    UpdateCounts counts;
-    if (!synch) {
-        AddGlassesToDatabase(setup_.GetPathKelmora(), range, Overwrite(), dialogs_, &counts);
-        return counts;
+    DbError error;
+    const char* failure = kMsgAddFailed;
+    bool ok = true;
+    if (synch) {
+        // Clearing the old custom rows and adding the list are one transaction: the
+        // database ends with the old rows or the new ones, never with none.
+        std::set<std::string> before;
+        UpdateCounts added;
+        ok = DeleteCustomRows(db, &before, error);
+        if (!ok) failure = kMsgDeleteAllFailed;
+        ok = ok && AddGlassRows(db, range, Overwrite(), added, error);
+        counts = SynchCounts(before, range);
+    } else {
+        ok = AddGlassRows(db, range, Overwrite(), counts, error);
     }
-    std::set<std::string> before;
-    const bool cleared = DeleteAllCustomRows(setup_.GetPathKelmora(), dialogs_, &before);
-    UpdateCounts added;
-    const bool ok =
-        AddGlassesToDatabase(setup_.GetPathKelmora(), range, Overwrite(), dialogs_, &added);
-    if (cleared && ok) return SynchCounts(before, range);
-    // Deleting and adding are two transactions: say what stands after the one that ran.
-    counts.failed = true;
-    if (cleared) counts.removed = static_cast<int>(before.size());
-    if (ok) counts.added = added.added + added.replaced;
-    return counts;
+    ok = ok && db.CommitTrans(error);
+    if (ok) return true;
+    db.Rollback();
+    dialogs_.MsgBox(DatabaseFailureText(failure, error, kMsgReturnedToOriginal), MsgButtons::OK,
+                    MsgIcon::Exclamation);
+    return false;
 }
 
 void frm2ManageUpdate::ShowSummary(std::string summary) {
@@ -156,34 +164,65 @@ void frm2ManageUpdate::ShowSummary(std::string summary) {
     dialogs_.HelpNote(summary_, false);
 }
 
+// The order of an update: the database's write lock first, then the new sibling files
+// written beside the old ones, then the database changed and committed, and only then the
+// files put in place (each old file becoming its backup). A busy database or any failure
+// before the commit changes nothing; what the user then sees names the store that failed.
 bool frm2ManageUpdate::UpdateTargets(const std::vector<MaterialRecord>& list, int first, int last,
                                      bool synch) {
-    std::vector<std::string> parts;
-    bool ok = true;
     const int target = Target();
-    if (target == kTargetFiles || target == kTargetBoth) {
-        UpdateCounts counts;
-        if (setup_.GetLumbrakFound()) {
-            BusyPointer busy(dialogs_);
-            counts = UpdateFiles(list, first, last, synch);
-        } else {
-            counts.absent = true;
+    const bool toFiles = target == kTargetFiles || target == kTargetBoth;
+    const bool toDatabase = target == kTargetDatabase || target == kTargetBoth;
+    UpdateCounts files, database;
+    files.absent = !setup_.GetLumbrakFound();
+    database.absent = !setup_.GetKelmoraFound();
+    auto summary = [&] {
+        std::vector<std::string> parts;
+        if (toFiles) parts.push_back(SummaryPart(kSummaryLumbrak, files));
+        if (toDatabase) parts.push_back(SummaryPart(kSummaryKelmora, database));
+        ShowSummary(JoinSummary(parts));
+    };
+    // What a failure before the commit leaves: the failed store says so, the other
+    // reads "nothing changed".
+    auto abandon = [&](UpdateCounts& failed) {
+        if (!files.absent) files = {};
+        if (!database.absent) database = {};
+        failed.failed = true;
+        summary();
+        return false;
+    };
+
+    BusyPointer busy(dialogs_);
+    std::unique_ptr<Database> db;
+    if (toDatabase && !database.absent) {
+        bool inUse = false;
+        db = BeginGlassUpdate(setup_.GetPathKelmora(), dialogs_, &inUse);
+        if (!db) {
+            if (!files.absent) files = {};
+            (inUse ? database.busy : database.failed) = true;
+            summary();
+            return false;
         }
-        ok = ok && !counts.failed;
-        parts.push_back(SummaryPart(kSummaryLumbrak, counts));
     }
-    if (target == kTargetDatabase || target == kTargetBoth) {
-        UpdateCounts counts;
-        if (setup_.GetKelmoraFound()) {
-            BusyPointer busy(dialogs_);
-            counts = UpdateDatabase(list, first, last, synch);
-        } else {
-            counts.absent = true;
+    std::vector<PreparedFile> prepared;
+    if (toFiles && !files.absent && !PrepareFiles(list, first, last, synch, prepared, files)) {
+        if (db) db->Rollback();
+        return abandon(files);
+    }
+    if (db && !ChangeDatabase(*db, list, first, last, synch, database)) return abandon(database);
+    // The database is committed; the files follow.
+    bool ok = true;
+    for (auto& file : prepared) {
+        FileError error;
+        if (!CommitExternalFile(file, error)) {
+            dialogs_.MsgBox(FileFailureText("Error while writing ",
+                                            file.Target().parent_path().string() + "/", error),
+                            MsgButtons::OK, MsgIcon::Exclamation);
+            files.failed = true;
+            ok = false;
         }
-        ok = ok && !counts.failed;
-        parts.push_back(SummaryPart(kSummaryKelmora, counts));
     }
-    ShowSummary(JoinSummary(parts));
+    summary();
     return ok;
 }
 

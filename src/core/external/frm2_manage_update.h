@@ -2,7 +2,9 @@
 // The managing form's update frame: the commands that push custom materials into the
 // sibling programs (the custom glass files of the lens design program and its tolerancing
 // tool, and the catalogue program's database), the two settings that steer them, and the
-// removal form. Files always go first and the database second; the two are independent.
+// removal form. An update to both changes both or neither: the database's write lock is
+// taken first, the files are made ready beside the old ones, the database is committed, and
+// then the files are put in place.
 #include <functional>
 #include <string>
 #include <vector>
@@ -12,7 +14,9 @@
 #include "core/external/update_summary.h"
 #include "core/material/material_record.h"
 #include "core/platform/controls.h"
+#include "core/platform/database.h"
 #include "core/platform/dialogs.h"
+#include "core/platform/file_io.h"
 
 namespace ostrel {
 
@@ -74,11 +78,13 @@ class frm2ManageUpdate {
     // The update of the targets with list[first..last]; synchronising writes the whole list
     // without reading the file, and clears the database's custom rows first.
     bool UpdateTargets(const std::vector<MaterialRecord>& list, int first, int last, bool synch);
-    bool WriteFiles(const std::vector<MaterialRecord>& records);
-    UpdateCounts UpdateFiles(const std::vector<MaterialRecord>& list, int first, int last,
-                             bool synch);
-    UpdateCounts UpdateDatabase(const std::vector<MaterialRecord>& list, int first, int last,
-                                bool synch);
+    // The new sibling files, written beside the old ones; false (reported) on a failure.
+    bool PrepareFiles(const std::vector<MaterialRecord>& list, int first, int last, bool synch,
+                      std::vector<PreparedFile>& files, UpdateCounts& counts);
+    // The database's changes and its commit, in the transaction `db` holds; false (reported,
+    // rolled back) on a failure.
+    bool ChangeDatabase(Database& db, const std::vector<MaterialRecord>& list, int first, int last,
+                        bool synch, UpdateCounts& counts);
     void ShowSummary(std::string summary);
 
     Source source_;

@@ -247,7 +247,8 @@ bool frm6Archive::MoveCommand(Grid& grid, int singleRow, bool archive) {
     Repick(ssGlassCurr, curr, currRow_);
     Repick(ssGlassArchive, arch, archiveRow_);
     UpdateCounts counts;
-    counts.failed = !ok;
+    counts.failed = !ok && !busy_;
+    counts.busy = busy_;
     if (ok) (archive ? counts.archived : counts.restored) = moved;
     summary_ = SummaryPart(kSummaryKelmora, counts);
     dialogs_.HelpNote(summary_, false);
@@ -277,24 +278,36 @@ bool frm6Archive::MoveRows(Grid& grid, int singleRow, bool archive, int& moved) 
         return 1;
     };
 
+    // The command's transaction takes the write lock first: a database held by another
+    // program changes nothing and says so.
+    busy_ = false;
+    auto begin = [&] {
+        if (db_->BeginTrans(error)) return true;
+        busy_ = error.code == kDbErrorBusy;
+        dialogs_.MsgBox(error.code == kDbErrorBusy
+                            ? std::string(kMsgDatabaseBusy)
+                            : std::string(archive ? kMsgArchiveFailed : kMsgRestoreFailed) + "\n" +
+                                  std::to_string(error.code) + "\t" + error.message,
+                        MsgButtons::OK, MsgIcon::Exclamation);
+        return false;
+    };
+
     if (MultiRowSelection(grid)) {
-        if (!db_->BeginTrans(error)) {
-            dialogs_.MsgBox(error.message, MsgButtons::OK, MsgIcon::Exclamation);
+        const auto blocks = grid.Selection();
+        // The question about archiving everything comes before the transaction, so that the
+        // database is not held while the user thinks it over.
+        const bool everything = std::any_of(blocks.begin(), blocks.end(),
+                                            [](const GridBlock& b) { return b.row1 < 1; });
+        if (archive && everything &&
+            dialogs_.MsgBox(kMsgArchiveAll, MsgButtons::OKCancel, MsgIcon::Question) ==
+                MsgAnswer::Cancel) {
+            moved = -1;
             return false;
         }
-        const auto blocks = grid.Selection();
+        if (!begin()) return false;
         for (const auto& block : blocks) {
-            int first = block.row1, last = block.row2;
-            if (first < 1) {
-                if (archive && dialogs_.MsgBox(kMsgArchiveAll, MsgButtons::OKCancel,
-                                               MsgIcon::Question) == MsgAnswer::Cancel) {
-                    db_->Rollback();
-                    moved = -1;
-                    return false;
-                }
-                first = 1;
-            }
-            if (last < 1) last = grid.MaxRows();
+            const int first = std::max(block.row1, 1);
+            const int last = block.row2 < 1 ? grid.MaxRows() : block.row2;
             for (int row = first; row <= last && row <= grid.MaxRows(); ++row) {
                 if (!moveRow(row)) {
                     db_->Rollback();
@@ -319,12 +332,22 @@ bool frm6Archive::MoveRows(Grid& grid, int singleRow, bool archive, int& moved) 
     if (!RowId(grid, singleRow, id)) return true;
     if (archive) {
         bool isProtected = false;
-        if (!IsProtectedGlass(id, isProtected, error)) return false;
+        if (!IsProtectedGlass(id, isProtected, error)) {
+            dialogs_.MsgBox(std::string(kMsgArchiveFailed) + "\n" + std::to_string(error.code) +
+                                "\t" + error.message,
+                            MsgButtons::OK, MsgIcon::Exclamation);
+            return false;
+        }
         if (isProtected) return true;
     }
-    bool ok = db_->BeginTrans(error);
-    if (ok) ok = archive ? MoveToArchive(id) : MoveToCurrent(id);
-    if (ok) ok = db_->CommitTrans(error);
+    if (!begin()) return false;
+    bool ok = archive ? MoveToArchive(id) : MoveToCurrent(id);
+    if (ok && !db_->CommitTrans(error)) {
+        ok = false;
+        dialogs_.MsgBox(std::string(archive ? kMsgArchiveFailed : kMsgRestoreFailed) + "\n" +
+                            std::to_string(error.code) + "\t" + error.message,
+                        MsgButtons::OK, MsgIcon::Exclamation);
+    }
     if (!ok) db_->Rollback();
     if (ok) moved = 1;
     Refresh();

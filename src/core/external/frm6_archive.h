@@ -96,6 +96,7 @@ class frm6Archive : public WorkingForm {
     int currRow_ = 0;
     int archiveRow_ = 0;
     int sortColumn_ = 1;
+    bool busy_ = false;  // the last command found the database held by another program
     std::string summary_;
 };
 

@@ -90,32 +90,68 @@ bool frmGlassesDelExt::RemoveSelected() {
     UpdateCounts counts;
     // An emptied list leaves the file as it stands: the last entries are not removed.
     if (!keep.empty()) counts.removed = static_cast<int>(externalList_.size() - keep.size());
-    externalList_ = keep;
+    // Both files are made ready before either is put in place: a file that cannot be
+    // written leaves both folders as they were.
     const std::pair<bool, std::string> folders[] = {
         {setup_.GetLumbrakFound(), setup_.GetPathLumbrak()},
         {setup_.GetSextaneFound(), setup_.GetPathSextane()}};
+    std::vector<PreparedFile> files;
+    FileError error;
     for (const auto& [present, folder] : folders) {
         if (!present) continue;
-        FileError error;
-        if (!RewriteExternalFile(folder, externalList_, error)) {
+        files.emplace_back();
+        if (!PrepareExternalFile(folder, keep, files.back(), error)) {
             dialogs_.MsgBox("Error while writing " + folder + kExternalFileName + "\n" +
+                                std::to_string(error.code) + "\t" + error.message +
+                                "\nNothing was changed.",
+                            MsgButtons::OK, MsgIcon::Exclamation);
+            counts = {};
+            counts.failed = true;
+            summary_ = SummaryPart(kSummaryLumbrak, counts);
+            return false;
+        }
+    }
+    for (auto& file : files) {
+        if (!CommitExternalFile(file, error)) {
+            dialogs_.MsgBox("Error while writing " + file.Target().string() + "\n" +
                                 std::to_string(error.code) + "\t" + error.message,
                             MsgButtons::OK, MsgIcon::Exclamation);
             counts.failed = true;
         }
     }
+    externalList_ = keep;
     summary_ = SummaryPart(kSummaryLumbrak, counts);
     FillFromList();
     return true;
 }
 
+// The entry's row goes, and with it any other custom row of the same material (name and
+// source compared as the custom list compares them) that an older version left in either
+// table: a material removed is gone from the database whatever the case of its rows.
 bool frmGlassesDelExt::RemoveRow(Database& db, int64_t id, DbError& error) {
     if (id > kArchiveMark) id -= kArchiveMark;
-    const DbCriteria criteria = {{"S1", DbValue{int64_t{kCustomRowKind}}},
-                                 {"GlassID", DbValue{id}}};
-    bool deleted = false;
-    if (!DeleteRows(db, kTableCurrent, criteria, deleted, error)) return false;
-    if (!deleted && !DeleteRows(db, kTableArchive, criteria, deleted, error)) return false;
+    const DbValue custom{int64_t{kCustomRowKind}};
+    std::vector<DbRow> rows;
+    for (const char* table : {kTableCurrent, kTableArchive}) {
+        if (!db.FindRows(table, {{"S1", custom}, {"GlassID", DbValue{id}}}, rows, error))
+            return false;
+        if (!rows.empty()) break;
+    }
+    if (rows.empty()) return true;
+    MaterialRecord rec = ClearedMaterialRecord();
+    rec.General.GlassName.Set(DbText(rows.front().Field("GlassName")));
+    rec.General.Source.Set(DbText(rows.front().Field("Source")));
+    for (const char* table : {kTableCurrent, kTableArchive}) {
+        std::vector<int64_t> ids;
+        if (!MaterialRowIds(db, table, kCustomRowKind, rec, ids, error)) return false;
+        for (int64_t same : ids) {
+            bool deleted = false;
+            if (!DeleteRows(db, table, {{"S1", custom}, {"GlassID", DbValue{same}}}, deleted,
+                            error)) {
+                return false;
+            }
+        }
+    }
     return true;
 }
 
@@ -123,10 +159,16 @@ bool frmGlassesDelExt::RemoveFromDatabase() {
     UpdateCounts counts;
     counts.failed = true;
     summary_ = SummaryPart(kSummaryKelmora, counts);
-    auto db = OpenGlassDatabaseForUpdate(setup_.GetPathKelmora(), dialogs_);
-    if (!db) return false;
+    bool busy = false;
+    auto db = BeginGlassUpdate(setup_.GetPathKelmora(), dialogs_, &busy);
+    if (!db) {
+        counts.failed = !busy;
+        counts.busy = busy;
+        summary_ = SummaryPart(kSummaryKelmora, counts);
+        return false;
+    }
     DbError error;
-    bool ok = db->BeginTrans(error);
+    bool ok = true;
     for (int index : lstGlasses.SelectedIndexes()) {
         if (!ok) break;
         ok = RemoveRow(*db, lstGlasses.ItemData(index), error);

@@ -220,6 +220,24 @@ std::unique_ptr<Database> OpenGlassDatabaseForUpdate(const std::string& kelmoraF
     return db;
 }
 
+std::unique_ptr<Database> BeginGlassUpdate(const std::string& kelmoraFolder, Dialogs& dialogs,
+                                           bool* busy) {
+    if (busy) *busy = false;
+    DbError error;
+    const std::string path = GlassDatabasePath(kelmoraFolder);
+    auto db = OpenSqliteDatabase(path, false, error);
+    if (db && !db->BeginTrans(error)) db.reset();
+    if (db) return db;
+    if (error.code == kDbErrorBusy) {
+        if (busy) *busy = true;
+        dialogs.MsgBox(kMsgDatabaseBusy, MsgButtons::OK, MsgIcon::Exclamation);
+    } else {
+        dialogs.MsgBox(std::string(kMsgUnableToOpen) + "\n" + path + "\n" + error.message,
+                       MsgButtons::OK, MsgIcon::Exclamation);
+    }
+    return nullptr;
+}
+
 GlassQueryDef GlassQuery(const std::string& source) {
     GlassQueryDef q;
     q.criteria = {{"Source", Str(source)}};
@@ -463,8 +481,8 @@ std::string RowMaterialKey(const DbRow& row) {
     return MaterialKey(probe);
 }
 
-bool MaterialRowIds(Database& db, const std::string& table, int16_t kind,
-                    const MaterialRecord& rec, std::vector<int64_t>& ids, DbError& error) {
+bool MaterialRowIds(Database& db, const std::string& table, int16_t kind, const MaterialRecord& rec,
+                    std::vector<int64_t>& ids, DbError& error) {
     ids.clear();
     std::vector<DbRow> rows;
     if (!db.FindRows(table, {{"S1", Int(kind)}}, rows, error)) return false;
@@ -516,40 +534,54 @@ std::string DatabaseFailureText(const std::string& head, const DbError& error,
     return head + "\n" + std::to_string(error.code) + "\t" + error.message + "\n" + tail;
 }
 
+bool AddGlassRows(Database& db, const std::vector<MaterialRecord>& records, bool overwrite,
+                  UpdateCounts& counts, DbError& error) {
+    counts = {};
+    // The next ID is taken under the write lock, so that no other writer takes it too.
+    int16_t first = 0;
+    if (!NextGlassID(db, first, error)) return false;
+    int32_t id = first;
+    for (const auto& rec : records) {
+        bool proceed = false, existed = false;
+        if (!FindCustomRows(db, rec, false, overwrite, proceed, error, &existed)) return false;
+        if (!proceed) {
+            ++counts.kept;
+            continue;
+        }
+        if (id > INT16_MAX) return Fail(error, 6, "Overflow");
+        if (!AddGlassRow(db, static_cast<int16_t>(id), rec, error)) return false;
+        ++id;
+        ++(existed ? counts.replaced : counts.added);
+    }
+    return true;
+}
+
+bool DeleteCustomRows(Database& db, std::set<std::string>* deletedKeys, DbError& error) {
+    if (deletedKeys) deletedKeys->clear();
+    const DbCriteria criteria = {{"S1", Int(kCustomRowKind)}};
+    for (const char* table : {kTableCurrent, kTableArchive}) {
+        std::vector<DbRow> rows;
+        bool deleted = false;
+        if (deletedKeys && !db.FindRows(table, criteria, rows, error)) return false;
+        if (!DeleteRows(db, table, criteria, deleted, error)) return false;
+        for (const auto& row : rows) deletedKeys->insert(RowMaterialKey(row));
+    }
+    return true;
+}
+
 bool AddGlassesToDatabase(const std::string& kelmoraFolder,
                           const std::vector<MaterialRecord>& records, bool overwrite,
                           Dialogs& dialogs, UpdateCounts* counts) {
-    UpdateCounts done;
     if (counts) *counts = {};
-    auto db = OpenGlassDatabaseForUpdate(kelmoraFolder, dialogs);
-    if (!db) {
-        if (counts) counts->failed = true;
-        return false;
-    }
+    auto db = BeginGlassUpdate(kelmoraFolder, dialogs);
+    UpdateCounts done;
     DbError error;
-    int16_t first = 0;
-    bool ok = NextGlassID(*db, first, error) && db->BeginTrans(error);
-    int32_t id = first;
-    for (size_t i = 0; ok && i < records.size(); ++i) {
-        bool proceed = false, existed = false;
-        ok = FindCustomRows(*db, records[i], false, overwrite, proceed, error, &existed);
-        if (ok && !proceed) ++done.kept;
-        if (ok && proceed) {
-            if (id > INT16_MAX) {
-                ok = Fail(error, 6, "Overflow");
-            } else {
-                ok = AddGlassRow(*db, static_cast<int16_t>(id), records[i], error);
-                ++id;
-                ++(existed ? done.replaced : done.added);
-            }
-        }
-    }
-    if (ok) ok = db->CommitTrans(error);
-    if (ok) {
+    if (db && AddGlassRows(*db, records, overwrite, done, error) && db->CommitTrans(error)) {
         if (counts) *counts = done;
         return true;
     }
     if (counts) counts->failed = true;
+    if (!db) return false;
     db->Rollback();
     dialogs.MsgBox(DatabaseFailureText(kMsgAddFailed, error, kMsgReturnedToOriginal),
                    MsgButtons::OK, MsgIcon::Exclamation);
@@ -559,21 +591,11 @@ bool AddGlassesToDatabase(const std::string& kelmoraFolder,
 bool DeleteAllCustomRows(const std::string& kelmoraFolder, Dialogs& dialogs,
                          std::set<std::string>* deletedKeys) {
     if (deletedKeys) deletedKeys->clear();
-    auto db = OpenGlassDatabaseForUpdate(kelmoraFolder, dialogs);
+    auto db = BeginGlassUpdate(kelmoraFolder, dialogs);
     if (!db) return false;
     DbError error;
-    const DbCriteria criteria = {{"S1", Int(kCustomRowKind)}};
     std::set<std::string> keys;
-    bool ok = db->BeginTrans(error);
-    for (const char* table : {kTableCurrent, kTableArchive}) {
-        std::vector<DbRow> rows;
-        bool deleted = false;
-        ok = ok && (!deletedKeys || db->FindRows(table, criteria, rows, error)) &&
-             DeleteRows(*db, table, criteria, deleted, error);
-        for (const auto& row : rows) keys.insert(RowMaterialKey(row));
-    }
-    ok = ok && db->CommitTrans(error);
-    if (ok) {
+    if (DeleteCustomRows(*db, deletedKeys ? &keys : nullptr, error) && db->CommitTrans(error)) {
         if (deletedKeys) *deletedKeys = std::move(keys);
         return true;
     }

@@ -37,6 +37,8 @@ inline constexpr const char* kMsgDeleteAllFailed =
     "Error while removed old copeis of user defined glasses from database.";
 inline constexpr const char* kMsgReturnedToOriginal =
     "Database has been returned to original state!";
+inline constexpr const char* kMsgDatabaseBusy =
+    "The KelmoraTD database is in use by another program. Nothing was changed.";
 
 // The column names of GlassData in ordinal order; Archive has the same with its status
 // column named "l".
@@ -59,6 +61,14 @@ std::unique_ptr<Database> OpenGlassDatabase(const std::string& kelmoraFolder, Di
 // the path and the engine's text, with an exclamation mark, and returns null.
 std::unique_ptr<Database> OpenGlassDatabaseForUpdate(const std::string& kelmoraFolder,
                                                      Dialogs& dialogs);
+
+// Opens the database for an update and begins its transaction, taking the write lock
+// first (waiting a few seconds for another program's write to end), so that a busy
+// database is known before anything else is changed. On failure shows the busy message,
+// or "Unable to open database in path:", the path and the engine's text, and returns null;
+// `busy` (when given) says which.
+std::unique_ptr<Database> BeginGlassUpdate(const std::string& kelmoraFolder, Dialogs& dialogs,
+                                           bool* busy = nullptr);
 
 // The rows of one maker in GlassData.
 struct GlassQueryDef {
@@ -94,14 +104,22 @@ bool RowsExist(Database& db, const std::string& table, const DbCriteria& criteri
 // The material key of a row: its name and source as the custom list compares them.
 std::string RowMaterialKey(const DbRow& row);
 // The GlassIDs of the rows of a table with s1 = kind that hold the material (by key).
-bool MaterialRowIds(Database& db, const std::string& table, int16_t kind,
-                    const MaterialRecord& rec, std::vector<int64_t>& ids, DbError& error);
+bool MaterialRowIds(Database& db, const std::string& table, int16_t kind, const MaterialRecord& rec,
+                    std::vector<int64_t>& ids, DbError& error);
 // The check before an add. Overwriting, the custom rows of the material are deleted from
 // both tables and proceed is true. Leaving, proceed is true only when the material is in
 // neither table. `existed` (when given) says whether the material was there.
 bool FindCustomRows(Database& db, const MaterialRecord& rec, bool rowKind, bool overwrite,
                     bool& proceed, DbError& error, bool* existed = nullptr);
 bool AddGlassRow(Database& db, int16_t id, const MaterialRecord& rec, DbError& error);
+
+// Adds the records inside the caller's transaction; `counts` takes the materials added,
+// replaced and left unchanged. False at the first failure (the caller rolls back).
+bool AddGlassRows(Database& db, const std::vector<MaterialRecord>& records, bool overwrite,
+                  UpdateCounts& counts, DbError& error);
+// Deletes every custom row of both tables inside the caller's transaction; `deletedKeys`
+// (when given) takes the material keys of the rows deleted.
+bool DeleteCustomRows(Database& db, std::set<std::string>* deletedKeys, DbError& error);
 
 // Adds the records in one transaction; any failure rolls back everything of this update
 // (deletions made for overwriting included) and is reported. `counts` (when given) takes

@@ -4,6 +4,7 @@ namespace ostrel {
 
 std::string SummaryPart(const std::string& program, const UpdateCounts& c) {
     if (c.absent) return program + ": not found.";
+    if (c.busy) return program + ": in use by another program.";
     std::string body;
     auto add = [&body](int n, const char* what) {
         if (n == 0) return;

@@ -18,12 +18,13 @@ struct UpdateCounts {
     int archived = 0;
     int restored = 0;
     bool failed = false;  // the target reported a failure (its own message said how)
+    bool busy = false;    // another program held the database: nothing was tried
     bool absent = false;  // the program is not installed: nothing was tried
 };
 
 // "KelmoraTD: 4 added, 1 replaced." Counts of zero are left out; with none at all the
-// part reads "nothing changed". A failure reads "failed" before any counts, and an
-// absent program "not found".
+// part reads "nothing changed". A failure reads "failed" before any counts, a database
+// held by another program "in use by another program", and an absent program "not found".
 std::string SummaryPart(const std::string& program, const UpdateCounts& counts);
 
 // The parts joined by a blank.

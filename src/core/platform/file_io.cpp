@@ -196,10 +196,12 @@ bool WriteFileAtomic(const std::filesystem::path& path, std::string_view content
         error);
 }
 
-bool WriteFileAtomicFrom(const std::filesystem::path& path, const PieceSource& next,
-                         FileError& error) {
+namespace {
+
+// Writes the pieces to a new temporary file beside `path` and syncs it; `temp` names it.
+bool WriteTemporary(const std::filesystem::path& path, const PieceSource& next, std::string& temp,
+                    FileError& error) {
     RemoveStaleTemporaries(FolderOf(path), path.filename().string());
-    std::string temp;
     int fd = CreateTemporaryBeside(path, temp);
     if (fd < 0) {
         SetError(error, errno, path);
@@ -235,6 +237,11 @@ bool WriteFileAtomicFrom(const std::filesystem::path& path, const PieceSource& n
         SetError(error, code, path);
         return false;
     }
+    return true;
+}
+
+// Renames the temporary over `path` and syncs the folder; the temporary goes either way.
+bool RenameTemporary(const std::string& temp, const std::filesystem::path& path, FileError& error) {
     if (::rename(temp.c_str(), path.c_str()) != 0) {
         int code = errno;
         ::unlink(temp.c_str());
@@ -243,6 +250,67 @@ bool WriteFileAtomicFrom(const std::filesystem::path& path, const PieceSource& n
     }
     SyncFolder(FolderOf(path));
     return true;
+}
+
+}  // namespace
+
+bool WriteFileAtomicFrom(const std::filesystem::path& path, const PieceSource& next,
+                         FileError& error) {
+    std::string temp;
+    return WriteTemporary(path, next, temp, error) && RenameTemporary(temp, path, error);
+}
+
+PreparedFile::PreparedFile(PreparedFile&& other) noexcept
+    : target_(std::move(other.target_)), temp_(std::move(other.temp_)) {
+    other.temp_.clear();
+}
+
+PreparedFile& PreparedFile::operator=(PreparedFile&& other) noexcept {
+    if (this != &other) {
+        Discard();
+        target_ = std::move(other.target_);
+        temp_ = std::move(other.temp_);
+        other.temp_.clear();
+    }
+    return *this;
+}
+
+bool PreparedFile::Prepare(const std::filesystem::path& path, std::string_view content,
+                           FileError& error) {
+    Discard();
+    bool given = false;
+    const PieceSource once = [&](std::string_view& piece) {
+        if (given) return false;
+        given = true;
+        piece = content;
+        return true;
+    };
+    std::string temp;
+    if (!WriteTemporary(path, once, temp, error)) return false;
+    target_ = path;
+    temp_ = std::move(temp);
+    return true;
+}
+
+bool PreparedFile::Commit(FileError& error, const std::filesystem::path& backup) {
+    if (temp_.empty()) {
+        SetError(error, -1, "Nothing prepared to put in place", target_);
+        return false;
+    }
+    std::error_code ec;
+    if (!backup.empty() && fs::exists(target_, ec)) {
+        FileError ignored;
+        SnapshotFile(target_, backup, ignored);
+    }
+    const std::string temp = std::move(temp_);
+    temp_.clear();
+    return RenameTemporary(temp, target_, error);
+}
+
+void PreparedFile::Discard() {
+    if (temp_.empty()) return;
+    ::unlink(temp_.c_str());
+    temp_.clear();
 }
 
 bool CopyFileAtomic(const std::filesystem::path& from, const std::filesystem::path& to,

@@ -50,6 +50,33 @@ bool CopyFileAtomic(const std::filesystem::path& from, const std::filesystem::pa
 // replace its name only, so `to` keeps the old content. Falls back to a copy.
 bool SnapshotFile(const std::filesystem::path& from, const std::filesystem::path& to,
                   FileError& error);
+// A whole-file write in two steps, for writes that must wait for something else (a
+// database commit) before they take effect: Prepare writes and syncs the temporary file,
+// Commit renames it over the target and syncs the folder, Discard removes it. A prepared
+// file neither committed nor discarded is discarded when the object goes.
+class PreparedFile {
+  public:
+    PreparedFile() = default;
+    ~PreparedFile() { Discard(); }
+    PreparedFile(PreparedFile&& other) noexcept;
+    PreparedFile& operator=(PreparedFile&& other) noexcept;
+    PreparedFile(const PreparedFile&) = delete;
+    PreparedFile& operator=(const PreparedFile&) = delete;
+
+    // Writes the content beside `path`; false (nothing left behind) when it cannot.
+    bool Prepare(const std::filesystem::path& path, std::string_view content, FileError& error);
+    // With `backup` given, the target's present content is first kept under that name (as
+    // SnapshotFile does; a backup that cannot be made does not stop the commit).
+    bool Commit(FileError& error, const std::filesystem::path& backup = {});
+    void Discard();
+    bool Pending() const { return !temp_.empty(); }
+    const std::filesystem::path& Target() const { return target_; }
+
+  private:
+    std::filesystem::path target_;
+    std::string temp_;
+};
+
 // Removes a file; a file that is not there is no error.
 bool RemoveFileIfPresent(const std::filesystem::path& path, FileError& error);
 

@@ -11,7 +11,28 @@ namespace ostrel {
 
 namespace {
 
-constexpr int kBusyTimeoutMs = 1500;
+// How long a statement waits for another program's write to end before the database
+// counts as busy.
+constexpr int kBusyTimeoutMs = 3000;
+
+struct StatementFault {
+    int failAt = 0;
+    int run = 0;
+};
+
+StatementFault& Fault() {
+    static StatementFault fault;
+    return fault;
+}
+
+// Counts one statement; false (with the error) for the one the test seam fails.
+bool StatementAllowed(DbError& error) {
+    StatementFault& f = Fault();
+    if (++f.run != f.failAt) return true;
+    error.code = kDbErrorInjected;
+    error.message = "Injected failure of statement " + std::to_string(f.run);
+    return false;
+}
 
 std::string Quoted(const std::string& identifier) {
     std::string out = "\"";
@@ -109,8 +130,7 @@ class SqliteDatabase : public Database {
 
     void Rollback() override {
         if (!inTrans_) return;
-        DbError ignored;
-        Exec("ROLLBACK", ignored);
+        sqlite3_exec(db_, "ROLLBACK", nullptr, nullptr, nullptr);
         inTrans_ = false;
     }
 
@@ -128,6 +148,7 @@ class SqliteDatabase : public Database {
                   DbError& error) override {
         rows.clear();
         if (!DbStepAllowed("find", table, error)) return false;
+        if (!StatementAllowed(error)) return false;
         auto cols = ColumnList(table, error);
         if (!cols) return false;
         Statement st(db_, "SELECT * FROM " + Quoted(table) + Where(criteria) + " ORDER BY rowid");
@@ -139,6 +160,7 @@ class SqliteDatabase : public Database {
     bool LastRow(const std::string& table, DbRow& row, bool& found, DbError& error) override {
         found = false;
         if (!DbStepAllowed("last", table, error)) return false;
+        if (!StatementAllowed(error)) return false;
         auto cols = ColumnList(table, error);
         if (!cols) return false;
         Statement st(db_, "SELECT * FROM " + Quoted(table) + " ORDER BY rowid DESC LIMIT 1");
@@ -154,6 +176,7 @@ class SqliteDatabase : public Database {
 
     bool AddRow(const std::string& table, const DbNewRow& values, DbError& error) override {
         if (!DbStepAllowed("add", table, error)) return false;
+        if (!StatementAllowed(error)) return false;
         std::string names, marks;
         for (size_t i = 0; i < values.size(); ++i) {
             names += (i ? "," : "") + Quoted(values[i].first);
@@ -188,6 +211,7 @@ class SqliteDatabase : public Database {
                     DbError& error) override {
         deleted = 0;
         if (!DbStepAllowed("delete", table, error)) return false;
+        if (!StatementAllowed(error)) return false;
         Statement st(db_, "DELETE FROM " + Quoted(table) + Where(criteria));
         if (!st.ok()) return Engine(error);
         BindCriteria(st, criteria, 1);
@@ -212,6 +236,7 @@ class SqliteDatabase : public Database {
     }
 
     bool Exec(const std::string& sql, DbError& error) {
+        if (!StatementAllowed(error)) return false;
         char* msg = nullptr;
         const int rc = sqlite3_exec(db_, sql.c_str(), nullptr, nullptr, &msg);
         if (rc == SQLITE_OK) return true;
@@ -257,6 +282,7 @@ class SqliteDatabase : public Database {
                                                                DbError& error) {
         auto it = columnCache_.find(table);
         if (it != columnCache_.end()) return it->second;
+        if (!StatementAllowed(error)) return nullptr;
         Statement st(db_, "SELECT * FROM " + Quoted(table) + " LIMIT 0");
         if (!st.ok()) {
             Engine(error);
@@ -304,6 +330,10 @@ std::unique_ptr<Database> OpenSqliteDatabase(const std::string& path, bool creat
     }
     sqlite3_busy_timeout(db, kBusyTimeoutMs);
     // A probe for a writer holding the file, and for a file that is no database at all.
+    if (!StatementAllowed(error)) {
+        sqlite3_close_v2(db);
+        return nullptr;
+    }
     char* msg = nullptr;
     rc = sqlite3_exec(db, "BEGIN IMMEDIATE; SELECT count(*) FROM sqlite_master; ROLLBACK;", nullptr,
                       nullptr, &msg);
@@ -319,6 +349,14 @@ std::unique_ptr<Database> OpenSqliteDatabase(const std::string& path, bool creat
         return nullptr;
     }
     return std::make_unique<SqliteDatabase>(db);
+}
+
+void FailSqliteStatement(int k) {
+    Fault() = {k, 0};
+}
+
+int SqliteStatementsRun() {
+    return Fault().run;
 }
 
 }  // namespace ostrel

@@ -13,4 +13,11 @@ namespace ostrel {
 // `create` false a missing file is an error. Null on failure.
 std::unique_ptr<Database> OpenSqliteDatabase(const std::string& path, bool create, DbError& error);
 
+// Test seam: from this call on, statements are counted across every open database (the
+// probe of an open, each begin, commit, read and change; a rollback is never counted nor
+// failed), and the k-th fails with kDbErrorInjected. k = 0 only counts.
+void FailSqliteStatement(int k);
+// The statements counted since the last FailSqliteStatement.
+int SqliteStatementsRun();
+
 }  // namespace ostrel

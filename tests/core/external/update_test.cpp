@@ -1,11 +1,13 @@
 // The custom glass files, the update frame, removal and archive over a demo installation.
 #include <filesystem>
+#include <functional>
 #include <sstream>
 
 #include "core/external/external_file.h"
 #include "core/external/frm2_manage_update.h"
 #include "core/external/frm6_archive.h"
 #include "core/external/frm_glasses_del_ext.h"
+#include "core/platform/sqlite_database.h"
 #include "external_fixture.h"
 
 namespace ostrel::testing {
@@ -110,8 +112,8 @@ TEST_F(UpdateTest, UpdatesSayWhatTheyDid) {
         std::string file;  // names in the file, "" when none
     };
     const Case cases[] = {
-        {kSelected, false, false, 2, false, false,
-         "Lumbrak3D: 2 added. KelmoraTD: 2 added.", "GLASS A,GLASS B"},
+        {kSelected, false, false, 2, false, false, "Lumbrak3D: 2 added. KelmoraTD: 2 added.",
+         "GLASS A,GLASS B"},
         {kAll, true, false, 2, false, false,
          "Lumbrak3D: 2 added, 1 replaced. KelmoraTD: 2 added, 1 replaced.",
          "GLASS B,OTHER,GLASS A,GLASS C"},
@@ -122,8 +124,8 @@ TEST_F(UpdateTest, UpdatesSayWhatTheyDid) {
          "GLASS A,GLASS B,GLASS C"},
         {kAll, false, false, 2, true, false, "Lumbrak3D: not found. KelmoraTD: 3 added.", ""},
         {kAll, true, false, 1, false, true, "KelmoraTD: failed.", "GLASS B,OTHER"},
-        {kSynch, false, false, 2, false, true, "Lumbrak3D: 3 added. KelmoraTD: failed.",
-         "GLASS A,GLASS B,GLASS C"},
+        {kSynch, false, false, 2, false, true, "Lumbrak3D: nothing changed. KelmoraTD: failed.",
+         ""},
     };
     for (const auto& c : cases) {
         const std::string what = c.summary;
@@ -168,8 +170,8 @@ TEST_F(UpdateTest, OneDatabaseRowPerMaterialWhateverTheCase) {
     enum Action { kOverwrite, kLeave, kArchive, kRestore, kRemove };
     struct Case {
         const char* name;
-        bool archived;   // F2/MYLAB stands in Archive rather than in GlassData
-        bool twice;      // an older version left f2/mylab in the other table as well
+        bool archived;  // F2/MYLAB stands in Archive rather than in GlassData
+        bool twice;     // an older version left f2/mylab in the other table as well
         Action action;
         std::vector<std::string> rows;  // table:name:C1 of the custom rows afterwards
     };
@@ -209,8 +211,7 @@ TEST_F(UpdateTest, OneDatabaseRowPerMaterialWhateverTheCase) {
             }
         }
         if (c.action == kOverwrite || c.action == kLeave) {
-            ASSERT_TRUE(
-                AddGlassesToDatabase(Kelmora(), {lower}, c.action == kOverwrite, dialogs));
+            ASSERT_TRUE(AddGlassesToDatabase(Kelmora(), {lower}, c.action == kOverwrite, dialogs));
         } else if (c.action == kRemove) {
             ASSERT_TRUE(AddGlassesToDatabase(Kelmora(), {lower}, true, dialogs));
             frmGlassesDelExt form(setup, dialogs);
@@ -281,63 +282,150 @@ TEST_F(UpdateTest, QuestionsAndRefusals) {
     EXPECT_EQ(Rows().size(), 4u);
 }
 
-// Every write and every database step of an update fails in turn: each file and the
-// database then hold either what they held before or what the update gives them.
-TEST_F(UpdateTest, AnUpdateInterruptedAtAnyStepLeavesOldOrNewContent) {
+// The stores of the sibling programs as they stand: both files and every database row.
+struct Stores {
+    std::string lumbrak, sextane;
+    std::vector<std::string> rows;
+    bool operator==(const Stores&) const = default;
+};
+void PrintTo(const Stores& s, std::ostream* out) {
+    *out << s.lumbrak.size() << " and " << s.sextane.size() << " bytes;";
+    for (const auto& row : s.rows) *out << " " << row;
+}
+
+// A failure anywhere before the database's commit leaves every store as it was: each
+// write of the new files fails in turn, and each statement of every database command
+// (update, synchronisation, archive, restore, removal).
+TEST_F(UpdateTest, AFailureBeforeTheCommitChangesNoStore) {
     FileError error;
     ASSERT_TRUE(WriteExternalFile(Lumbrak(), {ReadyMaterial("GLASS B", "Lab", 1.5)}, error));
     ASSERT_TRUE(WriteExternalFile(Sextane(), {ReadyMaterial("OTHER", "Lab")}, error));
+    ASSERT_TRUE(AddGlassesToDatabase(
+        Kelmora(), {ReadyMaterial("GLASS B", "Lab", 1.5), ReadyMaterial("OTHER", "Lab")}, true,
+        dialogs));
+    {
+        frm6Archive archive(setup, dialogs);
+        ASSERT_TRUE(archive.Load());
+        archive.ssGlassCurrClick(1, 6);  // OTHER
+        ASSERT_TRUE(archive.comArchiveClick());
+    }
+    const std::string database = GlassDatabasePath(Kelmora());
+    const std::string oldL = FileAt(Lumbrak()), oldS = FileAt(Sextane());
+    const std::string oldDatabase = ReadFileBytes(database);
+    auto stores = [&] { return Stores{FileAt(Lumbrak()), FileAt(Sextane()), Rows()}; };
+    const Stores old = stores();
+    auto restore = [&] {
+        WriteFileBytes(Lumbrak() + kExternalFileName, oldL);
+        WriteFileBytes(Sextane() + kExternalFileName, oldS);
+        WriteFileBytes(database, oldDatabase);
+    };
+
+    enum Command { kUpdate, kSynch, kArchive, kRestore, kRemove };
+    // Runs the command with its k-th statement failing (0: none).
+    auto run = [&](Command command, int k) {
+        dialogs.answers.clear();
+        if (command == kUpdate || command == kSynch) {
+            auto frame = Frame();
+            FailSqliteStatement(k);
+            command == kUpdate ? frame.comExtAddAllClick() : frame.comExtSynchClick();
+        } else if (command == kRemove) {
+            frmGlassesDelExt form(setup, dialogs);
+            form.Load();
+            form.optUpdateProgClick(1);
+            form.lstGlasses.SetSelected(0, true);
+            form.lstGlasses.SetSelected(1, true);
+            FailSqliteStatement(k);  // counting starts with the command
+            form.comDelSelClick();
+        } else {
+            frm6Archive form(setup, dialogs);
+            form.Load();
+            (command == kArchive ? form.ssGlassCurr : form.ssGlassArchive)
+                .SetSelection({0, -1, 0, -1});
+            FailSqliteStatement(k);
+            command == kArchive ? form.comArchiveClick() : form.comDeArchiveClick();
+        }
+    };
+    for (int k = 1; k <= 3; ++k) {
+        restore();
+        int writes = 0;
+        SetWriteFaultHook([&](const fs::path&) { return ++writes != k; });
+        run(kUpdate, 0);
+        SetWriteFaultHook(nullptr);
+        // Two files are written; a third write is not there to fail.
+        EXPECT_EQ(stores() == old, k <= 2) << "write " << k;
+    }
+    for (Command command : {kUpdate, kSynch, kArchive, kRestore, kRemove}) {
+        restore();
+        run(command, 0);
+        const int statements = SqliteStatementsRun();
+        const Stores fresh = stores();
+        ASSERT_NE(fresh, old) << "command " << command;
+        ASSERT_GT(statements, 3) << "command " << command;
+        // Old up to the commit; what fails after it (the forms reading the tables again)
+        // finds the new content in place.
+        bool committed = false;
+        for (int k = 1; k <= statements; ++k) {
+            restore();
+            run(command, k);
+            FailSqliteStatement(0);
+            const Stores now = stores();
+            committed = committed || now != old;
+            EXPECT_EQ(now, committed ? fresh : old) << "command " << command << ", statement " << k;
+        }
+    }
+    for (const auto& folder : {Lumbrak(), Sextane(), Kelmora()})
+        for (const auto& entry : fs::directory_iterator(folder))
+            EXPECT_EQ(entry.path().filename().string().find(".ostrel-tmp."), std::string::npos);
+}
+
+// A database held by another program: no store changes, and the message names it.
+TEST_F(UpdateTest, ABusyDatabaseChangesNothing) {
+    FileError error;
+    ASSERT_TRUE(WriteExternalFile(Lumbrak(), {ReadyMaterial("GLASS B", "Lab", 1.5)}, error));
     ASSERT_TRUE(
         AddGlassesToDatabase(Kelmora(), {ReadyMaterial("GLASS B", "Lab", 1.5)}, true, dialogs));
     const std::string oldL = FileAt(Lumbrak()), oldS = FileAt(Sextane());
     const auto oldRows = Rows();
-    const std::string custom = dir.path().string() + "/custom.dat";
-    WriteFileBytes(custom, "custom list");
+    frm6Archive archive(setup, dialogs);
+    ASSERT_TRUE(archive.Load());
+    frmGlassesDelExt removal(setup, dialogs);
+    removal.Load();
+    removal.optUpdateProgClick(1);
+    removal.lstGlasses.SetSelected(0, true);
 
-    auto run = [&] {
-        auto frame = Frame();
-        dialogs.answers = {MsgAnswer::OK};
-        frame.comExtAddAllClick();
+    DbError dbError;
+    auto other = OpenSqliteDatabase(GlassDatabasePath(Kelmora()), false, dbError);
+    ASSERT_TRUE(other && other->BeginTrans(dbError));  // another program's write
+    const struct {
+        std::function<bool()> command;
+        std::string summary;
+    } cases[] = {
+        {[&] { return Frame().comExtAddAllClick(); },
+         "Lumbrak3D: nothing changed. KelmoraTD: in use by another program."},
+        {[&] {
+             archive.ssGlassCurrClick(1, 1);
+             return archive.comArchiveClick();
+         },
+         "KelmoraTD: in use by another program."},
+        {[&] {
+             removal.comDelSelClick();
+             return removal.Result();
+         },
+         "KelmoraTD: in use by another program."},
     };
-    // The new content, from an update that runs through.
-    run();
-    const std::string newL = FileAt(Lumbrak()), newS = FileAt(Sextane());
-    const auto newRows = Rows();
-    ASSERT_NE(newL, oldL);
-    ASSERT_NE(newRows, oldRows);
-
-    auto restore = [&] {
-        WriteFileBytes(Lumbrak() + kExternalFileName, oldL);
-        WriteFileBytes(Sextane() + kExternalFileName, oldS);
-        ASSERT_TRUE(DeleteAllCustomRows(Kelmora(), dialogs));
-        ASSERT_TRUE(
-            AddGlassesToDatabase(Kelmora(), {ReadyMaterial("GLASS B", "Lab", 1.5)}, true, dialogs));
-        ASSERT_EQ(Rows(), oldRows);
-    };
-    auto check = [&](const std::string& what) {
-        const std::string l = FileAt(Lumbrak()), s = FileAt(Sextane());
-        EXPECT_TRUE(l == oldL || l == newL) << what;
-        EXPECT_TRUE(s == oldS || s == newS) << what;
-        const auto rows = Rows();
-        EXPECT_TRUE(rows == oldRows || rows == newRows) << what;
-        EXPECT_EQ(ReadFileBytes(custom), "custom list") << what;
-    };
-    for (int k = 1; k <= 4; ++k) {
-        restore();
-        int writes = 0;
-        SetWriteFaultHook([&](const fs::path&) { return ++writes != k; });
-        run();
-        SetWriteFaultHook(nullptr);
-        check("write " + std::to_string(k));
+    for (const auto& c : cases) {
+        dialogs.answers.clear();
+        EXPECT_FALSE(c.command()) << c.summary;
+        EXPECT_EQ(dialogs.boxes.back().text, kMsgDatabaseBusy);
+        EXPECT_EQ(dialogs.helpNotes.back(), c.summary);
+        EXPECT_EQ(FileAt(Lumbrak()), oldL);
+        EXPECT_EQ(FileAt(Sextane()), oldS);
     }
-    for (int k = 1; k <= 12; ++k) {
-        restore();
-        int steps = 0;
-        SetDatabaseFaultHook([&](const std::string&, const std::string&) { return ++steps != k; });
-        run();
-        SetDatabaseFaultHook(nullptr);
-        check("database step " + std::to_string(k));
-    }
+    other.reset();
+    EXPECT_EQ(Rows(), oldRows);
+    for (const auto& folder : {Lumbrak(), Sextane()})
+        for (const auto& entry : fs::directory_iterator(folder))
+            EXPECT_EQ(entry.path().filename().string().find(".ostrel-tmp."), std::string::npos);
 }
 
 TEST_F(UpdateTest, RemovalFromTheFileLeavesTheLastEntry) {
@@ -394,8 +482,10 @@ TEST_F(UpdateTest, RemovalFromTheDatabaseListsCustomRowsOfBothTables) {
 TEST_F(UpdateTest, RemovalAsksFirstNamingWhatGoes) {
     FileError error;
     ASSERT_TRUE(WriteExternalFile(Lumbrak(), list, error));
+    ASSERT_TRUE(WriteExternalFile(Sextane(), list, error));
     ASSERT_TRUE(AddGlassesToDatabase(Kelmora(), list, true, dialogs));
-    const std::string one = "Are you sure that you want to remove GLASS B/Lab from Lumbrak3D/Sextane";
+    const std::string one =
+        "Are you sure that you want to remove GLASS B/Lab from Lumbrak3D/Sextane";
     const std::string two =
         "Are you sure that you want to remove these 2 materials from KelmoraTD:\nGLASS A/Lab\n"
         "GLASS C/Lab";
@@ -425,7 +515,9 @@ TEST_F(UpdateTest, RemovalAsksFirstNamingWhatGoes) {
         EXPECT_EQ(dialogs.boxes.back().buttons, MsgButtons::YesNo);
         // No leaves the form open with its choice, for another try.
         EXPECT_EQ(form.Closed(), c.answer == MsgAnswer::Yes);
-        EXPECT_EQ(form.lstGlasses.SelectedIndexes(), c.picked);
+        if (c.answer == MsgAnswer::No) {
+            EXPECT_EQ(form.lstGlasses.SelectedIndexes(), c.picked);
+        }
         EXPECT_EQ(form.Summary(), c.summary);
         EXPECT_EQ(dialogs.helpNotes.size(), notes + (c.summary.empty() ? 0 : 1));
         std::vector<ExternalRecord> file;

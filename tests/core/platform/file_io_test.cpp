@@ -149,6 +149,49 @@ TEST_F(FileIo, AWriteRemovesTheStaleTemporariesOfItsFileAndLeavesNoneOfItsOwn) {
     EXPECT_EQ(Names(dir.path()), (std::vector<std::string>{"f.bin", "g.bin"}));
 }
 
+// A prepared write changes nothing until it is committed; a discard, or the object going
+// without a commit, leaves the old file and no temporary.
+TEST_F(FileIo, APreparedWriteTakesEffectOnlyOnCommit) {
+    enum End { kCommit, kCommitWithBackup, kDiscard, kDropped };
+    const struct {
+        End end;
+        std::string file, backup;  // afterwards; "" for no backup file
+    } cases[] = {{kCommit, "new", ""},
+                 {kCommitWithBackup, "new", "old"},
+                 {kDiscard, "old", ""},
+                 {kDropped, "old", ""}};
+    for (const auto& c : cases) {
+        std::filesystem::remove(dir / "g.bin");
+        WriteFileBytes(dir / "f.bin", "old");
+        {
+            PreparedFile prepared;
+            ASSERT_TRUE(prepared.Prepare(dir / "f.bin", "new", error));
+            EXPECT_TRUE(prepared.Pending());
+            EXPECT_EQ(ReadFileBytes(dir / "f.bin"), "old");
+            EXPECT_EQ(Names(dir.path()).size(), 2u);  // the file and its temporary
+            if (c.end == kCommit || c.end == kCommitWithBackup) {
+                EXPECT_TRUE(prepared.Commit(error, c.end == kCommit ? "" : dir / "g.bin"));
+            }
+            if (c.end == kDiscard) prepared.Discard();
+            EXPECT_EQ(prepared.Pending(), c.end == kDropped);
+        }
+        EXPECT_EQ(ReadFileBytes(dir / "f.bin"), c.file);
+        std::vector<std::string> names{"f.bin"};
+        if (!c.backup.empty()) {
+            names.push_back("g.bin");
+            EXPECT_EQ(ReadFileBytes(dir / "g.bin"), c.backup);
+        }
+        EXPECT_EQ(Names(dir.path()), names);
+    }
+    // A prepare that fails leaves nothing behind.
+    SetWriteFaultHook([](const std::filesystem::path&) { return false; });
+    PreparedFile failed;
+    EXPECT_FALSE(failed.Prepare(dir / "f.bin", "new", error));
+    SetWriteFaultHook(nullptr);
+    EXPECT_FALSE(failed.Pending());
+    EXPECT_EQ(Names(dir.path()), (std::vector<std::string>{"f.bin"}));
+}
+
 TEST_F(FileIo, OnlyRegularFilesAreRead) {
     ASSERT_EQ(::mkfifo((dir / "fifo").c_str(), 0600), 0);
     std::filesystem::create_directory(dir / "folder");
