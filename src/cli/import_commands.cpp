@@ -82,6 +82,7 @@ void RegisterImportCommands(CLI::App& app, CliContext& ctx) {
                     nlohmann::ordered_json j;
                     j["record"] = RecordToJson(form.ImportList()[k]);
                     j["refitError"] = form.RefitErrors()[k];
+                    j["status"] = form.ssGlasses.Text(frm4Import::kColStatus, i + 1);
                     j["check"] = form.CheckTexts()[k];
                     arr.push_back(std::move(j));
                 }

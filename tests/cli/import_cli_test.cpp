@@ -36,6 +36,30 @@ TEST(ImportCli, GridAsTsvAndAddAll) {
     EXPECT_NE(r.out.find("\"refitError\""), std::string::npos);
 }
 
+// SF5 of the sample disagrees with its file: TSV and JSON give its status "Check", and
+// adding it goes through the question, answered by --answer.
+TEST(ImportCli, CheckGlassesShowTheirStatusAndAreAddedOnlyOnYes) {
+    TempDir probe;
+    auto r = RunCliIn(probe, "import '" + Data("sample.glc") + "' --json");
+    ASSERT_EQ(r.status, 0) << r.err;
+    EXPECT_NE(r.out.find("\"status\": \"Check\""), std::string::npos);
+    EXPECT_NE(r.out.find("\"status\": \"OK\""), std::string::npos);
+    const struct {
+        const char* answer;
+        const char* list;
+    } cases[] = {{"yes", "1\tN-BK7\tSCHOTT\n2\tSF5\tSCHOTT\n"}, {"no", "1\tN-BK7\tSCHOTT\n"}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.answer);
+        TempDir dir;
+        r = RunCliIn(dir, std::string("--answer ") + c.answer + " import '" + Data("sample.glc") +
+                              "' --add-all");
+        ASSERT_EQ(r.status, 0) << r.err;
+        EXPECT_NE(r.out.find("\tCheck\t"), std::string::npos);
+        EXPECT_NE(r.err.find("marked Check"), std::string::npos);
+        EXPECT_EQ(RunCliIn(dir, "list").out, c.list);
+    }
+}
+
 TEST(ImportCli, BadTypeAndFailedRead) {
     TempDir dir;
     EXPECT_EQ(RunCliIn(dir, "import x.txt").status, 2);
