@@ -13,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "cli/arguments.h"
 #include "cli/cli_context.h"
 #include "core/material/material_record.h"
 #include "core/optics/glass_code.h"
@@ -101,8 +102,8 @@ void RegisterDerivedCommands(CLI::App& app, CliContext& ctx) {
     auto args = std::make_shared<Args>();
 
     auto* code = app.add_subcommand("glasscode", "Glass code of an index nd and Abbe number vd");
-    code->add_option("ND", args->nd, "Index at the d line")->required();
-    code->add_option("VD", args->vd, "Abbe number")->required();
+    code->add_option("ND", args->nd, "Index at the d line")->required()->check(FiniteNumber());
+    code->add_option("VD", args->vd, "Abbe number")->required()->check(FiniteNumber());
     code->callback([args, &ctx] {
         ctx.run = [args, &ctx] {
             *ctx.out << MakeGlassCode(args->nd, args->vd) << '\n';
@@ -112,9 +113,12 @@ void RegisterDerivedCommands(CLI::App& app, CliContext& ctx) {
 
     auto* table = app.add_subcommand(
         "transtable", "Absorption at the fixed wavelengths and colour code of a curve");
-    table->add_option("FILE", args->file, "Rows wave_nm,absorption_per_mm")->required();
+    table->add_option("FILE", args->file, "Rows wave_nm,absorption_per_mm")
+        ->required()
+        ->check(NotAFolder());
     table->add_option("--width", args->width, "Plate thickness in mm for the interpolation")
-        ->capture_default_str();
+        ->capture_default_str()
+        ->check(PositiveNumber());
     table->callback([args, &ctx] {
         ctx.run = [args, &ctx] { return RunTransTable(args->file, args->width, ctx); };
     });

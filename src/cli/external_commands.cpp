@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 
+#include "cli/arguments.h"
 #include "cli/cli_context.h"
 #include "cli/cli_list.h"
 #include "cli/demo_catalogue.h"
@@ -72,11 +73,9 @@ int RunUpdate(CliContext& ctx, const ExternalArgs& a) {
     const int first = a.range.empty() ? 0 : a.range[0];
     const int last = a.range.size() > 1 ? a.range[1] : first;
     if (!a.all && !a.sync) {
-        if (first < 1 || last < first || last > static_cast<int>(list.size())) {
-            *ctx.err << "No materials " << first << " to " << last << " in a list of "
-                     << list.size() << '\n';
-            return kExitRefused;
-        }
+        if (!RangeInside(first, last, static_cast<int>(list.size()), "materials", "in a list of",
+                         *ctx.err))
+            return kExitUsage;
     }
     frm2ManageUpdate::Source source;
     source.list = [&list]() -> const std::vector<MaterialRecord>& { return list; };
@@ -295,7 +294,8 @@ void RegisterExternalCommands(CLI::App& app, CliContext& ctx) {
 
     auto* demo = app.add_subcommand("demo", "Make a demo installation of the sibling programs");
     demo->add_option("DIR", a->dir, "Folder to build it in")->required();
-    demo->add_option("--catalogue", a->catalogue, "The demo catalogue file");
+    demo->add_option("--catalogue", a->catalogue, "The demo catalogue file")
+        ->check(DemoCatalogueFile());
     demo->callback([&ctx, a] { ctx.run = [&ctx, a] { return RunDemo(ctx, *a); }; });
 }
 

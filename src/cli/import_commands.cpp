@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <ostream>
 
+#include "cli/arguments.h"
 #include "cli/cli_context.h"
 #include "cli/cli_list.h"
 #include "cli/record_json.h"
@@ -42,7 +43,9 @@ void RegisterImportCommands(CLI::App& app, CliContext& ctx) {
     auto args = std::make_shared<Args>();
 
     auto* imp = app.add_subcommand("import", "Read a material text file into the import grid");
-    imp->add_option("FILE", args->file, "GLZ, GLA, GLS, GLC or AGF file")->required();
+    imp->add_option("FILE", args->file, "GLZ, GLA, GLS, GLC or AGF file")
+        ->required()
+        ->check(NotAFolder());
     imp->add_option("--type", args->type, "glz|gla|gls|glc|agf (default: from the extension)");
     imp->add_flag("--refit-all", args->refitAll, "Refit AGF formulas that have no stored form");
     imp->add_flag("--json", args->json, "Write the staged records as JSON");
@@ -50,9 +53,11 @@ void RegisterImportCommands(CLI::App& app, CliContext& ctx) {
     imp->add_option("--add", args->add, "Add staged materials FIRST..LAST")
         ->expected(2)
         ->excludes(addAll);
-    imp->add_option("--rename-source", args->renameSource, "New source of the staged materials");
+    imp->add_option("--rename-source", args->renameSource, "New source of the staged materials")
+        ->check(StoredName());
     imp->callback([&ctx, args] {
         ctx.run = [&ctx, args] {
+            if (!RangeInOrder(args->add, *ctx.err)) return kExitUsage;
             int type = TypeFromName(args->type.empty()
                                         ? std::filesystem::path(args->file).extension().string()
                                         : args->type);
@@ -103,6 +108,9 @@ void RegisterImportCommands(CLI::App& app, CliContext& ctx) {
             if (!read) return kExitRefused;
             if (args->addAll) return form.AddRange(1, form.ImportCount()) ? kExitOk : kExitRefused;
             if (args->add.size() == 2) {
+                if (!RangeInside(args->add[0], args->add[1], form.ImportCount(), "staged materials",
+                                 "in an import of", *ctx.err))
+                    return kExitUsage;
                 return form.AddRange(args->add[0], args->add[1]) ? kExitOk : kExitRefused;
             }
             return kExitOk;
@@ -110,7 +118,7 @@ void RegisterImportCommands(CLI::App& app, CliContext& ctx) {
     });
 
     auto* exp = app.add_subcommand("export", "Back up custom materials to a GLZ text file");
-    exp->add_option("OUT", args->out, "The GLZ file to write")->required();
+    exp->add_option("OUT", args->out, "The GLZ file to write")->required()->check(NotAFolder());
     auto* all = exp->add_flag("--all", args->all, "Every material of the list");
     exp->add_option("RANGE", args->range, "FIRST [LAST] list positions")
         ->expected(1, 2)
@@ -133,9 +141,8 @@ void RegisterImportCommands(CLI::App& app, CliContext& ctx) {
             if (!args->all) {
                 first = args->range[0];
                 last = args->range.size() > 1 ? args->range[1] : first;
-                if (!opened.CheckIndex(first) || !opened.CheckIndex(last) || last < first) {
-                    return kExitRefused;
-                }
+                if (!RangeInside(first, last, size, "materials", "in a list of", *ctx.err))
+                    return kExitUsage;
             }
             SystemClock clock;
             FileError error;

@@ -8,6 +8,7 @@
 #include <ostream>
 #include <sstream>
 
+#include "cli/arguments.h"
 #include "cli/cli_context.h"
 #include "cli/cli_list.h"
 #include "cli/grid_entry.h"
@@ -75,13 +76,15 @@ void RegisterIndexFitCommands(CLI::App& app, CliContext& ctx) {
     auto* index = app.add_subcommand(
         "index", "Index at wavelengths from a polynomial given, or of material N of the list");
     index->add_option("N", args->record, "Position in the custom list, from 1");
-    auto* typeOpt = index->add_option("--polytype", args->polytype, "Dispersion form code");
-    auto* coefOpt =
-        index->add_option("--coef", args->coef, "Coefficients in storage order")->delimiter(',');
+    auto* typeOpt = index->add_option("--polytype", args->polytype, "Dispersion form code")
+                        ->check(PolytypeCode());
+    auto* coefOpt = index->add_option("--coef", args->coef, "Coefficients in storage order")
+                        ->delimiter(',')
+                        ->check(FiniteNumber());
     index->add_option("--wave", args->waves, "Wavelengths in nm")
         ->required()
         ->expected(1, -1)
-        ->check(CLI::Number);
+        ->check(PositiveNumber());
     index->callback([&ctx, args, typeOpt, coefOpt] {
         ctx.run = [&ctx, args, typeOpt, coefOpt] {
             PolyCoefBlock coef{};
@@ -89,7 +92,7 @@ void RegisterIndexFitCommands(CLI::App& app, CliContext& ctx) {
             if (args->record > 0) {
                 CliList opened(ctx);
                 if (!opened.Open()) return kExitRefused;
-                if (!opened.CheckIndex(args->record)) return kExitRefused;
+                if (!opened.CheckIndex(args->record)) return kExitUsage;
                 MaterialRecord rec;
                 opened.list().GetMaterial(args->record, rec);
                 coef = rec.General.PolyCoef;
@@ -118,7 +121,9 @@ void RegisterIndexFitCommands(CLI::App& app, CliContext& ctx) {
 
     auto* fit = app.add_subcommand(
         "fit", "Fit a dispersion polynomial to index points of a CSV or tab-separated file");
-    fit->add_option("FILE", args->file, "Rows of wave_nm, index[, weight]")->required();
+    fit->add_option("FILE", args->file, "Rows of wave_nm, index[, weight]")
+        ->required()
+        ->check(NotAFolder());
     fit->add_option("--polytype", args->polytype,
                     "1 Schott, 2 Sellmeier, 3 Schott Plus, 4 Cauchy, 6 Sellmeier Plus")
         ->required()

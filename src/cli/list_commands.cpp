@@ -2,10 +2,12 @@
 #include <CLI/CLI.hpp>
 #include <ostream>
 
+#include "cli/arguments.h"
 #include "cli/cli_context.h"
 #include "cli/cli_list.h"
 #include "cli/record_json.h"
 #include "core/material/list_operations.h"
+#include "core/platform/text.h"
 
 namespace ostrel::cli {
 namespace {
@@ -55,7 +57,7 @@ void RegisterListCommands(CLI::App& app, CliContext& ctx) {
         ctx.run = [&ctx, args] {
             CliList opened(ctx);
             if (!opened.Open()) return kExitRefused;
-            if (!opened.CheckIndex(args->index)) return kExitRefused;
+            if (!opened.CheckIndex(args->index)) return kExitUsage;
             MaterialRecord rec;
             opened.list().GetMaterial(args->index, rec);
             *ctx.out << Dump(RecordToJson(rec)) << '\n';
@@ -69,7 +71,7 @@ void RegisterListCommands(CLI::App& app, CliContext& ctx) {
         ctx.run = [&ctx, args] {
             CliList opened(ctx);
             if (!opened.Open()) return kExitRefused;
-            if (!opened.CheckIndex(args->index)) return kExitRefused;
+            if (!opened.CheckIndex(args->index)) return kExitUsage;
             return DeleteMaterial(opened.list(), opened.dialogs(), args->index) ? kExitOk
                                                                                 : kExitRefused;
         };
@@ -77,19 +79,26 @@ void RegisterListCommands(CLI::App& app, CliContext& ctx) {
 
     auto* dup = app.add_subcommand("duplicate", "Copy one material under a new name");
     dup->add_option("N", args->index, "Position in the list, from 1")->required();
-    dup->add_option("NEWNAME", args->newName, "Name of the copy")->required();
+    dup->add_option("NEWNAME", args->newName, "Name of the copy")->required()->check(StoredName());
     dup->callback([&ctx, args] {
         ctx.run = [&ctx, args] {
             CliList opened(ctx);
             if (!opened.Open()) return kExitRefused;
-            if (!opened.CheckIndex(args->index)) return kExitRefused;
-            ctx.dialogs->inputAnswers = {args->newName};
-            if (DuplicateMaterial(opened.list(), opened.dialogs(), args->index)) {
-                return kExitOk;
+            if (!opened.CheckIndex(args->index)) return kExitUsage;
+            // The name rule is asked first, so that a refusal says why and a failed save
+            // is reported as that alone.
+            MaterialRecord copy;
+            opened.list().GetMaterial(args->index, copy);
+            copy.General.GlassName.Set(VbTrimCopy(args->newName));
+            std::string message;
+            if (!opened.list().CheckOverwrite(copy, true, message)) {
+                // The first line says why; a question that may follow is the window's.
+                *ctx.err << "No copy was made: " << message.substr(0, message.find('\n')) << '\n';
+                return kExitRefused;
             }
-            *ctx.err << "No copy was made: the name " << args->newName
-                     << " is refused (already used with this source, or blank).\n";
-            return kExitRefused;
+            ctx.dialogs->inputAnswers = {args->newName};
+            return DuplicateMaterial(opened.list(), opened.dialogs(), args->index) ? kExitOk
+                                                                                   : kExitRefused;
         };
     });
 }

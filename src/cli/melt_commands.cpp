@@ -8,6 +8,7 @@
 #include <ostream>
 #include <sstream>
 
+#include "cli/arguments.h"
 #include "cli/cli_context.h"
 #include "cli/cli_list.h"
 #include "cli/grid_entry.h"
@@ -214,11 +215,13 @@ void RegisterMeltCommands(CLI::App& app, CliContext& ctx) {
     melt->add_option("--parent-source", args->source, "Maker of the parent glass")->required();
     melt->add_option("--parent", args->parent, "Name of the parent glass")->required();
     melt->add_option("--code", args->code, "Melt code (at most 10 characters)")->required();
-    melt->add_option("--pairs", args->pairs, "File of rows wave_nm,index (at most 20)");
+    melt->add_option("--pairs", args->pairs, "File of rows wave_nm,index (at most 20)")
+        ->check(NotAFolder());
     melt->add_option("--sheet", args->sheet,
                      "The nine figures of a Schott melt sheet: nd,ne,nF-nC,nd-nC,nF-nd,nF-ne,"
                      "ng-nF,nF'-nC',nF'-ne")
-        ->delimiter(',');
+        ->delimiter(',')
+        ->check(FiniteNumber());
     melt->add_flag("--save", args->save, "Add the melt glass to the custom list");
     melt->add_flag("--json", args->json, "Write grid, result line and record as JSON");
     melt->callback([&ctx, args] { ctx.run = [&ctx, args] { return RunMelt(ctx, *args); }; });

@@ -98,8 +98,8 @@ TEST_P(ListCliBadIndex, IsRefusedWithoutChange) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Cases, ListCliBadIndex,
-                         ::testing::Values(BadIndex{"show 0 --json", 1}, BadIndex{"show 4", 1},
-                                           BadIndex{"delete 9", 1}, BadIndex{"delete x", 2},
+                         ::testing::Values(BadIndex{"show 0 --json", 2}, BadIndex{"show 4", 2},
+                                           BadIndex{"delete 9", 2}, BadIndex{"delete x", 2},
                                            BadIndex{"duplicate 1", 2},
                                            BadIndex{"duplicate 1 c", 1}));
 

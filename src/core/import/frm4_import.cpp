@@ -7,6 +7,7 @@
 #include "core/import/import_old_files.h"
 #include "core/import/import_oslo_glc.h"
 #include "core/import/import_zemax_agf.h"
+#include "core/material/name_check.h"
 #include "core/materialform/verification.h"
 #include "core/optics/derived_data.h"
 #include "core/optics/glass_code.h"
@@ -479,6 +480,10 @@ void frm4Import::comRenameSourceClick() {
     if (!answer) return;
     const std::string source = VbTrimCopy(*answer);
     if (source.empty()) return;
+    if (const std::string refusal = NameRefusal(source); !refusal.empty()) {
+        ShowNameRefusal(dialogs_, true, *answer, refusal);
+        return;
+    }
     for (auto& rec : importList_) rec.General.Source.Set(source);
     UpdateTable();
 }

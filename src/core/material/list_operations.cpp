@@ -1,5 +1,6 @@
 #include "core/material/list_operations.h"
 
+#include "core/material/name_check.h"
 #include "core/platform/text.h"
 
 namespace ostrel {
@@ -34,7 +35,13 @@ bool DuplicateMaterial(GlassesList& list, Dialogs& dialogs, int index) {
         // An empty answer (or one of blanks only, which would make a nameless material)
         // leaves everything as it is.
         if (!answer || VbTrim(*answer).empty()) return false;
-        copy.General.GlassName.Set(*answer);
+        // A name that cannot be stored as typed is refused with its reason, then asked again.
+        if (const std::string refusal = NameRefusal(*answer); !refusal.empty()) {
+            ShowNameRefusal(dialogs, false, *answer, refusal);
+            proposal = *answer;
+            continue;
+        }
+        copy.General.GlassName.Set(VbTrimCopy(*answer));
         std::string message;  // the reason is not shown: the prompt simply comes again
         if (list.CheckOverwrite(copy, true, message) && NameUsable(copy)) break;
         proposal = *answer;

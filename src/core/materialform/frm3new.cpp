@@ -4,6 +4,7 @@
 #include <charconv>
 #include <exception>
 
+#include "core/material/name_check.h"
 #include "core/materialform/frm2_manage.h"
 #include "core/materialform/verification.h"
 #include "core/platform/text.h"
@@ -20,18 +21,6 @@ std::string Trimmed(const FixedText<30>& t) {
 
 std::string UpperTrim(const std::string& s) {
     return UpperAscii(VbTrimCopy(s));
-}
-
-// Cut to n characters (not bytes) of UTF-8.
-std::string CutChars(const std::string& s, size_t n) {
-    size_t chars = 0;
-    for (size_t i = 0; i < s.size(); ++i) {
-        if ((static_cast<unsigned char>(s[i]) & 0xC0) != 0x80) {
-            if (chars == n) return s.substr(0, i);
-            ++chars;
-        }
-    }
-    return s;
 }
 
 }  // namespace
@@ -302,9 +291,16 @@ void frm3New::NameOrSourceChange(bool isName) {
     if (loading_ || mode_ == kModeReview) return;
     TextBox& box = isName ? txtGenGlass : txtGenSource;
     auto& field = isName ? rec_.General.GlassName : rec_.General.Source;
-    const std::string typed = CutChars(box.text.get(), kNameLength);
-    if (typed != box.text.get()) box.text = typed;
+    const std::string typed = box.text.get();
     const std::string old = Trimmed(field);
+    // A name or source is kept as typed or refused with its reason, never cut or altered.
+    if (const std::string refusal = NameRefusal(typed); !refusal.empty()) {
+        ShowNameRefusal(dialogs_, !isName, typed, refusal);
+        loading_ = true;
+        box.text = old;
+        loading_ = false;
+        return;
+    }
     if (UpperTrim(typed) != UpperTrim(old)) {
         const std::string name = isName ? typed : Trimmed(rec_.General.GlassName);
         const std::string source = isName ? Trimmed(rec_.General.Source) : typed;
@@ -319,7 +315,7 @@ void frm3New::NameOrSourceChange(bool isName) {
         ++rec_.GeneralState.Changes;
     }
     if (typed != Trimmed(field)) MarkModified();
-    field.Set(typed);
+    field.Set(VbTrimCopy(typed));
     RefreshPanels();
     UpdateTitle();
 }

@@ -173,13 +173,13 @@ QWidget* frm3NewWindow::BuildGeneralTab() {
     form->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
     auto* glass = new QLineEdit(page);
     glass->setObjectName("txtGenGlass");
-    glass->setMaxLength(frm3New::kNameLength);
+    // No length limit on the boxes: an over-long name reaches the form's check, which
+    // refuses it with the count, instead of being cut short without a word.
     glass->setMinimumWidth(glass->fontMetrics().horizontalAdvance(QString(32, 'M')) / 2 + 40);
     Bind(glass, unit_.txtGenGlass);
     connect(glass, &QLineEdit::textEdited, this, [this] { unit_.txtGenGlassChange(); });
     auto* source = new QLineEdit(page);
     source->setObjectName("txtGenSource");
-    source->setMaxLength(frm3New::kNameLength);
     source->setMinimumWidth(glass->minimumWidth());
     Bind(source, unit_.txtGenSource);
     connect(source, &QLineEdit::textEdited, this, [this] { unit_.txtGenSourceChange(); });

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <string>
+
 #include "core/materialform/frm3new_fixture.h"
 
 namespace ostrel::testing {
@@ -172,6 +175,38 @@ TEST_F(Frm3NewIndex, AnotherPolynomialLeavesIndexNotReadyAndTheRecordUnsaved) {
         EXPECT_EQ(LastBox(), frm3New::kIncompleteMsg);
         EXPECT_EQ(list->CustomCount(), 0);
         dialogs.boxes.clear();
+    }
+}
+
+// Schott Plus through sixteen points of a crown from 400 to 700 nm misses them by far:
+// the form asks, No leaves Index not ready and the fit to be done again, Yes keeps it; the
+// error label warns either way.
+TEST_F(Frm3NewIndex, FitThatMissesItsDataLeavesIndexNotReadyUnlessKept) {
+    for (const MsgAnswer answer : {MsgAnswer::No, MsgAnswer::Yes}) {
+        const bool kept = answer == MsgAnswer::Yes;
+        SCOPED_TRACE(kept ? "kept" : "declined");
+        form->DisplayNew();
+        form->tabPropertiesChange(frm3New::kTabIndex);
+        form->cmbIndexPolyType.SetListIndex(3);  // Schott Plus
+        form->cmbIndexPolyTypeClick();
+        for (int i = 0; i < 16; ++i) {
+            const double um = 0.4 + 0.02 * i;
+            const double l2 = um * um;
+            const double n = std::sqrt(1.0 + 1.03961212 * l2 / (l2 - 0.00600069867) +
+                                       0.231792344 * l2 / (l2 - 0.0200179144) +
+                                       1.01046945 * l2 / (l2 - 103.560653));
+            Type(form->ssRefInd, 1, i + 1, std::to_string(400 + 20 * i));
+            Type(form->ssRefInd, 2, i + 1, std::to_string(n));
+        }
+        dialogs.boxes.clear();
+        dialogs.answers = {answer};
+        form->comIndexFitClick();
+        ASSERT_EQ(dialogs.boxes.size(), 1u);
+        EXPECT_EQ(dialogs.boxes[0].text.rfind("The fit does not represent the data", 0), 0u);
+        EXPECT_EQ(form->pnlStatus[1].caption, kept ? "Index: Ready" : "Index: NOT Ready");
+        EXPECT_EQ(form->comIndexFit.enabled, !kept);
+        EXPECT_TRUE(form->lblError.bold);
+        EXPECT_EQ(form->lblError.toolTip.get(), frm3New::kPoorFitTip);
     }
 }
 

@@ -1,0 +1,102 @@
+// Every command refuses a bad argument before it runs: a message on stderr naming the
+// argument, exit status 2, nothing written.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+#include "core/material/glasses_list.h"
+#include "core/material/material_record_codec.h"
+#include "support/run_cli.h"
+
+namespace ostrel::testing {
+namespace {
+
+struct BadArgument {
+    const char* args;  // "{dir}" stands for the test's folder, "{data}" for the import samples
+    const char* said;  // a part of the message
+};
+
+class BadArgumentCli : public ::testing::TestWithParam<BadArgument> {};
+
+TEST_P(BadArgumentCli, IsRefusedWithExitStatusTwo) {
+    TempDir dir;
+    std::filesystem::create_directory(dir / "folder");
+    // A list of three, so that ranges inside it are good and only the bad one fails.
+    std::string list;
+    for (const char* name : {"A", "B", "C"}) {
+        MaterialRecord rec = ClearedMaterialRecord();
+        rec.General.GlassName.Set(name);
+        rec.General.Source.Set("S");
+        const auto image = ToBytes(rec);
+        list.append(reinterpret_cast<const char*>(image.data()), image.size());
+    }
+    WriteFileBytes(dir / kCustomFileName, list);
+    WriteFileBytes(dir / "empty.csv", "# no glass\n");
+    WriteFileBytes(dir / "two.glz", "");
+
+    std::string args = GetParam().args;
+    for (size_t at; (at = args.find("{dir}")) != std::string::npos;) {
+        args.replace(at, 5, dir.path().string());
+    }
+    if (size_t at = args.find("{data}"); at != std::string::npos) {
+        args.replace(at, 6, std::string(OSTREL_TEST_DATA) + "/import");
+    }
+    const CliResult run = RunCliIn(dir, args);
+    EXPECT_EQ(run.status, 2) << run.err;
+    EXPECT_NE(run.err.find(GetParam().said), std::string::npos) << run.err;
+    EXPECT_TRUE(ReadFileBytes(dir / kCustomFileName) == list);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, BadArgumentCli,
+    ::testing::Values(
+        // numbers
+        BadArgument{"glasscode abc 1", "ND: \"abc\" is no finite number"},
+        BadArgument{"glasscode 1.5 nan", "VD: \"nan\" is no finite number"},
+        BadArgument{"glasscode 1.5 inf", "VD: \"inf\" is no finite number"},
+        BadArgument{"glasscode 1.5x 60", "ND: \"1.5x\" is no finite number"},
+        BadArgument{"index --polytype 2 --coef 1,nan --wave 500", "--coef: \"nan\""},
+        BadArgument{"melt --parent-source S --parent P --code C --sheet 1,2,3,4,5,6,7,8,-inf",
+                    "--sheet: \"-inf\" is no finite number"},
+        // polynomial types
+        BadArgument{"index --polytype 5 --coef 2.25 --wave 500",
+                    "--polytype: \"5\" is no "
+                    "dispersion form"},
+        BadArgument{"fit {dir}/two.glz --polytype 9", "--polytype"},
+        // wavelengths and widths
+        BadArgument{"index --polytype 1 --coef 2.25 --wave -500", "--wave: -500 is refused"},
+        BadArgument{"index --polytype 1 --coef 2.25 --wave nan", "--wave: \"nan\""},
+        BadArgument{"index 9 --wave 500", "There is no material 9"},
+        BadArgument{"transtable {dir}/empty.csv --width -2", "--width: -2 is refused"},
+        BadArgument{"transtable {dir}/empty.csv --width nan", "--width: \"nan\""},
+        // folders given as files
+        BadArgument{"transtable {dir}/folder", "FILE: "},
+        BadArgument{"fit {dir}/folder --polytype 2", "is a folder, not a file"},
+        BadArgument{"import {dir}/folder --type glz", "is a folder, not a file"},
+        BadArgument{"export {dir}/folder --all", "OUT: "},
+        BadArgument{"melt --parent-source S --parent P --code C --pairs {dir}/folder", "--pairs: "},
+        BadArgument{"demo {dir}/demo --catalogue {dir}/folder", "--catalogue: "},
+        // ranges and positions
+        BadArgument{"import {dir}/two.glz --add 5 3", "The range is reversed: 5 to 3"},
+        BadArgument{"import {dir}/two.glz --add 0 1", "The range must start at 1"},
+        BadArgument{"import {data}/sample.glc --add 2 5",
+                    "No staged materials 2 to 5 in an import of 2"},
+        BadArgument{"export {dir}/out.glz 3 2", "The range is reversed: 3 to 2"},
+        BadArgument{"export {dir}/out.glz 2 4", "No materials 2 to 4 in a list of 3"},
+        BadArgument{"update 2 1", "The range is reversed: 2 to 1"},
+        BadArgument{"update 1 7", "No materials 1 to 7 in a list of 3"},
+        BadArgument{"show 4", "There is no material 4"},
+        // a demonstration catalogue without a glass
+        BadArgument{"demo {dir}/demo --catalogue {dir}/empty.csv",
+                    "the demo catalogue holds no glass"},
+        // names and sources that the files cannot hold as typed
+        BadArgument{"duplicate 1 ''", "NEWNAME: a name or source cannot be blank"},
+        BadArgument{"duplicate 1 'Ωmega'", "Character 1, \"Ω\" (U+03A9), is not one of"},
+        BadArgument{"import {dir}/two.glz --rename-source '中文玻璃'", "--rename-source: "},
+        BadArgument{"duplicate 1 123456789012345678901234567890123456",
+                    "It has 36 characters, 6 more than the 30"},
+        BadArgument{"duplicate 1 \"$(printf 'A\\tB')\"", "control character (tab)"}));
+
+}  // namespace
+}  // namespace ostrel::testing
