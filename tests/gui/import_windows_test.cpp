@@ -87,6 +87,7 @@ TEST_F(ImportWindowsTest, ImportWindowShowsTheReadAndClosesThroughTheStrip) {
 
     WriteFileBytes(tmp / "crafted.agf", kCraftedAgf);
     dialogs.files.push_back((tmp / "crafted.agf").string());
+    dialogs.filters.push_back(frm4Import::kAGF);
     w.button("comImport")->click();
     auto* model = w.grid()->model();
     ASSERT_EQ(model->rowCount(), 3);
@@ -102,9 +103,14 @@ TEST_F(ImportWindowsTest, ImportWindowShowsTheReadAndClosesThroughTheStrip) {
 
     // A GLC file with nothing refitted: the note is cleared and the column hidden again.
     dialogs.files.push_back((fs::path(OSTREL_TEST_DATA) / "import" / "sample.glc").string());
+    dialogs.filters.push_back(frm4Import::kGLC);
     w.button("comImport")->click();
     EXPECT_EQ(model->rowCount(), unit.ImportCount());
     EXPECT_EQ(model->index(0, 0).data().toString(), "N-BK7");
+    // SF5 disagrees with its file: "Check" on a cell of its own colour.
+    EXPECT_EQ(model->index(1, 4).data().toString(), "Check");
+    EXPECT_EQ(model->index(1, 4).data(Qt::BackgroundRole).value<QColor>(),
+              QColor(kStatusCheck.r, kStatusCheck.g, kStatusCheck.b));
     EXPECT_TRUE(w.label("lblReFit")->text().isEmpty());
     EXPECT_TRUE(w.grid()->isColumnHidden(5));
 

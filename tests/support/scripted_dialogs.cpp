@@ -32,6 +32,17 @@ std::optional<std::string> ScriptedDialogs::FileOpen(const FileDialogSpec& spec)
     return a;
 }
 
+std::optional<FileChoice> ScriptedDialogs::FileOpenFiltered(const FileDialogSpec& spec) {
+    std::optional<std::string> path = FileOpen(spec);
+    int filter = spec.filterIndex;
+    if (!filters.empty()) {
+        filter = filters.front();
+        filters.pop_front();
+    }
+    if (!path) return std::nullopt;
+    return FileChoice{std::move(*path), filter};
+}
+
 std::optional<std::string> ScriptedDialogs::FileSave(const FileDialogSpec& spec) {
     return FileOpen(spec);
 }

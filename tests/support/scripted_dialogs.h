@@ -24,6 +24,9 @@ class ScriptedDialogs : public Dialogs {
                                         const std::string& proposal) override;
     std::optional<std::string> FileOpen(const FileDialogSpec& spec) override;
     std::optional<std::string> FileSave(const FileDialogSpec& spec) override;
+    // Ends on the next of `filters` (1-based), or on the filter it opened with when none is
+    // queued.
+    std::optional<FileChoice> FileOpenFiltered(const FileDialogSpec& spec) override;
     void SetBusy(bool busy) override;
     void HelpNote(const std::string& text, bool bold) override;
     bool OpenUrl(const std::string& url) override;
@@ -33,6 +36,7 @@ class ScriptedDialogs : public Dialogs {
     std::deque<MsgAnswer> answers;
     std::deque<std::optional<std::string>> inputs;
     std::deque<std::optional<std::string>> files;
+    std::deque<int> filters;
     bool openUrlResult = true;
 
     std::vector<ShownBox> boxes;

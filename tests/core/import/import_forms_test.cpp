@@ -2,9 +2,7 @@
 // the notice, and the backup file name and messages.
 #include <gtest/gtest.h>
 
-#include <deque>
 #include <filesystem>
-#include <optional>
 
 #include "core/import/frm4_import.h"
 #include "core/import/frm5_export.h"
@@ -31,27 +29,10 @@ std::string Shared(const std::string& name) {
     return (std::filesystem::path(OSTREL_SHARED_DATA) / name).string();
 }
 
-// Scripted dialogs whose open dialog also ends on a scripted filter (1-based); with none
-// queued the user keeps the filter the dialog opened with.
-class FilterDialogs : public ScriptedDialogs {
-  public:
-    std::deque<int> filters;
-    std::optional<FileChoice> FileOpenFiltered(const FileDialogSpec& spec) override {
-        std::optional<std::string> path = FileOpen(spec);
-        int filter = spec.filterIndex;
-        if (!filters.empty()) {
-            filter = filters.front();
-            filters.pop_front();
-        }
-        if (!path) return std::nullopt;
-        return FileChoice{*path, filter};
-    }
-};
-
 class ImportForm : public ::testing::Test {
   protected:
     TempDir dir;
-    FilterDialogs dialogs;
+    ScriptedDialogs dialogs;
     FixedClock clock{46000.5};
     ErrorDisplayer errors{dir.path().string(), dialogs, clock};
     GlassesList list{dir.path().string(), errors};
