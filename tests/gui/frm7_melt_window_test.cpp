@@ -134,6 +134,7 @@ class Frm7MeltWindowTest : public ::testing::Test {
     void ExpectUnfitted() {
         EXPECT_EQ(window->label("pnlStatus")->text(), "Index: NOT Ready");
         EXPECT_EQ(window->plot()->CurvePointCount(), 0);
+        EXPECT_TRUE(window->plot()->ShadedRanges().empty());
         EXPECT_TRUE(window->grid()->isColumnHidden(5));
         EXPECT_FALSE(window->button("comAdd")->isEnabled());
     }
@@ -198,6 +199,9 @@ TEST_F(Frm7MeltWindowTest, APickedParentAndFourPairsGiveAFittedMeltOnScreen) {
     // The plot: the four measured differences and the fitted curve over the band.
     EXPECT_EQ(window->plot()->MeasuredPointCount(), 4);
     EXPECT_GT(window->plot()->CurvePointCount(), 100);
+    // Four lines in the visible against a band of 300 to 2500 nm: both ends are shaded.
+    EXPECT_EQ(window->plot()->ShadedRanges().size(), 2u);
+    EXPECT_EQ(window->plot()->ShadedRanges(), unit->ExtrapolatedRanges());
     EXPECT_FALSE(window->button("comIndexFit")->isEnabled());
     EXPECT_TRUE(window->button("comShowIndex")->isEnabled());
     EXPECT_TRUE(window->button("comAdd")->isEnabled());
@@ -205,6 +209,13 @@ TEST_F(Frm7MeltWindowTest, APickedParentAndFourPairsGiveAFittedMeltOnScreen) {
     // An edit makes the index not ready again: the curve goes, the fit column hides.
     Type(3, 1, "1.5150000");
     ExpectUnfitted();
+
+    // The close box asks as the Close button does; Cancel keeps the form on screen.
+    dialogs.answers = {MsgAnswer::Cancel};
+    window->subWindow()->close();
+    EXPECT_EQ(dialogs.boxes.back().text, "Save changes to N-BK7 *m1234?");
+    EXPECT_TRUE(unit->IsOpen());
+    EXPECT_FALSE(window->subWindow()->isHidden());
 }
 
 TEST_F(Frm7MeltWindowTest, ACancelledPickTakesNothingAndTheCloseBoxClosesTheForm) {

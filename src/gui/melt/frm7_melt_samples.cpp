@@ -6,9 +6,11 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QMdiSubWindow>
+#include <QMessageBox>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <cstdio>
+#include <memory>
 
 #include "core/external/bas1_setup.h"
 #include "core/external/demo_installation.h"
@@ -25,6 +27,7 @@
 #include "gui/melt/pop_melt_schott_dialog.h"
 #include "gui/platform/binders.h"
 #include "gui/platform/grid_view.h"
+#include "gui/platform/qt_dialogs.h"
 
 namespace ostrel::gui {
 
@@ -125,6 +128,31 @@ void ShowMeltFormSamples(ManageForms& forms, frm7Melt& unit, frm7MeltWindow& win
     window.RefreshPlot();
     shot("frm7_melt.png");
 
+    // Four visible lines only, against the parent's band of 300 to 2500 nm: the plot shades
+    // the parts beyond the pairs, and the comparison report marks their rows.
+    unit.comClearClick();
+    row = 1;
+    for (float w : {kLines[0], kLines[2], kLines[4], kLines[6]}) {
+        int16_t ok = 0;
+        const double n =
+            IndexFromPolynomial(parent.General.PolyCoef, w, parent.General.Polytype, ok) +
+            (row % 2 ? 2e-5 : -2e-5);
+        Type(window.grid(), 2, row, QString::number(w, 'f', 4));
+        Type(window.grid(), 3, row, QString::number(n, 'f', 7));
+        ++row;
+    }
+    unit.comIndexFitClick();
+    window.RefreshPlot();
+    {
+        const std::unique_ptr<QMessageBox> report = MakeMessageBox(
+            owner, unit.ComparisonReport(), MsgButtons::OK, MsgIcon::None, "Melt Maker");
+        report->setModal(false);
+        report->show();
+        // Over the grid, clear of the plot.
+        report->move(window.mapToGlobal(QPoint(16, 40)));
+        shot("frm7_melt_shaded.png");
+    }
+
     // The sheet, started from the parent's figures.
     popMeltSchott sheet(dialogs, newMsg);
     CloseNoticeSoon();
@@ -139,7 +167,8 @@ void ShowMeltFormSamples(ManageForms& forms, frm7Melt& unit, frm7MeltWindow& win
         box.hide();
     }
     sheet.comCancelClick();
-    forms.RibbonClick(kFormMelt, false);
+    // The sample melt goes unsaved and without a question.
+    unit.ForceUnload();
     if (floatingShown) floating->show();
 }
 

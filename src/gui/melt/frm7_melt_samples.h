@@ -1,7 +1,8 @@
 #pragma once
 // Pictures of the melt maker: a parent picked from a demo catalogue database made in a
-// temporary folder, a melt typed in and fitted, then the parent picker and the Schott melt
-// sheet. Used by the program's --screenshots option.
+// temporary folder, a melt typed in and fitted, one of four visible pairs with its shaded
+// plot and comparison report, then the parent picker and the Schott melt sheet. Used by the
+// program's --screenshots option.
 #include <QString>
 #include <functional>
 
