@@ -21,6 +21,7 @@
 #include "core/import/import_oslo_glc.h"
 #include "core/import/import_text.h"
 #include "core/import/import_zemax_agf.h"
+#include "core/import/refit_to_schott.h"
 #include "core/material/material_record_codec.h"
 #include "core/optics/glass_code.h"
 #include "core/optics/index_from_polynomial.h"
@@ -89,6 +90,7 @@ struct Read {
     int count = 0;
     int skipped = 0;
     int boxes = 0;
+    std::string firstBox;
     int16_t ok = 0;
 };
 
@@ -110,6 +112,7 @@ Read ReadCatalogue(const fs::path& p, const ImportOptions& options = {}) {
         r.skipped = importer.skippedFormulaCount();
     }
     r.boxes = static_cast<int>(dialogs.boxes.size());
+    if (!dialogs.boxes.empty()) r.firstBox = dialogs.boxes[0].text;
     for (size_t i = 0; i < r.recs.size() && i < stated.size(); ++i) {
         const ImportCheck c = CheckImported(r.recs[i], stated[i]);
         r.checks.push_back(c.text);
@@ -376,6 +379,15 @@ TEST(CatalogueShortTables, SpanTheWholeBandOfALongGlass) {
             }
         }
     }
+}
+
+// The one glass of USERJJ.AGF whose refit fails is named in the fit's box.
+TEST(CatalogueRefit, FailedRefitNamesItsGlass) {
+    const fs::path p = kData / "agf/2020/USERJJ.AGF";
+    if (!fs::exists(p)) GTEST_SKIP() << "no catalogue data";
+    const Read r = ReadCatalogue(p);
+    ASSERT_EQ(r.boxes, 1);
+    EXPECT_EQ(r.firstBox.substr(0, r.firstBox.find('\n')), RefitFailedLine("CG"));
 }
 
 // With the option on, glasses of formulas without a stored form are refitted, not passed
