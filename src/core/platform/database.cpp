@@ -6,6 +6,8 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "core/platform/file_io.h"
+
 namespace ostrel {
 
 namespace {
@@ -79,6 +81,7 @@ void SetDatabaseFaultHook(DbFaultHook hook) {
 }
 
 bool DbStepAllowed(const std::string& operation, const std::string& table, DbError& error) {
+    if (operation == "add" || operation == "delete" || operation == "commit") KillPoint();
     const auto& hook = FaultHook();
     if (!hook || hook(operation, table)) return true;
     error.code = kDbErrorInjected;

@@ -108,6 +108,16 @@ bool ProcessAlive(long pid) {
 
 }  // namespace
 
+void KillPoint() {
+    static const long at = [] {
+        const char* text = std::getenv("OSTREL_KILL_AT_STEP");
+        return text ? std::strtol(text, nullptr, 10) : 0L;
+    }();
+    if (at <= 0) return;
+    static std::atomic<long> reached{0};
+    if (++reached == at) std::raise(SIGKILL);
+}
+
 void SetWriteFaultHook(WriteFaultHook hook) {
     FaultHook() = std::move(hook);
 }
@@ -218,6 +228,7 @@ bool WriteTemporary(const std::filesystem::path& path, const PieceSource& next, 
     while (next(piece)) {
         size_t done = 0;
         while (done < piece.size()) {
+            KillPoint();
             if (FaultHook() && !FaultHook()(path)) return fail(ENOSPC);
             size_t chunk = std::min<size_t>(piece.size() - done, 1 << 20);
             ssize_t n = ::write(fd, piece.data() + done, chunk);
@@ -242,6 +253,7 @@ bool WriteTemporary(const std::filesystem::path& path, const PieceSource& next, 
 
 // Renames the temporary over `path` and syncs the folder; the temporary goes either way.
 bool RenameTemporary(const std::string& temp, const std::filesystem::path& path, FileError& error) {
+    KillPoint();
     if (::rename(temp.c_str(), path.c_str()) != 0) {
         int code = errno;
         ::unlink(temp.c_str());
@@ -325,7 +337,9 @@ bool SnapshotFile(const std::filesystem::path& from, const std::filesystem::path
     RemoveStaleTemporaries(FolderOf(to), to.filename().string());
     const std::string temp = to.string() + std::string(kTempMark) + std::to_string(::getpid()) +
                              ".link" + std::to_string(std::random_device{}() % 1000000);
+    KillPoint();
     if (::link(from.c_str(), temp.c_str()) == 0) {
+        KillPoint();
         const bool renamed = ::rename(temp.c_str(), to.c_str()) == 0;
         // When both names already are one file, rename leaves the temporary name behind.
         ::unlink(temp.c_str());
@@ -338,6 +352,7 @@ bool SnapshotFile(const std::filesystem::path& from, const std::filesystem::path
 }
 
 bool RemoveFileIfPresent(const std::filesystem::path& path, FileError& error) {
+    KillPoint();
     if (::unlink(path.c_str()) == 0 || errno == ENOENT) return true;
     SetError(error, errno, path);
     return false;

@@ -88,6 +88,13 @@ bool IsTemporaryName(const std::string& name, long& pid);
 // temporaries of that file name. Returns how many were removed.
 int RemoveStaleTemporaries(const std::filesystem::path& folder, const std::string& target = {});
 
+// Test hook for the interruption tests: with OSTREL_KILL_AT_STEP=k in the environment (read
+// once, at the first step), the process kills itself with SIGKILL on reaching its k-th step
+// that changes a file or the database, before that step runs. The steps: each write into
+// a temporary file, each rename, link and removal of a file (here), each added or deleted
+// row and each commit of the database. Without the variable a step costs one test.
+void KillPoint();
+
 // Test hook: when set, each write of WriteFileAtomic asks it first; returning false makes
 // the write fail as a full disk would (ENOSPC).
 using WriteFaultHook = std::function<bool(const std::filesystem::path& target)>;

@@ -1,0 +1,250 @@
+// A command killed at any moment leaves the custom list, each custom glass file and the
+// glass database wholly as they were or wholly as the command makes them, and every one of
+// them loads. The command runs in a child process that kills itself (SIGKILL) at its k-th
+// step that changes a file or the database, for every k up to the uninterrupted run.
+// Names with quotes, semicolons, percent signs and SQL words travel through all of them.
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <spawn.h>
+#include <sys/wait.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "core/external/external_file.h"
+#include "core/external/kelmora_database.h"
+#include "core/material/glasses_list.h"
+#include "core/material/material_record_codec.h"
+#include "core/platform/sqlite_database.h"
+#include "support/run_cli.h"
+
+extern char** environ;
+
+namespace ostrel::testing {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Names that a text joined into a statement or a format would break.
+const std::vector<std::pair<std::string, std::string>> kNames = {
+    {"O'Hara \"K5\"", "Lab"},
+    {"A;B;C", "Lab %_"},
+    {"100% SiO2", "Lab"},
+    {"'; DROP TABLE GlassData;--", "Lab"},
+    {"SELECT * FROM Archive", "x' OR '1'='1"},
+};
+
+MaterialRecord ReadyRecord(const std::string& name, const std::string& source, double b1) {
+    MaterialRecord rec = ClearedMaterialRecord();
+    rec.General.GlassName.Set(name);
+    rec.General.Source.Set(source);
+    rec.General.GlassKind = 8;
+    rec.General.Polytype = 2;
+    rec.General.PolyCoef = {b1, 0.231792344, 1.01046945, 0.00600069867, 0.0200179144, 103.560653};
+    rec.General.IndexWvMin = 310;
+    rec.General.IndexWvMax = 2500;
+    rec.General.Density = 2.51f;
+    rec.TransTable.fill(kNoTransData);
+    rec.Other.Status.Set("A");
+    for (auto* s : {&rec.GeneralState, &rec.IndexState, &rec.TransState, &rec.ThermalState,
+                    &rec.OtherState}) {
+        s->Ready = kTrue;
+    }
+    return rec;
+}
+
+std::string ListImage(double b1) {
+    std::string image;
+    for (const auto& [name, source] : kNames) {
+        const auto bytes = ToBytes(ReadyRecord(name, source, b1));
+        image.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    }
+    return image;
+}
+
+// What a command may change, each part as it loads.
+struct State {
+    std::string list, lumbrak, sextane, database;
+    std::string content;  // the database without the row numbers it gives out
+};
+
+class KillCli : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        setenv("XDG_CONFIG_HOME", (dir / "config").c_str(), 1);
+        fs::create_directory(work);
+        const std::string catalogue =
+            std::string(OSTREL_TEST_DATA) + "/../../data/demo/demo_glasses.csv";
+        CliResult r =
+            Run("demo \"" + (work / "demo").string() + "\" --catalogue \"" + catalogue + "\"");
+        ASSERT_EQ(r.status, 0) << r.err;
+    }
+    void TearDown() override { unsetenv("XDG_CONFIG_HOME"); }
+
+    CliResult Run(const std::string& args) { return RunCliWithDataDir(dir, work.string(), args); }
+
+    // Runs the command in a child that kills itself at its k-th changing step; true when
+    // it was killed, false when it ran to its end.
+    bool RunKilledAt(const std::vector<std::string>& args, int k) {
+        std::vector<std::string> argv = {OSTREL_CLI_PATH, "--data-dir", work.string()};
+        argv.insert(argv.end(), args.begin(), args.end());
+        std::vector<char*> cargv;
+        for (auto& a : argv) cargv.push_back(a.data());
+        cargv.push_back(nullptr);
+        std::vector<std::string> env;
+        for (char** e = environ; *e; ++e) env.emplace_back(*e);
+        env.push_back("OSTREL_KILL_AT_STEP=" + std::to_string(k));
+        std::vector<char*> cenv;
+        for (auto& e : env) cenv.push_back(e.data());
+        cenv.push_back(nullptr);
+        posix_spawn_file_actions_t actions;
+        posix_spawn_file_actions_init(&actions);
+        posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
+        posix_spawn_file_actions_addopen(&actions, 2, "/dev/null", O_WRONLY, 0);
+        pid_t pid = 0;
+        const int rc = posix_spawn(&pid, cargv[0], &actions, nullptr, cargv.data(), cenv.data());
+        posix_spawn_file_actions_destroy(&actions);
+        EXPECT_EQ(rc, 0);
+        int status = 0;
+        waitpid(pid, &status, 0);
+        return WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL;
+    }
+
+    std::string Folder(const char* program) const {
+        return (work / "demo" / program).string() + "/";
+    }
+
+    // The state, each part read as the program reads it; a part that does not load fails.
+    State Now() {
+        State s;
+        const CliResult listed = Run("list");
+        EXPECT_EQ(listed.status, 0) << listed.err;
+        s.list = listed.out;
+        for (auto [program, text] : {std::pair{"Lumbrak", &s.lumbrak}, {"Sextane", &s.sextane}}) {
+            std::vector<MaterialRecord> records;
+            FileError error;
+            EXPECT_TRUE(ReadExternalFile(Folder(program), records, error)) << error.message;
+            const std::string path = Folder(program) + kExternalFileName;
+            *text = fs::exists(path) ? ReadFileBytes(path) : "<none>";
+        }
+        DbError error;
+        auto db = OpenSqliteDatabase(Folder("Kelmora") + kGlassDatabaseName, false, error);
+        EXPECT_TRUE(db) << error.message;
+        if (!db) return s;
+        for (const char* table : {kTableCurrent, kTableArchive}) {
+            std::vector<DbRow> rows;
+            EXPECT_TRUE(db->FindRows(table, {}, rows, error)) << error.message;
+            for (const auto& row : rows) {
+                s.database += table;
+                std::string values;
+                for (const auto& v : row.Values()) values += "|" + DbText(v);
+                s.database += values + '\n';
+                s.content += table + values.substr(values.find('|', 1)) + '\n';
+            }
+        }
+        return s;
+    }
+
+    void Restore() {
+        fs::remove_all(work);
+        fs::copy(dir / "start", work, fs::copy_options::recursive);
+    }
+
+    // Kills `command` at every step in turn and checks each part after each kill.
+    void KillAtEveryStep(const std::vector<std::string>& command) {
+        fs::copy(work, dir / "start", fs::copy_options::recursive);
+        const State before = Now();
+        std::string joined;
+        for (const auto& a : command) joined += " '" + a + "'";
+        ASSERT_EQ(Run(joined).status, 0);
+        const State after = Now();
+        ASSERT_FALSE(before.list == after.list && before.lumbrak == after.lumbrak &&
+                     before.sextane == after.sextane && before.database == after.database);
+        int kills = 0;
+        for (int k = 1;; ++k) {
+            ASSERT_LT(k, 400) << "the command never ran to its end";
+            Restore();
+            if (!RunKilledAt(command, k)) break;
+            ++kills;
+            const State s = Now();
+            const auto oldOrNew = [](const std::string& was, const std::string& is,
+                                     const std::string& now) { return now == was || now == is; };
+            EXPECT_TRUE(oldOrNew(before.list, after.list, s.list)) << "list, killed at " << k;
+            EXPECT_TRUE(oldOrNew(before.lumbrak, after.lumbrak, s.lumbrak))
+                << "Lumbrak file, killed at " << k;
+            EXPECT_TRUE(oldOrNew(before.sextane, after.sextane, s.sextane))
+                << "Sextane file, killed at " << k;
+            EXPECT_TRUE(oldOrNew(before.database, after.database, s.database))
+                << "database, killed at " << k;
+            // The command run again finishes the work.
+            Run(joined);
+            const State again = Now();
+            EXPECT_TRUE(again.lumbrak == after.lumbrak && again.sextane == after.sextane &&
+                        again.content == after.content)
+                << "run again after a kill at " << k;
+            if (HasFailure()) return;
+        }
+        EXPECT_GT(kills, 2);
+        EXPECT_TRUE(Now().database == after.database);
+    }
+
+    TempDir dir;
+    fs::path work = dir / "work";
+};
+
+TEST_F(KillCli, NamesTravelUnchangedThroughListFilesAndDatabase) {
+    WriteFileBytes(work / kCustomFileName, ListImage(1.03961212));
+    ASSERT_EQ(Run("update --all").status, 0);
+    std::string listed;
+    for (size_t i = 0; i < kNames.size(); ++i) {
+        listed += std::to_string(i + 1) + "\t" + kNames[i].first + "\t" + kNames[i].second + "\n";
+    }
+    EXPECT_EQ(Run("list").out, listed);
+    for (const char* program : {"Lumbrak", "Sextane"}) {
+        std::vector<MaterialRecord> records;
+        FileError error;
+        ASSERT_TRUE(ReadExternalFile(Folder(program), records, error)) << error.message;
+        ASSERT_EQ(records.size(), kNames.size());
+        for (size_t i = 0; i < kNames.size(); ++i) {
+            EXPECT_EQ(records[i].General.GlassName.Text(), kNames[i].first);
+            EXPECT_EQ(records[i].General.Source.Text(), kNames[i].second);
+        }
+    }
+    DbError error;
+    auto db = OpenSqliteDatabase(Folder("Kelmora") + kGlassDatabaseName, false, error);
+    ASSERT_TRUE(db) << error.message;
+    for (const auto& [name, source] : kNames) {
+        std::vector<DbRow> rows;
+        ASSERT_TRUE(
+            db->FindRows(kTableCurrent, {{"GlassName", name}, {"Source", source}}, rows, error));
+        EXPECT_EQ(rows.size(), 1u) << name;
+    }
+    std::vector<DbRow> all;
+    ASSERT_TRUE(db->FindRows(kTableCurrent, {}, all, error));
+    EXPECT_EQ(all.size(), 39u + kNames.size());  // the demo's glasses are all still there
+}
+
+TEST_F(KillCli, ListSave) {
+    WriteFileBytes(work / kCustomFileName, ListImage(1.03961212));
+    ASSERT_EQ(Run("update 1").status, 0);  // so that the database differs only by the list
+    KillAtEveryStep({"duplicate", "2", "Copy of A;B;C"});
+}
+
+TEST_F(KillCli, UpdateOfBothTargets) {
+    WriteFileBytes(work / kCustomFileName, ListImage(1.03961212));
+    ASSERT_EQ(Run("update 1 2").status, 0);
+    WriteFileBytes(work / kCustomFileName, ListImage(1.1));
+    KillAtEveryStep({"update", "--all"});
+}
+
+TEST_F(KillCli, Synchronise) {
+    WriteFileBytes(work / kCustomFileName, ListImage(1.03961212));
+    ASSERT_EQ(Run("update --all").status, 0);
+    WriteFileBytes(work / kCustomFileName, ListImage(1.1).substr(0, 3 * kMaterialRecordSize));
+    KillAtEveryStep({"update", "--sync"});
+}
+
+}  // namespace
+}  // namespace ostrel::testing
