@@ -29,6 +29,7 @@
 #include "core/platform/data_folder.h"
 #include "core/platform/error_display.h"
 #include "core/platform/maker.h"
+#include "core/platform/settings_file.h"
 #include "core/shell/cs_application.h"
 #include "core/shell/frm_main_mdi.h"
 #include "core/shell/help_notes.h"
@@ -102,7 +103,10 @@ int main(int argc, char** argv) {
         parser.isSet(dataDir) ? gui::FromQt(parser.value(dataDir)) : DefaultDataFolder();
     std::error_code ec;
     std::filesystem::create_directories(folder, ec);
-    SweepStaleTemporaries(folder);
+    // A data folder given is a whole installation of its own: its settings live in it too.
+    const std::string settingsPath =
+        parser.isSet(dataDir) ? SettingsFile::PathIn(folder) : std::string();
+    SweepStaleTemporaries(folder, settingsPath);
     if (!folder.empty() && folder.back() != '/') folder += '/';
 
     gui::QtDialogs dialogs;
@@ -110,7 +114,7 @@ int main(int argc, char** argv) {
     ErrorDisplayer errors(folder, dialogs, clock);
     IniFile ini(folder);
     CSApplication app(folder, ini, errors);
-    gui::QtSettingsStore settings;
+    gui::QtSettingsStore settings(settingsPath);
     dialogs.SetBusy(true);
 
     // The stored setup, then the names guarded against and the custom list. The

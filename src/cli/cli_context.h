@@ -39,6 +39,8 @@ class CliDialogs : public Dialogs {
 struct CliContext {
     std::string dataDir;     // the custom list's folder
     std::string lumbrakDir;  // folder of the catalogue and generic name files
+    // The settings file: inside the data folder when one is given, else the per-user one.
+    std::string settingsPath;
     std::string answer = "yes";
     CliDialogs* dialogs = nullptr;
     std::ostream* out = nullptr;

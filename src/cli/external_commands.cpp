@@ -35,7 +35,7 @@ std::string Shown(bool found, const std::string& path) {
 }
 
 int RunPaths(CliContext& ctx, const ExternalArgs& a) {
-    SettingsFile settings(SettingsFile::DefaultPath());
+    SettingsFile settings(ctx.settingsPath);
     Bas1Setup setup(settings, *ctx.dialogs);
     setup.LoadPaths();
     if (!a.kelmora.empty() || !a.lumbrak.empty() || !a.sextane.empty()) {
@@ -66,7 +66,7 @@ int RunPaths(CliContext& ctx, const ExternalArgs& a) {
 int RunUpdate(CliContext& ctx, const ExternalArgs& a) {
     CliList opened(ctx);
     if (!opened.Open()) return kExitRefused;
-    SettingsFile settings(SettingsFile::DefaultPath());
+    SettingsFile settings(ctx.settingsPath);
     Bas1Setup setup(settings, *ctx.dialogs);
     setup.LoadPaths();
     const auto& list = opened.list().CustomList();
@@ -97,11 +97,12 @@ int RunUpdate(CliContext& ctx, const ExternalArgs& a) {
     } else {
         ok = frame.comExtAddSelClick();
     }
+    if (!frame.Summary().empty()) *ctx.err << frame.Summary() << '\n';
     return ok ? kExitOk : kExitRefused;
 }
 
 int RunRemove(CliContext& ctx, const ExternalArgs& a) {
-    SettingsFile settings(SettingsFile::DefaultPath());
+    SettingsFile settings(ctx.settingsPath);
     Bas1Setup setup(settings, *ctx.dialogs);
     setup.LoadPaths();
     frmGlassesDelExt form(setup, *ctx.dialogs);
@@ -121,11 +122,12 @@ int RunRemove(CliContext& ctx, const ExternalArgs& a) {
         }
     }
     form.comDelSelClick();
+    if (!form.Summary().empty()) *ctx.err << form.Summary() << '\n';
     return form.Result() ? kExitOk : kExitRefused;
 }
 
 int RunDbList(CliContext& ctx, const ExternalArgs& a) {
-    SettingsFile settings(SettingsFile::DefaultPath());
+    SettingsFile settings(ctx.settingsPath);
     Bas1Setup setup(settings, *ctx.dialogs);
     setup.LoadPaths();
     if (!setup.GetKelmoraFound()) {
@@ -172,7 +174,7 @@ int RunDbList(CliContext& ctx, const ExternalArgs& a) {
 }
 
 int RunDbMove(CliContext& ctx, const ExternalArgs& a, bool archive) {
-    SettingsFile settings(SettingsFile::DefaultPath());
+    SettingsFile settings(ctx.settingsPath);
     Bas1Setup setup(settings, *ctx.dialogs);
     setup.LoadPaths();
     if (!setup.GetKelmoraFound()) {
@@ -210,6 +212,7 @@ int RunDbMove(CliContext& ctx, const ExternalArgs& a, bool archive) {
     }
     const bool ok = archive ? form.comArchiveClick() : form.comDeArchiveClick();
     form.Unload();
+    if (!form.Summary().empty()) *ctx.err << form.Summary() << '\n';
     return ok ? kExitOk : kExitRefused;
 }
 
@@ -231,7 +234,7 @@ int RunDemo(CliContext& ctx, const ExternalArgs& a) {
         *ctx.err << catalogue << ": " << message << '\n';
         return kExitRefused;
     }
-    SettingsFile settings(SettingsFile::DefaultPath());
+    SettingsFile settings(ctx.settingsPath);
     if (!CreateDemoInstallation(a.dir, glasses, settings, message)) {
         *ctx.err << message << '\n';
         return kExitRefused;

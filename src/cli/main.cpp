@@ -4,6 +4,7 @@
 
 #include "cli/cli_context.h"
 #include "core/platform/data_folder.h"
+#include "core/platform/settings_file.h"
 
 int main(int argc, char** argv) {
     using namespace ostrel::cli;
@@ -32,8 +33,11 @@ int main(int argc, char** argv) {
         int rc = app.exit(e);
         return rc == 0 ? kExitOk : kExitUsage;
     }
+    // A data folder given is a whole installation of its own: its settings live in it too.
+    ctx.settingsPath = ctx.dataDir.empty() ? ostrel::SettingsFile::DefaultPath()
+                                           : ostrel::SettingsFile::PathIn(ctx.dataDir);
     if (ctx.dataDir.empty()) ctx.dataDir = ostrel::DefaultDataFolder();
-    ostrel::SweepStaleTemporaries(ctx.dataDir);
+    ostrel::SweepStaleTemporaries(ctx.dataDir, ctx.settingsPath);
     dialogs.answerYes = ctx.answer == "yes";
     if (!ctx.run) return kExitUsage;
     try {

@@ -70,7 +70,7 @@ int RunMelt(CliContext& ctx, const MeltArgs& a) {
         }
     }
 
-    SettingsFile settings(SettingsFile::DefaultPath());
+    SettingsFile settings(ctx.settingsPath);
     Bas1Setup setup(settings, *ctx.dialogs);
     setup.LoadPaths();
     if (!setup.GetKelmoraFound()) {

@@ -1,24 +1,52 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "support/run_cli.h"
 
 namespace ostrel::testing {
 namespace {
 
-// The settings of these runs live in the test's own folder.
+namespace fs = std::filesystem;
+
+// The per-user folders of these runs are folders of the test's own; with a data folder
+// given they must stay empty.
 class ExternalCliTest : public ::testing::Test {
   protected:
-    void SetUp() override { setenv("XDG_CONFIG_HOME", (dir / "config").c_str(), 1); }
-    void TearDown() override { unsetenv("XDG_CONFIG_HOME"); }
+    void SetUp() override {
+        for (const char* name : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME"}) {
+            if (const char* v = std::getenv(name)) saved.emplace_back(name, v);
+        }
+        setenv("HOME", (dir / "home").c_str(), 1);
+        setenv("XDG_CONFIG_HOME", (dir / "config").c_str(), 1);
+        setenv("XDG_DATA_HOME", (dir / "data").c_str(), 1);
+    }
+    void TearDown() override {
+        unsetenv("XDG_CONFIG_HOME");
+        unsetenv("XDG_DATA_HOME");
+        for (const auto& [name, value] : saved) setenv(name.c_str(), value.c_str(), 1);
+    }
+    // The files under a folder, "" for none.
+    std::string FilesUnder(const std::string& name) {
+        std::string out;
+        std::error_code ec;
+        for (fs::recursive_directory_iterator it(dir / name, ec), end; !ec && it != end;
+             it.increment(ec)) {
+            if (it->is_regular_file()) out += it->path().string() + " ";
+        }
+        return out;
+    }
     std::string Demo() { return (dir / "demo").string(); }
     std::string Catalogue() {
         return std::string(" --catalogue \"") + OSTREL_TEST_DATA +
                "/../../data/demo/demo_glasses.csv\"";
     }
     TempDir dir;
+    std::vector<std::pair<std::string, std::string>> saved;
 };
 
 TEST_F(ExternalCliTest, DemoInstallationStoresThePathsAndFillsTheDatabase) {
@@ -28,9 +56,11 @@ TEST_F(ExternalCliTest, DemoInstallationStoresThePathsAndFillsTheDatabase) {
     r = RunCliIn(dir, "paths");
     EXPECT_EQ(r.out, "KelmoraTD\t" + Demo() + "/Kelmora/\nLumbrak3D\t" + Demo() +
                          "/Lumbrak/\nLumbrakSextaneTD\t" + Demo() + "/Sextane/\n");
-    EXPECT_EQ(ReadFileBytes(dir / "config/Ostrel/OstrelTD.ini"),
+    // The data folder holds its own settings; the person's own are not touched.
+    EXPECT_EQ(ReadFileBytes(dir / "Settings.ini"),
               "[B1SetupPathsTD]\nKelmoraTD=" + Demo() + "/Kelmora/\nLumbrakPlusTD=" + Demo() +
                   "/Lumbrak/\nLumbrakSextaneTD=" + Demo() + "/Sextane/\nFirstLoad1TD=False\n");
+    EXPECT_EQ(FilesUnder("config") + FilesUnder("home") + FilesUnder("data"), "");
     r = RunCliIn(dir, "db list");
     EXPECT_EQ(r.out.rfind("1\tN-BK7\tSchott\t517642\tR\t1\n2\tK7\tSchott\t511604\tR\t1\n", 0), 0u);
     // A second demo in the same folder is refused.
@@ -45,14 +75,28 @@ TEST_F(ExternalCliTest, ArchiveAllButTheProtectedPairAndRestore) {
         r.err.find("Are you really sure that you want to archive ALL the glasses in Kelmora?"),
         std::string::npos);
     EXPECT_EQ(RunCliIn(dir, "db list --archive").out, "");
-    ASSERT_EQ(RunCliIn(dir, "db archive ALL").status, 0);
+    r = RunCliIn(dir, "db archive ALL");
+    ASSERT_EQ(r.status, 0);
+    EXPECT_EQ(r.err.substr(r.err.rfind('\n', r.err.size() - 2) + 1), "KelmoraTD: 37 archived.\n");
     EXPECT_EQ(RunCliIn(dir, "db list").out,
               "2\tK7\tSchott\t511604\tR\t1\n3\tF2\tSchott\t620364\tR\t1\n");
-    ASSERT_EQ(RunCliIn(dir, "db restore 1 39").status, 0);
+    r = RunCliIn(dir, "db restore 1 39");
+    ASSERT_EQ(r.status, 0);
+    EXPECT_EQ(r.err, "KelmoraTD: 2 restored.\n");
     EXPECT_EQ(
         RunCliIn(dir, "db list").out,
         "2\tK7\tSchott\t511604\tR\t1\n3\tF2\tSchott\t620364\tR\t1\n1\tN-BK7\tSchott\t517642\tR\t1\n"
         "39\tH-ZF52\tCDGM\t847238\tA\t1\n");
+}
+
+// Without a data folder the program keeps the per-user folders, as the desktop does.
+TEST_F(ExternalCliTest, WithoutADataFolderThePerUserSettingsAreUsed) {
+    const std::string command = std::string("\"") + OSTREL_CLI_PATH + "\" demo \"" + Demo() + "\"" +
+                                Catalogue() + " >/dev/null 2>&1";
+    ASSERT_EQ(std::system(command.c_str()), 0);
+    EXPECT_NE(ReadFileBytes(dir / "config/Ostrel/OstrelTD.ini").find("KelmoraTD=" + Demo()),
+              std::string::npos);
+    EXPECT_FALSE(fs::exists(dir / "Settings.ini"));
 }
 
 TEST_F(ExternalCliTest, UsageAndRefusals) {

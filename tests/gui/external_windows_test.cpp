@@ -88,7 +88,8 @@ TEST_F(ExternalWindowsTest, UpdateFrameSendsTheListToTheFileAndTheDatabase) {
               "Remove selected materials from databas of external program");
     EXPECT_EQ(panel->findChild<QLabel*>("lblSynch")->text(), frm2ManageUpdate::kSynchNote);
 
-    // All materials: the database takes them; the file is only made by synchronising.
+    // All materials: the database takes them, and the files are made where there were none.
+    // The help line says what each update did.
     dialogs.answers = {MsgAnswer::OK};
     panel->button("comExtAddAll")->click();
     EXPECT_EQ(dialogs.boxes.back().text,
@@ -96,15 +97,17 @@ TEST_F(ExternalWindowsTest, UpdateFrameSendsTheListToTheFileAndTheDatabase) {
               "Kelmora");
     EXPECT_EQ(Names(kTableCurrent),
               (std::vector<std::string>{"GLASS A/Lab", "GLASS B/Lab", "GLASS C/Lab"}));
-    EXPECT_EQ(FileIn(Lumbrak()), "<none>");
-
-    dialogs.answers = {MsgAnswer::OK};
-    panel->button("comExtSynch")->click();
     const std::string file = FileIn(Lumbrak());
     ASSERT_EQ(file.size(), 3u * 554);
     EXPECT_EQ(file.substr(554, 7), "GLASS B");
     EXPECT_EQ(FileIn(Sextane()), file);
+    EXPECT_EQ(dialogs.helpNotes.back(), "Lumbrak3D: 3 added. KelmoraTD: 3 added.");
+
+    dialogs.answers = {MsgAnswer::OK};
+    panel->button("comExtSynch")->click();
+    EXPECT_EQ(FileIn(Lumbrak()), file);
     EXPECT_EQ(Names(kTableCurrent, true).size(), 7u) << "four catalogue glasses; ours replaced";
+    EXPECT_EQ(dialogs.helpNotes.back(), "Lumbrak3D: 3 replaced. KelmoraTD: 3 replaced.");
 
     // The selected grid row and the chosen target reach the question; No leaves all as is.
     panel->combo("cmbUpdateProg")->setCurrentIndex(0);
@@ -117,7 +120,7 @@ TEST_F(ExternalWindowsTest, UpdateFrameSendsTheListToTheFileAndTheDatabase) {
 }
 
 TEST_F(ExternalWindowsTest, RemovalDialogListsAndRemovesFromFileAndDatabase) {
-    dialogs.answers = {MsgAnswer::OK, MsgAnswer::OK};
+    dialogs.answers = {MsgAnswer::OK};
     panel->button("comExtSynch")->click();
 
     // Each showing of the removal form runs `drive` on the open modal dialog.
@@ -141,6 +144,9 @@ TEST_F(ExternalWindowsTest, RemovalDialogListsAndRemovesFromFileAndDatabase) {
         EXPECT_EQ(dlg.result(), QDialog::Accepted);
     };
     EXPECT_TRUE(update.comExtRemoveClick());
+    EXPECT_EQ(dialogs.boxes.back().text,
+              "Are you sure that you want to remove GLASS B/Lab from Lumbrak3D/Sextane");
+    EXPECT_EQ(dialogs.helpNotes.back(), "Lumbrak3D: 1 removed.");
     const std::string file = FileIn(Lumbrak());
     ASSERT_EQ(file.size(), 2u * 554);
     EXPECT_EQ(file.substr(554, 7), "GLASS C");
@@ -195,6 +201,9 @@ TEST_F(ExternalWindowsTest, ArchiveFormMovesSelectedGlassesAndRestoresThem) {
     const int sf11 = rowOf(curr, "N-SF11");
     KeyToRow(w.gridCurr(), sf11);
     w.button("comArchive")->click();
+    // The choice does not pass on to the next glass: a second press moves nothing.
+    w.button("comArchive")->click();
+    EXPECT_TRUE(w.gridCurr()->selectionModel()->selectedRows().isEmpty());
     ASSERT_EQ(arch->rowCount(), 1);
     EXPECT_EQ(arch->index(0, 1).data().toString(), " N-SF11");
     EXPECT_EQ(curr->rowCount(), 3);

@@ -20,8 +20,9 @@ std::string DefaultDataFolder() {
     return (base / "Ostrel").string();
 }
 
-int SweepStaleTemporaries(const std::string& dataFolder) {
-    const std::filesystem::path settings(SettingsFile::DefaultPath());
+int SweepStaleTemporaries(const std::string& dataFolder, const std::string& settingsPath) {
+    const std::filesystem::path settings(settingsPath.empty() ? SettingsFile::DefaultPath()
+                                                              : settingsPath);
     int removed = RemoveStaleTemporaries(dataFolder);
     if (settings.parent_path() != std::filesystem::path(dataFolder)) {
         removed += RemoveStaleTemporaries(settings.parent_path());

@@ -26,6 +26,10 @@ std::string SettingsFile::DefaultPath() {
     return base + "/Ostrel/" + maker::kProgramTitle + ".ini";
 }
 
+std::string SettingsFile::PathIn(const std::string& dataFolder) {
+    return (std::filesystem::path(dataFolder) / kFileInDataFolder).string();
+}
+
 std::string IniEscapeValue(const std::string& value) {
     bool quote = !value.empty() && (value.front() == ' ' || value.back() == ' ');
     std::string body;

@@ -2,7 +2,8 @@
 // The per-user settings as an INI file, for the front ends without the toolkit. It is the
 // same file, in the same format, that the desktop program's store keeps:
 // $XDG_CONFIG_HOME/Ostrel/OstrelTD.ini (else ~/.config/Ostrel/OstrelTD.ini), with
-// [Section] headings and key=value lines, so both front ends share the stored paths.
+// [Section] headings and key=value lines, so both front ends share the stored paths. With a
+// data folder given, the file in that folder instead (PathIn).
 #include <map>
 #include <string>
 #include <utility>
@@ -17,6 +18,10 @@ class SettingsFile : public SettingsStore {
     explicit SettingsFile(std::string path);
     // The file the desktop program uses for this user.
     static std::string DefaultPath();
+    // The file of a data folder given on the command line (both front ends): such a folder
+    // holds its own settings, and the per-user file is left alone.
+    static std::string PathIn(const std::string& dataFolder);
+    static constexpr const char* kFileInDataFolder = "Settings.ini";
 
     std::string GetSetting(const std::string& section, const std::string& key,
                            const std::string& defaultValue) const override;

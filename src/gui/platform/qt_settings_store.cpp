@@ -1,6 +1,7 @@
 #include "gui/platform/qt_settings_store.h"
 
 #include <QSettings>
+#include <memory>
 
 #include "core/platform/maker.h"
 
@@ -10,19 +11,25 @@ namespace {
 QString KeyPath(const std::string& section, const std::string& key) {
     return QString::fromStdString(section) + '/' + QString::fromStdString(key);
 }
+
+std::unique_ptr<QSettings> Open(const std::string& path) {
+    if (path.empty()) {
+        return std::make_unique<QSettings>(QSettings::IniFormat, QSettings::UserScope, "Ostrel",
+                                           maker::kProgramTitle);
+    }
+    return std::make_unique<QSettings>(QString::fromStdString(path), QSettings::IniFormat);
+}
 }  // namespace
 
 std::string QtSettingsStore::GetSetting(const std::string& section, const std::string& key,
                                         const std::string& defaultValue) const {
-    QSettings s(QSettings::IniFormat, QSettings::UserScope, "Ostrel", maker::kProgramTitle);
-    const QVariant v = s.value(KeyPath(section, key));
+    const QVariant v = Open(path_)->value(KeyPath(section, key));
     return v.isValid() ? v.toString().toStdString() : defaultValue;
 }
 
 void QtSettingsStore::SaveSetting(const std::string& section, const std::string& key,
                                   const std::string& value) {
-    QSettings s(QSettings::IniFormat, QSettings::UserScope, "Ostrel", maker::kProgramTitle);
-    s.setValue(KeyPath(section, key), QString::fromStdString(value));
+    Open(path_)->setValue(KeyPath(section, key), QString::fromStdString(value));
 }
 
 }  // namespace ostrel::gui
