@@ -1,0 +1,66 @@
+// The windows that take a typed name or source refuse one the files cannot hold as typed,
+// say why, and keep what they held.
+#include <gtest/gtest.h>
+
+#include "core/import/frm4_import.h"
+#include "core/materialform/frm3new_fixture.h"
+#include "core/shell/new_msg.h"
+
+namespace ostrel::testing {
+namespace {
+
+struct EntryCase {
+    bool source;
+    const char* typed;
+    const char* reason;  // a part of the box's text
+};
+
+class GeneralTabEntry : public Frm3NewFixture, public ::testing::WithParamInterface<EntryCase> {};
+
+TEST_P(GeneralTabEntry, IsRefusedAndTheBoxKeepsItsText) {
+    form->DisplayNew();
+    TypeName("BK7", "Lab");
+    ASSERT_TRUE(dialogs.boxes.empty());
+    TextBox& box = GetParam().source ? form->txtGenSource : form->txtGenGlass;
+    box.text = GetParam().typed;
+    GetParam().source ? form->txtGenSourceChange() : form->txtGenGlassChange();
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(dialogs.boxes[0].title, GetParam().source ? "Invalid Source" : "Invalid Name");
+    EXPECT_NE(dialogs.boxes[0].text.find(GetParam().reason), std::string::npos)
+        << dialogs.boxes[0].text;
+    EXPECT_EQ(box.text.get(), GetParam().source ? "Lab" : "BK7");
+    EXPECT_EQ(form->Record().General.GlassName.Text(), "BK7");
+    EXPECT_EQ(form->Record().General.Source.Text(), "Lab");
+    EXPECT_NE(form->Record().GeneralState.Ready, 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, GeneralTabEntry,
+                         ::testing::Values(EntryCase{false, "Ωmega", "\"Ω\" (U+03A9)"},
+                                           EntryCase{false, "中文玻璃", "\"中\" (U+4E2D)"},
+                                           EntryCase{false, "BK7 with a name far too long for it",
+                                                     "5 more than"},
+                                           EntryCase{true, "Lab\tB", "control character (tab)"}));
+
+TEST(RenameSourceEntry, ARefusedSourceLeavesTheStagedSources) {
+    TempDir dir;
+    ScriptedDialogs dialogs;
+    FixedClock clock{46000.5};
+    ErrorDisplayer errors{dir.path().string(), dialogs, clock};
+    GlassesList list{dir.path().string(), errors};
+    MemorySettingsStore settings;
+    CNewMsg newMsg{dialogs, settings};
+    frm4Import form{list, dialogs, settings, newMsg, "/app/"};
+    ASSERT_TRUE(
+        form.ImportFile(std::string(OSTREL_TEST_DATA) + "/import/sample.glc", frm4Import::kGLC));
+    dialogs.boxes.clear();
+    dialogs.inputs = {"Lab Ω", "Labé"};
+    form.comRenameSourceClick();
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(dialogs.boxes[0].title, "Invalid Source");
+    EXPECT_EQ(form.ImportList()[0].General.Source.Text(), "SCHOTT");
+    form.comRenameSourceClick();
+    EXPECT_EQ(form.ImportList()[1].General.Source.Text(), "Labé");
+}
+
+}  // namespace
+}  // namespace ostrel::testing
