@@ -3,8 +3,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <string>
-#include <utility>
-#include <vector>
 
 #include "support/run_cli.h"
 
@@ -13,24 +11,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The per-user folders of these runs are folders of the test's own; with a data folder
+// The child's per-user folders lie in the test's folder (see RunCliIn); with a data folder
 // given they must stay empty.
 class ExternalCliTest : public ::testing::Test {
   protected:
-    void SetUp() override {
-        for (const char* name : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME"}) {
-            if (const char* v = std::getenv(name)) saved.emplace_back(name, v);
-        }
-        setenv("HOME", (dir / "home").c_str(), 1);
-        setenv("XDG_CONFIG_HOME", (dir / "config").c_str(), 1);
-        setenv("XDG_DATA_HOME", (dir / "data").c_str(), 1);
-    }
-    void TearDown() override {
-        unsetenv("XDG_CONFIG_HOME");
-        unsetenv("XDG_DATA_HOME");
-        for (const auto& [name, value] : saved) setenv(name.c_str(), value.c_str(), 1);
-    }
-    // The files under a folder, "" for none.
+    // The files under a folder of the test's, "" for none.
     std::string FilesUnder(const std::string& name) {
         std::string out;
         std::error_code ec;
@@ -46,7 +31,6 @@ class ExternalCliTest : public ::testing::Test {
                "/../../data/demo/demo_glasses.csv\"";
     }
     TempDir dir;
-    std::vector<std::pair<std::string, std::string>> saved;
 };
 
 TEST_F(ExternalCliTest, DemoInstallationStoresThePathsAndFillsTheDatabase) {
@@ -60,7 +44,7 @@ TEST_F(ExternalCliTest, DemoInstallationStoresThePathsAndFillsTheDatabase) {
     EXPECT_EQ(ReadFileBytes(dir / "Settings.ini"),
               "[B1SetupPathsTD]\nKelmoraTD=" + Demo() + "/Kelmora/\nLumbrakPlusTD=" + Demo() +
                   "/Lumbrak/\nLumbrakSextaneTD=" + Demo() + "/Sextane/\nFirstLoad1TD=False\n");
-    EXPECT_EQ(FilesUnder("config") + FilesUnder("home") + FilesUnder("data"), "");
+    EXPECT_EQ(FilesUnder(kCliHome), "");
     r = RunCliIn(dir, "db list");
     EXPECT_EQ(r.out.rfind("1\tN-BK7\tSchott\t517642\tR\t1\n2\tK7\tSchott\t511604\tR\t1\n", 0), 0u);
     // A second demo in the same folder is refused.
@@ -91,10 +75,13 @@ TEST_F(ExternalCliTest, ArchiveAllButTheProtectedPairAndRestore) {
 
 // Without a data folder the program keeps the per-user folders, as the desktop does.
 TEST_F(ExternalCliTest, WithoutADataFolderThePerUserSettingsAreUsed) {
-    const std::string command = std::string("\"") + OSTREL_CLI_PATH + "\" demo \"" + Demo() + "\"" +
-                                Catalogue() + " >/dev/null 2>&1";
+    const std::string home = (dir / "home").string();
+    const std::string command = "HOME=\"" + home + "\" XDG_CONFIG_HOME=\"" + home +
+                                "/config\" XDG_DATA_HOME=\"" + home + "/data\" \"" +
+                                OSTREL_CLI_PATH + "\" demo \"" + Demo() + "\"" + Catalogue() +
+                                " >/dev/null 2>&1";
     ASSERT_EQ(std::system(command.c_str()), 0);
-    EXPECT_NE(ReadFileBytes(dir / "config/Ostrel/OstrelTD.ini").find("KelmoraTD=" + Demo()),
+    EXPECT_NE(ReadFileBytes(dir / "home/config/Ostrel/OstrelTD.ini").find("KelmoraTD=" + Demo()),
               std::string::npos);
     EXPECT_FALSE(fs::exists(dir / "Settings.ini"));
 }

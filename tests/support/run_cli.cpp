@@ -14,9 +14,13 @@ CliResult RunCliWithDataDir(const TempDir& dir, const std::string& dataDir,
                             const std::string& args) {
     const auto out = dir / ".cli-stdout";
     const auto err = dir / ".cli-stderr";
-    const std::string command = std::string("\"") + OSTREL_CLI_PATH + "\" --data-dir \"" + dataDir +
-                                "\" " + args + " >\"" + out.string() + "\" 2>\"" + err.string() +
-                                "\" </dev/null";
+    // The child's per-user folders lie in the test's folder: whatever a command does, the
+    // settings and data of the person running the tests stay untouched.
+    const std::string home = (dir / kCliHome).string();
+    const std::string command = "HOME=\"" + home + "\" XDG_CONFIG_HOME=\"" + home +
+                                "/.config\" XDG_DATA_HOME=\"" + home + "/.local/share\" \"" +
+                                OSTREL_CLI_PATH + "\" --data-dir \"" + dataDir + "\" " + args +
+                                " >\"" + out.string() + "\" 2>\"" + err.string() + "\" </dev/null";
     CliResult r;
     const int raw = std::system(command.c_str());
     r.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;

@@ -12,6 +12,9 @@ struct CliResult {
     std::string err;
 };
 
+// The child's home folder, inside the test's folder (HOME, and the XDG folders under it).
+inline constexpr const char* kCliHome = ".cli-home";
+
 // args are appended after "--data-dir <dir>"; they go through the shell as written.
 CliResult RunCliIn(const TempDir& dir, const std::string& args);
 // The same with another data folder; output still goes through dir.
