@@ -18,7 +18,14 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     std::string errorText;
     int count = 0, refitCount = 0;
     int16_t ok = 0;
-    reader.ReadFile(path.string(), "FUZZ.AGF", records, count, refitCount, refitErrors,
-                    errorText, 8, ok);
+    reader.ReadFile(path.string(), "FUZZ.AGF", records, count, refitCount, refitErrors, errorText,
+                    8, ok);
+    fuzz::Expect(ok == kTrue || ok == kFalse, "ok is a flag");
+    fuzz::Expect(count == static_cast<int>(records.size()), "count is the number of records");
+    fuzz::Expect(refitErrors.size() == records.size(), "one refit error per record");
+    fuzz::Expect(reader.stated().size() == records.size(), "one stated index per record");
+    fuzz::Expect(refitCount >= 0 && refitCount <= count, "refits are among the records");
+    fuzz::Expect(ok == kTrue || !errorText.empty(), "a failed read says why");
+    fuzz::CheckRecords(records);
     return 0;
 }

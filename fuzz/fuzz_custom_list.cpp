@@ -18,5 +18,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     ErrorDisplayer errors(fuzz::Folder().string(), dialogs, clock);
     GlassesList list(fuzz::Folder().string(), errors);
     list.LoadCustomFile();
+    fuzz::CheckRecords(list.CustomList());
     return 0;
 }

@@ -12,5 +12,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     int count = 0;
     int16_t ok = 0;
     reader.ReadFile(path.string(), records, count, ok);
+    fuzz::Expect(ok == kTrue || (count == 0 && records.empty() && !reader.failure().empty()),
+                 "a failed read keeps nothing and says where");
+    fuzz::Expect(count == static_cast<int>(records.size()), "count is the number of records");
+    fuzz::CheckRecords(records);
     return 0;
 }

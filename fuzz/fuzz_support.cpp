@@ -2,9 +2,12 @@
 
 #include <unistd.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <stdexcept>
+
+#include "core/material/material_record_codec.h"
 
 namespace ostrel::fuzz {
 namespace fs = std::filesystem;
@@ -44,6 +47,27 @@ fs::path PutFile(const std::string& name, const uint8_t* data, size_t size) {
 void ClearFolder() {
     std::error_code ec;
     for (const auto& entry : fs::directory_iterator(Folder(), ec)) fs::remove_all(entry, ec);
+}
+
+void Expect(bool holds, const char* what) {
+    if (holds) return;
+    std::fprintf(stderr, "broken rule: %s\n", what);
+    std::abort();
+}
+
+void CheckRecords(const std::vector<MaterialRecord>& records) {
+    for (const MaterialRecord& rec : records) {
+        const int16_t index = rec.General.IndexPoints;
+        const int16_t trans = rec.Measured.TransPoints;
+        Expect(index >= 0 && index <= kMaxIndexPoints, "index points fit their table");
+        Expect(trans >= 0 && trans <= kMaxTransPoints, "transmission points fit their table");
+        Expect(rec.Melt.MeltIndexPoints >= 0 && rec.Melt.MeltIndexPoints <= kMaxMeltPoints,
+               "melt index points fit their table");
+        Expect(rec.Melt.MeltTransPoints >= 0 && rec.Melt.MeltTransPoints <= kMaxMeltPoints,
+               "melt transmission points fit their table");
+        const MaterialImage image = ToBytes(rec);
+        Expect(ToBytes(FromBytes(image)) == image, "the file image reads back unchanged");
+    }
 }
 
 }  // namespace ostrel::fuzz

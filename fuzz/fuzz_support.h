@@ -6,7 +6,9 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <vector>
 
+#include "core/material/material_record.h"
 #include "core/platform/dialogs.h"
 
 namespace ostrel::fuzz {
@@ -21,13 +23,19 @@ std::filesystem::path PutFile(const std::string& name, const uint8_t* data, size
 // Empties Folder(), for readers that look at every file in it.
 void ClearFolder();
 
+// Stops the run (abort, so that the fuzzer keeps the input) when `holds` is false; `what`
+// names the broken rule in the report.
+void Expect(bool holds, const char* what);
+
+// The rules every record a reader hands on must keep: its point counts fit their tables
+// (the forms index the tables by them), and its file image reads back as the same record.
+void CheckRecords(const std::vector<MaterialRecord>& records);
+
 class QuietDialogs : public Dialogs {
   public:
-    MsgAnswer MsgBox(const std::string&, MsgButtons buttons, MsgIcon,
-                     const std::string&) override {
-        return buttons == MsgButtons::YesNo || buttons == MsgButtons::YesNoCancel
-                   ? MsgAnswer::Yes
-                   : MsgAnswer::OK;
+    MsgAnswer MsgBox(const std::string&, MsgButtons buttons, MsgIcon, const std::string&) override {
+        return buttons == MsgButtons::YesNo || buttons == MsgButtons::YesNoCancel ? MsgAnswer::Yes
+                                                                                  : MsgAnswer::OK;
     }
     std::optional<std::string> InputBox(const std::string&, const std::string&,
                                         const std::string&) override {
