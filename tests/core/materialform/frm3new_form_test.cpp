@@ -117,10 +117,11 @@ TEST_F(Form, CatalogueNameIsRefusedAndTheOldTextComesBack) {
     EXPECT_EQ(dialogs.boxes.size(), 1u);
     EXPECT_EQ(form->pnlStatus[0].caption, "General: Ready");
 
-    // Names are cut to 30 characters.
+    // A name longer than the field is refused, not cut.
     form->txtGenGlass.text = std::string(40, 'Z');
     form->txtGenGlassChange();
-    EXPECT_EQ(form->Record().General.GlassName.Text(), std::string(30, 'Z'));
+    EXPECT_EQ(form->txtGenGlass.text, "Mine");
+    EXPECT_EQ(form->Record().General.GlassName.Text(), "Mine");
 }
 
 // The whole road of a new material: every tab, then the save into the custom file.
