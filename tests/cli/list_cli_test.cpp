@@ -122,6 +122,17 @@ TEST_F(ListCli, DuplicatePutsTheCopyBehindTheOriginal) {
     EXPECT_EQ(RunCliIn(dir, "list").out, "1\tA\tS\n2\tA copy\tS\n3\tMELT *M1\tLAB\n4\tC\tS\n");
 }
 
+TEST_F(ListCli, DuplicateThatCannotBeSavedReportsTheSaveAlone) {
+    // A folder where the backup must go makes the save fail as a full disk would.
+    fs::create_directories(dir / kCustomBackupName / "x");
+    const std::string before = FileBytes();
+    CliResult r = RunCliIn(dir, "duplicate 1 Copy");
+    EXPECT_EQ(r.status, 1);
+    EXPECT_NE(r.err.find("The custom material list could not be saved"), std::string::npos);
+    EXPECT_EQ(r.err.find("No copy was made"), std::string::npos) << r.err;
+    EXPECT_TRUE(FileBytes() == before);
+}
+
 TEST_F(ListCli, DuplicateUnderACatalogueNameIsRefused) {
     // a lens design folder whose catalogue holds "NEW / S"
     fs::create_directory(dir / "lumbrak");
@@ -133,6 +144,9 @@ TEST_F(ListCli, DuplicateUnderACatalogueNameIsRefused) {
     WriteFileBytes(dir / "lumbrak" / kCatalogueFileName, cat);
     CliResult r = RunCliIn(dir, "--lumbrak \"" + (dir / "lumbrak").string() + "\" duplicate 1 new");
     EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(r.err,
+              "No copy was made: new - S is already in the list of catalog materials, "
+              "and cannot be overwritten!\n");
     EXPECT_EQ(RunCliIn(dir, "list").out, kListed);
 }
 
