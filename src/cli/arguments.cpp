@@ -59,6 +59,20 @@ const CLI::Validator& PolytypeCode() {
     return v;
 }
 
+const CLI::Validator& GlassIdOrAll() {
+    static const CLI::Validator v(
+        [](std::string& text) -> std::string {
+            if (text == "ALL" || text == "all") return {};
+            double value = 0;
+            if (ParseFiniteNumber(text, value) && value >= 1 && value == std::floor(value)) {
+                return {};
+            }
+            return "\"" + text + "\" is no GlassID (a whole number from 1) and not ALL";
+        },
+        "ID|ALL", "GlassIdOrAll");
+    return v;
+}
+
 const CLI::Validator& NotAFolder() {
     static const CLI::Validator v(
         [](std::string& text) -> std::string {

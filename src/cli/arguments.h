@@ -20,6 +20,8 @@ const CLI::Validator& PositiveNumber();
 // A dispersion form that can be evaluated: 1 Schott, 2 Sellmeier, 3 Schott Plus,
 // 4 Cauchy, 6 Sellmeier Plus, 7 and 8.
 const CLI::Validator& PolytypeCode();
+// A GlassID of the database, a whole number from 1, or ALL.
+const CLI::Validator& GlassIdOrAll();
 // A path that is not a folder. A file that is not there passes: the command says that
 // it cannot read it, or writes it.
 const CLI::Validator& NotAFolder();

@@ -289,10 +289,10 @@ void RegisterExternalCommands(CLI::App& app, CliContext& ctx) {
     list->add_flag("--json", a->json, "Every column, as JSON");
     list->callback([&ctx, a] { ctx.run = [&ctx, a] { return RunDbList(ctx, *a); }; });
     auto* arch = db->add_subcommand("archive", "Move glasses to the archive table");
-    arch->add_option("ID", a->items, "GlassID values, or ALL")->required();
+    arch->add_option("ID", a->items, "GlassID values, or ALL")->required()->check(GlassIdOrAll());
     arch->callback([&ctx, a] { ctx.run = [&ctx, a] { return RunDbMove(ctx, *a, true); }; });
     auto* restore = db->add_subcommand("restore", "Move archived glasses back");
-    restore->add_option("ID", a->items, "GlassID values")->required();
+    restore->add_option("ID", a->items, "GlassID values")->required()->check(GlassIdOrAll());
     restore->callback([&ctx, a] { ctx.run = [&ctx, a] { return RunDbMove(ctx, *a, false); }; });
 
     auto* demo = app.add_subcommand("demo", "Make a demo installation of the sibling programs");

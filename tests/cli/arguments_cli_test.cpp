@@ -87,6 +87,8 @@ INSTANTIATE_TEST_SUITE_P(
         BadArgument{"update 2 1", "The range is reversed: 2 to 1"},
         BadArgument{"update 1 7", "No materials 1 to 7 in a list of 3"},
         BadArgument{"show 4", "There is no material 4"},
+        BadArgument{"db archive 3 x", "ID: \"x\" is no GlassID"},
+        BadArgument{"db restore 2.5", "ID: \"2.5\" is no GlassID"},
         // a demonstration catalogue without a glass
         BadArgument{"demo {dir}/demo --catalogue {dir}/empty.csv",
                     "the demo catalogue holds no glass"},
