@@ -95,17 +95,14 @@ std::string FileFailureText(const std::string& what, const std::string& folder,
 
 bool frm2ManageUpdate::PrepareFiles(const std::vector<MaterialRecord>& list, int first, int last,
                                     bool synch, std::vector<PreparedFile>& files,
-                                    UpdateCounts& counts) {
+                                    UpdateCounts& counts, std::string& failure) {
     std::vector<MaterialRecord> records;
     FileError error;
     if (!ReadExternalFile(setup_.GetPathLumbrak(), records, error)) {
         // A synchronisation does not need the old file: it only counts what it held.
         records.clear();
         if (!synch) {
-            dialogs_.MsgBox(
-                FileFailureText("Error while reading ", setup_.GetPathLumbrak(), error) + "\n" +
-                    kNothingChanged,
-                MsgButtons::OK, MsgIcon::Exclamation);
+            failure = FileFailureText("Error while reading ", setup_.GetPathLumbrak(), error);
             return false;
         }
     }
@@ -124,9 +121,7 @@ bool frm2ManageUpdate::PrepareFiles(const std::vector<MaterialRecord>& list, int
         if (!present) continue;
         files.emplace_back();
         if (!PrepareExternalFile(folder, records, files.back(), error)) {
-            dialogs_.MsgBox(
-                FileFailureText("Error while writing ", folder, error) + "\n" + kNothingChanged,
-                MsgButtons::OK, MsgIcon::Exclamation);
+            failure = FileFailureText("Error while writing ", folder, error);
             return false;
         }
     }
@@ -205,8 +200,14 @@ bool frm2ManageUpdate::UpdateTargets(const std::vector<MaterialRecord>& list, in
         }
     }
     std::vector<PreparedFile> prepared;
-    if (toFiles && !files.absent && !PrepareFiles(list, first, last, synch, prepared, files)) {
+    std::string failure;
+    if (toFiles && !files.absent &&
+        !PrepareFiles(list, first, last, synch, prepared, files, failure)) {
+        // The database is let go before the user is told.
         if (db) db->Rollback();
+        db.reset();
+        prepared.clear();
+        dialogs_.MsgBox(failure + "\n" + kNothingChanged, MsgButtons::OK, MsgIcon::Exclamation);
         return abandon(files);
     }
     if (db && !ChangeDatabase(*db, list, first, last, synch, database)) return abandon(database);

@@ -78,9 +78,10 @@ class frm2ManageUpdate {
     // The update of the targets with list[first..last]; synchronising writes the whole list
     // without reading the file, and clears the database's custom rows first.
     bool UpdateTargets(const std::vector<MaterialRecord>& list, int first, int last, bool synch);
-    // The new sibling files, written beside the old ones; false (reported) on a failure.
+    // The new sibling files, written beside the old ones; false, with the text that reports
+    // it, on a failure.
     bool PrepareFiles(const std::vector<MaterialRecord>& list, int first, int last, bool synch,
-                      std::vector<PreparedFile>& files, UpdateCounts& counts);
+                      std::vector<PreparedFile>& files, UpdateCounts& counts, std::string& failure);
     // The database's changes and its commit, in the transaction `db` holds; false (reported,
     // rolled back) on a failure.
     bool ChangeDatabase(Database& db, const std::vector<MaterialRecord>& list, int first, int last,

@@ -153,47 +153,41 @@ bool frm6Archive::IsProtectedGlass(int64_t id, bool& isProtected, DbError& error
     return true;
 }
 
-bool frm6Archive::Move(const std::string& from, const std::string& to, int64_t id,
-                       const char* failure) {
-    DbError error;
+bool frm6Archive::Move(const std::string& from, const std::string& to, int64_t id, DbError& error) {
     std::vector<DbRow> rows;
-    bool ok = db_->FindRows(from, {{"GlassID", DbValue{id}}}, rows, error);
-    if (ok && rows.empty()) {
+    if (!db_->FindRows(from, {{"GlassID", DbValue{id}}}, rows, error)) return false;
+    if (rows.empty()) {
         error = {3021, "No current record."};
-        ok = false;
+        return false;
     }
     int deleted = 0;
     // The row leaves its table before it enters the other, so that its GlassID stands in
     // one table at every step; the transaction makes the two steps one.
-    ok = ok && db_->DeleteRows(from, {{"GlassID", DbValue{id}}}, deleted, error);
+    if (!db_->DeleteRows(from, {{"GlassID", DbValue{id}}}, deleted, error)) return false;
     // A custom material has one row: a custom row of the same material already in the
     // target table (left there by an older version) gives way to the one moved.
     bool ownKind = false;
-    if (ok && DbNumber(rows.front().Field("s1"), ownKind) == kCustomRowKind && ownKind) {
+    if (DbNumber(rows.front().Field("s1"), ownKind) == kCustomRowKind && ownKind) {
         const DbCriteria custom = {{"S1", DbValue{int64_t{kCustomRowKind}}}};
         std::vector<DbRow> there;
-        ok = db_->FindRows(to, custom, there, error);
+        if (!db_->FindRows(to, custom, there, error)) return false;
         const std::string key = RowMaterialKey(rows.front());
-        for (size_t i = 0; ok && i < there.size(); ++i) {
-            if (RowMaterialKey(there[i]) != key) continue;
+        for (const auto& row : there) {
+            if (RowMaterialKey(row) != key) continue;
             DbCriteria same = custom;
-            same.emplace_back("GlassID", there[i].Field("GlassID"));
-            ok = db_->DeleteRows(to, same, deleted, error);
+            same.emplace_back("GlassID", row.Field("GlassID"));
+            if (!db_->DeleteRows(to, same, deleted, error)) return false;
         }
     }
-    ok = ok && db_->AddRowByPosition(to, rows.front().Values(), error);
-    if (ok) return true;
-    dialogs_.MsgBox(std::string(failure) + "\n" + std::to_string(error.code) + "\t" + error.message,
-                    MsgButtons::OK, MsgIcon::Exclamation);
-    return false;
+    return db_->AddRowByPosition(to, rows.front().Values(), error);
 }
 
-bool frm6Archive::MoveToArchive(int64_t id) {
-    return Move(kTableCurrent, kTableArchive, id, kMsgArchiveFailed);
+bool frm6Archive::MoveToArchive(int64_t id, DbError& error) {
+    return Move(kTableCurrent, kTableArchive, id, error);
 }
 
-bool frm6Archive::MoveToCurrent(int64_t id) {
-    return Move(kTableArchive, kTableCurrent, id, kMsgRestoreFailed);
+bool frm6Archive::MoveToCurrent(int64_t id, DbError& error) {
+    return Move(kTableArchive, kTableCurrent, id, error);
 }
 
 void frm6Archive::Refresh() {
@@ -255,47 +249,17 @@ bool frm6Archive::MoveCommand(Grid& grid, int singleRow, bool archive) {
     return ok;
 }
 
-// Moves the chosen rows; `moved` counts them, and is -1 when the user cancelled.
+// Moves the chosen rows in one transaction; `moved` counts them, and is -1 when the user
+// cancelled. The transaction takes the write lock first, and every question and failure
+// message comes while the database is not held.
 bool frm6Archive::MoveRows(Grid& grid, int singleRow, bool archive, int& moved) {
     BusyPointer busy(dialogs_);
-    DbError error;
     moved = 0;
-    auto moveRow = [&](int row) -> int {  // 1 moved or passed over, 0 failed
-        int64_t id = 0;
-        if (!RowId(grid, row, id)) return 1;
-        if (archive) {
-            bool isProtected = false;
-            if (!IsProtectedGlass(id, isProtected, error)) {
-                dialogs_.MsgBox(std::string(kMsgArchiveFailed) + "\n" + std::to_string(error.code) +
-                                    "\t" + error.message,
-                                MsgButtons::OK, MsgIcon::Exclamation);
-                return 0;
-            }
-            if (isProtected) return 1;
-        }
-        if (!(archive ? MoveToArchive(id) : MoveToCurrent(id))) return 0;
-        ++moved;
-        return 1;
-    };
-
-    // The command's transaction takes the write lock first: a database held by another
-    // program changes nothing and says so.
     busy_ = false;
-    auto begin = [&] {
-        if (db_->BeginTrans(error)) return true;
-        busy_ = error.code == kDbErrorBusy;
-        dialogs_.MsgBox(error.code == kDbErrorBusy
-                            ? std::string(kMsgDatabaseBusy)
-                            : std::string(archive ? kMsgArchiveFailed : kMsgRestoreFailed) + "\n" +
-                                  std::to_string(error.code) + "\t" + error.message,
-                        MsgButtons::OK, MsgIcon::Exclamation);
-        return false;
-    };
-
+    // The rows to move: those of the selected blocks, or the row last clicked.
+    std::vector<int> rows;
     if (MultiRowSelection(grid)) {
         const auto blocks = grid.Selection();
-        // The question about archiving everything comes before the transaction, so that the
-        // database is not held while the user thinks it over.
         const bool everything = std::any_of(blocks.begin(), blocks.end(),
                                             [](const GridBlock& b) { return b.row1 < 1; });
         if (archive && everything &&
@@ -304,52 +268,46 @@ bool frm6Archive::MoveRows(Grid& grid, int singleRow, bool archive, int& moved) 
             moved = -1;
             return false;
         }
-        if (!begin()) return false;
         for (const auto& block : blocks) {
             const int first = std::max(block.row1, 1);
             const int last = block.row2 < 1 ? grid.MaxRows() : block.row2;
-            for (int row = first; row <= last && row <= grid.MaxRows(); ++row) {
-                if (!moveRow(row)) {
-                    db_->Rollback();
-                    Refresh();
-                    return false;
-                }
-            }
+            for (int row = first; row <= last && row <= grid.MaxRows(); ++row) rows.push_back(row);
         }
-        const bool ok = db_->CommitTrans(error);
-        if (!ok) {
-            db_->Rollback();
-            dialogs_.MsgBox(std::string(archive ? kMsgArchiveFailed : kMsgRestoreFailed) + "\n" +
-                                std::to_string(error.code) + "\t" + error.message,
-                            MsgButtons::OK, MsgIcon::Exclamation);
-        }
-        Refresh();
-        return ok;
+    } else if (singleRow >= 1 && singleRow <= grid.MaxRows()) {
+        rows.push_back(singleRow);
     }
+    std::vector<int64_t> ids;
+    for (int row : rows) {
+        int64_t id = 0;
+        if (RowId(grid, row, id)) ids.push_back(id);
+    }
+    if (ids.empty()) return true;
 
-    if (singleRow < 1 || singleRow > grid.MaxRows()) return true;
-    int64_t id = 0;
-    if (!RowId(grid, singleRow, id)) return true;
-    if (archive) {
-        bool isProtected = false;
-        if (!IsProtectedGlass(id, isProtected, error)) {
-            dialogs_.MsgBox(std::string(kMsgArchiveFailed) + "\n" + std::to_string(error.code) +
-                                "\t" + error.message,
-                            MsgButtons::OK, MsgIcon::Exclamation);
-            return false;
-        }
-        if (isProtected) return true;
+    DbError error;
+    if (!db_->BeginTrans(error)) {
+        busy_ = error.code == kDbErrorBusy;
+        dialogs_.MsgBox(busy_ ? std::string(kMsgDatabaseBusy)
+                              : std::string(archive ? kMsgArchiveFailed : kMsgRestoreFailed) +
+                                    "\n" + std::to_string(error.code) + "\t" + error.message,
+                        MsgButtons::OK, MsgIcon::Exclamation);
+        return false;
     }
-    if (!begin()) return false;
-    bool ok = archive ? MoveToArchive(id) : MoveToCurrent(id);
-    if (ok && !db_->CommitTrans(error)) {
-        ok = false;
+    bool ok = true;
+    for (size_t i = 0; ok && i < ids.size(); ++i) {
+        bool isProtected = false;
+        ok = !archive || IsProtectedGlass(ids[i], isProtected, error);
+        if (ok && isProtected) continue;
+        ok = ok && (archive ? MoveToArchive(ids[i], error) : MoveToCurrent(ids[i], error));
+        if (ok) ++moved;
+    }
+    ok = ok && db_->CommitTrans(error);
+    if (!ok) {
+        db_->Rollback();
+        moved = 0;
         dialogs_.MsgBox(std::string(archive ? kMsgArchiveFailed : kMsgRestoreFailed) + "\n" +
                             std::to_string(error.code) + "\t" + error.message,
                         MsgButtons::OK, MsgIcon::Exclamation);
     }
-    if (!ok) db_->Rollback();
-    if (ok) moved = 1;
     Refresh();
     return ok;
 }

@@ -50,8 +50,9 @@ class frm6Archive : public WorkingForm {
     // Schott's K7 and F2 (name and source compared as the custom list's key compares
     // them): never archived.
     bool IsProtectedGlass(int64_t id, bool& isProtected, DbError& error);
-    bool MoveToArchive(int64_t id);
-    bool MoveToCurrent(int64_t id);
+    // Inside the command's transaction; false with the engine's error.
+    bool MoveToArchive(int64_t id, DbError& error);
+    bool MoveToCurrent(int64_t id, DbError& error);
     void LoadCurrent();
     void LoadArchive();
 
@@ -80,7 +81,7 @@ class frm6Archive : public WorkingForm {
     // glass that left the grid leaves nothing chosen behind.
     static void Repick(Grid& grid, const Pick& pick, int& row);
 
-    bool Move(const std::string& from, const std::string& to, int64_t id, const char* failure);
+    bool Move(const std::string& from, const std::string& to, int64_t id, DbError& error);
     bool MoveCommand(Grid& grid, int singleRow, bool archive);
     bool MoveRows(Grid& grid, int singleRow, bool archive, int& moved);
     void Fill(Grid& grid, const std::string& table, const std::string& statusColumn,
