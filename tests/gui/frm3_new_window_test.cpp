@@ -150,8 +150,15 @@ TEST_F(Frm3NewWindowTest, OpensAsANewMaterialWithItsPanelsAndTabs) {
     EXPECT_EQ(window.button("comClipPaste")->text(), "&Paste index");
     EXPECT_TRUE(window.button("comClipPaste")->isEnabled());
 
-    // The close box closes through the unit, and the window follows.
+    // The close box closes through the unit, which asks about the unsaved name: Cancel keeps
+    // the window, No closes it.
+    dialogs.answers = {MsgAnswer::Cancel, MsgAnswer::No};
     window.subWindow()->close();
+    EXPECT_EQ(closes, 0);
+    EXPECT_FALSE(window.subWindow()->isHidden());
+    window.subWindow()->close();
+    ASSERT_EQ(dialogs.boxes.size(), 2u);
+    EXPECT_EQ(dialogs.boxes[1].text, "Save changes to BK7-M12?");
     EXPECT_EQ(closes, 1);
     EXPECT_TRUE(window.subWindow()->isHidden());
 }
@@ -162,7 +169,7 @@ TEST_F(Frm3NewWindowTest, IndexFitShowsResultsAndPlotsUntilACellChanges) {
     GridView* grid = window.grid("ssRefInd");
     // Five points are too few for the Schott polynomial of a new material.
     TypeCrownPoints(5);
-    EXPECT_EQ(grid->model()->index(0, 2).data().toString(), "1.00") << "weight completed";
+    EXPECT_EQ(grid->model()->index(0, 2).data().toString(), "1") << "weight completed";
     window.button("comIndexFit")->click();
     EXPECT_EQ(dialogs.boxes.size(), 1u) << "too few points";
     EXPECT_EQ(Back(Panel(1)), kRed);
@@ -274,9 +281,36 @@ TEST_F(Frm3NewWindowTest, DndtKindFollowsTheListByMouseAndKeyboard) {
 TEST_F(Frm3NewWindowTest, ReviewLocksTheWidgets) {
     unit.DisplayReview(frm3New::FreshRecord());
     EXPECT_FALSE(window.edit("txtGenGlass")->isEnabled());
+    EXPECT_FALSE(window.button("comAdd")->isEnabled()) << "nothing of a review is saved";
     EXPECT_FALSE(window.combo("cmbIndexPolyType")->isEnabled());
     QAbstractItemModel* m = window.grid("ssRefInd")->model();
     EXPECT_FALSE(m->flags(m->index(0, 0)) & Qt::ItemIsEditable);
+}
+
+// The grids on screen show the texts the form wrote: coefficients in their exponent form
+// however small, and "----" for a total transmission outside the index band (400 to 800 nm).
+TEST_F(Frm3NewWindowTest, GridsShowTheTextsOfTheForm) {
+    MaterialRecord rec = frm3New::FreshRecord();
+    rec.General.IndexDataType = 1;
+    rec.General.PolyCoef = {2.25, 1.2e-7, 4e-9};
+    rec.General.IndexWvMin = 400;
+    rec.General.IndexWvMax = 800;
+    rec.IndexState.Ready = kTrue;
+    unit.DisplayEdit(rec);
+    window.tabs()->setCurrentIndex(frm3New::kTabIndex);
+    QAbstractItemModel* coef = window.grid("ssRefInd")->model();
+    const char* shown[] = {"+2.25000000e+00", "+1.20000000e-07", "+4.00000000e-09"};
+    for (int r = 0; r < 3; ++r) EXPECT_EQ(coef->index(r, 1).data().toString(), shown[r]);
+
+    window.tabs()->setCurrentIndex(frm3New::kTabTrans);
+    Choose("cmbTransType", 1);
+    const char* rows[][2] = {{"900", "----"}, {"500", "83.08"}};
+    QAbstractItemModel* trans = window.grid("ssTrans")->model();
+    for (int r = 0; r < 2; ++r) {
+        Type("ssTrans", 1, r + 1, rows[r][0]);
+        Type("ssTrans", 3, r + 1, "90");
+        EXPECT_EQ(trans->index(r, 1).data().toString(), rows[r][1]) << rows[r][0];
+    }
 }
 
 // A double click takes one wavelength; with several allowed a double click takes nothing and
@@ -293,7 +327,7 @@ TEST_F(Frm3NewWindowTest, PickerFillsFromTheActiveRow) {
     };
     window.button("comWaveSelRefInd")->click();
     EXPECT_EQ(pickerResult, QDialog::Accepted);
-    EXPECT_EQ(window.grid("ssRefInd")->model()->index(0, 0).data().toString(), "1730.0000");
+    EXPECT_EQ(window.grid("ssRefInd")->model()->index(0, 0).data().toString(), "1730");
 
     pickerAction = [](popEditParamWaveWindow& box) {
         box.multiBox()->click();

@@ -14,9 +14,11 @@
 #include "core/material/frm_glasses_list.h"
 #include "core/material/glasses_list.h"
 #include "core/materialform/frm2_manage.h"
+#include "core/materialform/frm3new.h"
 #include "core/shell/frm_main_mdi.h"
 #include "gui/material/frm_glasses_list_window.h"
 #include "gui/materialform/frm2_manage_window.h"
+#include "gui/materialform/frm3_new_window.h"
 #include "gui/platform/edit_finisher.h"
 #include "gui/platform/grid_view.h"
 #include "gui/platform/qt_dialogs.h"
@@ -166,12 +168,60 @@ TEST_F(WindowsTest, GridEditGoesThroughTheModelAndTheChangeHandler) {
     EXPECT_TRUE(m->setData(m->index(1, 0), "3.14159", Qt::EditRole));
     EXPECT_FALSE(m->setData(m->index(1, 0), "12", Qt::EditRole)) << "above the limit";
     EXPECT_FALSE(m->flags(m->index(0, 1)) & Qt::ItemIsEditable);
-    EXPECT_EQ(m->index(1, 0).data().toString(), "3.14");
+    EXPECT_EQ(m->index(1, 0).data().toString(), "3.14159") << "the cell's text, as entered";
     EXPECT_EQ(g.Text(1, 2), "3.14159");
     EXPECT_EQ(changes, (std::vector<std::pair<int, int>>{{1, 2}}));
 
     g.SetSelection({1, 1, 2, 2});
     EXPECT_TRUE(view.selectionModel()->isSelected(m->index(1, 1)));
+}
+
+// A material form holding unsaved changes is asked before its tool is released, before the
+// end button ends the program and before the main window's close box closes it: Cancel keeps
+// everything, No lets it go. The question comes once for each attempt.
+TEST_F(WindowsTest, UnsavedMaterialIsAskedAboutOnReleaseEndAndCloseBox) {
+    enum Action { kRelease, kEnd, kCloseBox };
+    for (const Action action : {kRelease, kEnd, kCloseBox}) {
+        for (const MsgAnswer answer : {MsgAnswer::Cancel, MsgAnswer::No}) {
+            SCOPED_TRACE(std::to_string(action) + (answer == MsgAnswer::No ? " no" : " cancel"));
+            ManageForms forms(dialogs, {[] { return false; }, [] { return false; }, [] {}});
+            HelpNotes notes(dialogs, [&] { return forms.GetCurrentForm(); });
+            MemorySettingsStore settings;
+            CNewMsg newMsg(dialogs, settings);
+            frmMainMDIWindow* window = nullptr;
+            frmMainMDI::Hooks hooks;
+            hooks.unload = [&] { window->close(); };
+            frmMainMDI unit(forms, list, dialogs, notes, newMsg, "Version: 3.0.1", hooks);
+            frmMainMDIWindow w(unit, nullptr);
+            window = &w;
+            frm3New material(list, dialogs, {{}, [&] { forms.FormClosed(kFormNew); }, {}});
+            frm3NewWindow materialWindow(material, nullptr, w.mdiArea());
+            forms.RegisterForm(kFormNew, &material);
+            unit.Load(false, {false, false, false});
+            w.show();
+            w.ribTools(kFormNew)->click();
+            material.txtGenGlass.text = "Q-1";
+            material.txtGenGlassChange();
+
+            dialogs.boxes.clear();
+            dialogs.answers = {answer};
+            if (action == kRelease) w.ribTools(kFormNew)->click();
+            if (action == kEnd) w.ribEnd()->click();
+            if (action == kCloseBox) w.close();
+            ASSERT_EQ(dialogs.boxes.size(), 1u);
+            EXPECT_EQ(dialogs.boxes[0].text, "Save changes to Q-1?");
+            const bool gone = answer == MsgAnswer::No;
+            if (action == kRelease) {
+                EXPECT_EQ(material.IsOpen(), !gone);
+                EXPECT_EQ(w.ribTools(kFormNew)->isChecked(), !gone);
+                EXPECT_EQ(forms.GetCurrentForm(), gone ? 0 : int(kFormNew));
+            } else {
+                EXPECT_EQ(w.isVisible(), !gone);
+                EXPECT_TRUE(material.IsOpen()) << "only the end unloads it";
+            }
+            w.hide();
+        }
+    }
 }
 
 TEST(QtFileFilter, PairsBecomeQtFilters) {

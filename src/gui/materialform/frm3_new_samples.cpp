@@ -3,16 +3,21 @@
 #include <QAbstractItemModel>
 #include <QApplication>
 #include <QEventLoop>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QTabWidget>
 #include <QTimer>
 #include <cmath>
 #include <cstdio>
+#include <memory>
+#include <string>
 
 #include "core/materialform/frm3new.h"
 #include "core/shell/manage_forms.h"
 #include "core/wave/pop_edit_param_wave.h"
 #include "gui/materialform/frm3_new_window.h"
 #include "gui/platform/grid_view.h"
+#include "gui/platform/qt_dialogs.h"
 #include "gui/wave/pop_edit_param_wave_window.h"
 
 namespace ostrel::gui {
@@ -47,6 +52,27 @@ void Settle(int ms) {
 void Choose(ListControl& list, int index, frm3New& unit, void (frm3New::*click)()) {
     list.SetListIndex(index);
     (unit.*click)();
+}
+
+// Answers the modal message box that begins with `text` with `button` once it is up.
+void AnswerNextBox(const QString& text, QMessageBox::StandardButton button) {
+    QTimer::singleShot(300, [text, button] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (box && box->text().startsWith(text) && box->button(button))
+            box->button(button)->click();
+    });
+}
+
+// A question box as the program asks it, shown without waiting for an answer so that the
+// screen can be taken, then closed.
+void ShowQuestion(QWidget* owner, const std::string& text, MsgButtons buttons,
+                  const std::function<void(const QString&)>& shot, const QString& file) {
+    const std::unique_ptr<QMessageBox> box =
+        MakeMessageBox(owner, text, buttons, MsgIcon::Question);
+    box->show();
+    Settle(700);
+    shot(file);
+    box->close();
 }
 
 }  // namespace
@@ -130,6 +156,30 @@ void ShowMaterialFormSamples(ManageForms& forms, frm3New& unit, frm3NewWindow& w
     Settle(700);
     shot("pop_edit_param_wave.png");
     box.hide();
+
+    // The question of a close with unsaved changes, as the message box shows it.
+    ShowQuestion(owner, unit.SaveQuestion(), MsgButtons::YesNoCancel, shot,
+                 "frm3_save_changes.png");
+
+    // A Schott Plus fit of sixteen exact points from 400 to 700 nm misses them by far: the
+    // user declines it, and the question is shown again over the warning it leaves.
+    Choose(unit.cmbIndexPolyType, 3, unit, &frm3New::cmbIndexPolyTypeClick);
+    row = 1;
+    for (int i = 0; i < 16; ++i) {
+        const double w = 400.0 + 20.0 * i;
+        Type(index, 1, row, Fixed(w, 4));
+        Type(index, 2, row, Fixed(CrownIndex(w), 7));
+        ++row;
+    }
+    AnswerNextBox("The fit does not represent the data", QMessageBox::No);
+    unit.comIndexFitClick();
+    window.RefreshPlots();
+    const MeasuredData& m = unit.Record().Measured;
+    ShowQuestion(owner, PoorFitQuestion(std::sqrt(m.FitError / unit.Record().General.IndexPoints)),
+                 MsgButtons::YesNo, shot, "frm3_fit_warning.png");
+
+    // Released with its changes dropped.
+    AnswerNextBox("Save changes to", QMessageBox::No);
     forms.RibbonClick(kFormNew, false);
     if (floatingShown) floating->show();
 }

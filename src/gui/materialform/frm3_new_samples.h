@@ -1,6 +1,7 @@
 #pragma once
 // Pictures of the material form: a sample crown glass typed in and fitted, each tab shown in
-// turn, then the wavelength picker. Used by the program's --screenshots option.
+// turn, then the wavelength picker, the question of a close with unsaved changes and that of
+// a fit that misses its data. Used by the program's --screenshots option.
 #include <QString>
 #include <functional>
 

@@ -1,6 +1,7 @@
 #include "gui/platform/qt_dialogs.h"
 
 #include <algorithm>
+#include <memory>
 
 #include <QApplication>
 #include <QDesktopServices>
@@ -63,47 +64,54 @@ QString QtFileFilter(const std::string& filter) {
     return out.join(";;");
 }
 
-MsgAnswer QtDialogs::MsgBox(const std::string& text, MsgButtons buttons, MsgIcon icon,
-                            const std::string& title) {
-    QMessageBox box(owner_);
-    box.setWindowTitle(title.empty() ? QString(maker::kProgramTitle) : ToQt(title));
-    box.setText(ToQt(text));
+std::unique_ptr<QMessageBox> MakeMessageBox(QWidget* owner, const std::string& text,
+                                            MsgButtons buttons, MsgIcon icon,
+                                            const std::string& title) {
+    auto box = std::make_unique<QMessageBox>(owner);
+    box->setWindowTitle(title.empty() ? QString(maker::kProgramTitle) : ToQt(title));
+    box->setText(ToQt(text));
     switch (icon) {
         case MsgIcon::None:
-            box.setIcon(QMessageBox::NoIcon);
+            box->setIcon(QMessageBox::NoIcon);
             break;
         case MsgIcon::Information:
-            box.setIcon(QMessageBox::Information);
+            box->setIcon(QMessageBox::Information);
             break;
         case MsgIcon::Question:
-            box.setIcon(QMessageBox::Question);
+            box->setIcon(QMessageBox::Question);
             break;
         case MsgIcon::Exclamation:
-            box.setIcon(QMessageBox::Warning);
+            box->setIcon(QMessageBox::Warning);
             break;
         case MsgIcon::Critical:
-            box.setIcon(QMessageBox::Critical);
+            box->setIcon(QMessageBox::Critical);
             break;
     }
     switch (buttons) {
         case MsgButtons::OK:
-            box.setStandardButtons(QMessageBox::Ok);
+            box->setStandardButtons(QMessageBox::Ok);
             break;
         case MsgButtons::OKCancel:
-            box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
+            box->setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
             break;
         case MsgButtons::YesNo:
-            box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+            box->setStandardButtons(QMessageBox::Yes | QMessageBox::No);
             break;
         case MsgButtons::YesNoCancel:
-            box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+            box->setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
             break;
     }
-    if (IsLongMessage(box.text())) ScrollMessageText(box);
+    if (IsLongMessage(box->text())) ScrollMessageText(*box);
+    return box;
+}
+
+MsgAnswer QtDialogs::MsgBox(const std::string& text, MsgButtons buttons, MsgIcon icon,
+                            const std::string& title) {
+    const std::unique_ptr<QMessageBox> box = MakeMessageBox(owner_, text, buttons, icon, title);
     // A box must not sit behind a busy pointer.
     const int busy = busyDepth_;
     for (int i = 0; i < busy; ++i) QApplication::restoreOverrideCursor();
-    const int answer = box.exec();
+    const int answer = box->exec();
     for (int i = 0; i < busy; ++i) QApplication::setOverrideCursor(Qt::WaitCursor);
     switch (answer) {
         case QMessageBox::Yes:
@@ -142,9 +150,8 @@ std::optional<FileChoice> QtDialogs::FileOpenFiltered(const FileDialogSpec& spec
     const QStringList filters = QtFileFilter(spec.filter).split(";;");
     const int start = spec.filterIndex - 1;
     QString selected = start >= 0 && start < filters.size() ? filters[start] : QString();
-    const QString path =
-        QFileDialog::getOpenFileName(owner_, ToQt(spec.title), ToQt(spec.initialPath),
-                                     QtFileFilter(spec.filter), &selected);
+    const QString path = QFileDialog::getOpenFileName(
+        owner_, ToQt(spec.title), ToQt(spec.initialPath), QtFileFilter(spec.filter), &selected);
     if (path.isEmpty()) return std::nullopt;
     const int chosen = static_cast<int>(filters.indexOf(selected));
     return FileChoice{FromQt(path), chosen >= 0 ? chosen + 1 : spec.filterIndex};

@@ -4,8 +4,11 @@
 #include <QPointer>
 #include <QWidget>
 #include <functional>
+#include <memory>
 
 #include "core/platform/dialogs.h"
+
+class QMessageBox;
 
 namespace ostrel::gui {
 
@@ -38,6 +41,12 @@ class QtDialogs : public Dialogs {
     std::function<void(const std::string&, bool)> helpLine_;
     int busyDepth_ = 0;
 };
+
+// The message box MsgBox shows, built but not shown: the caller may also show it without
+// waiting for an answer (the screenshot tour does).
+std::unique_ptr<QMessageBox> MakeMessageBox(QWidget* owner, const std::string& text,
+                                            MsgButtons buttons, MsgIcon icon,
+                                            const std::string& title = "");
 
 // "GLZ files (*.glz)|*.glz|All files (*.*)|*.*" -> "GLZ files (*.glz);;All files (*.*)"
 QString QtFileFilter(const std::string& filter);
