@@ -186,6 +186,7 @@ TEST_F(UpdateTest, OneDatabaseRowPerMaterialWhateverTheCase) {
         {"archive", false, true, kArchive, {"Archive:F2:1.5"}},
         {"restore", true, true, kRestore, {"GlassData:F2:1.5"}},
         {"remove", false, false, kRemove, {}},
+        {"remove one of two", false, true, kRemove, {}},
     };
     for (const auto& c : cases) {
         ASSERT_TRUE(DeleteAllCustomRows(Kelmora(), dialogs));
@@ -213,11 +214,11 @@ TEST_F(UpdateTest, OneDatabaseRowPerMaterialWhateverTheCase) {
         if (c.action == kOverwrite || c.action == kLeave) {
             ASSERT_TRUE(AddGlassesToDatabase(Kelmora(), {lower}, c.action == kOverwrite, dialogs));
         } else if (c.action == kRemove) {
-            ASSERT_TRUE(AddGlassesToDatabase(Kelmora(), {lower}, true, dialogs));
+            // Removing the entry of either row removes the material.
             frmGlassesDelExt form(setup, dialogs);
             form.Load();
             form.optUpdateProgClick(1);
-            ASSERT_EQ(form.lstGlasses.Items(), (std::vector<std::string>{"f2/mylab"})) << c.name;
+            ASSERT_EQ(form.lstGlasses.List(0), "F2/MYLAB") << c.name;
             form.lstGlasses.SetSelected(0, true);
             form.comDelSelClick();
         } else {
