@@ -86,7 +86,8 @@ int main(int argc, char** argv) {
     QCommandLineParser parser;
     parser.setApplicationDescription("Custom optical materials");
     parser.addHelpOption();
-    QCommandLineOption dataDir("data-dir", "Folder of the custom material list.", "DIR");
+    QCommandLineOption dataDir(
+        "data-dir", "Folder of the custom material list; it keeps its own settings too.", "DIR");
     QCommandLineOption screenshots(
         "screenshots",
         "Save pictures of the main window, the setup form, the manage form, the archive "

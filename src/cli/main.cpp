@@ -15,7 +15,8 @@ int main(int argc, char** argv) {
     ctx.dialogs = &dialogs;
     ctx.out = &std::cout;
     ctx.err = &std::cerr;
-    app.add_option("--data-dir", ctx.dataDir, "Folder of the custom material list");
+    app.add_option("--data-dir", ctx.dataDir,
+                   "Folder of the custom material list; it keeps its own settings too");
     app.add_option("--lumbrak", ctx.lumbrakDir,
                    "Folder holding STFenmarkExA.dat and SPFenmark.dat (name rules)");
     app.add_option("--answer", ctx.answer, "How every question box is answered")
