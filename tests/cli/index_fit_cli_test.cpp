@@ -129,6 +129,34 @@ TEST(FitCli, TooFewPointsIsRefusedWithTheFormsMessage) {
     EXPECT_TRUE(run.out.empty());
 }
 
+// Schott Plus through sixteen N-BK7 points from 400 to 700 nm misses them by far: the question
+// is answered by --answer; no refuses the fit with its error and exit status 1.
+TEST(FitCli, FitThatMissesItsDataIsKeptOnlyOnYes) {
+    TempDir dir;
+    std::string text;
+    for (int i = 0; i < 16; ++i) {
+        const double nm = 400.0 + 20.0 * i, x = nm * nm * 1e-6;
+        const double n =
+            std::sqrt(1.0 + 1.03961212 * x / (x - 0.00600069867) +
+                      0.231792344 * x / (x - 0.0200179144) + 1.01046945 * x / (x - 103.560653));
+        text += std::to_string(nm) + "," + std::to_string(n) + "\n";
+    }
+    WriteFileBytes(dir / "visible.csv", text);
+    for (const bool yes : {true, false}) {
+        SCOPED_TRACE(yes ? "yes" : "no");
+        const CliResult run =
+            RunCliIn(dir, std::string("--answer ") + (yes ? "yes" : "no") + " fit --polytype 3 \"" +
+                              (dir / "visible.csv").string() + "\"");
+        EXPECT_EQ(run.status, yes ? 0 : 1);
+        EXPECT_NE(run.err.find("The fit does not represent the data: average error 0.0"),
+                  std::string::npos);
+        EXPECT_EQ(run.err.find("fit: not kept: average Schott Plus polynomal fit error: 0.0") !=
+                      std::string::npos,
+                  !yes);
+        EXPECT_EQ(run.out.empty(), !yes);
+    }
+}
+
 TEST(FitCli, WeightsAreReadOnlyWhenAsked) {
     TempDir dir;
     EXPECT_EQ(Fit(dir, "--polytype 4", 8, "0").status, 0);
