@@ -1,9 +1,10 @@
 #pragma once
 // The custom glass file of the lens design program and of its tolerancing tool,
 // USFenmark.dat in each program's folder: fixed records of 554 bytes, no header, in the
-// order written. The file is rewritten whole: the old file is copied to USFenmarkBkup.dat
-// (one generation), and the new content replaces it through a temporary file and a rename,
-// so that either the old or the new file stands at any moment.
+// order written. The file is rewritten whole: the new content is written to a temporary
+// file first; only when it is complete does the old file become USFenmarkBkup.dat (one
+// generation) and the new one take its name, so that either the old or the new file stands
+// at any moment, and a write that fails leaves file and backup as they were.
 #include <string>
 #include <vector>
 
@@ -46,8 +47,8 @@ bool PrepareExternalFile(const std::string& folder, const std::vector<MaterialRe
 // prepared.
 bool CommitExternalFile(PreparedFile& prepared, FileError& error);
 
-// Rewrites the folder's file from the list (backup first). An empty list leaves the file
-// as it is and returns true. False when the new file could not be written; the old one then
+// Rewrites the folder's file from the list (prepared, then committed). An empty list leaves
+// the file as it is and returns true. False when the new file could not be written; the old one then
 // still stands.
 bool RewriteExternalFile(const std::string& folder, const std::vector<ExternalRecord>& records,
                          FileError& error);
