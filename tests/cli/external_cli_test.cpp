@@ -4,6 +4,11 @@
 #include <filesystem>
 #include <string>
 
+#include "core/external/external_file.h"
+#include "core/external/external_fixture.h"
+#include "core/material/glasses_list.h"
+#include "core/material/material_record_codec.h"
+#include "core/platform/sqlite_database.h"
 #include "support/run_cli.h"
 
 namespace ostrel::testing {
@@ -71,6 +76,44 @@ TEST_F(ExternalCliTest, ArchiveAllButTheProtectedPairAndRestore) {
         RunCliIn(dir, "db list").out,
         "2\tK7\tSchott\t511604\tR\t1\n3\tF2\tSchott\t620364\tR\t1\n1\tN-BK7\tSchott\t517642\tR\t1\n"
         "39\tH-ZF52\tCDGM\t847238\tA\t1\n");
+}
+
+// An update says what it did on stderr; while another program holds the database it
+// changes nothing, neither the database nor the files, and says which store was busy.
+TEST_F(ExternalCliTest, UpdateSaysWhatItDidAndABusyDatabaseChangesNothing) {
+    ASSERT_EQ(RunCliIn(dir, "demo \"" + Demo() + "\"" + Catalogue()).status, 0);
+    std::string list;
+    for (const char* name : {"GLASS A", "GLASS B"}) {
+        const auto image = ToBytes(ReadyMaterial(name, "Lab"));
+        list.append(reinterpret_cast<const char*>(image.data()), image.size());
+    }
+    WriteFileBytes(dir / kCustomFileName, list);
+    const std::string file = Demo() + "/Lumbrak/" + kExternalFileName;
+    const struct {
+        bool held;
+        int status;
+        std::string lastLine;
+        bool fileMade;
+    } cases[] = {
+        {true, 1, "Lumbrak3D: nothing changed. KelmoraTD: in use by another program.", false},
+        {false, 0, "Lumbrak3D: 2 added. KelmoraTD: 2 added.", true},
+    };
+    for (const auto& c : cases) {
+        const auto before = RunCliIn(dir, "db list").out;
+        DbError error;
+        auto other = OpenSqliteDatabase(Demo() + "/Kelmora/" + kGlassDatabaseName, false, error);
+        ASSERT_TRUE(other);
+        if (c.held) {
+            ASSERT_TRUE(other->BeginTrans(error));  // another program writing
+        }
+        const auto r = RunCliIn(dir, "update --all --target both");
+        other.reset();
+        EXPECT_EQ(r.status, c.status) << r.err;
+        EXPECT_EQ(r.err.find(kMsgDatabaseBusy) != std::string::npos, c.held) << r.err;
+        EXPECT_EQ(r.err.substr(r.err.rfind('\n', r.err.size() - 2) + 1), c.lastLine + "\n");
+        EXPECT_EQ(fs::exists(file), c.fileMade);
+        EXPECT_EQ(RunCliIn(dir, "db list").out == before, c.held);
+    }
 }
 
 // Without a data folder the program keeps the per-user folders, as the desktop does.
