@@ -45,6 +45,16 @@ void ForEachRecord(const std::string& content, size_t length, Fn&& fn) {
     }
 }
 
+// A damaged file may hold point counts that its tables cannot: they are brought into the
+// tables as a record is read, so that no form or writer steps past a table's end.
+void FitCountsToTables(MaterialRecord& rec) {
+    auto fit = [](int16_t& count, int most) { count = std::clamp<int16_t>(count, 0, most); };
+    fit(rec.General.IndexPoints, kMaxIndexPoints);
+    fit(rec.Measured.TransPoints, kMaxTransPoints);
+    fit(rec.Melt.MeltIndexPoints, kMaxMeltPoints);
+    fit(rec.Melt.MeltTransPoints, kMaxMeltPoints);
+}
+
 std::string Label(const MaterialRecord& rec) {
     return rec.General.GlassName.Text() + " - " + rec.General.Source.Text();
 }
@@ -134,6 +144,7 @@ bool GlassesList::LoadCustomFile() {
             for (size_t i = 0; i < whole; ++i) {
                 MaterialRecord& rec = customList_.emplace_back();
                 FromBytes(bytes + i * kMaterialRecordSize, rec);
+                FitCountsToTables(rec);
                 if (!NameUsable(rec) || !customKeys_.insert(MaterialKey(rec)).second) {
                     customList_.pop_back();
                 }
@@ -154,9 +165,10 @@ bool GlassesList::LoadCustomFile() {
         }
         if (!tail.empty()) {
             ForEachRecord(tail, kMaterialRecordSize, [&](const unsigned char* image) {
-                ListAdd(FromBytes(std::span<const unsigned char, kMaterialRecordSize>(
-                            image, kMaterialRecordSize)),
-                        false);
+                MaterialRecord rec = FromBytes(std::span<const unsigned char, kMaterialRecordSize>(
+                    image, kMaterialRecordSize));
+                FitCountsToTables(rec);
+                ListAdd(rec, false);
             });
         }
         return true;
@@ -181,8 +193,11 @@ bool GlassesList::LoadCustomFile() {
                                  "ConvertCustomFile: " + err.message, err.code);
             return false;
         }
-        ForEachRecord(content, older.length,
-                      [&](const unsigned char* image) { ListAdd(older.convert(image), false); });
+        ForEachRecord(content, older.length, [&](const unsigned char* image) {
+            MaterialRecord rec = older.convert(image);
+            FitCountsToTables(rec);
+            ListAdd(rec, false);
+        });
         if (!SaveCustomFile()) {
             // The old file stays where it is, so nothing is lost.
             return false;

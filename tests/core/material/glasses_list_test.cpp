@@ -99,7 +99,13 @@ TEST_F(GlassesListTest, LoadThenSaveGivesIdenticalBytes) {
         std::memcpy(img.data() + 38, "SRC", 3);
         std::memset(img.data() + 41, ' ', 27);
         img[12102] = '\0';  // a NUL in the parent name
-        recs.push_back(FromBytes(img));
+        MaterialRecord rec = FromBytes(img);
+        // Point counts that fit their tables (others are brought into them on loading).
+        rec.General.IndexPoints = 150;
+        rec.Measured.TransPoints = static_cast<int16_t>(i);
+        rec.Melt.MeltIndexPoints = 20;
+        rec.Melt.MeltTransPoints = 7;
+        recs.push_back(rec);
     }
     const std::string bytes = Image(recs);
     GlassesList& l = Loaded(bytes);
@@ -107,6 +113,31 @@ TEST_F(GlassesListTest, LoadThenSaveGivesIdenticalBytes) {
     ASSERT_TRUE(l.SaveCustomFile());
     EXPECT_TRUE(ReadFileBytes(Current()) == bytes);
     EXPECT_TRUE(ReadFileBytes(Backup()) == bytes);
+}
+
+TEST_F(GlassesListTest, DamagedPointCountsAreBroughtIntoTheirTables) {
+    // Counts beyond a table or below zero; counts that fit stay as they are.
+    MaterialRecord damaged = MakeRecord("BK7", "X", 1);
+    damaged.General.IndexPoints = 30000;
+    damaged.Measured.TransPoints = -5;
+    damaged.Melt.MeltIndexPoints = 21;
+    damaged.Melt.MeltTransPoints = -32768;
+    MaterialRecord fine = MakeRecord("F2", "X", 2);
+    fine.General.IndexPoints = 12;
+    fine.Measured.TransPoints = 150;
+    fine.Melt.MeltIndexPoints = 20;
+    GlassesList& l = Loaded(Image({damaged, fine}));
+    ASSERT_EQ(l.CustomCount(), 2);
+    const struct {
+        const MaterialRecord& rec;
+        int index, trans, meltIndex, meltTrans;
+    } expected[] = {{l.CustomList()[0], 150, 0, 20, 0}, {l.CustomList()[1], 12, 150, 20, 0}};
+    for (const auto& e : expected) {
+        EXPECT_EQ(e.rec.General.IndexPoints, e.index);
+        EXPECT_EQ(e.rec.Measured.TransPoints, e.trans);
+        EXPECT_EQ(e.rec.Melt.MeltIndexPoints, e.meltIndex);
+        EXPECT_EQ(e.rec.Melt.MeltTransPoints, e.meltTrans);
+    }
 }
 
 TEST_F(GlassesListTest, SameMaterialTwiceKeepsTheFirstAndNextSaveDropsTheSecond) {
