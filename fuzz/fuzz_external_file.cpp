@@ -9,7 +9,8 @@ using namespace ostrel;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     fuzz::PutFile(kExternalFileName, data, size);
-    const std::string folder = fuzz::Folder().string();
+    // The program's folder paths end in a separator; the file name is appended to them.
+    const std::string folder = fuzz::Folder().string() + "/";
 
     std::vector<ExternalRecord> file;
     bool present = false;

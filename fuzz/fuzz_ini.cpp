@@ -1,6 +1,8 @@
 // The INI files: the window positions file of the data folder and the settings file. The
 // input's first two lines name the section and the key looked up; the rest is the file.
-// The value is also written back, which reads the file again and rebuilds it.
+// The value is also written back, which reads the file again and rebuilds it; for a plain
+// section, key and value, reading the file once more must give the new value.
+#include <cctype>
 #include <string_view>
 
 #include "core/platform/settings_file.h"
@@ -18,6 +20,24 @@ std::string TakeLine(std::string_view& text) {
     return line;
 }
 
+// Letters and digits only, as the program's own sections and keys are.
+bool Plain(const std::string& text) {
+    if (text.empty() || text.size() > 40) return false;
+    for (const char c : text) {
+        if (!std::isalnum(static_cast<unsigned char>(c))) return false;
+    }
+    return true;
+}
+
+// Printable ASCII, short enough to be kept whole.
+bool PlainValue(const std::string& text) {
+    if (text.size() > 150) return false;
+    for (const char c : text) {
+        if (c < 0x20 || c > 0x7e) return false;
+    }
+    return true;
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -30,11 +50,19 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     IniFile ini(fuzz::Folder());
     ini.IniGetInt(section, key);
     const std::string value = ini.IniGetText(section, key);
-    ini.IniPutText(section, key, value + "1");
+    const bool plain = Plain(section) && Plain(key);
+    if (ini.IniPutText(section, key, value + "1") && plain && PlainValue(value)) {
+        fuzz::Expect(ini.IniGetText(section, key) == value + "1", "a written value reads back");
+    }
 
     const auto settingsPath = fuzz::PutFile("settings.ini", rest, text.size());
     SettingsFile settings(settingsPath.string());
     const std::string setting = settings.GetSetting(section, key, "none");
     settings.SaveSetting(section, key, setting + "1");
+    if (plain && PlainValue(setting)) {
+        const SettingsFile again(settingsPath.string());
+        fuzz::Expect(again.GetSetting(section, key, "none") == setting + "1",
+                     "a saved setting reads back");
+    }
     return 0;
 }

@@ -9,9 +9,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     std::vector<WaveEntry> waves;
     LoadCustomWaves(fuzz::Folder().string(), waves);
     for (const auto& entry : waves) {
+        fuzz::Expect(!entry.Name.empty(), "every wavelength has a name");
         std::string mark;
         FormatWaveName(entry, true);
         StandardWaveMark(entry.Wave, mark);
+        AlignedWaveText(entry.Wave);
     }
     return 0;
 }
