@@ -24,11 +24,13 @@
 #include "core/materialform/frm2_manage.h"
 #include "core/platform/clock.h"
 #include "core/platform/error_display.h"
+#include "core/platform/settings_file.h"
 #include "gui/external/frm2_manage_update_panel.h"
 #include "gui/external/frm6_archive_window.h"
 #include "gui/external/frm_glasses_del_ext_dialog.h"
 #include "gui/materialform/frm2_manage_window.h"
 #include "gui/platform/grid_view.h"
+#include "gui/platform/qt_settings_store.h"
 #include "user_input.h"
 
 namespace ostrel::gui {
@@ -245,6 +247,20 @@ TEST_F(ExternalWindowsTest, ArchiveFormMovesSelectedGlassesAndRestoresThem) {
     w.button("comOK")->click();
     EXPECT_TRUE(w.subWindow()->isHidden());
     EXPECT_EQ(archive.database(), nullptr);
+}
+
+// With a data folder given, the windows keep their settings in the folder's own file, in
+// the form the command line reads.
+TEST(QtSettingsStoreTest, AGivenFileIsTheOneWrittenAndBothFrontEndsReadIt) {
+    ostrel::testing::TempDir dir;
+    const std::string path = SettingsFile::PathIn(dir.path().string());
+    QtSettingsStore store(path);
+    store.SaveSetting("B1SetupPathsTD", "KelmoraTD", "/opt/kelmora, new/");
+    EXPECT_EQ(store.GetSetting("B1SetupPathsTD", "KelmoraTD", ""), "/opt/kelmora, new/");
+    EXPECT_EQ(SettingsFile(path).GetSetting("B1SetupPathsTD", "KelmoraTD", ""),
+              "/opt/kelmora, new/");
+    SettingsFile(path).SaveSetting("B1SetupPathsTD", "FirstLoad1TD", "False");
+    EXPECT_EQ(QtSettingsStore(path).GetSetting("B1SetupPathsTD", "FirstLoad1TD", ""), "False");
 }
 
 }  // namespace
