@@ -244,7 +244,7 @@ std::string MeltComparisonReport(const MaterialRecord& melt, const MaterialRecor
     }
     float lo = 0, hi = 0;
     if (marked && PairSpan(melt, lo, hi)) {
-        text += "\n(extrapolated): outside the measured wavelengths, " + FormatNumber(lo, "0.0") +
+        text += "\n* extrapolated: outside the measured wavelengths, " + FormatNumber(lo, "0.0") +
                 " to " + FormatNumber(hi, "0.0") + " nm";
     }
     return text;

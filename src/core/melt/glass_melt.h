@@ -60,11 +60,12 @@ std::vector<WaveRange> ExtrapolatedRanges(const MaterialRecord& melt, const Mate
 // pairs).
 bool OutsideMeltPairs(const MaterialRecord& melt, float waveNm);
 
-inline constexpr const char* kExtrapolatedMark = "\t(extrapolated)";
+// Short, so that a marked row of the report still fits the width of its message box.
+inline constexpr const char* kExtrapolatedMark = "  *";
 
 // The constants report (message box text) and the comparison report. A row of the comparison
 // report that lies outside the measured pairs ends in the mark above, and a closing line then
-// says which wavelengths were measured.
+// says what the mark means and which wavelengths were measured.
 std::string MeltConstantsReport(const MaterialRecord& melt, const MaterialRecord& parent);
 std::string MeltComparisonReport(const MaterialRecord& melt, const MaterialRecord& parent);
 

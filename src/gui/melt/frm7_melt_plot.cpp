@@ -58,7 +58,7 @@ MeltDeltaPlot::MeltDeltaPlot(QWidget* parent) : QWidget(parent) {
     zero_->setPen(QPen(Qt::gray, 1, Qt::DashLine));
     // One area for all shaded parts: its upper edge drops to the lower one between them.
     beyond_ = new QAreaSeries(new QLineSeries(chart), new QLineSeries(chart));
-    beyond_->setName(tr("Beyond the measured pairs"));
+    beyond_->setName(tr("Extrapolated"));
     beyond_->setPen(Qt::NoPen);
     beyond_->setBrush(QColor(150, 150, 150, 60));
     curve_ = new QLineSeries(chart);

@@ -148,8 +148,8 @@ void ShowMeltFormSamples(ManageForms& forms, frm7Melt& unit, frm7MeltWindow& win
             owner, unit.ComparisonReport(), MsgButtons::OK, MsgIcon::None, "Melt Maker");
         report->setModal(false);
         report->show();
-        // Over the grid, clear of the plot.
-        report->move(window.mapToGlobal(QPoint(16, 40)));
+        // In the top left corner, clear of the lower half of the plot.
+        report->move(0, 0);
         shot("frm7_melt_shaded.png");
     }
 
