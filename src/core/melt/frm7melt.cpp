@@ -4,6 +4,7 @@
 #include <cmath>
 #include <exception>
 #include <memory>
+#include <utility>
 
 #include "core/external/kelmora_database.h"
 #include "core/materialform/frm2_manage.h"
@@ -396,6 +397,14 @@ void frm7Melt::UpdateIndexRow(int row) {
     if (row < 1 || row > kRows) return;
     AfterGridChange();
     UpdateMeltDisplay();
+    // A number typed or pasted is shown as the form writes its own, with its column's
+    // decimals; the value the form reads from it stays the same.
+    for (const auto& [col, pattern] : {std::pair{kColWave, "0.0000"}, {kColIndex, "0.0000000"}}) {
+        const std::string text = ssRefInd.Text(col, row);
+        if (!text.empty() && IsValidNumber(text)) {
+            ssRefInd.SetText(col, row, EntryText(static_cast<float>(Val(text)), pattern));
+        }
+    }
     const float wave = CellFloat(ssRefInd, kColWave, row);
     double parent = 0;
     if (wave != 0.0f) {

@@ -123,6 +123,9 @@ TEST_F(MeltFixture, FewerThanFourCompletePairsAreRefused) {
 TEST_F(MeltFixture, RowTextsAndSortOfTheTypedPairs) {
     Start("Schott", "N-BK7", "m1");
     TypePair(1, "587.562", "1.5170");
+    // Shown with the columns' decimals.
+    EXPECT_EQ(form->ssRefInd.Text(2, 1), "587.5620");
+    EXPECT_EQ(form->ssRefInd.Text(3, 1), "1.5170000");
     EXPECT_EQ(form->ssRefInd.Text(1, 1), "d ");
     // N-BK7 has nd 1.51680.
     EXPECT_EQ(form->ssRefInd.Text(4, 1).substr(0, 7), "1.51680");
