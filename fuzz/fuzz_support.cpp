@@ -7,8 +7,6 @@
 #include <fstream>
 #include <stdexcept>
 
-#include "core/material/material_record_codec.h"
-
 namespace ostrel::fuzz {
 namespace fs = std::filesystem;
 
@@ -65,8 +63,6 @@ void CheckRecords(const std::vector<MaterialRecord>& records) {
                "melt index points fit their table");
         Expect(rec.Melt.MeltTransPoints >= 0 && rec.Melt.MeltTransPoints <= kMaxMeltPoints,
                "melt transmission points fit their table");
-        const MaterialImage image = ToBytes(rec);
-        Expect(ToBytes(FromBytes(image)) == image, "the file image reads back unchanged");
     }
 }
 

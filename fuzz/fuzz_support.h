@@ -27,8 +27,8 @@ void ClearFolder();
 // names the broken rule in the report.
 void Expect(bool holds, const char* what);
 
-// The rules every record a reader hands on must keep: its point counts fit their tables
-// (the forms index the tables by them), and its file image reads back as the same record.
+// The rule every record a reader hands on must keep: its point counts fit their tables (the
+// forms and writers index the tables by them).
 void CheckRecords(const std::vector<MaterialRecord>& records);
 
 class QuietDialogs : public Dialogs {
