@@ -72,7 +72,7 @@ bool CImportNewGLZ::ReadRecord(FieldStream& in, MaterialRecord& rec) {
             }
             in.EndLine();
             if (g.IndexPoints > kMaxIndexPoints) return fail("more than 150 index points");
-            indexRows = std::max<int>(g.IndexPoints, 0);
+            indexRows = g.IndexPoints = std::max<int16_t>(g.IndexPoints, 0);  // < 0: none
             rec.GeneralState.Ready = kTrue;
             rec.IndexState.Ready = kTrue;
         } else if (line == kGlzDndt) {

@@ -174,6 +174,13 @@ TEST(GlzReader, SectionRulesClampsAndNumberForms) {
     EXPECT_FLOAT_EQ(m.General.TransShortValue[40], 0.0f);
 }
 
+TEST(GlzReader, NegativeIndexCountReadsAsNoPoints) {
+    const GlzRead r = ReadGlz(kHead + kStart + kGeneral + "-5,0,1\r\n#     -- Ref Index --\r\n" +
+                              kEnd + " \r\nEOF\r\n");
+    ASSERT_EQ(r.count, 1);
+    EXPECT_EQ(r.recs[0].General.IndexPoints, 0);
+}
+
 // A backup of an older version wrote every glass with 150 rows, zeros behind the data: the
 // glass comes back with its two real rows, its short tables marked "no data" beyond them.
 TEST(GlzReader, PaddedBackupRestoresItsRealRows) {
