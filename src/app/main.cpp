@@ -353,8 +353,10 @@ int main(int argc, char** argv) {
                         const std::string file = gui::FromQt(parser.value(screenshotImport));
                         importForm.ImportFile(file, frm4Import::FileTypeOf(file, frm4Import::kAGF));
                     }
-                    // The whole grid, with its status and check columns, in view.
-                    importWindow.subWindow()->move(8, 8);
+                    // The whole grid, its status and Check columns included, in view.
+                    QWidget* importFrame = importWindow.subWindow();
+                    importFrame->setGeometry(8, 8, importFrame->parentWidget()->width() - 16,
+                                             importFrame->height());
                     listWindow.hide();
                     Settle(800);
                     SaveScreen(dir + "/frm4_import.png");
