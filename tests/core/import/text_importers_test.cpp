@@ -4,6 +4,7 @@
 #include <cmath>
 #include <filesystem>
 
+#include "core/import/import_common.h"
 #include "core/import/import_old_files.h"
 #include "core/import/import_oslo_glc.h"
 #include "core/import/import_zemax_agf.h"
@@ -160,6 +161,50 @@ TEST(AgfImport, MoreThan41RowsAllKept) {
     EXPECT_NEAR(shortWave[0], 2450, 1e-3);
     EXPECT_NEAR(shortWave[20], 1350, 1e-3);
     EXPECT_NEAR(shortWave[40], 300, 1e-3);
+}
+
+// The check of a staged glass allows what the printed figures allow: one unit in their last
+// digit, and never less than 0.0001 in nd and 0.1 in vd. The polynomial gives nd 1.51680 and
+// vd 64.17 (N-BK7).
+TEST(ImportCheck, AllowsWhatThePrintedDigitsAllow) {
+    MaterialRecord rec = ClearedMaterialRecord();
+    rec.General.Polytype = 2;
+    rec.General.PolyCoef = {1.03961212,    0.231792344,  1.01046945,
+                            0.00600069867, 0.0200179144, 103.560653};
+    rec.General.IndexWvMin = 400;
+    rec.General.IndexWvMax = 700;
+    const struct {
+        const char* nd;
+        const char* vd;
+        const char* check;
+    } cases[] = {
+        {"1.5168", "64.17", "nd, vd agree"},
+        {"1.517", "64.2", "nd, vd agree"},    // 0.0002 within a unit of the third decimal
+        {"1.51690", "64.1", "nd, vd agree"},  // within the least asked of nd and vd
+        {"1.5170", "64.17", "nd 1.51680 vs 1.51700"},
+        {"1.5168E+00", "64", "nd, vd agree"},
+        {"1.5168", "6.400E+01", "vd 64.17 vs 64.00"},
+        {"1.5168", "64.30", "vd 64.17 vs 64.30"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::string(c.nd) + " " + c.vd);
+        StatedIndex stated;
+        stated.present = true;
+        ASSERT_TRUE(ParseNumber(c.nd, stated.nd));
+        ASSERT_TRUE(ParseNumber(c.vd, stated.vd));
+        stated.ndDecimals = PrintedDecimals(c.nd);
+        stated.vdDecimals = PrintedDecimals(c.vd);
+        const ImportCheck check = CheckImported(rec, stated);
+        EXPECT_EQ(check.text, c.check);
+        EXPECT_EQ(check.flagged, std::string(c.check) != "nd, vd agree");
+    }
+    // A band where the polynomial gives no index is flagged whatever the file states.
+    rec.General.Polytype = 1;
+    rec.General.PolyCoef = {-1, 0, 0.5, 0, 0, 0};  // n squared below 0 beyond 707 nm
+    rec.General.IndexWvMax = 2000;
+    const ImportCheck gap = CheckImported(rec, StatedIndex{});
+    EXPECT_TRUE(gap.flagged);
+    EXPECT_EQ(gap.text.substr(0, 12), "no index at ");
 }
 
 TEST(GlcImport, LinesAndRules) {
