@@ -2,11 +2,17 @@
 // window with the floating list of materials.
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QDialog>
 #include <QDir>
 #include <QEventLoop>
+#include <QMainWindow>
 #include <QMdiSubWindow>
+#include <QMenu>
+#include <QPainter>
+#include <QPixmap>
 #include <QScreen>
 #include <QTimer>
+#include <algorithm>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -62,9 +68,30 @@ using namespace ostrel;
 
 namespace {
 
-// Saves a picture of the whole screen.
+// Saves a picture of the program's visible windows as they lie on the screen: the main
+// window first, then the floating list and other windows, dialogs and menus on top. Each
+// window is drawn from its own contents, so nothing left on the screen by an earlier picture
+// shows through.
 void SaveScreen(const QString& path) {
-    if (QScreen* s = QGuiApplication::primaryScreen()) s->grabWindow(0).save(path);
+    auto layer = [](const QWidget* w) {
+        if (qobject_cast<const QMainWindow*>(w)) return 0;
+        return qobject_cast<const QDialog*>(w) || qobject_cast<const QMenu*>(w) ? 2 : 1;
+    };
+    QList<QWidget*> windows;
+    for (QWidget* w : QApplication::topLevelWidgets())
+        if (w->isVisible() && !w->isMinimized() && !w->size().isEmpty()) windows.push_back(w);
+    std::stable_sort(windows.begin(), windows.end(),
+                     [&](QWidget* a, QWidget* b) { return layer(a) < layer(b); });
+    QRect area;
+    for (const QWidget* w : windows) area |= w->geometry();
+    if (area.isEmpty()) return;
+    QPixmap picture(area.size());
+    picture.fill(Qt::black);
+    QPainter painter(&picture);
+    for (QWidget* w : windows)
+        painter.drawPixmap(w->geometry().topLeft() - area.topLeft(), w->grab());
+    painter.end();
+    picture.save(path);
 }
 
 // Lets the windows settle for a while before a picture is taken.
