@@ -87,6 +87,7 @@ void Grid::SetMaxCols(int cols) {
     for (auto& r : rows_) {
         r.cells.resize(static_cast<size_t>(cols));
         r.colours.resize(static_cast<size_t>(cols));
+        r.ignored.resize(static_cast<size_t>(cols));
     }
     Changed(GridChange::Kind::Layout);
 }
@@ -97,6 +98,7 @@ void Grid::SetMaxRows(int rows) {
     Row blank;
     blank.cells.resize(columns_.size());
     blank.colours.resize(columns_.size());
+    blank.ignored.resize(columns_.size());
     rows_.resize(static_cast<size_t>(rows), blank);
     std::erase_if(selection_, [rows](const GridBlock& b) { return b.row1 > rows; });
     for (auto& b : selection_) b.row2 = std::min(b.row2, rows);
@@ -166,8 +168,10 @@ std::string Grid::Text(int col, int row) const {
 void Grid::SetText(int col, int row, const std::string& text) {
     if (!InGrid(col, row)) return;
     auto& cell = rows_[row - 1].cells[col - 1];
-    if (cell == text) return;
+    char& ignored = rows_[row - 1].ignored[col - 1];
+    if (cell == text && !ignored) return;
     cell = text;
+    ignored = 0;
     Changed(GridChange::Kind::Cells, {col, row, col, row});
 }
 
@@ -199,16 +203,41 @@ bool Grid::AcceptsEntry(int col, const std::string& text) const {
     return v >= c.minValue && v <= c.maxValue;
 }
 
-bool Grid::EditText(int col, int row, const std::string& text) {
-    if (!InGrid(col, row) || !AcceptsEntry(col, text)) return false;
+std::string Grid::EntryText(int col, const std::string& text) const {
+    return Column(col).type == CellType::Float ? DecimalPointText(text) : text;
+}
+
+bool Grid::IsNoNumberEntry(int col, const std::string& text) const {
+    const auto& c = Column(col);
+    return !c.locked && !c.hidden && c.type == CellType::Float && !text.empty() &&
+           !IsValidNumber(text);
+}
+
+void Grid::SetEntry(int col, int row, const std::string& text) {
     SetText(col, row, text);
+    if (IsNoNumberEntry(col, text)) {
+        rows_[row - 1].ignored[col - 1] = 1;
+        Changed(GridChange::Kind::Cells, {col, row, col, row});
+    }
+}
+
+bool Grid::EditText(int col, int row, const std::string& typed) {
+    if (!InGrid(col, row)) return false;
+    const std::string text = EntryText(col, typed);
+    if (!AcceptsEntry(col, text) && !IsNoNumberEntry(col, text)) return false;
+    SetEntry(col, row, text);
     return true;
+}
+
+bool Grid::IsIgnoredEntry(int col, int row) const {
+    return InGrid(col, row) && rows_[row - 1].ignored[col - 1] != 0;
 }
 
 void Grid::ClearRow(int row) {
     if (row < 1 || row > MaxRows()) return;
     auto& r = rows_[row - 1];
     std::fill(r.cells.begin(), r.cells.end(), std::string());
+    std::fill(r.ignored.begin(), r.ignored.end(), 0);
     Changed(GridChange::Kind::Cells, {1, row, MaxCols(), row});
 }
 
@@ -216,6 +245,7 @@ void Grid::ClearAll() {
     for (auto& r : rows_) {
         std::fill(r.cells.begin(), r.cells.end(), std::string());
         std::fill(r.colours.begin(), r.colours.end(), std::nullopt);
+        std::fill(r.ignored.begin(), r.ignored.end(), 0);
         r.colour.reset();
     }
     Changed(GridChange::Kind::Layout);
@@ -338,7 +368,12 @@ int Grid::Paste(const std::string& clip) {
         for (const auto& text : rows[i]) {
             while (c <= MaxCols() && (Column(c).locked || Column(c).hidden)) ++c;
             if (c > MaxCols()) break;
-            SetText(c, r, AcceptsEntry(c, text) ? text : std::string());
+            const std::string entry = EntryText(c, text);
+            if (AcceptsEntry(c, entry) || IsNoNumberEntry(c, entry)) {
+                SetEntry(c, r, entry);
+            } else {
+                SetText(c, r, std::string());
+            }
             ++c;
         }
         ++written;

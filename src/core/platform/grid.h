@@ -93,9 +93,14 @@ class Grid {
     // What the view shows: a number in a float column with the column's decimals.
     std::string DisplayText(int col, int row) const;
     // An entry by the user: refused (false) in a locked or hidden column, outside the grid,
-    // and in a float column for text that is not a number or lies outside the limits.
-    // An empty entry always clears the cell.
+    // and in a float column for a number outside the limits. A number with a decimal comma
+    // is taken with a point. Text that is no number is not erased in a float column: it is
+    // taken as typed and marked as an ignored entry (it reads 0 like any non-numeric cell)
+    // until something else is written to the cell. An empty entry always clears the cell.
     bool EditText(int col, int row, const std::string& text);
+    // True for a cell of a float column holding text the user typed or pasted that is no
+    // number: the view marks it and says why it is ignored.
+    bool IsIgnoredEntry(int col, int row) const;
     void ClearRow(int row);
     void ClearAll();
 
@@ -129,7 +134,8 @@ class Grid {
     // Returns the number of rows written.
     int SetClip(int col, int row, const std::string& clip);
     // Pastes at the active cell as the user would: locked or hidden columns are passed over
-    // and float columns take only numbers within their limits (others leave the cell empty).
+    // and float columns take an entry as EditText does, except that a number outside the
+    // limits leaves the cell empty.
     int Paste(const std::string& clip);
 
     // --- sort ---
@@ -146,12 +152,17 @@ class Grid {
     struct Row {
         std::vector<std::string> cells;
         std::vector<std::optional<Colour>> colours;
+        std::vector<char> ignored;  // per cell: an entry that is no number
         std::optional<Colour> colour;
     };
     bool InGrid(int col, int row) const {
         return col >= 1 && col <= MaxCols() && row >= 1 && row <= MaxRows();
     }
     bool AcceptsEntry(int col, const std::string& text) const;
+    // The entry as the cell takes it: a float column reads a decimal comma as a point.
+    std::string EntryText(int col, const std::string& text) const;
+    bool IsNoNumberEntry(int col, const std::string& text) const;
+    void SetEntry(int col, int row, const std::string& text);
     void Changed(GridChange::Kind kind, GridBlock area = {});
 
     std::vector<GridColumn> columns_;

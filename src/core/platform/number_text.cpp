@@ -414,6 +414,20 @@ bool IsValidNumber(std::string_view text) {
     return std::isfinite(ParsePrefix(s, len));
 }
 
+std::string DecimalPointText(std::string_view text) {
+    std::string out(text);
+    const std::size_t comma = out.find(',');
+    if (comma == std::string::npos || out.find(',', comma + 1) != std::string::npos ||
+        out.find('.') != std::string::npos) {
+        return out;
+    }
+    // The comma must sit between digits' places: "1,5" and ",5" are numbers, "1," is not.
+    if (comma + 1 >= out.size() || !IsDigit(out[comma + 1])) return out;
+    std::string point = out;
+    point[comma] = '.';
+    return IsValidNumber(point) ? point : out;
+}
+
 namespace {
 bool WholeInRange(std::string_view text, long long lo, long long hi) {
     std::string_view s = TrimBlanks(text);

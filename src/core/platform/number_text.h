@@ -27,6 +27,12 @@ bool QuickDecimal(std::string_view text, double& value);
 
 // True when the whole text (blanks around it aside) is a valid real number.
 bool IsValidNumber(std::string_view text);
+
+// A number typed or pasted with a decimal comma ("1,5168", "-0,5e-3": one comma, no point)
+// comes back with a decimal point; any other text comes back as it is. Entries by the user
+// go through this wherever a number is expected, so that a spreadsheet of a European locale
+// pastes as it shows. Files are never read this way: their formats fix the point.
+std::string DecimalPointText(std::string_view text);
 // True when the whole text is a valid whole number in the 16-bit (or 32-bit) range.
 bool IsValidInteger(std::string_view text);
 // True when the whole text is a valid whole number in the 32-bit range.

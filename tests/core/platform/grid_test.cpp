@@ -54,20 +54,49 @@ TEST(Grid, FloatColumnShowsItsDecimalsButKeepsTheNumber) {
 struct EditCase {
     std::string text;
     bool accepted;
+    std::string kept;  // the cell's text afterwards
+    bool ignored;      // marked as an entry that is no number
 };
 class GridFloatEntry : public ::testing::TestWithParam<EditCase> {};
-TEST_P(GridFloatEntry, LimitsAndNumbers) {
+TEST_P(GridFloatEntry, LimitsNumbersAndDecimalComma) {
     Grid g(2, 1);
     g.SetColumnFloat(1, 1, 200.0, 2500.0);
     g.SetText(1, 1, "old");
-    EXPECT_EQ(g.EditText(1, 1, GetParam().text), GetParam().accepted);
-    EXPECT_EQ(g.Text(1, 1), GetParam().accepted ? GetParam().text : "old");
+    const EditCase& c = GetParam();
+    EXPECT_EQ(g.EditText(1, 1, c.text), c.accepted);
+    EXPECT_EQ(g.Text(1, 1), c.kept);
+    EXPECT_EQ(g.IsIgnoredEntry(1, 1), c.ignored);
 }
-INSTANTIATE_TEST_SUITE_P(Entries, GridFloatEntry,
-                         ::testing::Values(EditCase{"587.56", true}, EditCase{"200", true},
-                                           EditCase{"2500", true}, EditCase{"199.9", false},
-                                           EditCase{"3000", false}, EditCase{"abc", false},
-                                           EditCase{"", true}));
+INSTANTIATE_TEST_SUITE_P(
+    Entries, GridFloatEntry,
+    ::testing::Values(EditCase{"587.56", true, "587.56", false},
+                      EditCase{"200", true, "200", false}, EditCase{"2500", true, "2500", false},
+                      EditCase{"199.9", false, "old", false}, EditCase{"3000", false, "old", false},
+                      EditCase{"587,56", true, "587.56", false},
+                      EditCase{"2,5e2", true, "2.5e2", false},
+                      EditCase{"1,500.5", true, "1,500.5", true},
+                      EditCase{"199,9", false, "old", false}, EditCase{"abc", true, "abc", true},
+                      EditCase{"", true, "", false}));
+
+TEST(Grid, IgnoredEntryMarkEndsWithTheNextWrite) {
+    Grid g(2, 2);
+    g.SetColumnFloat(1, 4);
+    g.SetColumnFloat(2, 4);
+    g.SetColumnLocked(2, true);
+    ASSERT_TRUE(g.EditText(1, 1, "n/a"));
+    g.SetText(1, 2, "5");
+    g.Sort(1, 2, {{1, false}});
+    EXPECT_TRUE(g.IsIgnoredEntry(1, 2)) << "the mark moves with its row";
+    g.SetText(1, 2, "n/a");
+    EXPECT_FALSE(g.IsIgnoredEntry(1, 2)) << "the logic's own text is no entry";
+    EXPECT_FALSE(g.EditText(2, 1, "x")) << "a locked column takes nothing";
+    g.SetActiveCell(1, 1);
+    EXPECT_EQ(g.Paste("Index\tdn\n1,5168\t2\n"), 2);
+    EXPECT_TRUE(g.IsIgnoredEntry(1, 1));
+    EXPECT_EQ(g.Text(1, 2), "1.5168");
+    g.ClearAll();
+    EXPECT_FALSE(g.IsIgnoredEntry(1, 1));
+}
 
 TEST(Grid, LockedAndHiddenColumnsRefuseEntries) {
     Grid g(3, 1);

@@ -126,6 +126,14 @@ INSTANTIATE_TEST_SUITE_P(
                       CheckCase{"nan", false}, CheckCase{"0x10", false}, CheckCase{"1e999", false},
                       CheckCase{"1,5", false}, CheckCase{"- 1", false}));
 
+TEST(DecimalPointText, ReadsOneCommaBetweenDigitsAsThePoint) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"1,5168", "1.5168"}, {"-0,5e-3", "-0.5e-3"}, {",5", ".5"},
+        {" 2,25 ", " 2.25 "}, {"1,", "1,"},           {"1,234.5", "1,234.5"},
+        {"1,2,3", "1,2,3"},   {"N,BK7", "N,BK7"},     {"1.5", "1.5"}};
+    for (const auto& [in, out] : cases) EXPECT_EQ(DecimalPointText(in), out) << in;
+}
+
 class ValidIntegerTest : public ::testing::TestWithParam<CheckCase> {};
 TEST_P(ValidIntegerTest, AcceptsOnlyA16BitWholeNumber) {
     EXPECT_EQ(IsValidInteger(GetParam().text), GetParam().expected) << GetParam().text;
