@@ -1,0 +1,301 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <regex>
+
+#include "core/external/kelmora_database.h"
+#include "core/glassmap/frm_glass_map.h"
+#include "core/glassmap/glass_map_data.h"
+#include "core/glassmap/map_scene.h"
+#include "core/platform/settings_store.h"
+#include "support/temp_dir.h"
+
+namespace ostrel {
+namespace {
+
+GlassPoint Catalogue(const std::string& name, const std::string& source, double nd, double vd,
+                     double pgf = 0, int sourceIndex = 0) {
+    GlassPoint p;
+    p.name = name;
+    p.source = source;
+    p.nd = nd;
+    p.vd = vd;
+    p.pgf = pgf;
+    p.sourceIndex = sourceIndex;
+    return p;
+}
+
+MaterialRecord Custom(const std::string& name, const std::string& source, float nd, float vd,
+                      float pgf = 0) {
+    MaterialRecord r = ClearedMaterialRecord();
+    r.General.GlassName.Set(name);
+    r.General.Source.Set(source);
+    r.Derived.nd = nd;
+    r.Derived.vd = vd;
+    r.Derived.PgF = pgf;
+    return r;
+}
+
+MaterialRecord Melt(const std::string& name, const std::string& parent,
+                    const std::string& parentSource, float nd, float vd) {
+    MaterialRecord r = Custom(name, "MELTS", nd, vd);
+    r.Melt.MeltFlag = -1;
+    r.Melt.MeltParentName.Set(parent);
+    r.Melt.MeltParentSource.Set(parentSource);
+    return r;
+}
+
+int Count(const std::string& text, const std::string& what) {
+    int n = 0;
+    for (size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) ++n;
+    return n;
+}
+
+// Distances worked by hand: 0.01 in nd weighs like 1.0 in vd at the default scale.
+TEST(NearestGlasses, DistanceAndOrder) {
+    GlassMapData data;
+    data.sources = {"A", "B"};
+    data.points = {Catalogue("far", "A", 1.60, 40.0),            // dn 0.08 -> 8, dv 24 -> 25.30
+                   Catalogue("nd-only", "A", 1.53, 64.0),        // dn 0.01 -> 1, dv 0 -> 1
+                   Catalogue("vd-only", "B", 1.52, 62.0, 0, 1),  // 0, 2 -> 2
+                   Catalogue("both", "A", 1.49, 60.0)};          // 3, 4 -> 5
+    GlassPoint self = Catalogue("custom", "X", 1.52, 64.0);
+    self.kind = GlassKind::Custom;  // a custom glass at the very spot is never a result
+    data.points.push_back(self);
+
+    struct Case {
+        double scale;
+        int count;
+        std::vector<bool> sourceOn;
+        std::vector<std::pair<std::string, double>> expected;
+    };
+    const Case cases[] = {
+        {100, 3, {}, {{"nd-only", 1.0}, {"vd-only", 2.0}, {"both", 5.0}}},
+        {100,
+         9,
+         {},
+         {{"nd-only", 1.0}, {"vd-only", 2.0}, {"both", 5.0}, {"far", std::sqrt(640.0)}}},
+        // Source B switched off: its glass is not offered.
+        {100, 2, {true, false}, {{"nd-only", 1.0}, {"both", 5.0}}},
+        // A heavier nd weight: 0.01 in nd now counts as 5 in vd.
+        {500, 2, {}, {{"vd-only", 2.0}, {"nd-only", 5.0}}},
+        {100, 0, {}, {}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(::testing::Message() << "scale " << c.scale << " count " << c.count);
+        const auto near = NearestGlasses(data, 1.52, 64.0, c.count, c.scale,
+                                         c.sourceOn.empty() ? nullptr : &c.sourceOn);
+        ASSERT_EQ(near.size(), c.expected.size());
+        for (size_t i = 0; i < near.size(); ++i) {
+            EXPECT_EQ(data.points[near[i].point].name, c.expected[i].first);
+            EXPECT_NEAR(near[i].distance, c.expected[i].second, 1e-9);
+        }
+    }
+}
+
+TEST(NormalLine, ThroughK7AndF2OfTheCatalogue) {
+    const GlassPoint k7 = Catalogue("K7", "S", 1.51112, 60.41, 0.5422);
+    const GlassPoint f2 = Catalogue(" f2 ", "S", 1.62004, 36.37, 0.5828);
+    GlassPoint customK7 = Catalogue("K7", "MINE", 1.5, 70.0, 0.60);
+    customK7.kind = GlassKind::Custom;
+    const GlassPoint f2NoPgF = Catalogue("F2", "T", 1.62, 36.4, 0);
+
+    struct Case {
+        const char* what;
+        std::vector<GlassPoint> points;
+        bool found;
+    };
+    const Case cases[] = {
+        {"both", {k7, f2}, true},
+        {"a custom K7 does not count", {customK7, k7, f2}, true},
+        {"no F2", {k7}, false},
+        {"F2 without PgF", {k7, f2NoPgF}, false},
+        {"only a custom K7", {customK7, f2}, false},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        GlassMapData data;
+        data.points = c.points;
+        const auto line = FindNormalLine(data);
+        ASSERT_EQ(line.has_value(), c.found);
+        if (!line) continue;
+        EXPECT_NEAR(line->At(60.41), 0.5422, 1e-12);
+        EXPECT_NEAR(line->At(36.37), 0.5828, 1e-12);
+        EXPECT_NEAR(line->b, -0.0406 / 24.04, 1e-12);
+    }
+}
+
+class GlassMapDatabase : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        DbError error;
+        db_ = CreateGlassDatabase((dir_ / "map.db").string(), error);
+        ASSERT_TRUE(db_) << error.message;
+    }
+    void Row(int id, int kind, const std::string& name, const std::string& source, DbValue nd,
+             DbValue vd, DbValue pgf) {
+        DbError error;
+        ASSERT_TRUE(db_->AddRow(kTableCurrent,
+                                {{"GlassID", int64_t{id}},
+                                 {"s1", int64_t{kind}},
+                                 {"GlassName", name},
+                                 {"Source", source},
+                                 {"nd", nd},
+                                 {"vd", vd},
+                                 {"PgF", pgf}},
+                                error))
+            << error.message;
+    }
+    testing::TempDir dir_;
+    std::unique_ptr<Database> db_;
+};
+
+TEST_F(GlassMapDatabase, LeftOutGlassesAreCountedAndCustomRowsNotShownTwice) {
+    Row(1, 1, "K7", "Schott", 1.51112, 60.41, 0.5422);
+    Row(2, 1, "F2", "Schott", 1.62004, 36.37, 0.5828);
+    Row(3, 1, "S-BSL7", "Ohara", 1.51633, 64.14, 0.5352);
+    Row(4, 1, "NO-ND", "Ohara", DbValue{}, 50.0, 0.55);            // Null nd
+    Row(5, 1, "ZERO-VD", "Hoya", 1.6, 0.0, 0.55);                  // vd 0
+    Row(6, 1, "TEXT-ND", "Hoya", std::string("n/a"), 40.0, 0.55);  // not a number
+    Row(7, 1, "NO-PGF", "Hoya", 1.7, 30.0, DbValue{});             // on the Abbe diagram only
+    Row(8, kCustomRowKind, "MY1", "LAB", 1.55, 55.0, 0.55);        // the custom list's own copy
+
+    GlassMapData data;
+    AddCustomPoints({Custom("MY1", "LAB", 1.55f, 55.0f, 0.55f), Custom("BLANK", "LAB", 0, 0),
+                     Melt("MY1-M1", "k7", "SCHOTT", 1.512f, 60.3f)},
+                    data);
+    DbError error;
+    ASSERT_TRUE(AddCataloguePoints(*db_, data, error)) << error.message;
+    LinkMeltParents(data);
+
+    EXPECT_EQ(data.leftOutCatalogue, 3);
+    EXPECT_EQ(data.leftOutCustom, 1);
+    EXPECT_EQ(data.sources, (std::vector<std::string>{"Hoya", "Ohara", "Schott"}));
+    ASSERT_EQ(data.points.size(), 6u);  // 2 custom + 4 catalogue
+    EXPECT_EQ(data.points[1].kind, GlassKind::Melt);
+    ASSERT_GE(data.points[1].parent, 0);
+    EXPECT_EQ(data.points[data.points[1].parent].name, "K7");
+
+    MemorySettingsStore settings;
+    frmGlassMap form(settings);
+    form.SetData(data);
+    EXPECT_EQ(form.lblStatus.caption.get(),
+              "4 catalogue and 2 custom glasses shown; 4 left out without a valid nd or vd "
+              "(3 catalogue, 1 custom)");
+    form.optViewClick(true);
+    EXPECT_EQ(form.lblStatus.caption.get(),
+              "3 catalogue and 1 custom glasses shown; 4 left out without a valid nd or vd "
+              "(3 catalogue, 1 custom); 2 without PgF");
+    EXPECT_EQ(settings.GetSetting(kGlassMapSection, "View", ""), "PgF");
+}
+
+TEST(GlassMapForm, WithoutTheCatalogueProgramShowsTheCustomListAndSaysWhy) {
+    MemorySettingsStore settings;
+    frmGlassMap form(settings);
+    form.Load({Custom("MY1", "LAB", 1.55f, 55.0f)}, "", false);
+    EXPECT_EQ(form.lblStatus.caption.get(),
+              "0 catalogue and 1 custom glasses shown. KelmoraTD was not found: the map shows "
+              "the custom list alone.");
+    EXPECT_FALSE(form.comNearest.enabled);
+}
+
+// The headless picture: one marker per shown glass, each kind with its own shape.
+TEST(GlassMapForm, DrawingHoldsOneMarkerPerShownGlass) {
+    GlassMapData data;
+    data.sources = {"A", "B"};
+    for (int i = 0; i < 30; ++i) {
+        data.points.push_back(Catalogue("A" + std::to_string(i), "A", 1.5 + i * 0.01, 30 + i * 1.5,
+                                        i % 3 ? 0.55 : 0, 0));
+    }
+    for (int i = 0; i < 12; ++i) {
+        data.points.push_back(
+            Catalogue("B" + std::to_string(i), "B", 1.6 + i * 0.01, 40 + i, 0.56, 1));
+    }
+    AddCustomPoints({Custom("C1", "LAB", 1.55f, 50.0f, 0.56f), Melt("M1", "A3", "A", 1.53f, 34.0f)},
+                    data);
+    LinkMeltParents(data);
+
+    MemorySettingsStore settings;
+    frmGlassMap form(settings);
+    form.SetData(data);
+    struct Step {
+        const char* what;
+        std::function<void()> act;
+        int catalogue, custom, melt, meltLinks;
+    };
+    const Step steps[] = {
+        {"all", [] {}, 42, 1, 1, 1},
+        {"source B off",
+         [&] {
+             form.chkSource[1]->value = false;
+             form.chkSourceClick(1);
+         },
+         30, 1, 1, 1},
+        {"PgF view leaves out glasses without PgF", [&] { form.optViewClick(true); }, 20, 1, 0, 0},
+        {"source A off as well",
+         [&] {
+             form.chkSource[0]->value = false;
+             form.chkSourceClick(0);
+         },
+         0, 1, 0, 0},
+    };
+    for (const Step& s : steps) {
+        SCOPED_TRACE(s.what);
+        s.act();
+        const std::string svg = MapSceneSvg(form.Scene());
+        EXPECT_EQ(Count(svg, "<circle class=\"catalogue\""), s.catalogue);
+        EXPECT_EQ(Count(svg, "<rect class=\"custom\""), s.custom);
+        EXPECT_EQ(Count(svg, "<path class=\"melt\""), s.melt);
+        EXPECT_EQ(Count(svg, "stroke=\"#7A00B0\""), s.meltLinks);
+    }
+    const std::string png = MapScenePng(form.Scene());
+    ASSERT_GT(png.size(), 24u);
+    EXPECT_EQ(png.substr(0, 8), "\x89PNG\r\n\x1a\n");
+    EXPECT_EQ(png.substr(12, 4), "IHDR");
+    // Width and height as the scene's, big-endian.
+    EXPECT_EQ(png.substr(16, 8), std::string("\0\0\x03\x20\0\0\x02\x58", 8));
+}
+
+TEST(GlassMapForm, ViewRunsDownInVdAndZoomKeepsThePointUnderTheMouse) {
+    GlassMapData data;
+    data.sources = {"A"};
+    data.points = {Catalogue("HIGH", "A", 1.5, 80), Catalogue("LOW", "A", 1.9, 20),
+                   Catalogue("MID", "A", 1.7, 50)};
+    MemorySettingsStore settings;
+    frmGlassMap form(settings);
+    form.SetData(data);
+    form.SetPlotSize(800, 600);
+    MapScene s = form.Scene();
+    ASSERT_EQ(s.markers.size(), 3u);
+    EXPECT_LT(s.markers[0].x, s.markers[1].x);  // vd 80 left of vd 20
+    EXPECT_GT(s.markers[0].y, s.markers[1].y);  // nd 1.5 below nd 1.9
+
+    const double mx = s.markers[2].x, my = s.markers[2].y;
+    form.ZoomAt(4.0, mx + 3, my - 2);
+    s = form.Scene();
+    ASSERT_EQ(s.markers.size(), 1u);  // the others are outside the view now
+    EXPECT_NEAR(s.markers[0].x, mx + 3 - 3 * 4.0, 1e-6);
+    EXPECT_NEAR(s.markers[0].y, my - 2 + 2 * 4.0, 1e-6);
+    EXPECT_EQ(form.PointAt(s.markers[0].x + 2, s.markers[0].y), 2);
+
+    form.comResetClick();
+    s = form.Scene();
+    form.ZoomToPixels(s.markers[1].x - 10, s.markers[1].y - 10, s.markers[1].x + 10,
+                      s.markers[1].y + 10);
+    EXPECT_EQ(form.Scene().markers.size(), 1u);
+    form.comResetClick();
+    EXPECT_EQ(form.Scene().markers.size(), 3u);
+
+    form.txtSearch.text = "lo";
+    form.txtSearchChange();
+    EXPECT_EQ(form.highlighted(), 1);
+    EXPECT_EQ(form.lblSearch.caption.get(), "LOW (A)");
+    form.txtSearch.text = "nothing";
+    form.txtSearchChange();
+    EXPECT_EQ(form.highlighted(), -1);
+    EXPECT_EQ(form.lblSearch.caption.get(), "Not found");
+}
+
+}  // namespace
+}  // namespace ostrel
