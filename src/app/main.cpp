@@ -225,6 +225,7 @@ int main(int argc, char** argv) {
     forms.RegisterForm(kFormManage, &manage);
 
     // The material form, with the wavelength picker. An edit while the manage form is the
+    setupHooks.searchInBackground = true;
     // current form is that form's: it is refreshed after a save.
     popEditParamWave picker(dialogs, newMsg, folder, {[&app, &mainWindow](popEditParamWave& p) {
                                 gui::popEditParamWaveWindow::ShowModal(p, &app, &mainWindow);

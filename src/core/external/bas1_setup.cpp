@@ -97,7 +97,12 @@ std::string Bas1Setup::DefaultDrive() {
 }
 
 SearchRoots Bas1Setup::DefaultRoots(const std::string& programFolder) {
-    return {ParentFolder(programFolder), DefaultDrive()};
+    SearchRoots roots{ParentFolder(programFolder), DefaultDrive(), {}};
+    for (const char* shared : {"/opt/", "/usr/local/"}) {
+        std::error_code ec;
+        if (fs::is_directory(shared, ec)) roots.shared.emplace_back(shared);
+    }
+    return roots;
 }
 
 void Bas1Setup::LoadPaths() {
@@ -138,15 +143,28 @@ bool Bas1Setup::SetPathSextane(const std::string& path) {
     return SetPath(path, kFileSextane, pathSextane_, sextaneFound_);
 }
 
+WalkControl Bas1Setup::NoteControl() {
+    WalkControl c;
+    c.note = [this](const std::string& text) { dialogs_.HelpNote(text, false); };
+    return c;
+}
+
 int64_t Bas1Setup::FindFile(const std::string& start, const std::string& file, int& found,
                             int& dirs, std::vector<std::string>& foundList, bool stopAtFirst,
                             int depth) {
+    return Walk(start, file, found, dirs, foundList, stopAtFirst, depth, NoteControl());
+}
+
+int64_t Bas1Setup::Walk(const std::string& start, const std::string& file, int& found, int& dirs,
+                        std::vector<std::string>& foundList, bool stopAtFirst, int depth,
+                        const WalkControl& control) {
     if (found > 0 && stopAtFirst) return 0;
-    if (start.empty()) return 0;
+    if (start.empty() || control.Stopped()) return 0;
     const std::string folder = WithSeparator(start);
     Listing listing = ListFolder(folder);
     dirs += static_cast<int>(listing.folders.size());
-    if (depth < 3) dialogs_.HelpNote(kWalkNote + folder, false);
+    if (control.folders) ++*control.folders;
+    if (depth < 3 && control.note) control.note(kWalkNote + folder);
 
     int64_t total = 0;
     for (const fs::path& p : listing.files) {
@@ -159,61 +177,82 @@ int64_t Bas1Setup::FindFile(const std::string& start, const std::string& file, i
         if (stopAtFirst) return total;
     }
     for (const std::string& sub : listing.folders) {
-        total += FindFile(folder + sub, file, found, dirs, foundList, stopAtFirst, depth + 1);
+        if (control.Stopped()) break;
+        total += Walk(folder + sub, file, found, dirs, foundList, stopAtFirst, depth + 1, control);
         if (found > 0 && stopAtFirst) break;
     }
     return total;
 }
 
-std::string Bas1Setup::FirstFolderOf(const SearchRoots& roots, const std::string& file,
-                                     bool tryParentOnly) {
-    int found = 0, dirs = 0;
-    std::vector<std::string> list;
-    FindFile(roots.parent, file, found, dirs, list, true, 0);
-    if (!list.empty() || tryParentOnly) return list.empty() ? "" : list.front();
-    FindFile(roots.drive, file, found, dirs, list, true, 0);
-    return list.empty() ? "" : list.front();
+std::string Bas1Setup::Locate(const SearchRoots& roots, const std::string& file,
+                              const WalkControl& control) {
+    auto first = [&](const std::string& start) {
+        int found = 0, dirs = 0;
+        std::vector<std::string> list;
+        Walk(start, file, found, dirs, list, true, 0, control);
+        return list.empty() ? std::string() : list.front();
+    };
+    // A folder beside the program is taken only when it still holds the program.
+    std::string beside = first(roots.parent);
+    if (!beside.empty() && ProgramInFolder(beside, file)) return beside;
+    std::string any = first(roots.drive);
+    for (const std::string& shared : roots.shared) {
+        if (!any.empty()) break;
+        any = first(shared);
+    }
+    return any;
+}
+
+bool Bas1Setup::SetPathOf(int program, const std::string& path) {
+    switch (program) {
+        case 0:
+            return SetPathKelmora(path);
+        case 1:
+            return SetPathLumbrak(path);
+        default:
+            return SetPathSextane(path);
+    }
+}
+
+bool Bas1Setup::GetFoundOf(int program) const {
+    return program == 0 ? kelmoraFound_ : program == 1 ? lumbrakFound_ : sextaneFound_;
+}
+
+const std::string& Bas1Setup::GetPathOf(int program) const {
+    return program == 0 ? pathKelmora_ : program == 1 ? pathLumbrak_ : pathSextane_;
+}
+
+bool Bas1Setup::GetSearchStopped() const {
+    return SettingFlag(settings_.GetSetting(kSection, kKeySearchStopped, "0"), false);
+}
+
+void Bas1Setup::StoreSearchStopped() {
+    settings_.SaveSetting(kSection, kKeySearchStopped, FlagText(true));
 }
 
 void Bas1Setup::SearchAll(const SearchRoots& roots) {
-    struct Step {
-        const char* note;
-        const char* file;
-        bool (Bas1Setup::*set)(const std::string&);
-    };
-    const Step steps[] = {
-        {"Searching for Kelmora installation", kFileKelmora, &Bas1Setup::SetPathKelmora},
-        {"Searching for Lumbrak3D installation", kFileLumbrak, &Bas1Setup::SetPathLumbrak},
-        {"Searching for LumbrakSextane installation", kFileSextane, &Bas1Setup::SetPathSextane},
-    };
-    for (const Step& s : steps) {
-        dialogs_.HelpNote(s.note, false);
-        std::string first = FirstFolderOf(roots, s.file, true);
-        if (!first.empty() && (this->*s.set)(first)) continue;
-        int found = 0, dirs = 0;
-        std::vector<std::string> list;
-        FindFile(roots.drive, s.file, found, dirs, list, true, 0);
-        if (!list.empty()) (this->*s.set)(list.front());
+    const char* notes[] = {"Searching for Kelmora installation",
+                           "Searching for Lumbrak3D installation",
+                           "Searching for LumbrakSextane installation"};
+    const WalkControl control = NoteControl();
+    for (int i = 0; i < 3; ++i) {
+        dialogs_.HelpNote(notes[i], false);
+        std::string first = Locate(roots, kProgramFiles[i], control);
+        if (!first.empty()) SetPathOf(i, first);
     }
 }
 
 void Bas1Setup::SearchMissing(const SearchRoots& roots, std::string& pathKelmora,
                               std::string& pathLumbrak, std::string& pathSextane) {
-    struct Step {
-        const char* note;
-        const char* file;
-        bool found;
-        std::string& path;
-    };
-    Step steps[] = {
-        {"Searching for KelmoraTD installation", kFileKelmora, kelmoraFound_, pathKelmora},
-        {"Searching for Lumbrak3D installation", kFileLumbrak, lumbrakFound_, pathLumbrak},
-        {"Searching for LumbrakSextane installation", kFileSextane, sextaneFound_, pathSextane},
-    };
-    for (Step& s : steps) {
-        if (s.found) continue;
-        dialogs_.HelpNote(s.note, false);
-        s.path = FirstFolderOf(roots, s.file, false);
+    const char* notes[] = {"Searching for KelmoraTD installation",
+                           "Searching for Lumbrak3D installation",
+                           "Searching for LumbrakSextane installation"};
+    std::string* paths[] = {&pathKelmora, &pathLumbrak, &pathSextane};
+    const WalkControl control = NoteControl();
+    for (int i = 0; i < 3; ++i) {
+        if (GetFoundOf(i)) continue;
+        dialogs_.HelpNote(notes[i], false);
+        *paths[i] = Locate(roots, kProgramFiles[i], control);
     }
 }
 

@@ -5,7 +5,10 @@
 // Folders are kept with a trailing separator. Program files match regardless of case. The
 // walk is depth first over the folders sorted by name, does not follow symbolic links to
 // folders, and passes over folders it cannot read.
+#include <array>
+#include <atomic>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -14,11 +17,22 @@
 
 namespace ostrel {
 
-// The two starts of a search: the folder above the program's, then the whole "drive".
-// Either may be empty, and is then passed over.
+// The starts of a search: the folder above the program's, then the whole "drive" (the
+// user's home), then the folders where programs are installed for all users (/opt and
+// /usr/local). Any may be empty, and is then passed over.
 struct SearchRoots {
     std::string parent;
     std::string drive;
+    std::vector<std::string> shared = {};
+};
+
+// What a walk reports and obeys: the progress text (the folder notes), a stop request
+// checked at every folder, and a count of the folders listed.
+struct WalkControl {
+    std::function<void(const std::string&)> note;
+    const std::atomic<bool>* stop = nullptr;
+    std::atomic<int>* folders = nullptr;
+    bool Stopped() const { return stop && stop->load(); }
 };
 
 class Bas1Setup {
@@ -31,8 +45,14 @@ class Bas1Setup {
     static constexpr const char* kFileKelmora = "KelmoraTD.EXE";
     static constexpr const char* kFileLumbrak = "Lumbrak3D.EXE";
     static constexpr const char* kFileSextane = "LumbrakSextaneTD.EXE";
+    // Stored true once the user has stopped the search of the first run: later starts
+    // do not search again by themselves (the setup's Scan still does).
+    static constexpr const char* kKeySearchStopped = "FirstSearchStopped1TD";
     static constexpr const char* kWalkNote =
         "First time search for Lumbrak3D, SextaneTD and KelmoraTD.  Looking in: ";
+    // The program files in the order of the search: Kelmora, Lumbrak3D, Sextane.
+    static constexpr std::array<const char*, 3> kProgramFiles{kFileKelmora, kFileLumbrak,
+                                                              kFileSextane};
 
     Bas1Setup(SettingsStore& settings, Dialogs& dialogs) : settings_(settings), dialogs_(dialogs) {}
 
@@ -58,6 +78,13 @@ class Bas1Setup {
     const std::string& GetPathSextane() const { return pathSextane_; }
     bool GetFirstLoad() const { return firstLoad_; }
     void SetFirstLoad(bool v) { firstLoad_ = v; }
+    // True when the user stopped the first run's search at an earlier start.
+    bool GetSearchStopped() const;
+    void StoreSearchStopped();
+    // SetPathKelmora, SetPathLumbrak or SetPathSextane by the order of kProgramFiles.
+    bool SetPathOf(int program, const std::string& path);
+    bool GetFoundOf(int program) const;
+    const std::string& GetPathOf(int program) const;
 
     // True when the folder holds the file (name in any case). Never fails loudly.
     static bool ProgramInFolder(const std::string& path, const std::string& file);
@@ -68,7 +95,17 @@ class Bas1Setup {
     // The user's drive: $WINEPREFIX/drive_c, else ~/.wine/drive_c when it exists, else the
     // home folder.
     static std::string DefaultDrive();
+    // The program's parent folder, the drive, then /opt and /usr/local where they exist.
     static SearchRoots DefaultRoots(const std::string& programFolder);
+
+    // The walk of FindFile, reporting and stopping through `control`.
+    static int64_t Walk(const std::string& start, const std::string& file, int& found, int& dirs,
+                        std::vector<std::string>& foundList, bool stopAtFirst, int depth,
+                        const WalkControl& control);
+    // The first folder holding `file`: the parent start first, then the drive, then the
+    // shared folders, each walk stopping at its first match; "" if none.
+    static std::string Locate(const SearchRoots& roots, const std::string& file,
+                              const WalkControl& control);
 
     // The disk walk from `start` for `file`. Adds the matches to `found` and their folders
     // to `foundList`, the folders seen to `dirs`; with stopAtFirst the walk ends at the first
@@ -85,9 +122,7 @@ class Bas1Setup {
                        std::string& pathSextane);
 
   private:
-    // The first folder holding `file`: the parent start first, then the drive; "" if none.
-    std::string FirstFolderOf(const SearchRoots& roots, const std::string& file,
-                              bool tryParentOnly);
+    WalkControl NoteControl();
     bool SetPath(const std::string& path, const char* file, std::string& keep, bool& flag);
 
     SettingsStore& settings_;

@@ -9,6 +9,13 @@ namespace ostrel {
 frm1Setup::frm1Setup(Bas1Setup& setup, Dialogs& dialogs, Hooks hooks)
     : setup_(setup), dialogs_(dialogs), hooks_(std::move(hooks)) {
     form.visible = false;
+    lblSearch.visible = false;
+    comStopSearch.visible = false;
+}
+
+frm1Setup::~frm1Setup() {
+    search_.Stop();
+    search_.Wait();
 }
 
 std::string frm1Setup::FirstRunText() {
@@ -25,9 +32,25 @@ SearchRoots frm1Setup::Roots() const {
 }
 
 void frm1Setup::Display(bool modal) {
+    // The search of the first run comes once: a user who stopped it at an earlier start is
+    // not made to wait for it again (the Scan button still searches).
+    const bool search = setup_.GetFirstLoad() && !setup_.GetSearchStopped();
+    if (search && hooks_.searchInBackground) {
+        pathKelmora_ = setup_.GetPathKelmora();
+        pathLumbrak_ = setup_.GetPathLumbrak();
+        pathSextane_ = setup_.GetPathSextane();
+        result_ = false;
+        modal_ = modal;
+        open_ = true;
+        RefreshLabels();
+        form.visible = true;
+        // The paths, the panels and the first run's box follow when the search has ended.
+        StartSearch(SearchKind::FirstRun);
+        return;
+    }
     {
         BusyPointer busy(dialogs_);
-        if (setup_.GetFirstLoad()) {
+        if (search) {
             dialogs_.HelpNote(kSearchNote, true);
             setup_.SearchAll(Roots());
             dialogs_.HelpNote("", false);
@@ -42,9 +65,95 @@ void frm1Setup::Display(bool modal) {
         if (hooks_.showInstalledProgs) hooks_.showInstalledProgs();
     }
     form.visible = true;
-    if (setup_.GetFirstLoad()) {
-        if (hooks_.closeSplash) hooks_.closeSplash();
-        dialogs_.MsgBox(FirstRunText(), MsgButtons::OK, MsgIcon::Information, "");
+    FirstRunBox();
+}
+
+void frm1Setup::FirstRunBox() {
+    if (!setup_.GetFirstLoad()) return;
+    if (hooks_.closeSplash) hooks_.closeSplash();
+    dialogs_.MsgBox(FirstRunText(), MsgButtons::OK, MsgIcon::Information, "");
+}
+
+void frm1Setup::StartSearch(SearchKind kind) {
+    searchKind_ = kind;
+    std::array<bool, 3> wanted{true, true, true};
+    std::array<std::string, 3> notes{"Searching for Kelmora installation",
+                                     "Searching for Lumbrak3D installation",
+                                     "Searching for LumbrakSextane installation"};
+    if (kind == SearchKind::Missing) {
+        for (int i = 0; i < 3; ++i) wanted[i] = !setup_.GetFoundOf(i);
+        notes[0] = "Searching for KelmoraTD installation";
+    }
+    lastNote_.clear();
+    stopRequested_ = false;
+    dialogs_.HelpNote(kSearchNote, true);
+    search_.Start(Roots(), wanted, notes);
+    ShowSearching(true);
+    tmrSearch.enabled = true;
+}
+
+void frm1Setup::ShowSearching(bool on) {
+    lblSearch.caption = on ? std::string(kSearchNote) : std::string();
+    lblSearch.visible = on;
+    comStopSearch.visible = on;
+    comStopSearch.enabled = on;
+    // The paths cannot be confirmed or chosen while the walk may still change them.
+    comOK.enabled = !on;
+    comScan.enabled = !on;
+    comSetupPathKelmora.enabled = !on;
+    comSetupPathLumbrakPlus.enabled = !on;
+    comSetupPathLumbrakSextane.enabled = !on;
+}
+
+void frm1Setup::tmrSearchTimer() {
+    if (ticking_ || !search_.Running()) return;
+    ticking_ = true;
+    if (search_.Finished()) {
+        EndSearch();
+    } else {
+        const std::string note = search_.Note();
+        if (!note.empty()) {
+            lblSearch.caption = note + "  (" + std::to_string(search_.Folders()) + " folders)";
+            if (note != lastNote_) dialogs_.HelpNote(note, false);
+            lastNote_ = note;
+        }
+    }
+    ticking_ = false;
+}
+
+void frm1Setup::FinishSearch() {
+    if (!search_.Running()) return;
+    search_.Wait();
+    EndSearch();
+}
+
+void frm1Setup::comStopSearchClick() {
+    if (!search_.Running()) return;
+    comStopSearch.enabled = false;
+    stopRequested_ = true;
+    search_.Stop();
+}
+
+void frm1Setup::EndSearch() {
+    tmrSearch.enabled = false;
+    const Bas1SetupSearch::Outcome out = search_.Take();
+    ShowSearching(false);
+    dialogs_.HelpNote("", false);
+    if (!open_) return;
+    std::string* working[] = {&pathKelmora_, &pathLumbrak_, &pathSextane_};
+    if (searchKind_ == SearchKind::FirstRun) {
+        if (stopRequested_ && setup_.GetFirstLoad()) setup_.StoreSearchStopped();
+        for (int i = 0; i < 3; ++i) {
+            if (!out.folders[i].empty()) setup_.SetPathOf(i, out.folders[i]);
+            *working[i] = setup_.GetPathOf(i);
+        }
+        RefreshLabels();
+        if (hooks_.showInstalledProgs) hooks_.showInstalledProgs();
+        FirstRunBox();
+    } else {
+        for (int i = 0; i < 3; ++i)
+            if (out.searched[i]) *working[i] = out.folders[i];
+        RefreshLabels();
     }
 }
 
@@ -60,6 +169,14 @@ void frm1Setup::RefreshLabels() {
 void frm1Setup::ForceUnload() {
     if (!open_) return;
     open_ = false;
+    if (search_.Running()) {
+        // Closing the form ends its search; nothing the walk found is taken.
+        search_.Stop();
+        tmrSearch.enabled = false;
+        search_.Take();
+        ShowSearching(false);
+        dialogs_.HelpNote("", false);
+    }
     form.visible = false;
     if (setup_.GetFirstLoad()) {
         setup_.SetFirstLoad(false);
@@ -69,6 +186,7 @@ void frm1Setup::ForceUnload() {
 }
 
 void frm1Setup::comOKClick() {
+    if (search_.Running()) return;
     result_ = true;
     setup_.SetPathKelmora(pathKelmora_);
     setup_.SetPathLumbrak(pathLumbrak_);
@@ -84,6 +202,11 @@ void frm1Setup::comCancelClick() {
 }
 
 void frm1Setup::comScanClick() {
+    if (search_.Running()) return;
+    if (hooks_.searchInBackground) {
+        StartSearch(SearchKind::Missing);
+        return;
+    }
     BusyPointer busy(dialogs_);
     dialogs_.HelpNote(kSearchNote, true);
     setup_.SearchMissing(Roots(), pathKelmora_, pathLumbrak_, pathSextane_);

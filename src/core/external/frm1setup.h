@@ -6,9 +6,11 @@
 // `form.visible` is true (modal when Modal() says so), and forwards clicks to the
 // ...Click() methods. The main window's part is reached through Hooks.
 #include <functional>
+#include <memory>
 #include <string>
 
 #include "core/external/bas1_setup.h"
+#include "core/external/bas1_setup_search.h"
 #include "core/platform/controls.h"
 #include "core/platform/dialogs.h"
 #include "core/shell/manage_forms.h"
@@ -27,9 +29,13 @@ class frm1Setup : public WorkingForm {
         // Releases the setup button: RibbonClick(1, false).
         std::function<void(int, bool)> ribbonClick;
         std::function<SearchRoots()> searchRoots;  // where the walks start
+        // The walks run on a worker thread and end at a tick of tmrSearch, while the
+        // windows keep answering; without it they run inside the call that starts them.
+        bool searchInBackground = false;
     };
 
     frm1Setup(Bas1Setup& setup, Dialogs& dialogs, Hooks hooks);
+    ~frm1Setup();
 
     // Searches on a first run, takes the stored folders, and opens the form.
     void Display() override { Display(false); }
@@ -43,6 +49,15 @@ class frm1Setup : public WorkingForm {
     void comSetupPathKelmoraClick();
     void comSetupPathLumbrakPlusClick();
     void comSetupPathLumbrakSextaneClick();
+    // Stops a search running on the worker: the folders found so far are kept.
+    void comStopSearchClick();
+    // Shows the search's progress and, once it has ended, takes what it found.
+    void tmrSearchTimer();
+
+    // A search is running on the worker thread.
+    bool Searching() const { return search_.Running(); }
+    // Waits for a running search to end and takes what it found (as the next tick would).
+    void FinishSearch();
 
     // True when the form was closed by OK.
     bool Result() const { return result_; }
@@ -69,12 +84,24 @@ class frm1Setup : public WorkingForm {
     Button comOK{"&OK", "Confirm that these paths are correct"};
     Button comCancel{"&Cancel"};
     Button comScan{"&Scan", "Automatic search for programs with no defined path"};
+    // The progress of a search on the worker thread, and the button that stops it; both
+    // shown only while it runs.
+    Label lblSearch{""};
+    Button comStopSearch{"S&top search",
+                         "Stop searching; the folders found so far are kept and the search "
+                         "does not start again by itself"};
+    Timer tmrSearch{100};
 
   private:
     void RefreshLabels();
     void ChooseProgram(const std::string& filterName, const std::string& file,
                        const std::string& title, std::string& workingPath);
     SearchRoots Roots() const;
+    enum class SearchKind { FirstRun, Missing };
+    void StartSearch(SearchKind kind);
+    void EndSearch();
+    void ShowSearching(bool on);
+    void FirstRunBox();
 
     Bas1Setup& setup_;
     Dialogs& dialogs_;
@@ -83,6 +110,11 @@ class frm1Setup : public WorkingForm {
     bool result_ = false;
     bool open_ = false;
     bool modal_ = false;
+    Bas1SetupSearch search_;
+    SearchKind searchKind_ = SearchKind::FirstRun;
+    bool ticking_ = false;
+    bool stopRequested_ = false;
+    std::string lastNote_;
 };
 
 }  // namespace ostrel

@@ -6,8 +6,10 @@
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QStyle>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include "gui/platform/binders.h"
@@ -68,6 +70,38 @@ frm1SetupWindow::frm1SetupWindow(frm1Setup& unit, CSApplication* app, QMdiArea* 
     paths->setColumnStretch(0, 1);
     outer->addLayout(paths);
     outer->addStretch(1);
+
+    // The search on the worker thread: what it is looking at, a busy bar and its stop
+    // button, shown only while it runs.
+    auto* searchRow = new QHBoxLayout();
+    auto* searchBar = new QProgressBar(this);
+    searchBar->setObjectName("prgSearch");
+    searchBar->setRange(0, 0);
+    searchBar->setMaximumWidth(90);
+    searchBar->setTextVisible(false);
+    QLabel* searchNote = MakePlainLabel(this, "lblSearch", unit_.lblSearch);
+    searchNote->setMinimumWidth(200);
+    searchNote->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    QPushButton* stop = MakeButton(this, "comStopSearch", unit_.comStopSearch);
+    connect(stop, &QPushButton::clicked, this, [this] { unit_.comStopSearchClick(); });
+    searchRow->addWidget(searchBar);
+    searchRow->addWidget(searchNote, 1);
+    searchRow->addWidget(stop);
+    outer->addLayout(searchRow);
+    searchSub_ = unit_.lblSearch.Observe([this, searchBar] {
+        const bool on = unit_.lblSearch.visible;
+        searchBar->setVisible(on);
+        // The form is busy but answers: the pointer says so without blocking anything.
+        if (on) {
+            setCursor(Qt::BusyCursor);
+        } else {
+            unsetCursor();
+        }
+    });
+    searchBar->setVisible(unit_.lblSearch.visible);
+    auto* tmrSearch = new QTimer(this);
+    Bind(tmrSearch, unit_.tmrSearch);
+    connect(tmrSearch, &QTimer::timeout, this, [this] { unit_.tmrSearchTimer(); });
 
     auto* buttons = new QHBoxLayout();
     QPushButton* scan = MakeButton(this, "comScan", unit_.comScan);

@@ -38,6 +38,7 @@ class frm1SetupWindow : public QWidget {
     QMdiSubWindow* sub_ = nullptr;
     QDialog* modal_ = nullptr;
     Subscription visibleSub_;
+    Subscription searchSub_;
 };
 
 }  // namespace ostrel::gui

@@ -160,5 +160,76 @@ TEST_F(Frm1SetupTest, ScanFillsOnlyTheMissingPaths) {
     EXPECT_EQ(dialogs.busyDepth, 0);
 }
 
+// The search on the worker thread: the form is open at once with its paths and OK locked,
+// the outcome arrives at a tick of the search timer, the first run's box after it. A stop
+// is remembered so that the next start does not search by itself, while Scan still does.
+TEST_F(Frm1SetupTest, BackgroundSearchEndsAtATickAndAStopIsRemembered) {
+    frm1Setup::Hooks h;
+    h.ribbonClick = [this](int n, bool p) { forms->RibbonClick(n, p); };
+    h.searchRoots = [this] {
+        return SearchRoots{Dir(tmp / "apps"), Dir(tmp / "none"), {Dir(tmp / "drive")}};
+    };
+    h.searchInBackground = true;
+    auto open = [&](frm1Setup& f) {
+        forms->RegisterForm(1, &f);
+        setup.LoadPaths();
+        forms->RibbonClick(1, true);
+    };
+    {
+        frm1Setup bg(setup, dialogs, h);
+        open(bg);
+        EXPECT_TRUE(bg.form.visible);
+        ASSERT_TRUE(bg.Searching());
+        EXPECT_TRUE(bg.tmrSearch.enabled);
+        EXPECT_TRUE(bg.comStopSearch.visible);
+        EXPECT_FALSE(bg.comOK.enabled);
+        EXPECT_FALSE(bg.comScan.enabled);
+        EXPECT_TRUE(dialogs.boxes.empty()) << "the first run's box waits for the search";
+        bg.comOKClick();
+        EXPECT_TRUE(bg.IsOpen()) << "OK waits for the search";
+        bg.FinishSearch();
+        EXPECT_FALSE(bg.Searching());
+        EXPECT_FALSE(bg.tmrSearch.enabled);
+        EXPECT_FALSE(bg.comStopSearch.visible);
+        EXPECT_TRUE(bg.comOK.enabled);
+        EXPECT_EQ(bg.lblPathKelmora.caption.get(), Dir(tmp / "apps" / "Kelmora") + "KelmoraTD.EXE");
+        EXPECT_EQ(bg.lblPathLumbrakPlus.caption.get(),
+                  Dir(tmp / "drive" / "Lumbrak") + "Lumbrak3D.EXE")
+            << "the shared folders are searched after the drive";
+        EXPECT_EQ(dialogs.boxes.size(), 1u);
+        EXPECT_EQ(dialogs.helpNotes.back(), "");
+        EXPECT_EQ(settings.GetSetting("B1SetupPathsTD", "FirstSearchStopped1TD", "none"), "none");
+        forms->UnloadAll();
+    }
+    // A first run that never ended (the program was killed): the search comes again, and
+    // the user stops it. The start after that searches no more.
+    settings.SaveSetting("B1SetupPathsTD", "FirstLoad1TD", "True");
+    dialogs.boxes.clear();
+    {
+        frm1Setup bg(setup, dialogs, h);
+        open(bg);
+        ASSERT_TRUE(bg.Searching());
+        bg.comStopSearchClick();
+        EXPECT_FALSE(bg.comStopSearch.enabled);
+        bg.FinishSearch();
+        EXPECT_EQ(dialogs.boxes.size(), 1u);
+        EXPECT_EQ(settings.GetSetting("B1SetupPathsTD", "FirstSearchStopped1TD", ""), "True");
+        forms->UnloadAll();
+    }
+    settings.SaveSetting("B1SetupPathsTD", "FirstLoad1TD", "True");
+    {
+        frm1Setup bg(setup, dialogs, h);
+        open(bg);
+        EXPECT_FALSE(bg.Searching());
+        EXPECT_TRUE(bg.comOK.enabled);
+        bg.comScanClick();
+        ASSERT_TRUE(bg.Searching()) << "Scan still searches";
+        // Closing the form during a search ends it and takes nothing.
+        bg.comCancelClick();
+        EXPECT_FALSE(bg.Searching());
+        EXPECT_FALSE(bg.IsOpen());
+    }
+}
+
 }  // namespace
 }  // namespace ostrel::testing
