@@ -69,7 +69,9 @@ for target in "${targets[@]}"; do
     options=(-max_total_time="$seconds")
     [ -n "$runs" ] && options=(-runs="$runs")
     [ -f "fuzz/dict/$target.dict" ] && options+=(-dict="fuzz/dict/$target.dict")
-    echo "== fuzz_$target (${runs:+$runs runs}${runs:-$seconds s}, $(ls "$corpus" | wc -l) inputs)"
+    limit="$seconds s"
+    [ -n "$runs" ] && limit="$runs runs"
+    echo "== fuzz_$target ($limit, $(ls "$corpus" | wc -l) inputs)"
     "$build_dir/fuzz/fuzz_$target" "${options[@]}" -max_len="$(max_len "$target")" -timeout=20 -rss_limit_mb=2048 \
         -print_final_stats=1 -artifact_prefix="$artifacts/$target-" "$corpus" 2>"$build_dir/fuzz_$target.log" || {
         tail -n 60 "$build_dir/fuzz_$target.log"
