@@ -1,7 +1,10 @@
 #include "gui/material/frm_glasses_list_window.h"
 
 #include <QCloseEvent>
+#include <QCoreApplication>
+#include <QDockWidget>
 #include <QHeaderView>
+#include <QMainWindow>
 #include <QVBoxLayout>
 
 #include "core/shell/cs_application.h"
@@ -13,7 +16,10 @@ namespace ostrel::gui {
 
 namespace {
 constexpr const char* kFormName = "frmGlassesList";
-}
+// Where the docked list was: left 1 while docked (0 while floating), top the dock side
+// (1 left, 2 right), and its width.
+constexpr const char* kDockName = "frmGlassesListDock";
+}  // namespace
 
 frmGlassesListWindow::frmGlassesListWindow(frmGlassesList& unit, CSApplication* app, QWidget* owner)
     : QWidget(owner, Qt::Tool), unit_(unit), app_(app) {
@@ -45,6 +51,7 @@ frmGlassesListWindow::frmGlassesListWindow(frmGlassesList& unit, CSApplication* 
 }
 
 void frmGlassesListWindow::ForceResize() {
+    if (dock_) return;  // a dock keeps itself in the frame
     QWidget* owner = parentWidget();
     if (!owner) return;
     const QRect f = owner->frameGeometry();
@@ -60,8 +67,51 @@ void frmGlassesListWindow::ForceResize() {
 
 void frmGlassesListWindow::closeEvent(QCloseEvent* e) {
     // The list stays for as long as the program runs; closing it only stores its place.
-    SaveFormPosition(this, app_, kFormName);
+    SavePlace();
     e->accept();
+}
+
+QDockWidget* frmGlassesListWindow::DockIn(QMainWindow* main) {
+    dock_ = new QDockWidget(windowTitle(), main);
+    dock_->setObjectName("dockGlassesList");
+    dock_->setFeatures(QDockWidget::DockWidgetClosable | QDockWidget::DockWidgetMovable |
+                       QDockWidget::DockWidgetFloatable);
+    dock_->setAllowedAreas(Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea);
+    const QSize floatSize = size();
+    dock_->setWidget(this);
+    connect(this, &QWidget::windowTitleChanged, dock_, &QDockWidget::setWindowTitle);
+
+    FormRect place{1, 2, 260, 0};
+    if (app_ && app_->HasFormPosn(kDockName)) {
+        place = app_->ThisFormPosnGet(kDockName, false, false, place, {100000, 100000});
+    }
+    const Qt::DockWidgetArea side =
+        place.top == 1 ? Qt::LeftDockWidgetArea : Qt::RightDockWidgetArea;
+    main->addDockWidget(side, dock_);
+    main->resizeDocks({dock_}, {std::max(place.width, 160)}, Qt::Horizontal);
+    if (place.left == 0 && app_ && app_->HasFormPosn(kFormName)) {
+        dock_->setFloating(true);
+        dock_->resize(floatSize);
+        RestoreFormPosition(dock_, app_, kFormName, false);
+    }
+    connect(dock_, &QDockWidget::visibilityChanged, this, [this](bool visible) {
+        if (!visible && !dock_->isVisible()) SavePlace();
+    });
+    connect(qApp, &QCoreApplication::aboutToQuit, this, &frmGlassesListWindow::SavePlace);
+    return dock_;
+}
+
+void frmGlassesListWindow::SavePlace() {
+    if (!app_) return;
+    if (!dock_) {
+        SaveFormPosition(this, app_, kFormName);
+        return;
+    }
+    auto* main = qobject_cast<QMainWindow*>(dock_->parentWidget());
+    const bool floating = dock_->isFloating();
+    const int side = main && main->dockWidgetArea(dock_) == Qt::LeftDockWidgetArea ? 1 : 2;
+    app_->ThisFormPosnSave(kDockName, {floating ? 0 : 1, side, dock_->width(), dock_->height()});
+    if (floating) SaveFormPosition(dock_, app_, kFormName);
 }
 
 }  // namespace ostrel::gui

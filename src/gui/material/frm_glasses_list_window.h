@@ -8,6 +8,9 @@ namespace ostrel {
 class CSApplication;
 }
 
+class QDockWidget;
+class QMainWindow;
+
 namespace ostrel::gui {
 
 class GridView;
@@ -18,8 +21,15 @@ class frmGlassesListWindow : public QWidget {
     frmGlassesListWindow(frmGlassesList& unit, CSApplication* app, QWidget* owner);
 
     GridView* grid() const { return grid_; }
-    // Keeps the list inside the owner's frame.
+    // Keeps the list inside the owner's frame while it floats.
     void ForceResize();
+    // Puts the list in a dock of `main`, at the right side unless its stored place says
+    // otherwise, where it never covers the form being worked in; it can still float. Its
+    // place is stored when it closes and when the program ends. The dock's toggle view
+    // action brings the list back once closed.
+    QDockWidget* DockIn(QMainWindow* main);
+    QDockWidget* dock() const { return dock_; }
+    void SavePlace();
 
   signals:
     // The unit prepared the popup: the owner opens it here.
@@ -32,6 +42,7 @@ class frmGlassesListWindow : public QWidget {
     frmGlassesList& unit_;
     CSApplication* app_;
     GridView* grid_;
+    QDockWidget* dock_ = nullptr;
 };
 
 }  // namespace ostrel::gui

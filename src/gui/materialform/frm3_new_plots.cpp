@@ -11,6 +11,7 @@
 #include <cmath>
 
 #include "gui/platform/chart_parts.h"
+#include "gui/platform/plot_view.h"
 
 namespace ostrel::gui {
 
@@ -23,14 +24,14 @@ QChartView* MakeView(QWidget* parent, QChart* chart) {
     chart->legend()->hide();
     chart->setMargins(QMargins(4, 4, 4, 4));
     chart->setBackgroundRoundness(0);
-    auto* view = new QChartView(chart, parent);
-    view->setRenderHint(QPainter::Antialiasing);
+    auto* view = new PlotView(chart, parent);
     view->setMinimumSize(220, 140);
     return view;
 }
 
 // Sets a range around [lo, hi] on whole steps, never collapsing to nothing, with ticks at
-// round numbers.
+// round numbers labelled with the decimals the step needs. A point at an end of the data
+// keeps a margin from the frame, so no marker is cut in half.
 void SetRange(QValueAxis* axis, double lo, double hi, double minSpan, int ticks = 5) {
     if (!(hi > lo) || hi - lo < minSpan) {
         const double mid = (lo + hi) / 2;
@@ -38,8 +39,10 @@ void SetRange(QValueAxis* axis, double lo, double hi, double minSpan, int ticks 
         hi = mid + minSpan / 2;
     }
     const double step = NiceStep(hi - lo, ticks);
+    const double margin = (hi - lo) * 0.04;
     SetTickStep(axis, step);
-    axis->setRange(std::floor(lo / step) * step, std::ceil(hi / step) * step);
+    SetStepLabels(axis, step);
+    axis->setRange(std::floor((lo - margin) / step) * step, std::ceil((hi + margin) / step) * step);
 }
 
 }  // namespace

@@ -14,6 +14,7 @@
 #include <cmath>
 
 #include "gui/platform/chart_parts.h"
+#include "gui/platform/plot_view.h"
 
 namespace ostrel::gui {
 
@@ -34,13 +35,15 @@ void SetRange(QValueAxis* axis, double lo, double hi, double minSpan) {
     axis->applyNiceNumbers();
 }
 
-// The wavelength axis over [lo, hi] exactly, ticked at round steps.
+// The wavelength axis over [lo, hi] with a small margin, so that a point at either end is
+// drawn whole inside the frame, ticked at round steps.
 void SetWaveRange(QValueAxis* axis, double lo, double hi) {
     if (!(hi > lo + 10)) {
         lo -= 50;
         hi += 50;
     }
-    axis->setRange(lo, hi);
+    const double margin = (hi - lo) * 0.02;
+    axis->setRange(lo - margin, hi + margin);
     SetTickStep(axis, NiceStep(hi - lo, 5));
 }
 
@@ -74,8 +77,7 @@ MeltDeltaPlot::MeltDeltaPlot(QWidget* parent) : QWidget(parent) {
     Attach(chart, measured_, x_, y_);
     chart->legend()->markers(zero_).first()->setVisible(false);
 
-    view_ = new QChartView(chart, this);
-    view_->setRenderHint(QPainter::Antialiasing);
+    view_ = new PlotView(chart, this);
     view_->setMinimumSize(260, 200);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

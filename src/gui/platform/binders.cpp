@@ -1,5 +1,7 @@
 #include "gui/platform/binders.h"
 
+#include "core/platform/number_text.h"
+
 #include <QAbstractButton>
 #include <QAction>
 #include <QComboBox>
@@ -116,8 +118,18 @@ void Bind(QLineEdit* edit, TextBox& model) {
         edit->setReadOnly(model.locked);
         ApplyCommon(edit, model);
     });
-    QObject::connect(edit, &QLineEdit::textEdited, edit,
-                     [&model](const QString& t) { model.text = FromQt(t); });
+    // A number typed or pasted with a decimal comma is taken with a point, where the user
+    // sees it, as soon as a digit follows the comma.
+    QObject::connect(edit, &QLineEdit::textEdited, edit, [edit, &model](const QString& t) {
+        const std::string typed = FromQt(t);
+        const std::string text = DecimalPointText(typed);
+        if (text != typed) {
+            const int at = edit->cursorPosition();
+            edit->setText(ToQt(text));
+            edit->setCursorPosition(at);
+        }
+        model.text = text;
+    });
 }
 
 void Bind(QListWidget* list, ListControl& model) {

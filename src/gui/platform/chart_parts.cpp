@@ -38,4 +38,9 @@ void SetTickStep(QValueAxis* axis, double step) {
     axis->setTickInterval(step);
 }
 
+void SetStepLabels(QValueAxis* axis, double step) {
+    const int decimals = step >= 1 ? 0 : std::min(6, int(std::ceil(-std::log10(step) - 1e-9)));
+    axis->setLabelFormat(QString("%.%1f").arg(decimals));
+}
+
 }  // namespace ostrel::gui

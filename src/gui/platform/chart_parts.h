@@ -18,5 +18,7 @@ void Attach(QChart* chart, QAbstractSeries* series, QValueAxis* x, QValueAxis* y
 double NiceStep(double span, int ticks);
 // Ticks at multiples of `step` from 0.
 void SetTickStep(QValueAxis* axis, double step);
+// Tick labels with as many decimals as `step` needs, and no more.
+void SetStepLabels(QValueAxis* axis, double step);
 
 }  // namespace ostrel::gui

@@ -8,6 +8,7 @@
 #include <QTextEdit>
 
 #include "gui/platform/binders.h"
+#include "gui/platform/grid_view.h"
 
 namespace ostrel::gui {
 
@@ -33,6 +34,19 @@ std::optional<std::string> QtClipboard::GetText() {
     return FromQt(c->text());
 }
 
+namespace {
+
+// The grid that has the focus, also while the focus is on one of its parts.
+GridView* FocusedGrid(QWidget* widget) {
+    for (QWidget* w = widget; w; w = w->parentWidget()) {
+        if (auto* g = qobject_cast<GridView*>(w)) return g;
+        if (w->isWindow()) break;
+    }
+    return nullptr;
+}
+
+}  // namespace
+
 std::string WidgetEditTarget::SelectedText() const {
     if (auto* e = qobject_cast<QLineEdit*>(widget_)) return FromQt(e->selectedText());
     if (auto* e = qobject_cast<QPlainTextEdit*>(widget_)) {
@@ -41,6 +55,7 @@ std::string WidgetEditTarget::SelectedText() const {
     if (auto* e = qobject_cast<QTextEdit*>(widget_)) {
         return FromQt(e->textCursor().selectedText().replace(QChar::ParagraphSeparator, '\n'));
     }
+    if (GridView* g = FocusedGrid(widget_)) return FromQt(g->SelectedClipText());
     return {};
 }
 
@@ -59,6 +74,14 @@ bool WidgetEditTarget::ReplaceSelection(const std::string& text) {
         if (e->isReadOnly()) return false;
         e->insertPlainText(ToQt(text));
         return true;
+    }
+    if (GridView* g = FocusedGrid(widget_)) {
+        // Cut empties the cells; paste writes at the active cell.
+        if (text.empty()) {
+            g->ClearSelectedCells();
+            return true;
+        }
+        return g->PasteText(ToQt(text));
     }
     return false;
 }
@@ -79,6 +102,14 @@ bool EditPaste(Dialogs& dialogs) {
     QtClipboard clip;
     WidgetEditTarget target(QApplication::focusWidget());
     return CSWindow(clip, dialogs).EditPaste(target);
+}
+
+void EditSelectAll() {
+    QWidget* w = QApplication::focusWidget();
+    if (auto* e = qobject_cast<QLineEdit*>(w)) return e->selectAll();
+    if (auto* e = qobject_cast<QPlainTextEdit*>(w)) return e->selectAll();
+    if (auto* e = qobject_cast<QTextEdit*>(w)) return e->selectAll();
+    if (GridView* g = FocusedGrid(w)) g->selectAll();
 }
 
 }  // namespace ostrel::gui

@@ -30,5 +30,7 @@ class WidgetEditTarget : public EditTarget {
 bool EditCopy(Dialogs& dialogs);
 bool EditCut(Dialogs& dialogs);
 bool EditPaste(Dialogs& dialogs);
+// Selects the whole text of the focused box, or every cell of the focused grid.
+void EditSelectAll();
 
 }  // namespace ostrel::gui

@@ -1,5 +1,7 @@
 #include "gui/platform/grid_view.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QItemSelectionModel>
@@ -9,6 +11,28 @@
 #include "gui/platform/binders.h"
 
 namespace ostrel::gui {
+
+namespace {
+
+std::function<void(const std::string&)>& NoteSink() {
+    static std::function<void(const std::string&)> sink;
+    return sink;
+}
+
+// Why a cell that holds no number is ignored: its tool tip and the help line.
+std::string IgnoredEntryText(const std::string& text) {
+    return "\"" + text + "\" is not a number: it is ignored and counts as 0.";
+}
+
+}  // namespace
+
+void GridView::SetNoteSink(std::function<void(const std::string&)> sink) {
+    NoteSink() = std::move(sink);
+}
+
+void GridView::Note(const std::string& text) {
+    if (NoteSink()) NoteSink()(text);
+}
 
 GridTableModel::GridTableModel(Grid& grid, std::function<void(int, int)> changed, QObject* parent)
     : QAbstractTableModel(parent), grid_(grid), changed_(std::move(changed)) {
@@ -50,11 +74,17 @@ QVariant GridTableModel::data(const QModelIndex& index, int role) const {
         case Qt::DisplayRole:
         case Qt::EditRole:
             return ToQt(grid_.Text(col, row));
+        // An entry that is no number stays on show, marked, and says why it is ignored.
         case Qt::BackgroundRole:
+            if (grid_.IsIgnoredEntry(col, row)) return QColor(255, 205, 205);
             if (auto c = grid_.CellColour(col, row)) return QColor(c->r, c->g, c->b);
             return {};
         case Qt::ForegroundRole:
+            if (grid_.IsIgnoredEntry(col, row)) return QColor(170, 0, 0);
             if (grid_.CellColour(col, row)) return QColor(Qt::black);
+            return {};
+        case Qt::ToolTipRole:
+            if (grid_.IsIgnoredEntry(col, row)) return ToQt(IgnoredEntryText(grid_.Text(col, row)));
             return {};
         case Qt::TextAlignmentRole:
             if (grid_.Column(col).type == CellType::Float)
@@ -69,6 +99,7 @@ bool GridTableModel::setData(const QModelIndex& index, const QVariant& value, in
     if (role != Qt::EditRole || !index.isValid()) return false;
     const int col = index.column() + 1, row = index.row() + 1;
     if (!grid_.EditText(col, row, FromQt(value.toString().trimmed()))) return false;
+    if (grid_.IsIgnoredEntry(col, row)) GridView::Note(IgnoredEntryText(grid_.Text(col, row)));
     if (changed_) changed_(col, row);
     return true;
 }
@@ -91,6 +122,9 @@ GridView::GridView(QWidget* parent) : QTableView(parent) {
     setAlternatingRowColors(false);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
     horizontalHeader()->setHighlightSections(false);
+    // The columns take at least their content's width and the last one takes what the
+    // window has to spare, so a grid stretches with its form.
+    horizontalHeader()->setStretchLastSection(true);
 }
 
 void GridView::Bind(Grid& grid, std::function<void(int, int)> changed) {
@@ -113,8 +147,74 @@ void GridView::ApplyColumns() {
     const int charWidth = fontMetrics().horizontalAdvance(QLatin1Char('0'));
     for (int c = 1; c <= g.MaxCols(); ++c) {
         setColumnHidden(c - 1, g.Column(c).hidden);
-        if (g.Column(c).width > 0) setColumnWidth(c - 1, g.Column(c).width * charWidth + 8);
+        const int given = g.Column(c).width > 0 ? g.Column(c).width * charWidth + 8 : 0;
+        const int content =
+            std::max(sizeHintForColumn(c - 1), horizontalHeader()->sectionSizeHint(c - 1));
+        setColumnWidth(c - 1, std::max(given, given > 0 ? std::min(content, 2 * given) : content));
     }
+}
+
+QString GridView::SelectedClipText() const {
+    if (!model_) return {};
+    const Grid& g = model_->grid();
+    if (!g.IsBlockMode()) return ToQt(g.Text(g.ActiveCol(), g.ActiveRow()));
+    GridBlock b = g.SelBlock();
+    if (b.row1 < 1) b = {0, 1, 0, g.MaxRows()};
+    return ToQt(g.ClipText(b));
+}
+
+bool GridView::PasteText(const QString& text) {
+    if (!model_ || !isEnabled()) return false;
+    Grid& g = model_->grid();
+    bool takes = false;
+    for (int c = 1; c <= g.MaxCols(); ++c)
+        takes = takes || (!g.Column(c).locked && !g.Column(c).hidden);
+    if (!takes) return false;
+    const std::string clip = FromQt(text);
+    if (paste_) {
+        paste_(clip);
+        return true;
+    }
+    const int col = g.ActiveCol(), row = g.ActiveRow();
+    const int rows = g.Paste(clip);
+    for (int r = row; r < row + rows; ++r) {
+        for (int c = col; c <= g.MaxCols(); ++c) {
+            if (!g.Column(c).locked && !g.Column(c).hidden) model_->Entered(c, r);
+        }
+    }
+    return true;
+}
+
+void GridView::ClearSelectedCells() {
+    if (!model_ || !isEnabled()) return;
+    Grid& g = model_->grid();
+    std::vector<GridBlock> blocks = g.Selection();
+    if (blocks.empty())
+        blocks.push_back({g.ActiveCol(), g.ActiveRow(), g.ActiveCol(), g.ActiveRow()});
+    for (GridBlock b : blocks) {
+        if (b.row1 < 1) b = {0, 1, 0, g.MaxRows()};
+        if (b.col1 <= 0 && b.col2 <= 0) b.col1 = 1, b.col2 = g.MaxCols();
+        for (int r = b.row1; r <= std::min(b.row2, g.MaxRows()); ++r) {
+            for (int c = b.col1; c <= std::min(b.col2, g.MaxCols()); ++c) {
+                if (g.Text(c, r).empty() && !g.IsIgnoredEntry(c, r)) continue;
+                if (g.EditText(c, r, "")) model_->Entered(c, r);
+            }
+        }
+    }
+}
+
+void GridView::MoveDown() {
+    const QModelIndex cur = currentIndex();
+    if (!cur.isValid() || cur.row() + 1 >= model_->rowCount()) return;
+    setCurrentIndex(model_->index(cur.row() + 1, cur.column()));
+    emit cellKeyed(cur.column() + 1, cur.row() + 2);
+}
+
+void GridView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+    // Enter in a cell takes the entry and moves down, as in a spreadsheet.
+    const bool down = hint == QAbstractItemDelegate::SubmitModelCache;
+    QTableView::closeEditor(editor, down ? QAbstractItemDelegate::NoHint : hint);
+    if (down && model_) MoveDown();
 }
 
 void GridView::SelectionToGrid() {
@@ -165,6 +265,34 @@ void GridView::keyPressEvent(QKeyEvent* e) {
         e->accept();
         emit cellEntered(currentIndex().column() + 1, currentIndex().row() + 1);
         return;
+    }
+    if (model_ && state() != EditingState) {
+        if (e->matches(QKeySequence::Copy)) {
+            QGuiApplication::clipboard()->setText(SelectedClipText());
+            e->accept();
+            return;
+        }
+        if (e->matches(QKeySequence::Paste)) {
+            PasteText(QGuiApplication::clipboard()->text());
+            e->accept();
+            return;
+        }
+        if (e->key() == Qt::Key_Delete && e->modifiers() == Qt::NoModifier) {
+            ClearSelectedCells();
+            e->accept();
+            return;
+        }
+        // Enter moves down a grid that takes entries; in a grid that is only read, Enter
+        // belongs to the form's default button.
+        if (enter && (model_->flags(currentIndex()) & Qt::ItemIsEditable)) {
+            MoveDown();
+            e->accept();
+            return;
+        }
+        if (enter) {
+            e->ignore();
+            return;
+        }
     }
     const QPersistentModelIndex before = currentIndex();
     QTableView::keyPressEvent(e);

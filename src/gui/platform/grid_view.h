@@ -25,6 +25,10 @@ class GridTableModel : public QAbstractTableModel {
     QVariant headerData(int section, Qt::Orientation o, int role) const override;
 
     Grid& grid() { return grid_; }
+    // Runs the form's change handler for a cell the user changed outside the cell editor.
+    void Entered(int col, int row) {
+        if (changed_) changed_(col, row);
+    }
 
   signals:
     void layoutReset();
@@ -46,6 +50,22 @@ class GridView : public QTableView {
     void Bind(Grid& grid, std::function<void(int, int)> changed = {});
     GridTableModel* gridModel() const { return model_; }
 
+    // The selected blocks' texts (the active cell's without a block) as tab-separated text,
+    // what spreadsheets exchange.
+    QString SelectedClipText() const;
+    // Pastes tab-separated text at the active cell: through the form's own paste where it
+    // has one, else cell by cell as typed entries. False when the grid takes no entry.
+    bool PasteText(const QString& text);
+    // Empties the selected cells (the active cell without a block) that take an entry.
+    void ClearSelectedCells();
+    // The form's paste (it knows what follows a pasted row).
+    void SetPasteHandler(std::function<void(const std::string&)> paste) {
+        paste_ = std::move(paste);
+    }
+    // Where the grids say why an entry is ignored: the main window's help line.
+    static void SetNoteSink(std::function<void(const std::string&)> sink);
+    static void Note(const std::string& text);
+
   signals:
     // A right click on a cell (1-based); row 0 when below the last row.
     void cellRightClicked(int col, int row, const QPoint& globalPos);
@@ -58,14 +78,18 @@ class GridView : public QTableView {
   protected:
     void contextMenuEvent(QContextMenuEvent* e) override;
     void keyPressEvent(QKeyEvent* e) override;
+    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
   private:
     void ApplyColumns();
     void SelectionToGrid();
     void SelectionFromGrid();
 
+    void MoveDown();
+
     GridTableModel* model_ = nullptr;
     bool syncing_ = false;
+    std::function<void(const std::string&)> paste_;
 };
 
 }  // namespace ostrel::gui

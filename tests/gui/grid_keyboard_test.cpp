@@ -1,0 +1,126 @@
+// The grids' keyboard habits and number entry on a real view: Enter moves down, a decimal
+// comma is read as a point, an entry that is no number stays marked, Ctrl+C / Ctrl+V exchange
+// tab-separated text, Delete empties the selection.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QLineEdit>
+
+#include "gui/platform/binders.h"
+#include "gui/platform/clipboard_edit.h"
+#include "gui/platform/grid_view.h"
+#include "support/scripted_dialogs.h"
+#include "user_input.h"
+
+namespace ostrel::gui {
+namespace {
+
+class GridKeyboard : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        grid.SetColumnFloat(1, 4);
+        grid.SetColumnFloat(2, 4, 0.0, 10.0);
+        grid.SetColumnLocked(3, true);
+        for (int r = 1; r <= 4; ++r) grid.SetText(3, r, "calc");
+        view.Bind(grid, [this](int col, int row) { changes.push_back({col, row}); });
+        view.resize(400, 200);
+        GridView::SetNoteSink([this](const std::string& t) { notes.push_back(t); });
+    }
+    void TearDown() override { GridView::SetNoteSink({}); }
+
+    // Types `text` into the cell's editor and presses Enter.
+    void Type(int col, int row, const QString& text) {
+        const QModelIndex idx = view.model()->index(row - 1, col - 1);
+        view.setCurrentIndex(idx);
+        view.edit(idx);
+        auto* editor = view.viewport()->findChild<QLineEdit*>();
+        ASSERT_NE(editor, nullptr);
+        editor->setText(text);
+        PressKey(editor, Qt::Key_Return);
+        QCoreApplication::processEvents();  // the editor hands its entry over queued
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    Grid grid{3, 4};
+    GridView view;
+    std::vector<std::pair<int, int>> changes;
+    std::vector<std::string> notes;
+};
+
+TEST_F(GridKeyboard, EnterTakesTheEntryAndMovesDownCommaAndBadTextIncluded) {
+    Type(1, 1, "1,5168");
+    EXPECT_EQ(grid.Text(1, 1), "1.5168");
+    EXPECT_EQ(view.currentIndex().row(), 1) << "Enter moved down";
+    Type(1, 2, "n/a");
+    EXPECT_EQ(grid.Text(1, 2), "n/a") << "not erased";
+    EXPECT_EQ(grid.Value(1, 2), 0.0);
+    const QModelIndex bad = view.model()->index(1, 0);
+    EXPECT_TRUE(bad.data(Qt::BackgroundRole).isValid());
+    EXPECT_EQ(bad.data(Qt::ToolTipRole).toString(),
+              "\"n/a\" is not a number: it is ignored and counts as 0.");
+    ASSERT_EQ(notes.size(), 1u);
+    EXPECT_EQ(notes[0], FromQt(bad.data(Qt::ToolTipRole).toString()));
+    Type(2, 3, "12");
+    EXPECT_EQ(grid.Text(2, 3), "") << "a number beyond the limit is still refused";
+    EXPECT_EQ(changes, (std::vector<std::pair<int, int>>{{1, 1}, {1, 2}}));
+}
+
+TEST_F(GridKeyboard, CopyPasteAndDeleteExchangeTabSeparatedText) {
+    grid.SetText(1, 1, "1.5");
+    grid.SetText(2, 1, "2");
+    grid.SetSelection({1, 1, 3, 1});
+    PressKey(&view, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "1.5\t2\tcalc");
+
+    QGuiApplication::clipboard()->setText("1,25\t3\r\n656,27\t4,5\r\n");
+    grid.ClearSelection();
+    grid.SetActiveCell(1, 2);
+    PressKey(&view, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(grid.Text(1, 2), "1.25");
+    EXPECT_EQ(grid.Text(2, 3), "4.5");
+    EXPECT_EQ(grid.Text(3, 2), "calc");
+
+    grid.SetSelection({1, 2, 3, 3});
+    PressKey(&view, Qt::Key_Delete);
+    for (int r : {2, 3}) {
+        EXPECT_EQ(grid.Text(1, r), "");
+        EXPECT_EQ(grid.Text(2, r), "");
+        EXPECT_EQ(grid.Text(3, r), "calc") << "a locked column keeps its text";
+    }
+
+    // The Edit menu's commands reach the same grid.
+    ostrel::testing::ScriptedDialogs dialogs;
+    QtClipboard clip;
+    CSWindow edit(clip, dialogs);
+    WidgetEditTarget target(view.viewport());
+    grid.SetSelection({1, 1, 2, 1});
+    ASSERT_TRUE(edit.EditCut(target));
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "1.5\t2");
+    EXPECT_EQ(grid.Text(1, 1), "");
+    EXPECT_TRUE(dialogs.boxes.empty());
+}
+
+TEST_F(GridKeyboard, EnterInAGridThatIsOnlyReadGoesToTheForm) {
+    for (int c = 1; c <= 2; ++c) grid.SetColumnLocked(c, true);
+    view.setCurrentIndex(view.model()->index(0, 0));
+    QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+    QCoreApplication::sendEvent(&view, &enter);
+    EXPECT_FALSE(enter.isAccepted());
+    EXPECT_EQ(view.currentIndex().row(), 0);
+}
+
+TEST(NumberBox, DecimalCommaIsTakenWithAPoint) {
+    TextBox model;
+    QLineEdit edit;
+    Bind(&edit, model);
+    TypeText(&edit, "1,5168");
+    EXPECT_EQ(model.text.get(), "1.5168");
+    EXPECT_EQ(edit.text(), "1.5168");
+    edit.clear();
+    TypeText(&edit, "Ohara, Inc");
+    EXPECT_EQ(model.text.get(), "Ohara, Inc");
+}
+
+}  // namespace
+}  // namespace ostrel::gui
