@@ -59,6 +59,7 @@
 #include "gui/melt/pop_melt_schott_dialog.h"
 #include "gui/platform/binders.h"
 #include "gui/platform/edit_finisher.h"
+#include "gui/platform/grid_view.h"
 #include "gui/platform/qt_dialogs.h"
 #include "gui/platform/qt_settings_store.h"
 #include "gui/shell/frm_main_mdi_window.h"
@@ -198,6 +199,8 @@ int main(int argc, char** argv) {
     dialogs.SetOwner(&mainWindow);
     dialogs.SetHelpLine(
         [&mainForm](const std::string& text, bool bold) { mainForm.HelpNote(text, bold); });
+    gui::GridView::SetNoteSink(
+        [&dialogs](const std::string& text) { dialogs.HelpNote(text, false); });
 
     // The setup form. The siblings are looked for beside the program's folder, then on
     // the user's drive.
@@ -345,6 +348,7 @@ int main(int argc, char** argv) {
                                           mainForm.PrepForPopup(index, label);
                                       }});
     gui::frmGlassesListWindow listWindow(glassesList, &app, &mainWindow);
+    listWindow.DockIn(&mainWindow);
     QObject::connect(&listWindow, &gui::frmGlassesListWindow::popupRequested, &mainWindow,
                      [&mainWindow](const QPoint& pos) { mainWindow.ShowPopup(pos); });
     QObject::connect(&mainWindow, &gui::frmMainMDIWindow::resized, &listWindow,
