@@ -60,5 +60,6 @@ void RegisterOpticsCommands(CLI::App& app, CliContext& ctx);
 void RegisterImportCommands(CLI::App& app, CliContext& ctx);
 void RegisterExternalCommands(CLI::App& app, CliContext& ctx);
 void RegisterMeltCommands(CLI::App& app, CliContext& ctx);
+void RegisterGlassMapCommands(CLI::App& app, CliContext& ctx);
 
 }  // namespace ostrel::cli

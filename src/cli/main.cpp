@@ -27,6 +27,7 @@ int main(int argc, char** argv) {
     RegisterImportCommands(app, ctx);
     RegisterExternalCommands(app, ctx);
     RegisterMeltCommands(app, ctx);
+    RegisterGlassMapCommands(app, ctx);
 
     try {
         app.parse(argc, argv);

@@ -165,9 +165,13 @@ void frmGlassMap::UpdateStatus() {
 }
 
 void frmGlassMap::optViewClick(bool pgf) {
+    SetView(pgf);
+    settings_.SaveSetting(kGlassMapSection, "View", pgf ? "PgF" : "Abbe");
+}
+
+void frmGlassMap::SetView(bool pgf) {
     optPgF.value = pgf;
     optAbbe.value = !pgf;
-    settings_.SaveSetting(kGlassMapSection, "View", pgf ? "PgF" : "Abbe");
     view_ = FullView();
     Changed();
 }

@@ -47,7 +47,10 @@ class frmGlassMap {
     // Notified whenever the picture changes.
     Picture picMap;
 
+    // The view chosen in the window, remembered for the next time.
     void optViewClick(bool pgf);
+    // The view for one picture (the command line), not remembered.
+    void SetView(bool pgf);
     // The source's check box was set; the map follows.
     void chkSourceClick(int source);
     void txtSearchChange();
