@@ -9,6 +9,7 @@ packages=(
     libgtest-dev libgmock-dev libbenchmark-dev
     clang-format xvfb xauth
     clang libclang-rt-dev
+    desktop-file-utils appstream dpkg-dev file
 )
 
 missing=()

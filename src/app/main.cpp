@@ -13,9 +13,11 @@
 #include <QScreen>
 #include <QTimer>
 #include <algorithm>
+#include <cstdio>
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <string_view>
 
 #include "core/external/bas1_setup.h"
 #include "core/external/frm1setup.h"
@@ -34,6 +36,7 @@
 #include "core/platform/clock.h"
 #include "core/platform/data_folder.h"
 #include "core/platform/error_display.h"
+#include "core/platform/install_paths.h"
 #include "core/platform/maker.h"
 #include "core/platform/settings_file.h"
 #include "core/shell/cs_application.h"
@@ -105,8 +108,16 @@ void Settle(int ms) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    // --version needs no display: it is answered before the application starts.
+    for (int i = 1; i < argc; ++i) {
+        if (std::string_view(argv[i]) == "--version") {
+            std::printf("ostrel %s\n", ProgramVersion());
+            return 0;
+        }
+    }
     QApplication qapp(argc, argv);
     QApplication::setApplicationName(maker::kProgramTitle);
+    QApplication::setApplicationVersion(ProgramVersion());
     QApplication::setOrganizationName("Ostrel");
     gui::EditFinisher finisher;
     qapp.installEventFilter(&finisher);
@@ -114,6 +125,7 @@ int main(int argc, char** argv) {
     QCommandLineParser parser;
     parser.setApplicationDescription("Custom optical materials");
     parser.addHelpOption();
+    parser.addOption(QCommandLineOption("version", "Print the version and end."));
     QCommandLineOption dataDir(
         "data-dir", "Folder of the custom material list; it keeps its own settings too.", "DIR");
     QCommandLineOption screenshots(
@@ -188,7 +200,10 @@ int main(int argc, char** argv) {
     frmMainMDI::Hooks mainHooks;
     mainHooks.editInNewForm = editNew;
     mainHooks.editInMeltForm = editMelt;
-    mainHooks.setHelpFile = [&app, folder] { SetHelpFile(app, folder); };
+    // The help file in the data folder, else the guide the program is installed with.
+    mainHooks.setHelpFile = [&app, folder] {
+        if (!SetHelpFile(app, folder)) SetHelpFile(app, InstalledDataFolder(InstalledData::Guide));
+    };
     mainHooks.unload = [&window] {
         if (window) window->close();
     };

@@ -36,12 +36,28 @@ class CliDialogs : public Dialogs {
     size_t nextInput_ = 0;
 };
 
+struct CliContext;
+
+// The one-time notices of the windows ("Enhanced import" and the like). The command line
+// shows a notice's text on stderr only with --verbose, and never asks whether to show it
+// again: a script sees the same output on every run.
+class CliNotices : public QuietDialogs {
+  public:
+    explicit CliNotices(const CliContext& ctx) : ctx_(ctx) {}
+    MsgAnswer MsgBox(const std::string& text, MsgButtons buttons, MsgIcon icon,
+                     const std::string& title) override;
+
+  private:
+    const CliContext& ctx_;
+};
+
 struct CliContext {
     std::string dataDir;     // the custom list's folder
     std::string lumbrakDir;  // folder of the catalogue and generic name files
     // The settings file: inside the data folder when one is given, else the per-user one.
     std::string settingsPath;
     std::string answer = "yes";
+    bool verbose = false;  // print the one-time notices too
     CliDialogs* dialogs = nullptr;
     std::ostream* out = nullptr;
     std::ostream* err = nullptr;
@@ -61,5 +77,6 @@ void RegisterImportCommands(CLI::App& app, CliContext& ctx);
 void RegisterExternalCommands(CLI::App& app, CliContext& ctx);
 void RegisterMeltCommands(CLI::App& app, CliContext& ctx);
 void RegisterGlassMapCommands(CLI::App& app, CliContext& ctx);
+void RegisterAboutCommand(CLI::App& app, CliContext& ctx);
 
 }  // namespace ostrel::cli

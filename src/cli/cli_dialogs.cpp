@@ -31,4 +31,19 @@ std::optional<std::string> CliDialogs::InputBox(const std::string&, const std::s
     return std::nullopt;
 }
 
+MsgAnswer CliNotices::MsgBox(const std::string& text, MsgButtons buttons, MsgIcon icon,
+                             const std::string& title) {
+    if (ctx_.verbose && ctx_.err) {
+        // The notice without the windows' closing question.
+        const std::string question = "\nDo you want to see this message again?";
+        std::string notice = text;
+        if (notice.size() >= question.size() &&
+            notice.compare(notice.size() - question.size(), question.size(), question) == 0) {
+            notice.resize(notice.size() - question.size());
+        }
+        CliDialogs(*ctx_.err).MsgBox(notice, MsgButtons::OK, icon, title);
+    }
+    return QuietDialogs::MsgBox(text, buttons, icon, title);
+}
+
 }  // namespace ostrel::cli

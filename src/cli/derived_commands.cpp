@@ -2,6 +2,7 @@
 // transtable FILE --width MM: the fixed-wavelength absorption table and the colour code of
 // a transmission curve given as rows "wave_nm,absorption_per_mm".
 #include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <array>
@@ -65,7 +66,7 @@ bool ReadTransFile(const std::string& path, std::vector<TransPoint>& points, std
     return true;
 }
 
-int RunTransTable(const std::string& path, float width, CliContext& ctx) {
+int RunTransTable(const std::string& path, float width, bool json, CliContext& ctx) {
     std::vector<TransPoint> points;
     if (!ReadTransFile(path, points, *ctx.err)) return kExitRefused;
 
@@ -84,6 +85,15 @@ int RunTransTable(const std::string& path, float width, CliContext& ctx) {
     ColourCode(*rec, width, m.TransWave, m.TransInternal);
 
     std::ostream& out = *ctx.out;
+    if (json) {
+        // The record's names: the table beside its fixed wavelengths, and the colour code.
+        nlohmann::ordered_json j;
+        j["TransTableWave"] = TransTableWave;
+        j["TransTable"] = rec->TransTable;
+        j["CC"] = rec->Other.CC.Text();
+        out << j.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+        return kExitOk;
+    }
     for (size_t i = 0; i < TransTableWave.size(); ++i) {
         out << ShortNumber(TransTableWave[i]) << '\t' << ShortNumber(rec->TransTable[i]) << '\n';
     }
@@ -98,15 +108,23 @@ void RegisterDerivedCommands(CLI::App& app, CliContext& ctx) {
         std::string nd, vd;
         std::string file;
         float width = 10.0f;
+        bool json = false;
     };
     auto args = std::make_shared<Args>();
 
     auto* code = app.add_subcommand("glasscode", "Glass code of an index nd and Abbe number vd");
     code->add_option("ND", args->nd, "Index at the d line")->required()->check(FiniteNumber());
     code->add_option("VD", args->vd, "Abbe number")->required()->check(FiniteNumber());
+    code->add_flag("--json", args->json, "Write JSON");
     code->callback([args, &ctx] {
         ctx.run = [args, &ctx] {
-            *ctx.out << MakeGlassCode(args->nd, args->vd) << '\n';
+            if (args->json) {
+                *ctx.out << nlohmann::ordered_json{{"GlassCode", MakeGlassCode(args->nd, args->vd)}}
+                                .dump(2)
+                         << '\n';
+            } else {
+                *ctx.out << MakeGlassCode(args->nd, args->vd) << '\n';
+            }
             return kExitOk;
         };
     });
@@ -119,8 +137,9 @@ void RegisterDerivedCommands(CLI::App& app, CliContext& ctx) {
     table->add_option("--width", args->width, "Plate thickness in mm for the interpolation")
         ->capture_default_str()
         ->check(PositiveNumber());
+    table->add_flag("--json", args->json, "Write JSON");
     table->callback([args, &ctx] {
-        ctx.run = [args, &ctx] { return RunTransTable(args->file, args->width, ctx); };
+        ctx.run = [args, &ctx] { return RunTransTable(args->file, args->width, args->json, ctx); };
     });
 }
 

@@ -15,6 +15,7 @@
 #include "core/external/frm_glasses_del_ext.h"
 #include "core/external/kelmora_database.h"
 #include "core/platform/file_io.h"
+#include "core/platform/install_paths.h"
 #include "core/platform/settings_file.h"
 
 namespace ostrel::cli {
@@ -55,6 +56,18 @@ int RunPaths(CliContext& ctx, const ExternalArgs& a) {
         setup.SavePaths();
         setup.SetFirstLoad(false);
         setup.StoreFirstLoad();
+    }
+    if (a.json) {
+        // The names the setup keeps them under.
+        nlohmann::ordered_json j;
+        j["PathKelmora"] = setup.GetPathKelmora();
+        j["KelmoraFound"] = setup.GetKelmoraFound();
+        j["PathLumbrak"] = setup.GetPathLumbrak();
+        j["LumbrakFound"] = setup.GetLumbrakFound();
+        j["PathSextane"] = setup.GetPathSextane();
+        j["SextaneFound"] = setup.GetSextaneFound();
+        *ctx.out << j.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+        return kExitOk;
     }
     *ctx.out << "KelmoraTD\t" << Shown(setup.GetKelmoraFound(), setup.GetPathKelmora()) << '\n'
              << "Lumbrak3D\t" << Shown(setup.GetLumbrakFound(), setup.GetPathLumbrak()) << '\n'
@@ -217,11 +230,13 @@ int RunDbMove(CliContext& ctx, const ExternalArgs& a, bool archive) {
 }
 
 int RunDemo(CliContext& ctx, const ExternalArgs& a) {
-    // The catalogue built into the program, unless another one is named.
+    // The catalogue named, else the one the program is installed with, else the one built
+    // into the program.
     std::string catalogue = "(built-in)";
     std::string text = kEmbeddedDemoCatalogue;
-    if (!a.catalogue.empty()) {
-        catalogue = a.catalogue;
+    const std::string file = a.catalogue.empty() ? InstalledDemoCatalogue() : a.catalogue;
+    if (!file.empty()) {
+        catalogue = file;
         FileError error;
         if (!ReadWholeFile(catalogue, text, error)) {
             *ctx.err << "The demo catalogue could not be read: " << error.message << '\n';
@@ -252,6 +267,7 @@ void RegisterExternalCommands(CLI::App& app, CliContext& ctx) {
     paths->add_option("--kelmora", a->kelmora, "Folder of KelmoraTD.EXE");
     paths->add_option("--lumbrak", a->lumbrak, "Folder of Lumbrak3D.EXE");
     paths->add_option("--sextane", a->sextane, "Folder of LumbrakSextaneTD.EXE");
+    paths->add_flag("--json", a->json, "Write JSON");
     paths->callback([&ctx, a] { ctx.run = [&ctx, a] { return RunPaths(ctx, *a); }; });
 
     auto* update = app.add_subcommand("update", "Put custom materials into the sibling programs");

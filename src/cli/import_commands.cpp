@@ -25,11 +25,20 @@ int TypeFromName(const std::string& text) {
     return 0;
 }
 
+// The summary of one file read, for stderr: "a.agf: 12 staged, 3 refitted" and, when
+// glasses were passed over, how many and why.
+std::string FileSummary(const std::string& file, frm4Import& form) {
+    std::string line = file + ": " + std::to_string(form.ImportCount()) + " staged, " +
+                       std::to_string(form.RefitCount()) + " refitted";
+    if (!form.lblSkipped.caption.get().empty()) line += "; " + form.lblSkipped.caption.get();
+    return line;
+}
+
 }  // namespace
 
 void RegisterImportCommands(CLI::App& app, CliContext& ctx) {
     struct Args {
-        std::string file;
+        std::vector<std::string> files;
         std::string type;
         bool refitAll = false;
         bool json = false;
@@ -42,15 +51,15 @@ void RegisterImportCommands(CLI::App& app, CliContext& ctx) {
     };
     auto args = std::make_shared<Args>();
 
-    auto* imp = app.add_subcommand("import", "Read a material text file into the import grid");
-    imp->add_option("FILE", args->file, "GLZ, GLA, GLS, GLC or AGF file")
+    auto* imp = app.add_subcommand("import", "Read material text files into the import grid");
+    imp->add_option("FILE", args->files, "GLZ, GLA, GLS, GLC or AGF files")
         ->required()
         ->check(NotAFolder());
     imp->add_option("--type", args->type, "glz|gla|gls|glc|agf (default: from the extension)");
     imp->add_flag("--refit-all", args->refitAll, "Refit AGF formulas that have no stored form");
     imp->add_flag("--json", args->json, "Write the staged records as JSON");
     auto* addAll = imp->add_flag("--add-all", args->addAll, "Add every staged material");
-    imp->add_option("--add", args->add, "Add staged materials FIRST..LAST")
+    imp->add_option("--add", args->add, "Add staged materials FIRST..LAST (one file only)")
         ->expected(2)
         ->excludes(addAll);
     imp->add_option("--rename-source", args->renameSource, "New source of the staged materials")
@@ -58,62 +67,94 @@ void RegisterImportCommands(CLI::App& app, CliContext& ctx) {
     imp->callback([&ctx, args] {
         ctx.run = [&ctx, args] {
             if (!RangeInOrder(args->add, *ctx.err)) return kExitUsage;
-            int type = TypeFromName(args->type.empty()
-                                        ? std::filesystem::path(args->file).extension().string()
-                                        : args->type);
-            if (type == 0) {
-                *ctx.err << "Unknown file type; give --type glz|gla|gls|glc|agf\n";
+            const bool several = args->files.size() > 1;
+            if (several && !args->add.empty()) {
+                *ctx.err << "--add takes one file; give --add-all to add from several\n";
                 return kExitUsage;
+            }
+            // Every type is known before any file is read.
+            std::vector<int> types;
+            for (const auto& file : args->files) {
+                const int type = TypeFromName(args->type.empty()
+                                                  ? std::filesystem::path(file).extension().string()
+                                                  : args->type);
+                if (type == 0) {
+                    *ctx.err << "Unknown file type of " << file
+                             << "; give --type glz|gla|gls|glc|agf\n";
+                    return kExitUsage;
+                }
+                types.push_back(type);
             }
             CliList opened(ctx);
             if (!opened.Open()) return kExitRefused;
+            // The windows' one-time notices: printed only with --verbose.
+            CliNotices notices(ctx);
             MemorySettingsStore settings;
-            CNewMsg newMsg(opened.dialogs(), settings);
-            frm4Import form(opened.list(), opened.dialogs(), settings, newMsg, ctx.dataDir);
-            form.chkRefitOther.value = args->refitAll;
-            const bool read = form.ImportFile(args->file, type);
-            if (!args->renameSource.empty()) {
-                ctx.dialogs->inputAnswers.push_back(args->renameSource);
-                form.comRenameSourceClick();
-            }
-            if (!form.lblReFit.caption.get().empty()) *ctx.err << form.lblReFit.caption << '\n';
-            if (!form.lblSkipped.caption.get().empty()) {
-                *ctx.err << form.lblSkipped.caption << '\n';
-            }
-            if (args->json) {
-                auto arr = nlohmann::ordered_json::array();
-                for (int i = 0; i < form.ImportCount(); ++i) {
-                    const auto k = static_cast<size_t>(i);
-                    nlohmann::ordered_json j;
-                    j["record"] = RecordToJson(form.ImportList()[k]);
-                    j["refitError"] = form.RefitErrors()[k];
-                    j["status"] = form.ssGlasses.Text(frm4Import::kColStatus, i + 1);
-                    j["check"] = form.CheckTexts()[k];
-                    arr.push_back(std::move(j));
+            CNewMsg newMsg(notices, settings);
+
+            int status = kExitOk;
+            auto staged = nlohmann::ordered_json::array();
+            bool headed = false;
+            // Each file is read by a fresh import form, as the window reads it, into the
+            // same list; with several files each row names its file first.
+            for (size_t f = 0; f < args->files.size(); ++f) {
+                const std::string& file = args->files[f];
+                frm4Import form(opened.list(), opened.dialogs(), settings, newMsg, ctx.dataDir);
+                form.chkRefitOther.value = args->refitAll;
+                const bool read = form.ImportFile(file, types[f]);
+                if (!args->renameSource.empty()) {
+                    ctx.dialogs->inputAnswers.push_back(args->renameSource);
+                    form.comRenameSourceClick();
                 }
-                *ctx.out << arr.dump(2, ' ', false,
-                                     nlohmann::ordered_json::error_handler_t::replace)
-                         << '\n';
-            } else {
-                const auto& g = form.ssGlasses;
-                for (int c = 1; c <= g.MaxCols(); ++c) {
-                    *ctx.out << g.Column(c).title << (c < g.MaxCols() ? '\t' : '\n');
-                }
-                for (int r = 1; r <= g.MaxRows(); ++r) {
-                    for (int c = 1; c <= g.MaxCols(); ++c) {
-                        *ctx.out << g.Text(c, r) << (c < g.MaxCols() ? '\t' : '\n');
+                *ctx.err << FileSummary(file, form) << '\n';
+                if (args->json) {
+                    for (int i = 0; i < form.ImportCount(); ++i) {
+                        const auto k = static_cast<size_t>(i);
+                        nlohmann::ordered_json j;
+                        j["file"] = file;
+                        j["record"] = RecordToJson(form.ImportList()[k]);
+                        j["refitError"] = form.RefitErrors()[k];
+                        j["status"] = form.ssGlasses.Text(frm4Import::kColStatus, i + 1);
+                        j["check"] = form.CheckTexts()[k];
+                        staged.push_back(std::move(j));
+                    }
+                } else {
+                    const auto& g = form.ssGlasses;
+                    if (!headed) {
+                        if (several) *ctx.out << "File\t";
+                        for (int c = 1; c <= g.MaxCols(); ++c) {
+                            *ctx.out << g.Column(c).title << (c < g.MaxCols() ? '\t' : '\n');
+                        }
+                        headed = true;
+                    }
+                    for (int r = 1; r <= g.MaxRows(); ++r) {
+                        if (several) *ctx.out << file << '\t';
+                        for (int c = 1; c <= g.MaxCols(); ++c) {
+                            *ctx.out << g.Text(c, r) << (c < g.MaxCols() ? '\t' : '\n');
+                        }
                     }
                 }
+                if (!read) {
+                    status = kExitRefused;
+                    continue;
+                }
+                bool added = true;
+                if (args->addAll) {
+                    added = form.AddRange(1, form.ImportCount());
+                } else if (args->add.size() == 2) {
+                    if (!RangeInside(args->add[0], args->add[1], form.ImportCount(),
+                                     "staged materials", "in an import of", *ctx.err))
+                        return kExitUsage;
+                    added = form.AddRange(args->add[0], args->add[1]);
+                }
+                if (!added) status = kExitRefused;
             }
-            if (!read) return kExitRefused;
-            if (args->addAll) return form.AddRange(1, form.ImportCount()) ? kExitOk : kExitRefused;
-            if (args->add.size() == 2) {
-                if (!RangeInside(args->add[0], args->add[1], form.ImportCount(), "staged materials",
-                                 "in an import of", *ctx.err))
-                    return kExitUsage;
-                return form.AddRange(args->add[0], args->add[1]) ? kExitOk : kExitRefused;
+            if (args->json) {
+                *ctx.out << staged.dump(2, ' ', false,
+                                        nlohmann::ordered_json::error_handler_t::replace)
+                         << '\n';
             }
-            return kExitOk;
+            return status;
         };
     });
 

@@ -85,16 +85,22 @@ void RegisterIndexFitCommands(CLI::App& app, CliContext& ctx) {
         ->required()
         ->expected(1, -1)
         ->check(PositiveNumber());
+    index->add_flag("--json", args->json, "Write JSON");
     index->callback([&ctx, args, typeOpt, coefOpt] {
         ctx.run = [&ctx, args, typeOpt, coefOpt] {
             PolyCoefBlock coef{};
             int16_t type = 0;
             if (args->record > 0) {
-                CliList opened(ctx);
-                if (!opened.Open()) return kExitRefused;
-                if (!opened.CheckIndex(args->record)) return kExitUsage;
+                // Only material N is read when the list file allows it.
                 MaterialRecord rec;
-                opened.list().GetMaterial(args->record, rec);
+                if (auto one = GlassesList::ReadListedMaterial(ctx.dataDir, args->record)) {
+                    rec = *one;
+                } else {
+                    CliList opened(ctx);
+                    if (!opened.Open()) return kExitRefused;
+                    if (!opened.CheckIndex(args->record)) return kExitUsage;
+                    opened.list().GetMaterial(args->record, rec);
+                }
                 coef = rec.General.PolyCoef;
                 type = rec.General.Polytype;
             } else {
@@ -109,12 +115,18 @@ void RegisterIndexFitCommands(CLI::App& app, CliContext& ctx) {
                 for (size_t i = 0; i < args->coef.size(); ++i) coef[i] = args->coef[i];
                 type = static_cast<int16_t>(args->polytype);
             }
+            auto rows = nlohmann::ordered_json::array();
             for (const auto& w : args->waves) {
                 int16_t ok = 0;
-                const double n = IndexFromPolynomial(
-                    coef, static_cast<float>(std::strtod(w.c_str(), nullptr)), type, ok);
-                *ctx.out << w << '\t' << Decimals10(n) << '\t' << ok << '\n';
+                const double wave = std::strtod(w.c_str(), nullptr);
+                const double n = IndexFromPolynomial(coef, static_cast<float>(wave), type, ok);
+                if (args->json) {
+                    rows.push_back({{"Wavelength", wave}, {"Index", n}, {"Ok", ok}});
+                } else {
+                    *ctx.out << w << '\t' << Decimals10(n) << '\t' << ok << '\n';
+                }
             }
+            if (args->json) *ctx.out << rows.dump(2) << '\n';
             return kExitOk;
         };
     });

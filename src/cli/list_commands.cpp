@@ -55,6 +55,12 @@ void RegisterListCommands(CLI::App& app, CliContext& ctx) {
     show->add_flag("--json", args->json, "Write JSON (the only format)");
     show->callback([&ctx, args] {
         ctx.run = [&ctx, args] {
+            // Only material N is read from the list file; the whole list is loaded when
+            // that cannot be done (an older file to convert, N beyond the list).
+            if (auto one = GlassesList::ReadListedMaterial(ctx.dataDir, args->index)) {
+                *ctx.out << Dump(RecordToJson(*one)) << '\n';
+                return kExitOk;
+            }
             CliList opened(ctx);
             if (!opened.Open()) return kExitRefused;
             if (!opened.CheckIndex(args->index)) return kExitUsage;

@@ -4,6 +4,7 @@
 
 #include "cli/cli_context.h"
 #include "core/platform/data_folder.h"
+#include "core/platform/install_paths.h"
 #include "core/platform/settings_file.h"
 
 int main(int argc, char** argv) {
@@ -21,6 +22,9 @@ int main(int argc, char** argv) {
                    "Folder holding STFenmarkExA.dat and SPFenmark.dat (name rules)");
     app.add_option("--answer", ctx.answer, "How every question box is answered")
         ->check(CLI::IsMember({"yes", "no"}));
+    app.add_flag("--verbose", ctx.verbose, "Also print the one-time notices of the windows");
+    app.set_version_flag("--version", std::string("ostrel-cli ") + ostrel::ProgramVersion(),
+                         "Print the version and end");
 
     RegisterListCommands(app, ctx);
     RegisterOpticsCommands(app, ctx);
@@ -28,6 +32,7 @@ int main(int argc, char** argv) {
     RegisterExternalCommands(app, ctx);
     RegisterMeltCommands(app, ctx);
     RegisterGlassMapCommands(app, ctx);
+    RegisterAboutCommand(app, ctx);
 
     try {
         app.parse(argc, argv);

@@ -80,8 +80,9 @@ int RunMelt(CliContext& ctx, const MeltArgs& a) {
     CliList opened(ctx);
     if (!opened.Open()) return kExitRefused;
 
-    // One-time notices and the remembered maker are the desktop's business.
-    QuietDialogs quiet;
+    // One-time notices are printed only with --verbose; the remembered maker is the
+    // desktop's business.
+    CliNotices quiet(ctx);
     MemorySettingsStore scratch;
     CNewMsg notices(quiet, scratch);
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
 #include <span>
 
 #include "core/material/catalogue_record.h"
@@ -118,6 +119,38 @@ void GlassesList::RebuildKeys() {
     customKeys_.clear();
     for (const auto& rec : customList_) {
         AddKey(customKeys_, rec.General.GlassName.Raw(), rec.General.Source.Raw());
+    }
+}
+
+std::optional<MaterialRecord> GlassesList::ReadListedMaterial(const std::string& dataFolder,
+                                                              int index) {
+    if (index < 1) return std::nullopt;
+    std::ifstream in(fs::path(dataFolder) / kCustomFileName, std::ios::binary);
+    if (!in) return std::nullopt;
+    // The name (offset 6) and the source (offset 38) end within a record's first 68 bytes.
+    constexpr std::streamsize kKeyBytes = 68;
+    std::unordered_set<std::string> keys;
+    MaterialImage image;
+    MaterialRecord rec;
+    int position = 0;
+    for (;;) {
+        image.fill(0);
+        in.read(reinterpret_cast<char*>(image.data()), kKeyBytes);
+        if (in.gcount() <= 0) return std::nullopt;
+        FromBytes(image.data(), rec);
+        // The same rule as the list's: unusable names and repeated keys are passed over.
+        const bool listed = NameUsable(rec) && keys.insert(MaterialKey(rec)).second;
+        if (listed && ++position == index) {
+            in.read(reinterpret_cast<char*>(image.data()) + kKeyBytes,
+                    static_cast<std::streamsize>(kMaterialRecordSize) - kKeyBytes);
+            FromBytes(image.data(), rec);
+            FitCountsToTables(rec);
+            return rec;
+        }
+        if (!in || !in.seekg(static_cast<std::streamoff>(kMaterialRecordSize) - kKeyBytes,
+                             std::ios::cur)) {
+            return std::nullopt;
+        }
     }
 }
 

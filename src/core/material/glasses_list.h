@@ -2,6 +2,7 @@
 // The custom material list and its file, and the catalogue and generic names that guard
 // the user's names.
 #include <functional>
+#include <optional>
 #include <string>
 #include <unordered_set>
 #include <vector>
@@ -45,6 +46,12 @@ class GlassesList {
     // Reads the current file, or converts the newest older file found. False when a file
     // could not be read (reported).
     bool LoadCustomFile();
+    // Material `index` (from 1) of the current file in `dataFolder`, as LoadCustomFile
+    // would list it, read without loading the list: of the records before it only the
+    // name and source are read. Nothing (and no report) when there is no current file,
+    // it cannot be read, or it lists fewer materials; the caller then loads the list.
+    static std::optional<MaterialRecord> ReadListedMaterial(const std::string& dataFolder,
+                                                            int index);
     // Writes the list to the current file (backup first). False when it could not be
     // written (reported); the file on disk is then as it was.
     bool SaveCustomFile();

@@ -1,15 +1,17 @@
 #pragma once
 // Facts about the program's maker, used in messages, help notes and the contact box.
 // Kept in one place so that a distributor can change them.
+#include "ostrel_version.h"
+
 namespace ostrel::maker {
 
 inline constexpr const char* kName = "Harvenz Photonics";
 inline constexpr const char* kProgramTitle = "OstrelTD";
 
-// The program's version: major.minor.revision.
-inline constexpr int kVersionMajor = 3;
-inline constexpr int kVersionMinor = 0;
-inline constexpr int kVersionRevision = 1;
+// The program's version: major.minor.revision, the project's version.
+inline constexpr int kVersionMajor = OSTREL_VERSION_MAJOR;
+inline constexpr int kVersionMinor = OSTREL_VERSION_MINOR;
+inline constexpr int kVersionRevision = OSTREL_VERSION_PATCH;
 inline constexpr const char* kCopyright =
     "Copyright (c) Harvenz Photonics Ltd. All rights reserved.";
 inline constexpr const char* kComment =

@@ -2,9 +2,7 @@
 
 #include <QAbstractItemModel>
 #include <QApplication>
-#include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QMdiSubWindow>
 #include <QMessageBox>
 #include <QTemporaryDir>
@@ -19,6 +17,7 @@
 #include "core/melt/pop_melt_parent.h"
 #include "core/melt/pop_melt_schott.h"
 #include "core/optics/index_from_polynomial.h"
+#include "core/platform/install_paths.h"
 #include "core/platform/settings_store.h"
 #include "core/platform/text.h"
 #include "core/shell/manage_forms.h"
@@ -56,13 +55,8 @@ void Type(GridView* view, int col, int row, const QString& text) {
 }  // namespace
 
 QString FindDemoCatalogue() {
-    QDir dir(QCoreApplication::applicationDirPath());
-    for (int up = 0; up < 6; ++up) {
-        const QString file = dir.filePath("data/demo/" + QString(kDemoCatalogueName));
-        if (QFileInfo::exists(file)) return file;
-        if (!dir.cdUp()) break;
-    }
-    return {};
+    // The catalogue the program is installed with, or staged in its build folder.
+    return QString::fromStdString(InstalledDemoCatalogue());
 }
 
 void ShowMeltFormSamples(ManageForms& forms, frm7Melt& unit, frm7MeltWindow& window,
