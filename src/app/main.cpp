@@ -361,11 +361,19 @@ int main(int argc, char** argv) {
     frmGlassesList glassesList(list, {[&forms] { return forms.GetCurrentForm(); },
                                       [&mainForm](int index, const std::string& label) {
                                           mainForm.PrepForPopup(index, label);
+                                      },
+                                      [&mainForm](int index, const std::string& label) {
+                                          mainForm.PrepForPopupMelt(index, label);
+                                      },
+                                      [&dialogs](const std::string& text) {
+                                          dialogs.HelpNote(text, false);
                                       }});
     gui::frmGlassesListWindow listWindow(glassesList, &app, &mainWindow);
     listWindow.DockIn(&mainWindow);
     QObject::connect(&listWindow, &gui::frmGlassesListWindow::popupRequested, &mainWindow,
-                     [&mainWindow](const QPoint& pos) { mainWindow.ShowPopup(pos); });
+                     [&mainWindow](const QPoint& pos, bool melt) {
+                         mainWindow.ShowPopup(pos, melt);
+                     });
     QObject::connect(&mainWindow, &gui::frmMainMDIWindow::resized, &listWindow,
                      [&listWindow] { listWindow.ForceResize(); });
     glassesList.Display();

@@ -6,10 +6,15 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPushButton>
+#include <QVBoxLayout>
 
 #include "gui/platform/binders.h"
 #include "gui/platform/clipboard_edit.h"
 #include "gui/platform/grid_view.h"
+#include "gui/platform/mdi_form.h"
 #include "support/scripted_dialogs.h"
 #include "user_input.h"
 
@@ -108,6 +113,41 @@ TEST_F(GridKeyboard, EnterInAGridThatIsOnlyReadGoesToTheForm) {
     QCoreApplication::sendEvent(&view, &enter);
     EXPECT_FALSE(enter.isAccepted());
     EXPECT_EQ(view.currentIndex().row(), 0);
+}
+
+TEST_F(GridKeyboard, EnterAndEscapePressTheFormsDefaultAndCancelButtons) {
+    QMdiArea area;
+    auto* form = new QWidget;
+    auto* layout = new QVBoxLayout(form);
+    auto* box = new QLineEdit(form);
+    view.setParent(form);
+    auto* save = new QPushButton("&Save", form);
+    save->setObjectName("comAdd");
+    save->setDefault(true);
+    auto* close = new QPushButton("&Close", form);
+    close->setObjectName("comOK");
+    for (QWidget* w : {static_cast<QWidget*>(box), static_cast<QWidget*>(&view),
+                       static_cast<QWidget*>(save), static_cast<QWidget*>(close)})
+        layout->addWidget(w);
+    int saves = 0, closes = 0;
+    QObject::connect(save, &QPushButton::clicked, [&] { ++saves; });
+    QObject::connect(close, &QPushButton::clicked, [&] { ++closes; });
+    AddFormSubWindow(
+        &area, form, {}, "form", {400, 300}, [] { return true; }, [] {})
+        ->show();
+    area.show();
+
+    PressKey(box, Qt::Key_Return);
+    PressKey(box, Qt::Key_Escape);
+    view.setCurrentIndex(view.model()->index(0, 0));
+    PressKey(&view, Qt::Key_Return);  // moves down the grid instead
+    EXPECT_EQ(saves, 1);
+    EXPECT_EQ(closes, 1);
+    EXPECT_EQ(view.currentIndex().row(), 1);
+    save->setEnabled(false);
+    PressKey(box, Qt::Key_Enter, Qt::KeypadModifier);
+    EXPECT_EQ(saves, 1) << "a disabled default button is not pressed";
+    view.setParent(nullptr);
 }
 
 TEST(NumberBox, DecimalCommaIsTakenWithAPoint) {

@@ -54,12 +54,23 @@ void frmGlassesList::UpdateTable() {
 }
 
 bool frmGlassesList::ssGlassesListRightClick(int row) {
-    if (hooks_.currentForm && hooks_.currentForm() != 0) return false;
+    if (hooks_.currentForm && hooks_.currentForm() != 0) {
+        if (hooks_.note) hooks_.note(kMenuWhileFormOpen);
+        return false;
+    }
     if (row < 1 || row > ssGlassesList.MaxRows()) return false;
     const std::string label = ssGlassesList.Text(1, row) + "/" + ssGlassesList.Text(2, row);
     if (label.find('\0') != std::string::npos) return false;
     ssGlassesList.SetActiveCell(1, row);
-    if (hooks_.prepForPopup) hooks_.prepForPopup(row, label);
+    const auto& records = list_.CustomList();
+    popupMelt_ = row <= static_cast<int>(records.size()) &&
+                 records[static_cast<size_t>(row - 1)].Melt.MeltFlag != 0 &&
+                 hooks_.prepForPopupMelt != nullptr;
+    if (popupMelt_) {
+        hooks_.prepForPopupMelt(row, label);
+    } else if (hooks_.prepForPopup) {
+        hooks_.prepForPopup(row, label);
+    }
     return true;
 }
 

@@ -22,7 +22,15 @@ class frmGlassesList {
         std::function<int()> currentForm;
         // The main window's PrepForPopup(index, label).
         std::function<void(int, const std::string&)> prepForPopup;
+        // The main window's PrepForPopupMelt(index, label), for a melt glass's row.
+        std::function<void(int, const std::string&)> prepForPopupMelt;
+        // A line on the help line.
+        std::function<void(const std::string&)> note;
     };
+
+    // Said on the help line when the list is right clicked while a form is open.
+    static constexpr const char* kMenuWhileFormOpen =
+        "The list's menu is available once the open form is closed.";
 
     frmGlassesList(GlassesList& list, Hooks hooks);
     ~frmGlassesList();
@@ -35,8 +43,12 @@ class frmGlassesList {
     // Refills the grid from the custom list.
     void UpdateTable();
 
-    // A right click on grid row `row`. True when the popup menu is to be opened.
+    // A right click (or the menu key) on grid row `row`. True when the popup menu is to be
+    // opened: the melt menu for a melt glass's row, else the list's menu. While a form is
+    // open the help line says why no menu comes.
     bool ssGlassesListRightClick(int row);
+    // True when the last opened popup is the melt menu.
+    bool PopupIsMelt() const { return popupMelt_; }
 
     Control form{"Materials"};
     Grid ssGlassesList;
@@ -44,6 +56,7 @@ class frmGlassesList {
   private:
     GlassesList& list_;
     Hooks hooks_;
+    bool popupMelt_ = false;
 };
 
 }  // namespace ostrel

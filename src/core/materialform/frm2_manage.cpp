@@ -138,7 +138,7 @@ void frm2Manage::FillGrid() {
         if (!indexes.empty()) clip += '\n';
         clip += rec.General.GlassName.Text() + '\t' + rec.General.Source.Text() + '\t' +
                 WavebandText(rec) + '\t' + IndexRangeText(rec) + '\t' +
-                FormatIsoDate(rec.DateChanged) + '\t' + st.text + '\t' + std::to_string(i + 1);
+                FormatShortDate(rec.DateChanged) + '\t' + st.text + '\t' + std::to_string(i + 1);
         indexes.push_back(static_cast<int>(i));
         status.push_back(std::move(st));
     }

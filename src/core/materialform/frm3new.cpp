@@ -342,11 +342,12 @@ void frm3New::tabPropertiesChange(int tab) {
         bool waveOn;
     };
     static constexpr TabCommands kCommands[] = {
-        {"&Paste", false, "&Clear", false, false},
-        {"&Paste index", true, "&Clear index", true, true},
-        {"&Paste trans", true, "&Clear trans", true, true},
-        {"&Paste", false, "&Clear dndt", true, false},
-        {"&Paste", false, "&Clear other", true, false},
+        // The Alt letters are unique in the form: Clear takes L, Close keeps C.
+        {"&Paste", false, "C&lear", false, false},
+        {"&Paste index", true, "C&lear index", true, true},
+        {"&Paste trans", true, "C&lear trans", true, true},
+        {"&Paste", false, "C&lear dndt", true, false},
+        {"&Paste", false, "C&lear other", true, false},
     };
     tabProperties.tab = tab;
     const bool editable = mode_ != kModeReview;

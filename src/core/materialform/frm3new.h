@@ -161,7 +161,7 @@ class frm3New : public WorkingForm {
     Button comAdd{"Add to list"};
     Button comOK{"&Close"};
     Button comClipPaste{"&Paste"};
-    Button comClear{"&Clear"};
+    Button comClear{"C&lear"};
     Button comWaveSelRefInd{"&Useful wavelengths"};
     Button comMelt{"&Melt glass"};
 

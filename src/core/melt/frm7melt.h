@@ -170,9 +170,11 @@ class frm7Melt : public WorkingForm {
     Button comIndexFit{"Fit polynomial", "Fit chosen polynomial form to supplied data"};
     Button comShowDispConsts{"Show consts", "show the dispersion constants for melt & parent"};
     Button comShowIndex{"Show index", "shows index difference over waveband"};
-    Button comIndexSort{"&Sort", "Sort index data by wavelength"};
-    Button comClipPaste{"&Paste", "Paste data from clipboard "};
-    Button comClear{"&Clear", "Clear existing data"};
+    // Each Alt letter is used once in the form: Sort, Paste and Clear leave S, P and C to
+    // Save, Parent and Close.
+    Button comIndexSort{"S&ort", "Sort index data by wavelength"};
+    Button comClipPaste{"Pas&te", "Paste data from clipboard "};
+    Button comClear{"C&lear", "Clear existing data"};
     Button comWaveSelRefInd{"&Useful wavelengths", "Get predefined spectral/laser wavelength[s]"};
     Button comMeltSchott{"", "Enter melt sheet data using Schott format"};
     Panel fraWaveBand;

@@ -67,6 +67,23 @@ std::string FormatIsoDate(double date) {
     return buf;
 }
 
+namespace {
+std::function<std::string(int, int, int)>& ShortDateFormat() {
+    static std::function<std::string(int, int, int)> format;
+    return format;
+}
+}  // namespace
+
+std::string FormatShortDate(double date) {
+    if (!ShortDateFormat()) return FormatIsoDate(date);
+    const CivilDateTime c = CivilFromOleDate(date);
+    return ShortDateFormat()(c.year, c.month, c.day);
+}
+
+void SetShortDateFormat(std::function<std::string(int year, int month, int day)> format) {
+    ShortDateFormat() = std::move(format);
+}
+
 std::string FormatIsoDateTime(double date) {
     CivilDateTime c = CivilFromOleDate(date);
     char buf[48];

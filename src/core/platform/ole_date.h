@@ -1,5 +1,6 @@
 #pragma once
 // Dates as 64-bit day counts from 1899-12-30, the fraction being the time of day.
+#include <functional>
 #include <string>
 
 namespace ostrel {
@@ -18,5 +19,10 @@ CivilDateTime CivilFromOleDate(double date);
 std::string FormatIsoDate(double date);
 // "yyyy-mm-dd hh:mm:ss"
 std::string FormatIsoDateTime(double date);
+
+// The date in the user's short date format, where the windows have set one (the command line
+// keeps "yyyy-mm-dd", which scripts can read back).
+std::string FormatShortDate(double date);
+void SetShortDateFormat(std::function<std::string(int year, int month, int day)> format);
 
 }  // namespace ostrel

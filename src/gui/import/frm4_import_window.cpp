@@ -36,6 +36,7 @@ frm4ImportWindow::frm4ImportWindow(frm4Import& unit, CSApplication* app, QMdiAre
     // Open and review on top, with the choice that applies to the next AGF read.
     auto* top = new QHBoxLayout();
     QPushButton* open = MakeButton(this, "comImport", unit_.comImport);
+    open->setDefault(true);
     open->setIcon(style()->standardIcon(QStyle::SP_DialogOpenButton));
     connect(open, &QPushButton::clicked, this, [this] { unit_.comImportClick(); });
     top->addWidget(open);

@@ -36,6 +36,7 @@ frm5ExportWindow::frm5ExportWindow(frm5Export& unit, CSApplication* app, QMdiAre
     fraBackup_->setObjectName("fraBackup");
     auto* frame = new QHBoxLayout(fraBackup_);
     QPushButton* sel = MakeButton(fraBackup_, "comExportSel", unit_.comExportSel);
+    sel->setDefault(true);
     connect(sel, &QPushButton::clicked, this, [this] { unit_.comExportSelClick(); });
     frame->addWidget(sel);
     QPushButton* all = MakeButton(fraBackup_, "comExportAll", unit_.comExportAll);

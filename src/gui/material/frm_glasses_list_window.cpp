@@ -36,7 +36,7 @@ frmGlassesListWindow::frmGlassesListWindow(frmGlassesList& unit, CSApplication* 
     grid_->setColumnWidth(0, 150);
     layout->addWidget(grid_);
     connect(grid_, &GridView::cellRightClicked, this, [this](int, int row, const QPoint& pos) {
-        if (unit_.ssGlassesListRightClick(row)) emit popupRequested(pos);
+        if (unit_.ssGlassesListRightClick(row)) emit popupRequested(pos, unit_.PopupIsMelt());
     });
     BindWindow(this, unit_.form);
     resize(300, 420);

@@ -32,8 +32,8 @@ class frmGlassesListWindow : public QWidget {
     void SavePlace();
 
   signals:
-    // The unit prepared the popup: the owner opens it here.
-    void popupRequested(const QPoint& globalPos);
+    // The unit prepared the popup (the melt menu when `melt`): the owner opens it here.
+    void popupRequested(const QPoint& globalPos, bool melt);
 
   protected:
     void closeEvent(QCloseEvent* e) override;

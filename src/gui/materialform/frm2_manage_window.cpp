@@ -1,14 +1,17 @@
 #include "gui/materialform/frm2_manage_window.h"
 
+#include <QDate>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QListWidget>
+#include <QLocale>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "core/platform/ole_date.h"
 #include "gui/platform/binders.h"
 #include "gui/platform/form_widgets.h"
 #include "gui/platform/grid_view.h"
@@ -49,6 +52,10 @@ frmGlassesDelDialog::frmGlassesDelDialog(frmGlassesDel& unit, QWidget* parent) :
 frm2ManageWindow::frm2ManageWindow(frm2Manage& unit, CSApplication* app, QMdiArea* area)
     : unit_(unit), app_(app) {
     setObjectName(kFormName);
+    // The list's dates in the user's short date format.
+    SetShortDateFormat([](int year, int month, int day) {
+        return FromQt(QLocale().toString(QDate(year, month, day), QLocale::ShortFormat));
+    });
     auto* layout = new QVBoxLayout(this);
     grid_ = MakeRowGrid(this, "ssGlassesCurr", unit_.ssGlassesCurr);
     layout->addWidget(grid_, 1);

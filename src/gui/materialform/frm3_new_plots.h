@@ -25,6 +25,7 @@ class IndexPlot : public QWidget {
     int CurvePointCount() const;
     int MeasuredPointCount() const;
     int ResidualPointCount() const;
+    QChartView* residualView() const { return residualView_; }
 
   private:
     QChartView* curveView_;

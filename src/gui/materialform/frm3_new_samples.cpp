@@ -3,6 +3,7 @@
 #include <QAbstractItemModel>
 #include <QApplication>
 #include <QEventLoop>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTabWidget>
@@ -15,8 +16,10 @@
 #include "core/materialform/frm3new.h"
 #include "core/shell/manage_forms.h"
 #include "core/wave/pop_edit_param_wave.h"
+#include "gui/materialform/frm3_new_plots.h"
 #include "gui/materialform/frm3_new_window.h"
 #include "gui/platform/grid_view.h"
+#include "gui/platform/plot_view.h"
 #include "gui/platform/qt_dialogs.h"
 #include "gui/wave/pop_edit_param_wave_window.h"
 
@@ -143,6 +146,18 @@ void ShowMaterialFormSamples(ManageForms& forms, frm3New& unit, frm3NewWindow& w
         window.tabs()->setCurrentIndex(tab);
         Settle(700);
         shot(files[tab]);
+    }
+
+    // The residual plot's context menu, opened over the plot.
+    window.tabs()->setCurrentIndex(frm3New::kTabIndex);
+    Settle(300);
+    if (auto* plot = qobject_cast<PlotView*>(window.indexPlot()->residualView())) {
+        QMenu* menu = plot->MakeContextMenu();
+        menu->popup(plot->mapToGlobal(plot->rect().center()));
+        Settle(700);
+        shot("plot_menu.png");
+        menu->close();
+        menu->deleteLater();
     }
 
     // The picker, opened on the index grid's d line. Its one-time notice is closed first.

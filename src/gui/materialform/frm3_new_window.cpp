@@ -114,7 +114,9 @@ frm3NewWindow::frm3NewWindow(frm3New& unit, CSApplication* app, QMdiArea* area)
     layout->addLayout(status);
 
     auto* commands = new QHBoxLayout();
-    commands->addWidget(MakeButton(this, "comAdd", unit_.comAdd, &frm3New::comAddClick));
+    QPushButton* add = MakeButton(this, "comAdd", unit_.comAdd, &frm3New::comAddClick);
+    add->setDefault(true);  // Enter saves, as the form's default command
+    commands->addWidget(add);
     QPushButton* paste = MakeButton(this, "comClipPaste", unit_.comClipPaste, nullptr);
     connect(paste, &QPushButton::clicked, this, [this] {
         unit_.comClipPasteClick(FromQt(QApplication::clipboard()->text()));
@@ -219,6 +221,11 @@ QWidget* frm3NewWindow::BuildIndexTab() {
         RefreshPlots();
     });
     FitColumns(grid, "-0.0000000");
+    grid->SetPasteHandler([this](const std::string& text) {
+        if (!unit_.comClipPaste.enabled) return;
+        unit_.comClipPasteClick(text);
+        RefreshPlots();
+    });
     col->addWidget(grid, 1);
 
     auto* buttons = new QHBoxLayout();
@@ -233,9 +240,8 @@ QWidget* frm3NewWindow::BuildIndexTab() {
     QLabel* error = MakeLabel(left, "lblError", unit_.lblError);
     error->setTextInteractionFlags(Qt::TextSelectableByMouse);
     // A fit that does not represent its data comes in bold; it is shown as a warning.
-    subs_[3] = unit_.lblError.Observe([this, error] {
-        error->setStyleSheet(unit_.lblError.bold ? "color: #b00000;" : "");
-    });
+    subs_[3] = unit_.lblError.Observe(
+        [this, error] { error->setStyleSheet(unit_.lblError.bold ? "color: #b00000;" : ""); });
     col->addWidget(error);
 
     indexPlot_ = new IndexPlot(split);
@@ -288,6 +294,11 @@ QWidget* frm3NewWindow::BuildTransTab() {
         RefreshPlots();
     });
     FitColumns(grid, "0000.0000");
+    grid->SetPasteHandler([this](const std::string& text) {
+        if (!unit_.comClipPaste.enabled) return;
+        unit_.comClipPasteClick(text);
+        RefreshPlots();
+    });
     transPlot_ = new TransPlot(split);
     split->addWidget(grid);
     split->addWidget(transPlot_);

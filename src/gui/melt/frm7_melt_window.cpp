@@ -100,6 +100,11 @@ frm7MeltWindow::frm7MeltWindow(frm7Melt& unit, CSApplication* app, QMdiArea* are
         unit_.ssRefIndChange(c, r);
         RefreshPlot();
     });
+    grid_->SetPasteHandler([this](const std::string& text) {
+        if (!unit_.comClipPaste.enabled) return;
+        unit_.comClipPasteClick(text);
+        RefreshPlot();
+    });
     grid_->verticalHeader()->setMinimumWidth(28);
     // The long headings wrap onto three lines so that the six columns stay in sight.
     QHeaderView* header = grid_->horizontalHeader();
@@ -149,7 +154,9 @@ frm7MeltWindow::frm7MeltWindow(frm7Melt& unit, CSApplication* app, QMdiArea* are
     layout->addWidget(split, 1);
 
     auto* commands = new QHBoxLayout();
-    commands->addWidget(MakeButton(this, "comAdd", unit_.comAdd, &frm7Melt::comAddClick));
+    QPushButton* add = MakeButton(this, "comAdd", unit_.comAdd, &frm7Melt::comAddClick);
+    add->setDefault(true);  // Enter saves, as the form's default command
+    commands->addWidget(add);
     commands->addStretch(1);
     commands->addWidget(MakeButton(this, "comOK", unit_.comOK, &frm7Melt::comOKClick));
     layout->addLayout(commands);

@@ -253,9 +253,13 @@ void GridView::SelectionFromGrid() {
 }
 
 void GridView::contextMenuEvent(QContextMenuEvent* e) {
-    const QModelIndex idx = indexAt(e->pos());
+    // The menu key speaks for the active cell, and its menu opens at that cell.
+    const bool keyboard = e->reason() == QContextMenuEvent::Keyboard;
+    const QModelIndex idx = keyboard ? currentIndex() : indexAt(e->pos());
+    const QPoint at = keyboard && idx.isValid() ? viewport()->mapToGlobal(visualRect(idx).center())
+                                                : e->globalPos();
     emit cellRightClicked(idx.isValid() ? idx.column() + 1 : 0, idx.isValid() ? idx.row() + 1 : 0,
-                          e->globalPos());
+                          at);
 }
 
 void GridView::keyPressEvent(QKeyEvent* e) {
@@ -269,6 +273,12 @@ void GridView::keyPressEvent(QKeyEvent* e) {
     if (model_ && state() != EditingState) {
         if (e->matches(QKeySequence::Copy)) {
             QGuiApplication::clipboard()->setText(SelectedClipText());
+            e->accept();
+            return;
+        }
+        if (e->matches(QKeySequence::Cut)) {
+            QGuiApplication::clipboard()->setText(SelectedClipText());
+            ClearSelectedCells();
             e->accept();
             return;
         }

@@ -11,6 +11,10 @@ class QWidget;
 
 namespace ostrel::gui {
 
+// Enter and Escape that the focused widget leaves press the form's default button and its
+// cancel button ("comCancel", else "comOK"). Every form in the MDI area has them.
+void InstallFormKeys(QWidget* form);
+
 // Puts `form` into `area` as a hidden sub-window with `icon` and `title`, `size` large (or,
 // with `atLeast`, its own size hint but no smaller than `size`). While `isOpen()` holds, its
 // close box leaves it open and runs `close` instead, the form's own way of closing.

@@ -7,6 +7,7 @@
 #include <QDesktopServices>
 #include <QEvent>
 #include <QFileDialog>
+#include <QFontMetrics>
 #include <QGridLayout>
 #include <QInputDialog>
 #include <QLabel>
@@ -140,6 +141,21 @@ std::optional<std::string> QtDialogs::InputBox(const std::string& prompt, const 
     return FromQt(answer);
 }
 
+namespace {
+
+// File dialogs open large enough to read long names and several columns: 100 characters by
+// 30 lines, within the owner's screen.
+QSize ReadableFileDialogSize(QWidget* owner) {
+    const QFontMetrics fm(owner ? owner->font() : QApplication::font());
+    QSize size(fm.averageCharWidth() * 100, fm.lineSpacing() * 30);
+    if (QScreen* screen = owner ? owner->screen() : QGuiApplication::primaryScreen()) {
+        size = size.boundedTo(screen->availableSize() * 0.9);
+    }
+    return size;
+}
+
+}  // namespace
+
 std::optional<std::string> QtDialogs::FileOpen(const FileDialogSpec& spec) {
     std::optional<FileChoice> choice = FileOpenFiltered(spec);
     if (!choice) return std::nullopt;
@@ -149,18 +165,21 @@ std::optional<std::string> QtDialogs::FileOpen(const FileDialogSpec& spec) {
 std::optional<FileChoice> QtDialogs::FileOpenFiltered(const FileDialogSpec& spec) {
     const QStringList filters = QtFileFilter(spec.filter).split(";;");
     const int start = spec.filterIndex - 1;
-    QString selected = start >= 0 && start < filters.size() ? filters[start] : QString();
-    const QString path = QFileDialog::getOpenFileName(
-        owner_, ToQt(spec.title), ToQt(spec.initialPath), QtFileFilter(spec.filter), &selected);
-    if (path.isEmpty()) return std::nullopt;
-    const int chosen = static_cast<int>(filters.indexOf(selected));
-    return FileChoice{FromQt(path), chosen >= 0 ? chosen + 1 : spec.filterIndex};
+    QFileDialog dlg(owner_, ToQt(spec.title), ToQt(spec.initialPath), QtFileFilter(spec.filter));
+    dlg.setFileMode(QFileDialog::ExistingFile);
+    if (start >= 0 && start < filters.size()) dlg.selectNameFilter(filters[start]);
+    dlg.resize(ReadableFileDialogSize(owner_));
+    if (dlg.exec() != QDialog::Accepted || dlg.selectedFiles().isEmpty()) return std::nullopt;
+    const int chosen = static_cast<int>(filters.indexOf(dlg.selectedNameFilter()));
+    return FileChoice{FromQt(dlg.selectedFiles().front()),
+                      chosen >= 0 ? chosen + 1 : spec.filterIndex};
 }
 
 std::optional<std::string> QtDialogs::FileSave(const FileDialogSpec& spec) {
     QFileDialog dlg(owner_, ToQt(spec.title), ToQt(spec.initialPath), QtFileFilter(spec.filter));
     dlg.setAcceptMode(QFileDialog::AcceptSave);
     if (!spec.defaultExt.empty()) dlg.setDefaultSuffix(ToQt(spec.defaultExt));
+    dlg.resize(ReadableFileDialogSize(owner_));
     if (dlg.exec() != QDialog::Accepted || dlg.selectedFiles().isEmpty()) return std::nullopt;
     return FromQt(dlg.selectedFiles().front());
 }

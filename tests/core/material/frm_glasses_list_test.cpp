@@ -20,12 +20,17 @@ class FrmGlassesListTest : public ListFixture {
             *list, frmGlassesList::Hooks{[this] { return currentForm; },
                                          [this](int index, const std::string& label) {
                                              prepared.emplace_back(index, label);
-                                         }});
+                                         },
+                                         [this](int index, const std::string& label) {
+                                             preparedMelt.emplace_back(index, label);
+                                         },
+                                         [this](const std::string& t) { notes.push_back(t); }});
         form->Display();
         return *form;
     }
     int currentForm = 0;
-    std::vector<std::pair<int, std::string>> prepared;
+    std::vector<std::pair<int, std::string>> prepared, preparedMelt;
+    std::vector<std::string> notes;
     std::unique_ptr<frmGlassesList> form;
 };
 
@@ -55,8 +60,13 @@ TEST_F(FrmGlassesListTest, RightClickPreparesThePopupOnlyWithNoFormOpenOnAUsable
     frmGlassesList& f = Shown();
     EXPECT_TRUE(f.ssGlassesListRightClick(3));
     EXPECT_EQ(prepared, (std::vector<std::pair<int, std::string>>{{3, "CaF2/Crystran"}}));
+    EXPECT_FALSE(f.PopupIsMelt());
+    EXPECT_TRUE(f.ssGlassesListRightClick(2));
+    EXPECT_TRUE(f.PopupIsMelt());
+    EXPECT_EQ(preparedMelt, (std::vector<std::pair<int, std::string>>{{2, "BK7 melt 12/Schott"}}));
     currentForm = 2;
     EXPECT_FALSE(f.ssGlassesListRightClick(1));
+    EXPECT_EQ(notes, std::vector<std::string>{frmGlassesList::kMenuWhileFormOpen});
     currentForm = 0;
     EXPECT_FALSE(f.ssGlassesListRightClick(4)) << "below the last row";
     // A name with a NUL cannot enter the list; put it straight into the grid.

@@ -80,11 +80,11 @@ TEST_P(FormTabs, CommandsFollowTheTab) {
 
 INSTANTIATE_TEST_SUITE_P(
     Tabs, FormTabs,
-    ::testing::Values(TabCase{0, "&Paste", false, "&Clear", false, false},
-                      TabCase{1, "&Paste index", true, "&Clear index", true, true},
-                      TabCase{2, "&Paste trans", true, "&Clear trans", true, true},
-                      TabCase{3, "&Paste", false, "&Clear dndt", true, false},
-                      TabCase{4, "&Paste", false, "&Clear other", true, false}));
+    ::testing::Values(TabCase{0, "&Paste", false, "C&lear", false, false},
+                      TabCase{1, "&Paste index", true, "C&lear index", true, true},
+                      TabCase{2, "&Paste trans", true, "C&lear trans", true, true},
+                      TabCase{3, "&Paste", false, "C&lear dndt", true, false},
+                      TabCase{4, "&Paste", false, "C&lear other", true, false}));
 
 TEST_F(Form, CatalogueNameIsRefusedAndTheOldTextComesBack) {
     CatalogueRecord c;

@@ -38,6 +38,12 @@ INSTANTIATE_TEST_SUITE_P(Known, OleDateTest,
 TEST(OleDate, IsoTexts) {
     EXPECT_EQ(FormatIsoDate(36526.5), "2000-01-01");
     EXPECT_EQ(FormatIsoDateTime(36526.75), "2000-01-01 18:00:00");
+    EXPECT_EQ(FormatShortDate(36526.5), "2000-01-01") << "without a user's format";
+    SetShortDateFormat([](int y, int m, int d) {
+        return std::to_string(d) + "." + std::to_string(m) + "." + std::to_string(y % 100);
+    });
+    EXPECT_EQ(FormatShortDate(36526.5), "1.1.0");
+    SetShortDateFormat({});
 }
 
 TEST(Codepage, EveryByteSurvivesTheRoundTrip) {
