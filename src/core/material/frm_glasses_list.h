@@ -23,9 +23,9 @@ class frmGlassesList {
         // The main window's PrepForPopup(index, label).
         std::function<void(int, const std::string&)> prepForPopup;
         // The main window's PrepForPopupMelt(index, label), for a melt glass's row.
-        std::function<void(int, const std::string&)> prepForPopupMelt;
+        std::function<void(int, const std::string&)> prepForPopupMelt = {};
         // A line on the help line.
-        std::function<void(const std::string&)> note;
+        std::function<void(const std::string&)> note = {};
     };
 
     // Said on the help line when the list is right clicked while a form is open.
