@@ -26,7 +26,9 @@ echo "== Tests with AddressSanitizer and UndefinedBehaviorSanitizer"
 export ASAN_OPTIONS="detect_leaks=1:check_initialization_order=1:strict_init_order=1"
 export LSAN_OPTIONS="suppressions=$PWD/scripts/lsan.supp:print_suppressions=0"
 export UBSAN_OPTIONS="halt_on_error=1:print_stacktrace=1"
-OSTREL_BUILD_DIR="$asan_dir" bash scripts/build.sh -DOSTREL_TESTS=ON -DOSTREL_SANITIZE=ON
+# Built with clang, as the fuzz targets are.
+OSTREL_BUILD_DIR="$asan_dir" bash scripts/build.sh -DOSTREL_TESTS=ON -DOSTREL_SANITIZE=ON \
+    -DCMAKE_CXX_COMPILER=clang++
 ctest --test-dir "$asan_dir" --output-on-failure -j2
 unset ASAN_OPTIONS LSAN_OPTIONS UBSAN_OPTIONS
 
