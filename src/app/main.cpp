@@ -5,13 +5,17 @@
 #include <QDialog>
 #include <QDir>
 #include <QEventLoop>
+#include <QFileInfo>
 #include <QMainWindow>
 #include <QMdiSubWindow>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPainter>
 #include <QPixmap>
 #include <QScreen>
+#include <QTextBrowser>
 #include <QTimer>
+#include <QUrl>
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
@@ -43,8 +47,12 @@
 #include "core/shell/frm_main_mdi.h"
 #include "core/shell/help_notes.h"
 #include "core/shell/ini_file.h"
+#include "core/shell/list_feedback.h"
+#include "core/shell/main_menu.h"
 #include "core/shell/manage_forms.h"
 #include "core/shell/new_msg.h"
+#include "core/shell/user_guide.h"
+#include "core/shell/welcome.h"
 #include "core/wave/pop_edit_param_wave.h"
 #include "gui/external/frm1_setup_window.h"
 #include "gui/external/frm2_manage_update_panel.h"
@@ -66,6 +74,7 @@
 #include "gui/platform/qt_dialogs.h"
 #include "gui/platform/qt_settings_store.h"
 #include "gui/shell/frm_main_mdi_window.h"
+#include "gui/shell/main_menu_bar.h"
 #include "gui/wave/pop_edit_param_wave_window.h"
 
 using namespace ostrel;
@@ -103,6 +112,32 @@ void Settle(int ms) {
     QEventLoop loop;
     QTimer::singleShot(ms, &loop, &QEventLoop::quit);
     loop.exec();
+}
+
+// Saves a picture of a page of the user guide (the copy in the source tree when the
+// program runs from there) as a browser would show it.
+void SaveGuidePage(const std::string& helpFile, const QString& name, const QString& path) {
+    QString page = QDir::current().filePath("docs/help/" + name);
+    if (!QFileInfo::exists(page)) page = QFileInfo(gui::ToQt(helpFile)).dir().filePath(name);
+    if (!QFileInfo::exists(page)) return;
+    QTextBrowser browser;
+    browser.setWindowTitle("Ostrel user guide");
+    browser.setSource(QUrl::fromLocalFile(page));
+    browser.resize(820, 700);
+    browser.show();
+    Settle(600);
+    browser.grab().save(path);
+}
+
+// Opens one menu of the bar, lets `take` picture it, and closes it.
+void ShowMenuOpen(QMainWindow& window, const char* name, const std::function<void()>& take) {
+    auto* menu = window.menuBar()->findChild<QMenu*>(name);
+    if (!menu) return;
+    window.menuBar()->setActiveAction(menu->menuAction());
+    Settle(500);
+    take();
+    menu->hide();
+    window.menuBar()->setActiveAction(nullptr);
 }
 
 }  // namespace
@@ -209,6 +244,7 @@ int main(int argc, char** argv) {
     };
     frmMainMDI mainForm(forms, list, dialogs, notes, newMsg, app.Version(), mainHooks);
     mainUnit = &mainForm;
+    mainForm.SetDataFolder(folder);
     gui::frmMainMDIWindow mainWindow(mainForm, &app);
     window = &mainWindow;
     dialogs.SetOwner(&mainWindow);
@@ -374,12 +410,54 @@ int main(int argc, char** argv) {
                      [&mainWindow](const QPoint& pos, bool melt) {
                          mainWindow.ShowPopup(pos, melt);
                      });
+
+    // The menu bar, the user guide and the welcome panel of an empty list.
+    UserGuide guide(dialogs, [&app] { return app.HelpFile(); });
+    MainMenu::Hooks menuHooks;
+    menuHooks.edit = gui::SendEditCommand;
+    menuHooks.wavelengths = [&picker] {
+        int16_t count = 0;
+        float wave = 0;
+        std::vector<float> waves;
+        picker.Display(count, wave, waves, 0);
+    };
+    menuHooks.removeFromSiblings = [&manageUpdate] { manageUpdate.comExtRemoveClick(); };
+    menuHooks.openGuide = [&guide, &mainWindow](const std::string&) {
+        guide.Open(mainWindow.ActiveFormNumber());
+    };
+    MainMenu menu(mainForm, dialogs, app.Version(), menuHooks);
+    mainWindow.SetMenu(menu);
+    mainWindow.SetGuideOpener([&guide](int form) { guide.Open(form); });
+    Welcome welcome(forms, dialogs, settings, [&list] { return list.CustomCount(); });
+    mainWindow.SetWelcome(welcome);
+    // After each change of the list the help line says what it did; the changes of one
+    // command are told once, when it has ended.
+    ListFeedback feedback;
+    feedback.Reset(list.CustomList());
+    bool feedbackDue = false;
+    Subscription welcomeSub = glassesList.ssGlassesList.Observe([&](const GridChange&) {
+        welcome.Refresh();
+        if (feedbackDue) return;
+        feedbackDue = true;
+        QTimer::singleShot(0, &mainWindow, [&] {
+            feedbackDue = false;
+            const std::string text = feedback.Update(list.CustomList());
+            if (!text.empty()) mainForm.HelpNote(text, false);
+        });
+    });
     QObject::connect(&mainWindow, &gui::frmMainMDIWindow::resized, &listWindow,
+    if (!parser.isSet(screenshots)) {
+        QTimer::singleShot(0, &mainWindow,
+                           [&welcome, &setup] { welcome.ShowDemoNotice(setup.GetPathLumbrak()); });
+    }
                      [&listWindow] { listWindow.ForceResize(); });
     glassesList.Display();
     dialogs.SetBusy(false);
 
     if (parser.isSet(screenshots)) {
+            // An empty list shows the welcome panel; then the guide's contents page.
+            if (welcome.pnlWelcome.visible) SaveScreen(dir + "/welcome.png");
+            SaveGuidePage(app.HelpFile(), "setup.html", dir + "/guide.png");
         const QString dir = parser.value(screenshots);
         QDir().mkpath(dir);
         QTimer::singleShot(1000, &mainWindow, [&, dir] {
@@ -391,6 +469,7 @@ int main(int argc, char** argv) {
                                          Settle(700);
                                          SaveScreen(dir + "/" + file);
                                      });
+            ShowMenuOpen(mainWindow, "mnuMaterials", [dir] { SaveScreen(dir + "/menu.png"); });
             mainForm.ribToolsMouseMove(2);
             QApplication::processEvents();
             SaveScreen(dir + "/main_window.png");

@@ -121,7 +121,14 @@ void frm5Export::Export(int first, int last, const std::string& title) {
     if (!WriteGlzFile({}, VbTrimCopy(*chosen), copy_, first, last, clock_.Now(), error)) {
         dialogs_.MsgBox("File save error: " + error.message, MsgButtons::OK, MsgIcon::Exclamation,
                         {});
+        return;
     }
+    // The help line says what was written and where.
+    const int count = last - first + 1;
+    const std::string what = count == 1 && first >= 1 && first <= static_cast<int>(copy_.size())
+                                 ? copy_[static_cast<size_t>(first - 1)].General.GlassName.Text()
+                                 : std::to_string(count) + " materials";
+    dialogs_.HelpNote(what + " backed up to " + VbTrimCopy(*chosen), false);
 }
 
 void frm5Export::comExportAllClick() {

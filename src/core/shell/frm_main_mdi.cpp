@@ -30,7 +30,7 @@ void frmMainMDI::Load(bool firstLoad, const InstalledProgs& found) {
     pnlHeader.backColour = kPanelColour;
     pnlTools.backColour = kPanelColour;
     pnlStatusBar.backColour = kPanelColour;
-    form.caption = CaptionText(version_);
+    form.caption = CaptionText(version_) + (dataFolder_.empty() ? "" : "   [" + dataFolder_ + "]");
 }
 
 void frmMainMDI::LoadSetup(bool firstLoad, const InstalledProgs& found) {

@@ -48,6 +48,9 @@ class frmMainMDI {
     // Then hands tmrNewMsg to the one-shot notices and sets the help file.
     void LoadSetup(bool firstLoad, const InstalledProgs& found);
     void ShowInstalledProgs(const InstalledProgs& found);
+    // The data folder named in the caption after the program's name and version, so that
+    // the user sees which list is in use.
+    void SetDataFolder(std::string folder) { dataFolder_ = std::move(folder); }
     // Puts the text on the help line.
     void HelpNote(const std::string& text, bool bold);
     // Remember material `index` for the coming popup command, and caption the menu.
@@ -102,6 +105,7 @@ class frmMainMDI {
     std::string version_;
     Hooks hooks_;
     int popupIndex_ = 0;
+    std::string dataFolder_;
     bool ending_ = false;  // the end button has had its answers; the closing window asks no more
     std::mt19937 random_{std::random_device{}()};
 };

@@ -4,18 +4,23 @@
 #include <QEvent>
 #include <QGuiApplication>
 #include <QHBoxLayout>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QLinearGradient>
 #include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QMenu>
 #include <QScreen>
 #include <QStyle>
 #include <QTimer>
 #include <QToolButton>
+#include <QToolTip>
 #include <QVBoxLayout>
 
 #include "gui/platform/binders.h"
 #include "gui/shell/form_position.h"
+#include "gui/shell/main_menu_bar.h"
+#include "gui/shell/welcome_panel.h"
 
 namespace ostrel::gui {
 
@@ -91,7 +96,6 @@ frmMainMDIWindow::frmMainMDIWindow(frmMainMDI& unit, CSApplication* app, QWidget
         b->setObjectName(QString("ribTools%1").arg(n));
         b->setCheckable(true);
         Bind(b, forms.ribTools[n]);
-        b->setShortcut(QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_0 + n)));
         connect(b, &QToolButton::clicked, this, [this, n](bool on) { unit_.ribToolsClick(n, on); });
         b->installEventFilter(this);
         toolRow->addWidget(b);
@@ -100,10 +104,17 @@ frmMainMDIWindow::frmMainMDIWindow(frmMainMDI& unit, CSApplication* app, QWidget
     ribEnd_ = MakeTool(tools, ToolIcon(0));
     ribEnd_->setObjectName("ribEnd");
     Bind(ribEnd_, forms.ribEnd);
-    ribEnd_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
     connect(ribEnd_, &QToolButton::clicked, this, [this] { unit_.ribEndClick(); });
     ribEnd_->installEventFilter(this);
+    // The user guide, opened at the page of the form in use.
+    comHelp_ = MakeTool(tools, QStyle::SP_DialogHelpButton);
+    comHelp_->setObjectName("comHelp");
+    comHelp_->setToolTip("User guide");
+    connect(comHelp_, &QToolButton::clicked, this, [this] {
+        if (openGuide_) openGuide_(ActiveFormNumber());
+    });
     toolRow->addSpacing(16);
+    toolRow->addWidget(comHelp_);
     toolRow->addWidget(ribEnd_);
     headerRow->addWidget(tools);
     headerRow->addStretch(1);
@@ -189,7 +200,51 @@ void frmMainMDIWindow::ShowPopup(const QPoint& globalPos, bool melt) {
     (melt ? mnuPopupMelt_ : mnuPopup_)->popup(globalPos);
 }
 
+void frmMainMDIWindow::SetMenu(MainMenu& menu) {
+    BuildMenuBar(this, menu);
+    toolKeys_.fill(QKeySequence());
+    for (Menu* m : menu.menus) {
+        for (MenuItem* item : m->items) {
+            const QList<QKeySequence> keys = ItemSequences(*item);
+            if (keys.isEmpty()) continue;
+            if (item->toolNumber > 0 && toolKeys_[item->toolNumber].isEmpty())
+                toolKeys_[item->toolNumber] = keys.front();
+            if (item->name == "mnuQuit") toolKeys_[0] = keys.front();
+            if (item->key == MenuKey::HelpContents)
+                comHelp_->setToolTip("User guide (" +
+                                     keys.front().toString(QKeySequence::NativeText) + ")");
+        }
+    }
+}
+
+void frmMainMDIWindow::SetWelcome(Welcome& welcome) {
+    welcome_ = new WelcomePanel(welcome, mdi_->viewport());
+    welcome_->Place();
+}
+
+int frmMainMDIWindow::ActiveFormNumber() const {
+    const QMdiSubWindow* sub = mdi_->activeSubWindow();
+    if (!sub || !sub->widget()) return unit_.forms().GetCurrentForm();
+    // Each form's widget is named after its form: frm1Setup ... frm7Melt.
+    const QString name = sub->widget()->objectName();
+    if (name.size() > 3 && name.startsWith("frm") && name[3].isDigit()) return name[3].digitValue();
+    return unit_.forms().GetCurrentForm();
+}
+
 bool frmMainMDIWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::ToolTip) {
+        // A tool's tip ends with the key that does the same from the menu.
+        for (int n = 0; n <= 7; ++n) {
+            QToolButton* b = n == 0 ? ribEnd_ : ribTools_[n];
+            if (watched != b || toolKeys_[n].isEmpty() || b->toolTip().isEmpty()) continue;
+            QToolTip::showText(
+                static_cast<QHelpEvent*>(event)->globalPos(),
+                b->toolTip() + "  (" + toolKeys_[n].toString(QKeySequence::NativeText) + ")", b);
+            return true;
+        }
+    }
+    if (watched == mdi_->viewport() && event->type() == QEvent::Resize && welcome_)
+        welcome_->Place();
     if (event->type() == QEvent::Enter) {
         if (watched == ribEnd_) {
             unit_.ribEndMouseMove();

@@ -1,10 +1,14 @@
 #pragma once
 // The main window: the tool strip, the frame that holds the working forms, the panels of
 // the installed programs and the help line, all bound to frmMainMDI and ManageForms.
+#include <QKeySequence>
 #include <QMainWindow>
 #include <array>
+#include <functional>
 
 #include "core/shell/frm_main_mdi.h"
+#include "core/shell/main_menu.h"
+#include "core/shell/welcome.h"
 
 class QLabel;
 class QMdiArea;
@@ -16,6 +20,8 @@ class CSApplication;
 }
 
 namespace ostrel::gui {
+
+class WelcomePanel;
 
 class frmMainMDIWindow : public QMainWindow {
     Q_OBJECT
@@ -30,6 +36,18 @@ class frmMainMDIWindow : public QMainWindow {
     QLabel* pnlInstalled(int i) const { return pnlInstalled_[i]; }
     QLabel* lblHelp() const { return lblHelp_; }
     QMenu* mnuPopup() const { return mnuPopup_; }
+    QToolButton* comHelp() const { return comHelp_; }
+    WelcomePanel* welcomePanel() const { return welcome_; }
+
+    // The menu bar, and the keys the tools' tips name.
+    void SetMenu(MainMenu& menu);
+    // The welcome panel in the empty frame.
+    void SetWelcome(Welcome& welcome);
+    // What the help button does with the number of the form in use.
+    void SetGuideOpener(std::function<void(int)> open) { openGuide_ = std::move(open); }
+    // The working form whose window is active (by its widget's name), else the current
+    // form; 0 for none.
+    int ActiveFormNumber() const;
 
   signals:
     void resized();
@@ -51,6 +69,10 @@ class frmMainMDIWindow : public QMainWindow {
     QLabel* lblHelp_ = nullptr;
     QMenu* mnuPopup_ = nullptr;
     QMenu* mnuPopupMelt_ = nullptr;
+    QToolButton* comHelp_ = nullptr;
+    WelcomePanel* welcome_ = nullptr;
+    std::array<QKeySequence, 8> toolKeys_{};  // [0] the end button
+    std::function<void(int)> openGuide_;
     Subscription wallpaperSub_;
 };
 

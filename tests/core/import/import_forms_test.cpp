@@ -381,6 +381,7 @@ TEST_F(ExportForm, DefaultNameAndWrite) {
     const std::string image = testing::ReadFileBytes(out);
     EXPECT_NE(image.find("\"A*B\",\"S\""), std::string::npos);
     EXPECT_EQ(image.find("\"C\""), std::string::npos);
+    EXPECT_EQ(dialogs.helpNotes.back(), "A*B backed up to " + out);
 }
 
 // Close goes through the tool strip, so that the tool button is released with the form;
