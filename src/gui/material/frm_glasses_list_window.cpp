@@ -5,6 +5,7 @@
 #include <QDockWidget>
 #include <QHeaderView>
 #include <QMainWindow>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include "core/shell/cs_application.h"
@@ -88,7 +89,14 @@ QDockWidget* frmGlassesListWindow::DockIn(QMainWindow* main) {
     const Qt::DockWidgetArea side =
         place.top == 1 ? Qt::LeftDockWidgetArea : Qt::RightDockWidgetArea;
     main->addDockWidget(side, dock_);
-    main->resizeDocks({dock_}, {std::max(place.width, 160)}, Qt::Horizontal);
+    // Wide enough for a name and its source; the width is given again once the window is
+    // laid out, as a dock takes it only then.
+    setMinimumWidth(fontMetrics().averageCharWidth() * 24);
+    const int width = std::max(place.width, minimumWidth());
+    main->resizeDocks({dock_}, {width}, Qt::Horizontal);
+    QTimer::singleShot(0, dock_, [main, this, width] {
+        if (!dock_->isFloating()) main->resizeDocks({dock_}, {width}, Qt::Horizontal);
+    });
     if (place.left == 0 && app_ && app_->HasFormPosn(kFormName)) {
         dock_->setFloating(true);
         dock_->resize(floatSize);

@@ -19,6 +19,8 @@ namespace {
 
 // Residuals are drawn in millionths of an index unit.
 constexpr double kResidualScale = 1e6;
+// Wavelengths take four digits: few enough ticks that every label is shown whole.
+constexpr int kWaveTicks = 3;
 
 QChartView* MakeView(QWidget* parent, QChart* chart) {
     chart->legend()->hide();
@@ -103,8 +105,8 @@ void IndexPlot::Show(const std::vector<frm3New::CurvePoint>& curve,
         x0 = 400, x1 = 700, y0 = 1.5, y1 = 1.52;
     }
     zero_->replace(QList<QPointF>{{x0, 0.0}, {x1, 0.0}});
-    SetRange(curveX_, x0, x1, 10);
-    SetRange(resX_, x0, x1, 10);
+    SetRange(curveX_, x0, x1, 10, kWaveTicks);
+    SetRange(resX_, x0, x1, 10, kWaveTicks);
     SetRange(curveY_, y0, y1, 0.001);
     const double r = std::max(std::fabs(r0), std::fabs(r1));
     SetRange(resY_, -r, r, 1.0);
@@ -153,7 +155,7 @@ void TransPlot::Show(const std::vector<frm3New::CurvePoint>& points) {
     line_->replace(pts);
     points_->replace(pts);
     if (pts.isEmpty()) x0 = 300, x1 = 2500;
-    SetRange(x_, x0, x1, 10);
+    SetRange(x_, x0, x1, 10, kWaveTicks);
     SetRange(y_, 0, y1, 100);
 }
 
