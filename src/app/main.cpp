@@ -69,6 +69,7 @@
 #include "gui/melt/pop_melt_parent_dialog.h"
 #include "gui/melt/pop_melt_schott_dialog.h"
 #include "gui/platform/binders.h"
+#include "gui/platform/clipboard_edit.h"
 #include "gui/platform/edit_finisher.h"
 #include "gui/platform/grid_view.h"
 #include "gui/platform/qt_dialogs.h"
@@ -414,7 +415,7 @@ int main(int argc, char** argv) {
     // The menu bar, the user guide and the welcome panel of an empty list.
     UserGuide guide(dialogs, [&app] { return app.HelpFile(); });
     MainMenu::Hooks menuHooks;
-    menuHooks.edit = gui::SendEditCommand;
+    menuHooks.edit = [&dialogs](EditCommand command) { gui::RunEditCommand(command, dialogs); };
     menuHooks.wavelengths = [&picker] {
         int16_t count = 0;
         float wave = 0;

@@ -103,6 +103,17 @@ TEST_F(GridKeyboard, CopyPasteAndDeleteExchangeTabSeparatedText) {
     ASSERT_TRUE(edit.EditCut(target));
     EXPECT_EQ(QGuiApplication::clipboard()->text(), "1.5\t2");
     EXPECT_EQ(grid.Text(1, 1), "");
+    // As the Edit menu calls it, on the grid that has the focus.
+    view.show();
+    view.activateWindow();
+    view.setFocus();
+    QCoreApplication::processEvents();
+    ASSERT_EQ(QApplication::focusWidget(), &view);
+    grid.ClearSelection();
+    grid.SetActiveCell(1, 4);
+    RunEditCommand(EditCommand::Paste, dialogs);
+    EXPECT_EQ(grid.Text(1, 4), "1.5");
+    EXPECT_EQ(grid.Text(2, 4), "2");
     EXPECT_TRUE(dialogs.boxes.empty());
 }
 

@@ -112,4 +112,21 @@ void EditSelectAll() {
     if (GridView* g = FocusedGrid(w)) g->selectAll();
 }
 
+void RunEditCommand(EditCommand command, Dialogs& dialogs) {
+    switch (command) {
+        case EditCommand::Cut:
+            EditCut(dialogs);
+            break;
+        case EditCommand::Copy:
+            EditCopy(dialogs);
+            break;
+        case EditCommand::Paste:
+            EditPaste(dialogs);
+            break;
+        case EditCommand::SelectAll:
+            EditSelectAll();
+            break;
+    }
+}
+
 }  // namespace ostrel::gui

@@ -5,6 +5,7 @@
 #include <QWidget>
 
 #include "core/shell/cs_window.h"
+#include "core/shell/main_menu.h"
 
 namespace ostrel::gui {
 
@@ -32,5 +33,7 @@ bool EditCut(Dialogs& dialogs);
 bool EditPaste(Dialogs& dialogs);
 // Selects the whole text of the focused box, or every cell of the focused grid.
 void EditSelectAll();
+// The Edit menu's command on the focused box or grid, through the edit service above.
+void RunEditCommand(EditCommand command, Dialogs& dialogs);
 
 }  // namespace ostrel::gui
