@@ -5,4 +5,6 @@ file(COPY ${DEMO} DESTINATION ${SHARE}/ostrel)
 if(IS_DIRECTORY ${GUIDE})
   file(MAKE_DIRECTORY ${SHARE}/doc/ostrel)
   file(COPY ${GUIDE}/ DESTINATION ${SHARE}/doc/ostrel)
+  # The guide's pages show the program's pictures from its screenshots folder.
+  file(COPY ${GUIDE}/../screenshots DESTINATION ${SHARE}/doc/ostrel)
 endif()

@@ -115,11 +115,11 @@ void Settle(int ms) {
     loop.exec();
 }
 
-// Saves a picture of a page of the user guide (the copy in the source tree when the
-// program runs from there) as a browser would show it.
+// Saves a picture of a page of the user guide (the one the program found, else the
+// pages of the source tree) as a browser would show it.
 void SaveGuidePage(const std::string& helpFile, const QString& name, const QString& path) {
-    QString page = QDir::current().filePath("docs/help/" + name);
-    if (!QFileInfo::exists(page)) page = QFileInfo(gui::ToQt(helpFile)).dir().filePath(name);
+    QString page = QFileInfo(gui::ToQt(helpFile)).dir().filePath(name);
+    if (!QFileInfo::exists(page)) page = QDir::current().filePath("docs/help/" + name);
     if (!QFileInfo::exists(page)) return;
     QTextBrowser browser;
     browser.setWindowTitle("Ostrel user guide");

@@ -77,7 +77,9 @@ void SendEditCommand(EditCommand command) {
 
 QMenuBar* BuildMenuBar(QMainWindow* window, MainMenu& menu) {
     QMenuBar* bar = window->menuBar();
+    // A bar built again (after items were added) replaces the menus it had.
     bar->clear();
+    for (QMenu* old : bar->findChildren<QMenu*>(Qt::FindDirectChildrenOnly)) delete old;
     for (Menu* m : menu.menus) {
         QMenu* qm = bar->addMenu(ToQt(m->caption));
         qm->setObjectName(ToQt(m->name));
