@@ -13,6 +13,7 @@
 
 #include "gui/platform/binders.h"
 #include "gui/platform/clipboard_edit.h"
+#include "gui/platform/elided_label.h"
 #include "gui/platform/grid_view.h"
 #include "gui/platform/mdi_form.h"
 #include "support/scripted_dialogs.h"
@@ -171,6 +172,19 @@ TEST(NumberBox, DecimalCommaIsTakenWithAPoint) {
     edit.clear();
     TypeText(&edit, "Ohara, Inc");
     EXPECT_EQ(model.text.get(), "Ohara, Inc");
+}
+
+TEST(HelpLine, KeepsOneLineWithTheWholeTextInText) {
+    ElidedLabel line;
+    line.resize(120, 30);
+    const QString note = "N-BK7 added: 12 materials in the list, the siblings not yet updated";
+    line.setText(note);
+    EXPECT_EQ(line.text(), note);
+    EXPECT_TRUE(line.ShownText().endsWith(QChar(0x2026)));
+    EXPECT_LE(line.fontMetrics().horizontalAdvance(line.ShownText()), 120);
+    EXPECT_EQ(line.sizeHint().height(), line.minimumSizeHint().height());
+    line.resize(2000, 30);
+    EXPECT_EQ(line.ShownText(), note);
 }
 
 }  // namespace

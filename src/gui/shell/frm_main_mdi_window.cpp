@@ -18,6 +18,7 @@
 #include <QVBoxLayout>
 
 #include "gui/platform/binders.h"
+#include "gui/platform/elided_label.h"
 #include "gui/shell/form_position.h"
 #include "gui/shell/main_menu_bar.h"
 #include "gui/shell/welcome_panel.h"
@@ -138,11 +139,9 @@ frmMainMDIWindow::frmMainMDIWindow(frmMainMDI& unit, CSApplication* app, QWidget
         Bind(pnlInstalled_[i], unit_.pnlInstalled[i]);
         statusRow->addWidget(pnlInstalled_[i]);
     }
-    lblHelp_ = new QLabel(status);
+    // One line: a longer note ends in "…" and shows whole in the tool tip.
+    lblHelp_ = new ElidedLabel(status);
     lblHelp_->setObjectName("lblHelp");
-    lblHelp_->setWordWrap(true);
-    lblHelp_->setMinimumHeight(2 * fontMetrics().height() + 6);
-    lblHelp_->setTextFormat(Qt::PlainText);
     lblHelp_->setFrameStyle(QFrame::Panel | QFrame::Sunken);
     Bind(lblHelp_, unit_.lblHelp);
     lblHelp_->installEventFilter(this);
