@@ -113,7 +113,13 @@ void frm1Setup::tmrSearchTimer() {
     } else {
         const std::string note = search_.Note();
         if (!note.empty()) {
-            lblSearch.caption = note + "  (" + std::to_string(search_.Folders()) + " folders)";
+            // The form shows the count and the folder; the help line the whole note.
+            const std::string walk = Bas1Setup::kWalkNote;
+            const std::string where = note.compare(0, walk.size(), walk) == 0
+                                          ? "looking in " + note.substr(walk.size())
+                                          : note;
+            lblSearch.caption = std::to_string(search_.Folders()) + " folders, " + where;
+            lblSearch.toolTip = note;
             if (note != lastNote_) dialogs_.HelpNote(note, false);
             lastNote_ = note;
         }
