@@ -236,9 +236,12 @@ int main(int argc, char** argv) {
     frmMainMDI::Hooks mainHooks;
     mainHooks.editInNewForm = editNew;
     mainHooks.editInMeltForm = editMelt;
-    // The help file in the data folder, else the guide the program is installed with.
+    // The help file in the data folder, then beside the program, else the guide the
+    // program is installed with.
     mainHooks.setHelpFile = [&app, folder] {
-        if (!SetHelpFile(app, folder)) SetHelpFile(app, InstalledDataFolder(InstalledData::Guide));
+        if (!SetHelpFile(app, folder) &&
+            !SetHelpFile(app, gui::FromQt(QCoreApplication::applicationDirPath())))
+            SetHelpFile(app, InstalledDataFolder(InstalledData::Guide));
     };
     mainHooks.unload = [&window] {
         if (window) window->close();

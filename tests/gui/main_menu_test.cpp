@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
@@ -135,6 +136,23 @@ TEST_F(MainMenuTest, BarHelpAndEditItems) {
     menu.AddItem(menu.mnuTools, "mnuExtra", "E&xtra", "", MenuKey::None, [] {});
     mainWindow.SetMenu(menu);
     EXPECT_NE(Action("mnuExtra"), nullptr);
+}
+
+// The help button asks for the page of the form whose window is active, else the current
+// form's, else the contents.
+TEST_F(MainMenuTest, HelpButtonNamesTheActiveForm) {
+    std::vector<int> asked;
+    mainWindow.SetGuideOpener([&](int form) { asked.push_back(form); });
+    mainWindow.show();
+    mainWindow.comHelp()->click();
+    auto* page = new QWidget;
+    page->setObjectName("frm3New");
+    QMdiSubWindow* sub = mainWindow.mdiArea()->addSubWindow(page);
+    sub->show();
+    mainWindow.mdiArea()->setActiveSubWindow(sub);
+    mainWindow.comHelp()->click();
+    EXPECT_EQ(asked, (std::vector<int>{0, 3}));
+    EXPECT_NE(mainWindow.comHelp()->toolTip().indexOf("F1"), -1);
 }
 
 TEST_F(MainMenuTest, WelcomeShowsOverAnEmptyListOnly) {
