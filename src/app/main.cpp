@@ -1,6 +1,7 @@
 // The desktop program: reads the stored setup and the custom list, then shows the main
 // window with the floating list of materials.
 #include <QApplication>
+#include <QBoxLayout>
 #include <QCommandLineParser>
 #include <QDialog>
 #include <QDir>
@@ -13,8 +14,10 @@
 #include <QPainter>
 #include <QPixmap>
 #include <QScreen>
+#include <QStyle>
 #include <QTextBrowser>
 #include <QTimer>
+#include <QToolButton>
 #include <QUrl>
 #include <algorithm>
 #include <cstdio>
@@ -27,6 +30,8 @@
 #include "core/external/frm1setup.h"
 #include "core/external/frm2_manage_update.h"
 #include "core/external/frm6_archive.h"
+#include "core/glassmap/frm_compare.h"
+#include "core/glassmap/frm_glass_map.h"
 #include "core/import/frm4_import.h"
 #include "core/import/frm5_export.h"
 #include "core/material/frm_glasses_list.h"
@@ -58,6 +63,9 @@
 #include "gui/external/frm2_manage_update_panel.h"
 #include "gui/external/frm6_archive_window.h"
 #include "gui/external/frm_glasses_del_ext_dialog.h"
+#include "gui/glassmap/frm_compare_window.h"
+#include "gui/glassmap/frm_glass_map_window.h"
+#include "gui/glassmap/glass_map_samples.h"
 #include "gui/import/frm4_import_window.h"
 #include "gui/import/frm5_export_window.h"
 #include "gui/material/frm_glasses_list_window.h"
@@ -429,7 +437,103 @@ int main(int argc, char** argv) {
     menuHooks.openGuide = [&guide, &mainWindow](const std::string&) {
         guide.Open(mainWindow.ActiveFormNumber());
     };
+    // The glass map and the comparison of materials: windows of their own, opened from the
+    // tool strip and the Tools menu. Each opening reads the list and the database afresh.
+    frmGlassMap glassMap(settings);
+    std::unique_ptr<frmCompare> compare;
+    std::unique_ptr<gui::frmCompareWindow> compareWindow;
+    auto compareOf = [&](const std::vector<MaterialRecord>& materials,
+                         const std::vector<std::string>& labels) {
+        std::string note;
+        compareWindow.reset();
+        compare = std::make_unique<frmCompare>(
+            CompareItems(materials, setup.GetPathKelmora(), setup.GetKelmoraFound(), note));
+        std::vector<int> chosen;
+        for (const std::string& label : labels) {
+            const auto& items = compare->Items();
+            for (size_t i = 0; i < items.size(); ++i) {
+                if (items[i].label == label) {
+                    chosen.push_back(static_cast<int>(i));
+                    break;
+                }
+            }
+        }
+        compareWindow = std::make_unique<gui::frmCompareWindow>(*compare, &mainWindow);
+        compare->SelectMaterials(chosen);
+        if (!note.empty() && chosen.size() < 2) compare->lblStatus.caption = note;
+        compareWindow->show();
+        compareWindow->raise();
+    };
+    auto openCompare = [&](const std::vector<std::string>& labels) {
+        compareOf(list.CustomList(), labels);
+    };
+    gui::frmGlassMapWindow glassMapWindow(glassMap,
+                                          {[&](int position) {
+                                               MaterialRecord rec;
+                                               if (!list.GetMaterial(position, rec)) return;
+                                               if (rec.Melt.MeltFlag != 0) {
+                                                   editMelt(position, rec);
+                                               } else {
+                                                   editNew(position, rec);
+                                               }
+                                           },
+                                           openCompare},
+                                          &mainWindow);
+    auto openGlassMap = [&] {
+        glassMap.Load(list.CustomList(), setup.GetPathKelmora(), setup.GetKelmoraFound());
+        glassMapWindow.RebuildSources();
+        glassMapWindow.show();
+        glassMapWindow.raise();
+        glassMapWindow.activateWindow();
+    };
+    // Its tool button sits before the end button, outside the numbered tools of the forms.
+    if (auto* strip = qobject_cast<QBoxLayout*>(mainWindow.ribEnd()->parentWidget()->layout())) {
+        auto* comGlassMap = new QToolButton(mainWindow.ribEnd()->parentWidget());
+        comGlassMap->setObjectName("comGlassMap");
+        comGlassMap->setIcon(
+            QApplication::style()->standardIcon(QStyle::SP_FileDialogContentsView));
+        comGlassMap->setIconSize(mainWindow.ribEnd()->iconSize());
+        comGlassMap->setAutoRaise(mainWindow.ribEnd()->autoRaise());
+        comGlassMap->setToolTip("Glass map: the custom glasses among the catalogue's");
+        QObject::connect(comGlassMap, &QToolButton::clicked, &mainWindow, openGlassMap);
+        strip->insertWidget(strip->indexOf(mainWindow.ribEnd()), comGlassMap);
+    }
+    // The pictures of the map and of a comparison, with a few custom and melt glasses made
+    // in memory: the first custom glass with its nearest catalogue glasses.
+    auto showGlassMapSamples = [&](const QString& dir) {
+        std::vector<MaterialRecord> materials = list.CustomList();
+        for (MaterialRecord& rec : gui::GlassMapSampleMaterials(setup.GetPathKelmora()))
+            materials.push_back(std::move(rec));
+        glassMap.Load(materials, setup.GetPathKelmora(), setup.GetKelmoraFound());
+        glassMapWindow.RebuildSources();
+        glassMapWindow.show();
+        glassMapWindow.resize(1200, 780);
+        if (glassMap.cmbCustom.ListCount() > 0) glassMap.comNearestClick();
+        Settle(600);
+        glassMapWindow.grab().save(dir + "/glass_map_abbe.png");
+        glassMap.optViewClick(true);
+        Settle(400);
+        glassMapWindow.grab().save(dir + "/glass_map_pgf.png");
+        glassMap.optViewClick(false);
+        std::vector<std::string> labels;
+        for (int i = 0; i < glassMap.cmbCustom.ListCount() && labels.empty(); ++i)
+            labels.push_back(glassMap.cmbCustom.List(i));
+        for (const NearGlass& n : glassMap.nearest()) {
+            if (labels.size() >= 3) break;
+            const GlassPoint& p = glassMap.Data().points[n.point];
+            labels.push_back(p.name + " (" + p.source + ")");
+        }
+        compareOf(materials, labels);
+        Settle(600);
+        if (compareWindow) compareWindow->grab().save(dir + "/compare.png");
+        compareWindow.reset();
+        glassMapWindow.hide();
+    };
     MainMenu menu(mainForm, dialogs, app.Version(), menuHooks);
+    menu.AddItem(
+        menu.mnuTools, "mnuGlassMap", "&Glass map",
+        "The custom glasses among the catalogue's, on the Abbe and partial dispersion diagrams",
+        MenuKey::None, openGlassMap);
     mainWindow.SetMenu(menu);
     mainWindow.SetGuideOpener([&guide](int form) { guide.Open(form); });
     Welcome welcome(forms, dialogs, settings, [&list] { return list.CustomCount(); });
@@ -518,9 +622,10 @@ int main(int argc, char** argv) {
                         del->Load();
                         auto* dlg = new gui::frmGlassesDelExtDialog(*del, &mainWindow);
                         dlg->show();
-                        QTimer::singleShot(800, &mainWindow, [dir, del, dlg] {
+                        QTimer::singleShot(800, &mainWindow, [dir, del, dlg, &showGlassMapSamples] {
                             SaveScreen(dir + "/frm_glasses_del_ext.png");
                             delete dlg;
+                            showGlassMapSamples(dir);
                             QApplication::quit();
                         });
                     });

@@ -403,9 +403,13 @@ MapScene frmGlassMap::Scene() const {
         }
     }
     // Custom, melt, nearest and highlighted glasses are drawn over the catalogue.
-    std::stable_sort(top.begin(), top.end(), [](const MapMarker& a, const MapMarker& b) {
-        return a.highlighted < b.highlighted;
-    });
+    // Of those, the nearest catalogue glasses first, then the custom and melt glasses, the
+    // highlighted glass last of all.
+    const auto layer = [](const MapMarker& m) {
+        return m.highlighted ? 2 : m.kind == GlassKind::Catalogue ? 0 : 1;
+    };
+    std::stable_sort(top.begin(), top.end(),
+                     [&](const MapMarker& a, const MapMarker& b) { return layer(a) < layer(b); });
     s.markers.insert(s.markers.end(), top.begin(), top.end());
     for (size_t i = 0; i < data_.sources.size(); ++i) {
         if (sourceOn_[i]) {

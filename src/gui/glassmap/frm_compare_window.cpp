@@ -30,7 +30,9 @@ frmCompareWindow::frmCompareWindow(frmCompare& unit, QWidget* parent)
     side->setFixedWidth(260);
     auto* sideCol = new QVBoxLayout(side);
     sideCol->setContentsMargins(0, 0, 0, 0);
-    sideCol->addWidget(new QLabel("Materials (the first chosen is the reference of Δn)", side));
+    auto* lblMaterials = new QLabel("Materials (the first chosen is the reference of Δn)", side);
+    lblMaterials->setWordWrap(true);
+    sideCol->addWidget(lblMaterials);
     auto* lst = new QListWidget(side);
     lst->setObjectName("lstMaterials");
     lst->setSelectionMode(QAbstractItemView::ExtendedSelection);
@@ -101,12 +103,13 @@ void frmCompareWindow::Redraw() {
             delete a;
         }
         chart->setTitle(titles[k]);
-        chart->legend()->setVisible(k == 0);
+        // Every plot has the legend, so that the three plots line up.
+        chart->legend()->setVisible(true);
         if (!ok) continue;
         const auto& xs = k == 2 ? c.transWave : c.wave;
         const auto& ys = k == 0 ? c.index : k == 1 ? c.delta : c.internal;
         auto* x = MakeAxis(chart, Qt::AlignBottom, "Wavelength (nm)", "%.0f");
-        auto* y = MakeAxis(chart, Qt::AlignLeft, "", k == 2 ? "%.0f" : "%.4f");
+        auto* y = MakeAxis(chart, Qt::AlignLeft, "", k == 2 ? "%.0f" : k == 1 ? "%.5f" : "%.4f");
         double lo = INFINITY, hi = -INFINITY;
         for (size_t i = 0; i < ys.size(); ++i) {
             auto* s = new QLineSeries;
@@ -125,7 +128,10 @@ void frmCompareWindow::Redraw() {
         if (hi - lo < 1e-6) lo -= 5e-4, hi += 5e-4;
         const double pad = (hi - lo) * 0.05;
         y->setRange(lo - pad, hi + pad);
-        x->setRange(xs.empty() ? 0 : xs.front(), xs.empty() ? 1 : xs.back());
+        SetTickStep(y, NiceStep(hi - lo + 2 * pad, 5));
+        const double x0 = xs.empty() ? 0 : xs.front(), x1 = xs.empty() ? 1 : xs.back();
+        x->setRange(x0, x1);
+        SetTickStep(x, NiceStep(x1 - x0, 8));
     }
 }
 
