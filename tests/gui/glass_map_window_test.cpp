@@ -4,10 +4,8 @@
 
 #include <QApplication>
 #include <QCheckBox>
-#include <QElapsedTimer>
 #include <QImage>
 #include <QLineEdit>
-#include <QWheelEvent>
 #include <random>
 
 #include "core/glassmap/frm_compare.h"
@@ -79,20 +77,6 @@ TEST(GlassMapWindow, SourcesSearchAndSavedPictures) {
         ++circles;
     EXPECT_EQ(circles, 200u);
     if (const char* shot = std::getenv("OSTREL_SHOT")) window.grab().save(shot);
-}
-
-// 10,000 glasses are drawn in well under the time of a frame after a zoom.
-TEST(GlassMapWindow, TenThousandGlassesRedrawQuickly) {
-    MemorySettingsStore settings;
-    frmGlassMap unit(settings);
-    unit.SetData(SampleMap(10000));
-    gui::frmGlassMapWindow window(unit, {});
-    window.show();
-    QApplication::processEvents();
-    gui::GlassMapCanvas* canvas = window.canvas();
-    unit.ZoomAt(1.5, canvas->width() / 2.0, canvas->height() / 2.0);
-    canvas->repaint();
-    EXPECT_GT(canvas->lastPaintMs(), 0.0);
 }
 
 TEST(CompareWindow, ThreePlotsOneCurvePerMaterial) {

@@ -35,7 +35,6 @@ frmCompareWindow::frmCompareWindow(frmCompare& unit, QWidget* parent)
     sideCol->addWidget(lblMaterials);
     auto* lst = new QListWidget(side);
     lst->setObjectName("lstMaterials");
-    lst->setSelectionMode(QAbstractItemView::ExtendedSelection);
     Bind(lst, unit_.lstMaterials);
     connect(lst, &QListWidget::itemSelectionChanged, this, [this] { unit_.lstMaterialsClick(); });
     sideCol->addWidget(lst, 1);
