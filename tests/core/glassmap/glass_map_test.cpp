@@ -287,6 +287,17 @@ TEST(GlassMapForm, ViewRunsDownInVdAndZoomKeepsThePointUnderTheMouse) {
     form.comResetClick();
     EXPECT_EQ(form.Scene().markers.size(), 3u);
 
+    // A click opens a custom glass only.
+    GlassMapData withCustom = data;
+    AddCustomPoints({Custom("OWN", "LAB", 1.6f, 35.0f)}, withCustom);
+    form.SetData(withCustom);
+    s = form.Scene();
+    ASSERT_EQ(s.markers.size(), 4u);
+    EXPECT_EQ(form.CustomPositionAt(s.markers[3].x, s.markers[3].y), 1);
+    EXPECT_EQ(form.CustomPositionAt(s.markers[0].x, s.markers[0].y), 0);
+    EXPECT_NE(form.PointTip(3).find("OWN\nSource: LAB (Custom)\nnd 1.60000   vd 35.00"),
+              std::string::npos);
+
     form.txtSearch.text = "lo";
     form.txtSearchChange();
     EXPECT_EQ(form.highlighted(), 1);
