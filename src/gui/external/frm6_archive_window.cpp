@@ -36,6 +36,9 @@ GridView* frm6ArchiveWindow::MakeGrid(const char* name, Grid& grid,
     view->setEditTriggers(QAbstractItemView::NoEditTriggers);
     view->verticalHeader()->setDefaultSectionSize(view->fontMetrics().height() + 6);
     view->horizontalHeader()->setStretchLastSection(true);
+    // The ID column numbers the rows already; without the row numbers beside it every
+    // column, Status included, shows whole at the form's first size.
+    view->verticalHeader()->hide();
     view->Bind(grid);
     // The corner button selects the whole grid: one block from row -1.
     if (auto* corner = view->findChild<QAbstractButton*>()) {
@@ -92,7 +95,7 @@ frm6ArchiveWindow::frm6ArchiveWindow(frm6Archive& unit, CSApplication* app, QMdi
 
     sub_ = AddFormSubWindow(
         area, this, style()->standardIcon(QStyle::SP_DriveHDIcon), ToQt(unit_.form.caption),
-        QSize(760, 520), [this]() -> bool { return unit_.form.visible; },
+        QSize(900, 520), [this]() -> bool { return unit_.form.visible; },
         [this] { unit_.comOKClick(); });
     visibleSub_ = unit_.form.Observe([this] {
         FollowFormVisible(sub_, unit_.form, app_, kFormName, {}, [this] {

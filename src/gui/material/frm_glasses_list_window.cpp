@@ -79,7 +79,9 @@ QDockWidget* frmGlassesListWindow::DockIn(QMainWindow* main) {
                        QDockWidget::DockWidgetFloatable);
     dock_->setAllowedAreas(Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea);
     const QSize floatSize = size();
+    const bool shown = !isHidden();
     dock_->setWidget(this);
+    QWidget::setVisible(true);
     connect(this, &QWidget::windowTitleChanged, dock_, &QDockWidget::setWindowTitle);
 
     FormRect place{1, 2, 260, 0};
@@ -102,11 +104,18 @@ QDockWidget* frmGlassesListWindow::DockIn(QMainWindow* main) {
         dock_->resize(floatSize);
         RestoreFormPosition(dock_, app_, kFormName, false);
     }
+    if (!shown) dock_->hide();
     connect(dock_, &QDockWidget::visibilityChanged, this, [this](bool visible) {
         if (!visible && !dock_->isVisible()) SavePlace();
     });
     connect(qApp, &QCoreApplication::aboutToQuit, this, &frmGlassesListWindow::SavePlace);
     return dock_;
+}
+
+void frmGlassesListWindow::setVisible(bool visible) {
+    if (!dock_) return QWidget::setVisible(visible);
+    QWidget::setVisible(true);
+    if (dock_->isHidden() == visible) dock_->setVisible(visible);
 }
 
 void frmGlassesListWindow::SavePlace() {

@@ -30,6 +30,8 @@ class frmGlassesListWindow : public QWidget {
     QDockWidget* DockIn(QMainWindow* main);
     QDockWidget* dock() const { return dock_; }
     void SavePlace();
+    // Docked, the list shows and hides with its dock.
+    void setVisible(bool visible) override;
 
   signals:
     // The unit prepared the popup (the melt menu when `melt`): the owner opens it here.

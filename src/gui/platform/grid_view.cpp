@@ -7,6 +7,7 @@
 #include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QMetaMethod>
+#include <QScrollBar>
 
 #include "gui/platform/binders.h"
 
@@ -125,6 +126,22 @@ GridView::GridView(QWidget* parent) : QTableView(parent) {
     // The columns take at least their content's width and the last one takes what the
     // window has to spare, so a grid stretches with its form.
     horizontalHeader()->setStretchLastSection(true);
+    // A column resized by the form or the user changes the room to spare: the last column
+    // takes it once the resizing is over.
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int, int, int) {
+        if (filling_ || fillPending_) return;
+        fillPending_ = true;
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                fillPending_ = false;
+                lastFitWidth_ = -1;
+                filling_ = true;
+                FillWidth();
+                filling_ = false;
+            },
+            Qt::QueuedConnection);
+    });
 }
 
 void GridView::Bind(Grid& grid, std::function<void(int, int)> changed) {
@@ -152,6 +169,44 @@ void GridView::ApplyColumns() {
             std::max(sizeHintForColumn(c - 1), horizontalHeader()->sectionSizeHint(c - 1));
         setColumnWidth(c - 1, std::max(given, given > 0 ? std::min(content, 2 * given) : content));
     }
+    lastFitWidth_ = -1;
+    FillWidth();
+}
+
+void GridView::FillWidth() {
+    // The last column on show takes the room to spare, also when hidden columns follow it,
+    // and never less than its content.
+    if (!model_ || !horizontalHeader()->stretchLastSection()) return;
+    const Grid& g = model_->grid();
+    int last = -1, others = 0;
+    for (int c = g.MaxCols(); c >= 1; --c) {
+        if (g.Column(c).hidden) continue;
+        if (last < 0) {
+            last = c - 1;
+        } else {
+            others += columnWidth(c - 1);
+        }
+    }
+    if (last < 0) return;
+    if (lastFitWidth_ < 0) {
+        lastFitWidth_ =
+            std::max(sizeHintForColumn(last), horizontalHeader()->sectionSizeHint(last));
+    }
+    // The room as it is once the vertical scroll bar is there, when the rows need it.
+    const QSize room = maximumViewportSize();
+    const int bar =
+        verticalHeader()->length() > room.height() ? verticalScrollBar()->sizeHint().width() : 0;
+    const int width = std::max(lastFitWidth_, room.width() - bar - others);
+    if (width != columnWidth(last)) setColumnWidth(last, width);
+}
+
+void GridView::updateGeometries() {
+    // Also after a scroll bar came or went: the room to spare changed.
+    QTableView::updateGeometries();
+    if (filling_) return;
+    filling_ = true;
+    FillWidth();
+    filling_ = false;
 }
 
 QString GridView::SelectedClipText() const {

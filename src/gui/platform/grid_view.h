@@ -79,6 +79,7 @@ class GridView : public QTableView {
     void contextMenuEvent(QContextMenuEvent* e) override;
     void keyPressEvent(QKeyEvent* e) override;
     void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
+    void updateGeometries() override;
 
   private:
     void ApplyColumns();
@@ -86,9 +87,13 @@ class GridView : public QTableView {
     void SelectionFromGrid();
 
     void MoveDown();
+    void FillWidth();
 
     GridTableModel* model_ = nullptr;
     bool syncing_ = false;
+    bool filling_ = false;
+    bool fillPending_ = false;
+    int lastFitWidth_ = -1;  // the last column's own width, before it takes the spare room
     std::function<void(const std::string&)> paste_;
 };
 
