@@ -226,6 +226,8 @@ void ColourCode(MaterialRecord& rec, float width, std::span<const float> waves,
         l80 = *cross;
     }
 
+    // A crossing that is no ordinary wavelength (infinite or absurd rows) gives no code.
+    if (!(std::abs(l80) < 1e9 && std::abs(l5) < 1e9)) return;
     rec.Other.CC.Set(TenNanometreText(l80) + "/" + TenNanometreText(l5));
 }
 

@@ -163,7 +163,9 @@ INSTANTIATE_TEST_SUITE_P(
         ColourCase{"ZeroWidth", 0.0f, {{500, 400}, {100, 100}}, "40/40"},
         // Never rises to 80 %: the code is left as it was.
         ColourCase{"NeverReaches80", 10.0f, {{500, 400}, {50, 10}}, "xx/xx"},
-        ColourCase{"NoPoints", 10.0f, {{}, {}}, "xx/xx"}),
+        ColourCase{"NoPoints", 10.0f, {{}, {}}, "xx/xx"},
+        // A row at an infinite wavelength (an overflowing number in a file): no code.
+        ColourCase{"InfiniteWavelength", 10.0f, {{500, HUGE_VALF}, {99, 98}}, "xx/xx"}),
     [](const auto& info) { return info.param.name; });
 
 }  // namespace
