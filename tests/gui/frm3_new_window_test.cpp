@@ -27,6 +27,7 @@
 #include "gui/materialform/frm3_new_window.h"
 #include "gui/platform/grid_view.h"
 #include "gui/wave/pop_edit_param_wave_window.h"
+#include "mnemonics.h"
 #include "support/scripted_dialogs.h"
 #include "support/temp_dir.h"
 #include "user_input.h"
@@ -123,6 +124,14 @@ class Frm3NewWindowTest : public ::testing::Test {
                             {}});
     frm3NewWindow window{unit, nullptr, &area};
 };
+
+TEST_F(Frm3NewWindowTest, EveryAltLetterIsUsedOnceOnEachTab) {
+    unit.DisplayNew();
+    for (int tab = 0; tab < window.tabs()->count(); ++tab) {
+        window.tabs()->setCurrentIndex(tab);
+        EXPECT_EQ(DuplicateMnemonics(&window), QStringList()) << tab;
+    }
+}
 
 TEST_F(Frm3NewWindowTest, OpensAsANewMaterialWithItsPanelsAndTabs) {
     EXPECT_TRUE(window.subWindow()->isHidden());

@@ -32,6 +32,7 @@
 #include "gui/melt/pop_melt_schott_dialog.h"
 #include "gui/platform/binders.h"
 #include "gui/platform/grid_view.h"
+#include "mnemonics.h"
 #include "user_input.h"
 
 namespace ostrel::gui {
@@ -216,6 +217,11 @@ TEST_F(Frm7MeltWindowTest, APickedParentAndFourPairsGiveAFittedMeltOnScreen) {
     EXPECT_EQ(dialogs.boxes.back().text, "Save changes to N-BK7 *m1234?");
     EXPECT_TRUE(unit->IsOpen());
     EXPECT_FALSE(window->subWindow()->isHidden());
+}
+
+TEST_F(Frm7MeltWindowTest, EveryAltLetterIsUsedOnce) {
+    unit->DisplayNew(false);
+    EXPECT_EQ(DuplicateMnemonics(window.get()), QStringList());
 }
 
 TEST_F(Frm7MeltWindowTest, ACancelledPickTakesNothingAndTheCloseBoxClosesTheForm) {

@@ -23,6 +23,7 @@
 #include "gui/platform/grid_view.h"
 #include "gui/platform/qt_dialogs.h"
 #include "gui/shell/frm_main_mdi_window.h"
+#include "mnemonics.h"
 #include "support/scripted_dialogs.h"
 #include "support/temp_dir.h"
 #include "user_input.h"
@@ -138,6 +139,7 @@ TEST_F(WindowsTest, ManageFormShowsHidesAndSortsThroughItsButtons) {
     unit.Display();
     EXPECT_FALSE(w.subWindow()->isHidden());
     EXPECT_EQ(w.subWindow()->windowTitle(), "Manage materials in Ostrel database");
+    EXPECT_EQ(DuplicateMnemonics(&w), QStringList());
     EXPECT_TRUE(w.grid()->isColumnHidden(frm2Manage::kColIndex - 1));
 
     dialogs.answers.push_back(MsgAnswer::Yes);

@@ -93,8 +93,10 @@ class frm2Manage : public WorkingForm {
     Grid ssGlassesCurr;
     Button comOK{"&Close"};
     Button comEdit{"&Edit", "Edit the data for the selected glass"};
-    Button comDelete{"&Delete", "Delete selected glass[s] from this list"};
-    Button comSort{"&Sort", "Sort by Glass-name or by Source"};
+    // Each Alt letter is used once in the form: Delete and Sort leave D and S to Duplicate
+    // and to the update panel's Synchronise.
+    Button comDelete{"De&lete", "Delete selected glass[s] from this list"};
+    Button comSort{"S&ort", "Sort by Glass-name or by Source"};
     Button comDuplicate{"&Duplicate", "Make a copy of an existing material, but with a new name"};
 
     static constexpr const char* kSortQuestion =
