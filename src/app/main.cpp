@@ -273,6 +273,7 @@ int main(int argc, char** argv) {
     };
     setupHooks.ribbonClick = [&forms](int n, bool pressed) { forms.RibbonClick(n, pressed); };
     setupHooks.searchRoots = [folder] { return Bas1Setup::DefaultRoots(folder); };
+    setupHooks.searchInBackground = true;
     frm1Setup setupForm(setup, dialogs, setupHooks);
     gui::frm1SetupWindow setupWindow(setupForm, &app, mainWindow.mdiArea());
     forms.RegisterForm(kFormSetup, &setupForm);
@@ -291,7 +292,6 @@ int main(int argc, char** argv) {
     forms.RegisterForm(kFormManage, &manage);
 
     // The material form, with the wavelength picker. An edit while the manage form is the
-    setupHooks.searchInBackground = true;
     // current form is that form's: it is refreshed after a save.
     popEditParamWave picker(dialogs, newMsg, folder, {[&app, &mainWindow](popEditParamWave& p) {
                                 gui::popEditParamWaveWindow::ShowModal(p, &app, &mainWindow);
@@ -422,6 +422,9 @@ int main(int argc, char** argv) {
                      [&mainWindow](const QPoint& pos, bool melt) {
                          mainWindow.ShowPopup(pos, melt);
                      });
+    QObject::connect(&mainWindow, &gui::frmMainMDIWindow::resized, &listWindow,
+                     [&listWindow] { listWindow.ForceResize(); });
+    glassesList.Display();
 
     // The menu bar, the user guide and the welcome panel of an empty list.
     UserGuide guide(dialogs, [&app] { return app.HelpFile(); });
@@ -553,22 +556,19 @@ int main(int argc, char** argv) {
             if (!text.empty()) mainForm.HelpNote(text, false);
         });
     });
-    QObject::connect(&mainWindow, &gui::frmMainMDIWindow::resized, &listWindow,
+    dialogs.SetBusy(false);
     if (!parser.isSet(screenshots)) {
         QTimer::singleShot(0, &mainWindow,
                            [&welcome, &setup] { welcome.ShowDemoNotice(setup.GetPathLumbrak()); });
     }
-                     [&listWindow] { listWindow.ForceResize(); });
-    glassesList.Display();
-    dialogs.SetBusy(false);
 
     if (parser.isSet(screenshots)) {
-            // An empty list shows the welcome panel; then the guide's contents page.
-            if (welcome.pnlWelcome.visible) SaveScreen(dir + "/welcome.png");
-            SaveGuidePage(app.HelpFile(), "setup.html", dir + "/guide.png");
         const QString dir = parser.value(screenshots);
         QDir().mkpath(dir);
         QTimer::singleShot(1000, &mainWindow, [&, dir] {
+            // An empty list shows the welcome panel; then the guide's contents page.
+            if (welcome.pnlWelcome.visible) SaveScreen(dir + "/welcome.png");
+            SaveGuidePage(app.HelpFile(), "setup.html", dir + "/guide.png");
             gui::ShowMaterialFormSamples(
                 forms, newForm, newWindow, picker, &app, &mainWindow, &listWindow,
                 [dir](const QString& file) { SaveScreen(dir + "/" + file); });
@@ -577,10 +577,10 @@ int main(int argc, char** argv) {
                                          Settle(700);
                                          SaveScreen(dir + "/" + file);
                                      });
-            ShowMenuOpen(mainWindow, "mnuMaterials", [dir] { SaveScreen(dir + "/menu.png"); });
             mainForm.ribToolsMouseMove(2);
             QApplication::processEvents();
             SaveScreen(dir + "/main_window.png");
+            ShowMenuOpen(mainWindow, "mnuMaterials", [dir] { SaveScreen(dir + "/menu.png"); });
             mainForm.ribToolsMouseMove(1);
             forms.RibbonClick(kFormSetup, true);
             QTimer::singleShot(800, &mainWindow, [&, dir] {
