@@ -4,6 +4,7 @@
 #include <QBoxLayout>
 #include <QCommandLineParser>
 #include <QDialog>
+#include <QDockWidget>
 #include <QDir>
 #include <QEventLoop>
 #include <QFileInfo>
@@ -537,6 +538,12 @@ int main(int argc, char** argv) {
         menu.mnuTools, "mnuGlassMap", "&Glass map",
         "The custom glasses among the catalogue's, on the Abbe and partial dispersion diagrams",
         MenuKey::None, openGlassMap);
+    // The list of materials, once closed, comes back from the menu.
+    menu.AddItem(menu.mnuTools, "mnuMaterialList", "&List of materials",
+                 "Shows the list of custom materials again", MenuKey::None, [&listWindow] {
+                     listWindow.dock()->show();
+                     listWindow.dock()->raise();
+                 });
     mainWindow.SetMenu(menu);
     mainWindow.SetGuideOpener([&guide](int form) { guide.Open(form); });
     Welcome welcome(forms, dialogs, settings, [&list] { return list.CustomCount(); });
