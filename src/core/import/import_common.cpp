@@ -63,7 +63,9 @@ int PrintedDecimals(std::string_view text) {
     }
     if (e != std::string_view::npos) {
         double exponent = 0;
-        if (ParseNumber(text.substr(e + 1), exponent)) decimals -= static_cast<int>(exponent);
+        if (ParseNumber(text.substr(e + 1), exponent)) {
+            decimals -= static_cast<int>(std::clamp(exponent, -1000.0, 1000.0));  // any size
+        }
     }
     return std::max(decimals, 0);
 }
