@@ -289,5 +289,11 @@ TEST(OldFiles, NoTransmissionRowsFails) {
     EXPECT_TRUE(recs.empty());
 }
 
+TEST(PrintedDecimals, ExponentsOfAnySize) {
+    const std::pair<const char*, int> cases[] = {
+        {"1.5168", 4}, {"1.5E-2", 3}, {"1.5E+400000000000", 0}, {"1.5E-400000000000", 1001}};
+    for (const auto& [text, decimals] : cases) EXPECT_EQ(PrintedDecimals(text), decimals) << text;
+}
+
 }  // namespace
 }  // namespace ostrel
