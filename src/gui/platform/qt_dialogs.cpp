@@ -52,7 +52,8 @@ void ScrollMessageText(QMessageBox& box) {
     const QRect room = screen ? screen->availableGeometry() : QRect(0, 0, 1024, 768);
     scroll->setFixedSize(std::min(560, room.width() * 3 / 4), std::min(360, room.height() / 2));
     label->hide();
-    grid->replaceWidget(label, scroll);
+    // The layout hands back the label's old item, which is ours to delete.
+    delete grid->replaceWidget(label, scroll);
 }
 
 }  // namespace

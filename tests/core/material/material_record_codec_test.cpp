@@ -47,9 +47,10 @@ TEST_P(FieldOffsetTest, FieldLandsAtItsOffset) {
 }
 
 // A case that sets one field of r; its name (letters, digits, _) also names the test.
-#define FIELD(name, at, set, ...) \
-    FieldCase(                    \
-        name, at, [](MaterialRecord& r) { r.set; }, __VA_ARGS__)
+#define FIELD(name, at, set, ...)                               \
+    FieldCase {                                                 \
+        name, at, [](MaterialRecord& r) { r.set; }, __VA_ARGS__ \
+    }
 
 const FieldCase kFields[] = {
     FIELD("IndexDataType", 0, General.IndexDataType = 1, Le16(1)),
