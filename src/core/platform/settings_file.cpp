@@ -78,8 +78,10 @@ void SettingsFile::Read() {
     for (const std::string& raw : SplitLines(content)) {
         const std::string line = VbTrimCopy(raw);
         if (line.empty() || line[0] == ';' || line[0] == '#') continue;
-        if (line.front() == '[' && line.back() == ']') {
-            data_.push_back({line.substr(1, line.size() - 2), {}});
+        // A line that opens with a bracket is a section or nothing: as a key it would be
+        // written back as a line that reads as a section, and move the keys after it.
+        if (line.front() == '[') {
+            if (line.back() == ']') data_.push_back({line.substr(1, line.size() - 2), {}});
             continue;
         }
         const auto eq = line.find('=');
