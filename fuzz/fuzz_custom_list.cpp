@@ -13,7 +13,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
                                         kCustomFileV0Name};
     fuzz::ClearFolder();
     fuzz::PutFile(names[data[0] % 4], data + 1, size - 1);
-    fuzz::QuietDialogs dialogs;
+    QuietDialogs dialogs;
     SystemClock clock;
     ErrorDisplayer errors(fuzz::Folder().string(), dialogs, clock);
     GlassesList list(fuzz::Folder().string(), errors);

@@ -5,13 +5,5 @@
 using namespace ostrel;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    const auto path = fuzz::PutFile("fuzz.gla", data, size);
-    CImportOldLumbrak reader;
-    std::vector<MaterialRecord> records;
-    int16_t ok = 0;
-    reader.ReadFile(path.string(), records, ok);
-    fuzz::Expect(ok == kTrue ? records.size() == 1 : !reader.failure().empty(),
-                 "a read gives the one material or says why not");
-    fuzz::CheckRecords(records);
-    return 0;
+    return fuzz::ReadSingleMaterial<CImportOldLumbrak>("fuzz.gla", data, size);
 }

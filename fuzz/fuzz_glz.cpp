@@ -6,7 +6,7 @@ using namespace ostrel;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const auto path = fuzz::PutFile("input.glz", data, size);
-    fuzz::QuietDialogs dialogs;
+    QuietDialogs dialogs;
     CImportNewGLZ reader(dialogs);
     std::vector<MaterialRecord> records;
     int count = 0;

@@ -1,7 +1,7 @@
 #pragma once
 // What the fuzz targets share. The readers take a file name, so each input is written to a
-// file in a folder of the fuzzing process's own (below $TMPDIR, removed at exit); and the
-// few boxes a reader may show are answered "OK" without a word.
+// file in a folder of the fuzzing process's own (below $TMPDIR, removed at exit). The few
+// boxes a reader may show are answered by the core's QuietDialogs.
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -31,21 +31,30 @@ void Expect(bool holds, const char* what);
 // forms and writers index the tables by them).
 void CheckRecords(const std::vector<MaterialRecord>& records);
 
-class QuietDialogs : public Dialogs {
-  public:
-    MsgAnswer MsgBox(const std::string&, MsgButtons buttons, MsgIcon, const std::string&) override {
-        return buttons == MsgButtons::YesNo || buttons == MsgButtons::YesNoCancel ? MsgAnswer::Yes
-                                                                                  : MsgAnswer::OK;
-    }
-    std::optional<std::string> InputBox(const std::string&, const std::string&,
-                                        const std::string&) override {
-        return std::nullopt;
-    }
-    std::optional<std::string> FileOpen(const FileDialogSpec&) override { return std::nullopt; }
-    std::optional<std::string> FileSave(const FileDialogSpec&) override { return std::nullopt; }
-    void SetBusy(bool) override {}
-    void HelpNote(const std::string&, bool) override {}
-    bool OpenUrl(const std::string&) override { return false; }
-};
+// The rules of a catalogue read (AGF, GLC): one refit error and one stated index per
+// record, refits among the records, and the records the rule of CheckRecords.
+template <typename Reader>
+void CheckCatalogueRead(const Reader& reader, const std::vector<MaterialRecord>& records, int count,
+                        int refitCount, const std::vector<float>& refitErrors) {
+    Expect(count == static_cast<int>(records.size()), "count is the number of records");
+    Expect(refitErrors.size() == records.size(), "one refit error per record");
+    Expect(reader.stated().size() == records.size(), "one stated index per record");
+    Expect(refitCount >= 0 && refitCount <= count, "refits are among the records");
+    CheckRecords(records);
+}
+
+// A single-material file (GLA, GLS) read by Reader: the one material, or the reason why not.
+template <typename Reader>
+int ReadSingleMaterial(const char* name, const uint8_t* data, size_t size) {
+    const auto path = PutFile(name, data, size);
+    Reader reader;
+    std::vector<MaterialRecord> records;
+    int16_t ok = 0;
+    reader.ReadFile(path.string(), records, ok);
+    Expect(ok == kTrue ? records.size() == 1 : !reader.failure().empty(),
+           "a read gives the one material or says why not");
+    CheckRecords(records);
+    return 0;
+}
 
 }  // namespace ostrel::fuzz

@@ -10,6 +10,7 @@
 #include "core/material/glasses_list.h"
 #include "core/optics/glass_code.h"
 #include "core/optics/trans_calcs.h"
+#include "core/platform/dialogs.h"
 #include "core/platform/file_io.h"
 #include "core/platform/number_text.h"
 #include "core/platform/ole_date.h"
@@ -29,22 +30,6 @@ std::vector<std::string> SplitOn(const std::string& s, char sep) {
     if (!s.empty() && s.back() == sep) out.emplace_back();
     return out;
 }
-
-class DummyDialogs : public Dialogs {
-  public:
-    MsgAnswer MsgBox(const std::string&, MsgButtons, MsgIcon, const std::string&) override {
-        return MsgAnswer::OK;
-    }
-    std::optional<std::string> InputBox(const std::string&, const std::string&,
-                                        const std::string&) override {
-        return std::nullopt;
-    }
-    std::optional<std::string> FileOpen(const FileDialogSpec&) override { return std::nullopt; }
-    std::optional<std::string> FileSave(const FileDialogSpec&) override { return std::nullopt; }
-    void SetBusy(bool) override {}
-    void HelpNote(const std::string&, bool) override {}
-    bool OpenUrl(const std::string&) override { return false; }
-};
 
 bool WriteImage(const fs::path& path, const std::string& bytes, std::string& message) {
     FileError error;
@@ -190,7 +175,7 @@ bool CreateDemoInstallation(const std::string& dirText, const std::vector<DemoGl
         return false;
     }
 
-    DummyDialogs quiet;
+    QuietDialogs quiet;
     Bas1Setup setup(settings, quiet);
     setup.SetPathKelmora(kelmora.string() + "/");
     setup.SetPathLumbrak(lumbrak.string() + "/");
