@@ -36,13 +36,7 @@ void frm1Setup::Display(bool modal) {
     // not made to wait for it again (the Scan button still searches).
     const bool search = setup_.GetFirstLoad() && !setup_.GetSearchStopped();
     if (search && hooks_.searchInBackground) {
-        pathKelmora_ = setup_.GetPathKelmora();
-        pathLumbrak_ = setup_.GetPathLumbrak();
-        pathSextane_ = setup_.GetPathSextane();
-        result_ = false;
-        modal_ = modal;
-        open_ = true;
-        RefreshLabels();
+        Open(modal);
         form.visible = true;
         // The paths, the panels and the first run's box follow when the search has ended.
         StartSearch(SearchKind::FirstRun);
@@ -55,17 +49,21 @@ void frm1Setup::Display(bool modal) {
             setup_.SearchAll(Roots());
             dialogs_.HelpNote("", false);
         }
-        pathKelmora_ = setup_.GetPathKelmora();
-        pathLumbrak_ = setup_.GetPathLumbrak();
-        pathSextane_ = setup_.GetPathSextane();
-        result_ = false;
-        modal_ = modal;
-        open_ = true;
-        RefreshLabels();
+        Open(modal);
         if (hooks_.showInstalledProgs) hooks_.showInstalledProgs();
     }
     form.visible = true;
     FirstRunBox();
+}
+
+void frm1Setup::Open(bool modal) {
+    pathKelmora_ = setup_.GetPathKelmora();
+    pathLumbrak_ = setup_.GetPathLumbrak();
+    pathSextane_ = setup_.GetPathSextane();
+    result_ = false;
+    modal_ = modal;
+    open_ = true;
+    RefreshLabels();
 }
 
 void frm1Setup::FirstRunBox() {

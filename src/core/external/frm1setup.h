@@ -101,6 +101,8 @@ class frm1Setup : public WorkingForm {
     void StartSearch(SearchKind kind);
     void EndSearch();
     void ShowSearching(bool on);
+    // Takes the stored paths into the form and marks it open.
+    void Open(bool modal);
     void FirstRunBox();
 
     Bas1Setup& setup_;

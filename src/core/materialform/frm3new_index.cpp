@@ -282,7 +282,9 @@ void frm3New::ssRefIndChange(int col, int row) {
             r.wave = static_cast<float>(CellNumber(ssRefInd.Text(1, row)));
             r.index = CellNumber(ssRefInd.Text(2, row));
             r.weight = static_cast<float>(CellNumber(ssRefInd.Text(3, row)));
-            if (r.wave > 0.0f && r.index > 1.0 && r.weight <= 0.0f) ssRefInd.SetText(3, row, "1");
+            const float typed = r.weight;
+            CompleteWeight(r);
+            if (r.weight != typed) ssRefInd.SetText(3, row, "1");
         }
         HideFitColumns(true);
     }
