@@ -39,17 +39,6 @@ void SortDescending(std::vector<T>& items, Wave wave) {
     }
 }
 
-// A number the form writes into an entry column: with the column's decimals, or in its
-// shortest form where those decimals would not give back the same 32-bit float.
-std::string EntryText(float value, const char* pattern) {
-    const std::string text = FormatNumber(value, pattern);
-    return static_cast<float>(Val(text)) == value ? text : ShortestFloatText(value);
-}
-
-std::string WaveText(float wave) {
-    return EntryText(wave, "0.0000");
-}
-
 void TrimText(auto& field) {
     field.Set(field.Text());
 }
@@ -399,10 +388,10 @@ void frm7Melt::UpdateIndexRow(int row) {
     UpdateMeltDisplay();
     // A number typed or pasted is shown as the form writes its own, with its column's
     // decimals; the value the form reads from it stays the same.
-    for (const auto& [col, pattern] : {std::pair{kColWave, "0.0000"}, {kColIndex, "0.0000000"}}) {
+    for (const int col : {kColWave, kColIndex}) {
         const std::string text = ssRefInd.Text(col, row);
         if (!text.empty() && IsValidNumber(text)) {
-            ssRefInd.SetText(col, row, EntryText(static_cast<float>(Val(text)), pattern));
+            ssRefInd.SetText(col, row, ssRefInd.FloatText(col, static_cast<float>(Val(text))));
         }
     }
     const float wave = CellFloat(ssRefInd, kColWave, row);
@@ -454,8 +443,8 @@ void frm7Melt::WriteIndexTable() {
         bool ok = false;
         const double parent = ParentIndex(wave, ok);
         if (i > 0) clip += "\n";
-        clip += SpectralLetter(wave) + "\t" + WaveText(wave) + "\t" +
-                EntryText(static_cast<float>(value), "0.0000000") + "\t" +
+        clip += SpectralLetter(wave) + "\t" + ssRefInd.FloatText(kColWave, wave) + "\t" +
+                ssRefInd.FloatText(kColIndex, static_cast<float>(value)) + "\t" +
                 (parent > 0 ? FormatNumber(parent, "0.0000000") : "  ") + "\t" +
                 (parent > 0 && value > 0 ? FormatNumber(value - parent, "0.000000") : "  ");
     }
@@ -635,13 +624,13 @@ void frm7Melt::comWaveSelRefIndClick() {
         std::vector<float> waves;
         if (hooks_.pickWaves(count, wave, waves, 0) == -1) {
             if (count <= 1) {
-                ssRefInd.SetText(kColWave, row, WaveText(wave));
+                ssRefInd.SetText(kColWave, row, ssRefInd.FloatText(kColWave, wave));
                 UpdateIndexRow(row);
             } else {
                 for (size_t k = 0; k < waves.size(); ++k) {
                     const int r = row + static_cast<int>(k);
                     if (r > kRows) break;
-                    ssRefInd.SetText(kColWave, r, WaveText(waves[k]));
+                    ssRefInd.SetText(kColWave, r, ssRefInd.FloatText(kColWave, waves[k]));
                     UpdateIndexRow(r);
                 }
             }
@@ -690,7 +679,8 @@ void frm7Melt::lstWaveBandClick() {
     const MeltWaveBand& band = waveBands_[static_cast<size_t>(entry - 1)];
     ssRefInd.ClearAll();
     for (int i = 0; i < band.Count && i < kRows && i < static_cast<int>(band.Waves.size()); ++i) {
-        ssRefInd.SetText(kColWave, i + 1, WaveText(band.Waves[static_cast<size_t>(i)]));
+        ssRefInd.SetText(kColWave, i + 1,
+                         ssRefInd.FloatText(kColWave, band.Waves[static_cast<size_t>(i)]));
         UpdateIndexRow(i + 1);
     }
     AfterGridChange();

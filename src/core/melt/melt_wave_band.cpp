@@ -62,12 +62,6 @@ bool ParseWaveBandLine(std::string_view line, MeltWaveBand& band) {
     return true;
 }
 
-std::string ShortestFloatText(float value) {
-    char buf[32];
-    const auto r = std::to_chars(buf, buf + sizeof buf, value);
-    return std::string(buf, r.ptr);
-}
-
 std::string WaveBandLine(const MeltWaveBand& band) {
     std::string line = band.Name + "|" + std::to_string(band.Count);
     for (int i = 0; i < band.Count && i < static_cast<int>(band.Waves.size()); ++i) {

@@ -28,8 +28,6 @@ std::vector<MeltWaveBand> FixedWaveBands();
 bool ParseWaveBandLine(std::string_view line, MeltWaveBand& band);
 // The line for a waveband, numbers in their shortest decimal form.
 std::string WaveBandLine(const MeltWaveBand& band);
-// The shortest decimal text that reads back to the same 32-bit float.
-std::string ShortestFloatText(float value);
 
 // The fixed entries followed by every good line of the file. The folder is made when
 // missing; a file that cannot be read leaves the fixed entries alone.

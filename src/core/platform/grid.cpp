@@ -194,6 +194,11 @@ std::string Grid::DisplayText(int col, int row) const {
     return text;
 }
 
+std::string Grid::FloatText(int col, float value) const {
+    const std::string text = FormatNumber(value, DecimalsPattern(Column(col).decimals));
+    return static_cast<float>(Val(text)) == value ? text : ShortestFloatText(value);
+}
+
 bool Grid::AcceptsEntry(int col, const std::string& text) const {
     const auto& c = Column(col);
     if (c.locked || c.hidden) return false;

@@ -92,6 +92,10 @@ class Grid {
     void SetValue(int col, int row, double value);
     // What the view shows: a number in a float column with the column's decimals.
     std::string DisplayText(int col, int row) const;
+    // The text a form writes for a 32-bit number in a float column: with the column's
+    // decimals, or in its shortest form where those decimals would not give back the same
+    // float, so that nothing typed is lost by showing it.
+    std::string FloatText(int col, float value) const;
     // An entry by the user: refused (false) in a locked or hidden column, outside the grid,
     // and in a float column for a number outside the limits. A number with a decimal comma
     // is taken with a point. Text that is no number is not erased in a float column: it is

@@ -1,6 +1,7 @@
 #include "core/platform/number_text.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -395,6 +396,12 @@ std::string_view TrimBlanks(std::string_view s) {
 }
 
 }  // namespace
+
+std::string ShortestFloatText(float value) {
+    char buf[32];
+    const auto r = std::to_chars(buf, buf + sizeof buf, value);
+    return std::string(buf, r.ptr);
+}
 
 double Val(std::string_view text) {
     std::size_t a = text.find_first_not_of(" \t\r\n");

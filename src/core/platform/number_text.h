@@ -16,6 +16,8 @@ namespace ostrel {
 // the value and rounded half away from zero. A negative value that shows only zeros with a
 // one-section pattern gets no minus sign.
 std::string FormatNumber(double value, std::string_view pattern);
+// The shortest decimal text that reads back to the same 32-bit float.
+std::string ShortestFloatText(float value);
 
 // Reads a number the way a grid cell is read: leading blanks skipped, the longest numeric
 // prefix taken, anything else (or nothing) reads 0.
