@@ -4,10 +4,11 @@
 #include <QBoxLayout>
 #include <QCommandLineParser>
 #include <QDialog>
-#include <QDockWidget>
 #include <QDir>
+#include <QDockWidget>
 #include <QEventLoop>
 #include <QFileInfo>
+#include <QIcon>
 #include <QMainWindow>
 #include <QMdiSubWindow>
 #include <QMenu>
@@ -164,6 +165,7 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(maker::kProgramTitle);
     QApplication::setApplicationVersion(ProgramVersion());
     QApplication::setOrganizationName("Ostrel");
+    QApplication::setWindowIcon(QIcon(":/icons/ostrel.png"));
     gui::EditFinisher finisher;
     qapp.installEventFilter(&finisher);
 
@@ -407,22 +409,19 @@ int main(int argc, char** argv) {
     mainForm.Load(setup.GetFirstLoad(), installed());
 
     // The floating list.
-    frmGlassesList glassesList(list, {[&forms] { return forms.GetCurrentForm(); },
-                                      [&mainForm](int index, const std::string& label) {
-                                          mainForm.PrepForPopup(index, label);
-                                      },
-                                      [&mainForm](int index, const std::string& label) {
-                                          mainForm.PrepForPopupMelt(index, label);
-                                      },
-                                      [&dialogs](const std::string& text) {
-                                          dialogs.HelpNote(text, false);
-                                      }});
+    frmGlassesList glassesList(
+        list,
+        {[&forms] { return forms.GetCurrentForm(); },
+         [&mainForm](int index, const std::string& label) { mainForm.PrepForPopup(index, label); },
+         [&mainForm](int index, const std::string& label) {
+             mainForm.PrepForPopupMelt(index, label);
+         },
+         [&dialogs](const std::string& text) { dialogs.HelpNote(text, false); }});
     gui::frmGlassesListWindow listWindow(glassesList, &app, &mainWindow);
     listWindow.DockIn(&mainWindow);
-    QObject::connect(&listWindow, &gui::frmGlassesListWindow::popupRequested, &mainWindow,
-                     [&mainWindow](const QPoint& pos, bool melt) {
-                         mainWindow.ShowPopup(pos, melt);
-                     });
+    QObject::connect(
+        &listWindow, &gui::frmGlassesListWindow::popupRequested, &mainWindow,
+        [&mainWindow](const QPoint& pos, bool melt) { mainWindow.ShowPopup(pos, melt); });
     QObject::connect(&mainWindow, &gui::frmMainMDIWindow::resized, &listWindow,
                      [&listWindow] { listWindow.ForceResize(); });
     glassesList.Display();
@@ -494,8 +493,8 @@ int main(int argc, char** argv) {
     if (auto* strip = qobject_cast<QBoxLayout*>(mainWindow.ribEnd()->parentWidget()->layout())) {
         auto* comGlassMap = new QToolButton(mainWindow.ribEnd()->parentWidget());
         comGlassMap->setObjectName("comGlassMap");
-        comGlassMap->setIcon(
-            QApplication::style()->standardIcon(QStyle::SP_FileDialogContentsView));
+        // The program's own prism: the file-view icon is the import tool's already.
+        comGlassMap->setIcon(QIcon(":/icons/ostrel.png"));
         comGlassMap->setIconSize(mainWindow.ribEnd()->iconSize());
         comGlassMap->setAutoRaise(mainWindow.ribEnd()->autoRaise());
         comGlassMap->setToolTip("Glass map: the custom glasses among the catalogue's");
