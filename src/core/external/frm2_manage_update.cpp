@@ -84,6 +84,8 @@ UpdateCounts SynchCounts(const std::set<std::string>& before,
 }
 
 constexpr const char* kNothingChanged = "Nothing was changed.";
+// An update of an empty list sends nothing; it says so rather than end without a word.
+constexpr const char* kNothingToSend = "The list holds no material to send. Nothing was changed.";
 
 std::string FileFailureText(const std::string& what, const std::string& folder,
                             const FileError& error) {
@@ -230,7 +232,10 @@ bool frm2ManageUpdate::UpdateTargets(const std::vector<MaterialRecord>& list, in
 bool frm2ManageUpdate::comExtAddAllClick() {
     const auto& list = source_.list();
     const int n = static_cast<int>(list.size());
-    if (n == 0) return false;
+    if (n == 0) {
+        ShowSummary(kNothingToSend);
+        return false;
+    }
     if (!CheckGlassesReady(dialogs_, 1, n, list)) return false;
     const std::string q = "Are you sure that you want to export all " + std::to_string(n) +
                           " materials" + " to " + TargetName();
@@ -241,7 +246,10 @@ bool frm2ManageUpdate::comExtAddAllClick() {
 bool frm2ManageUpdate::comExtAddSelClick() {
     const auto& list = source_.list();
     const int n = static_cast<int>(list.size());
-    if (n == 0) return false;
+    if (n == 0) {
+        ShowSummary(kNothingToSend);
+        return false;
+    }
     int first = 0, last = 0;
     if (!source_.selection || !source_.selection(first, last)) return false;
     first = std::max(first, 1);
@@ -269,7 +277,10 @@ bool frm2ManageUpdate::comExtAddSelClick() {
 bool frm2ManageUpdate::comExtSynchClick() {
     const auto& list = source_.list();
     const int n = static_cast<int>(list.size());
-    if (n == 0) return false;
+    if (n == 0) {
+        ShowSummary(kNothingToSend);
+        return false;
+    }
     if (!CheckGlassesReady(dialogs_, 1, n, list)) return false;
     const std::string q = "Are you sure that you want to force " + TargetName() +
                           " to ONLY have these " + std::to_string(n) +
