@@ -1,22 +1,17 @@
 #include "core/glassmap/frm_glass_map.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cmath>
 #include <cstdio>
 
 #include "core/external/kelmora_database.h"
 #include "core/optics/glass_code.h"
 #include "core/platform/sqlite_database.h"
+#include "core/platform/text.h"
 
 namespace ostrel {
 
 namespace {
-
-std::string Upper(std::string s) {
-    for (char& c : s) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-    return s;
-}
 
 std::string Fmt(const char* format, double v) {
     char buf[64];
@@ -184,12 +179,12 @@ void frmGlassMap::chkSourceClick(int source) {
 }
 
 void frmGlassMap::txtSearchChange() {
-    const std::string want = Upper(txtSearch.text.get());
+    const std::string want = UpperAscii(txtSearch.text.get());
     highlight_ = -1;
     if (!want.empty()) {
         int starts = -1, contains = -1;
         for (size_t i = 0; i < data_.points.size() && highlight_ < 0; ++i) {
-            const std::string name = Upper(data_.points[i].name);
+            const std::string name = UpperAscii(data_.points[i].name);
             if (name == want) {
                 highlight_ = static_cast<int>(i);
             } else if (starts < 0 && name.rfind(want, 0) == 0) {

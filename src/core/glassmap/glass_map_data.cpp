@@ -1,36 +1,20 @@
 #include "core/glassmap/glass_map_data.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cmath>
 #include <map>
 
 #include "core/external/kelmora_database.h"
+#include "core/material/glasses_list.h"
+#include "core/platform/text.h"
 
 namespace ostrel {
 
 namespace {
 
-std::string Trimmed(const std::string& s) {
-    const auto b = s.find_first_not_of(" \t\r\n");
-    if (b == std::string::npos) return {};
-    const auto e = s.find_last_not_of(" \t\r\n");
-    return s.substr(b, e - b + 1);
-}
-
-std::string KeyOf(const std::string& name, const std::string& source) {
-    std::string k = Trimmed(name) + "|" + Trimmed(source);
-    for (char& c : k) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-    return k;
-}
-
-bool SameName(const std::string& a, const char* b) {
-    const std::string t = Trimmed(a);
-    const std::string u = b;
-    return t.size() == u.size() && std::equal(t.begin(), t.end(), u.begin(), [](char x, char y) {
-               return std::toupper(static_cast<unsigned char>(x)) ==
-                      std::toupper(static_cast<unsigned char>(y));
-           });
+// A catalogue glass of that name, compared as the custom list compares names.
+bool SameName(const std::string& name, const char* wanted) {
+    return UpperCp1252(VbTrim(name)) == wanted;
 }
 
 double NumberOr0(const DbRow& row, const char* column) {
@@ -105,8 +89,8 @@ bool AddCataloguePoints(Database& db, GlassMapData& data, DbError& error) {
             continue;
         }
         GlassPoint p;
-        p.name = Trimmed(DbText(row.Field("GlassName")));
-        p.source = Trimmed(DbText(row.Field("Source")));
+        p.name = VbTrimCopy(DbText(row.Field("GlassName")));
+        p.source = VbTrimCopy(DbText(row.Field("Source")));
         p.nd = nd;
         p.vd = vd;
         const double pgf = NumberOr0(row, "PgF");
@@ -144,12 +128,12 @@ void LinkMeltParents(GlassMapData& data) {
     for (size_t i = 0; i < data.points.size(); ++i) {
         const GlassPoint& p = data.points[i];
         auto& index = p.kind == GlassKind::Catalogue ? catalogue : custom;
-        index.emplace(KeyOf(p.name, p.source), static_cast<int>(i));
+        index.emplace(MaterialKeyOf(p.name, p.source), static_cast<int>(i));
     }
     for (size_t i = 0; i < data.points.size(); ++i) {
         GlassPoint& p = data.points[i];
         if (p.kind != GlassKind::Melt) continue;
-        const std::string key = KeyOf(p.parentName, p.parentSource);
+        const std::string key = MaterialKeyOf(p.parentName, p.parentSource);
         p.parent = -1;
         if (auto it = custom.find(key); it != custom.end() && it->second != static_cast<int>(i)) {
             p.parent = it->second;

@@ -62,6 +62,10 @@ std::string Label(const MaterialRecord& rec) {
 
 }  // namespace
 
+std::string MaterialKeyOf(std::string_view name, std::string_view source) {
+    return KeyOf(name, source);
+}
+
 std::string MaterialKey(const MaterialRecord& rec) {
     return KeyOf(rec.General.GlassName.Raw(), rec.General.Source.Raw());
 }

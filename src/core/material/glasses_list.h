@@ -22,6 +22,8 @@ inline constexpr const char* kGenericFileName = "SPFenmark.dat";
 
 // Name, "|", source, each trimmed and in upper case (code-page bytes).
 std::string MaterialKey(const MaterialRecord& rec);
+// The same key for a name and a source given as texts.
+std::string MaterialKeyOf(std::string_view name, std::string_view source);
 bool SameMaterial(const MaterialRecord& a, const MaterialRecord& b);
 // Name and source not blank after trimming, and neither holds a NUL.
 bool NameUsable(const MaterialRecord& rec);
