@@ -1,25 +1,9 @@
 #include "core/materialform/frm2_manage.h"
 
-#include "core/material/list_fixture.h"
+#include "core/materialform/frm3new_fixture.h"
 
 namespace ostrel::testing {
 namespace {
-
-// All sections ready, Schott polynomial n^2 = 2.25 + 0.01 / lambda^2 (lambda in µm).
-MaterialRecord Ready(const std::string& name, const std::string& source) {
-    MaterialRecord r = MakeRecord(name, source);
-    for (SectionState* s :
-         {&r.GeneralState, &r.IndexState, &r.TransState, &r.ThermalState, &r.OtherState}) {
-        s->Ready = kTrue;
-    }
-    r.General.Polytype = 1;
-    r.General.PolyCoef[0] = 2.25;
-    r.General.PolyCoef[2] = 0.01;
-    r.General.IndexWvMin = 400;
-    r.General.IndexWvMax = 800;
-    r.DateChanged = 45292.75;  // 2024-01-01 18:00
-    return r;
-}
 
 class Frm2ManageTest : public ListFixture {
   protected:
@@ -63,9 +47,9 @@ class Frm2ManageTest : public ListFixture {
 };
 
 TEST_F(Frm2ManageTest, RowShowsWavebandIndexRangeDateAndStatus) {
-    MaterialRecord a = Ready("N-XY", "Schott");
+    MaterialRecord a = ReadyRecord("N-XY", "Schott");
     Add(a);
-    MaterialRecord b = Ready("PTS", "Melt Co");
+    MaterialRecord b = ReadyRecord("PTS", "Melt Co");
     b.General.IndexPoints = 3;
     b.Measured.IndexWave = {1013.98, 587.56, 365.01};
     b.General.IndexWvMin = 0;  // an end of zero shows zero
@@ -95,8 +79,8 @@ TEST_F(Frm2ManageTest, EditOpensTheMeltFormForMeltGlassesAndNothingOnAnEmptyList
     f.comEditClick();
     EXPECT_TRUE(edits.empty());
 
-    Add(Ready("A", "S"));
-    MaterialRecord m = Ready("M", "S");
+    Add(ReadyRecord("A", "S"));
+    MaterialRecord m = ReadyRecord("M", "S");
     m.Melt.MeltFlag = kTrue;
     Add(m);
     f.UpdatesGlasssAftEdit();
@@ -109,7 +93,7 @@ TEST_F(Frm2ManageTest, EditOpensTheMeltFormForMeltGlassesAndNothingOnAnEmptyList
 }
 
 TEST_F(Frm2ManageTest, DeleteRemovesTheChosenAndSavesTheRest) {
-    for (const char* n : {"A", "B", "C", "D"}) Add(Ready(n, "S"));
+    for (const char* n : {"A", "B", "C", "D"}) Add(ReadyRecord(n, "S"));
     auto& f = Form();
     toDelete = {1, 3};
     f.comDeleteClick();
@@ -123,7 +107,7 @@ TEST_F(Frm2ManageTest, DeleteRemovesTheChosenAndSavesTheRest) {
 }
 
 TEST_F(Frm2ManageTest, DeleteCancelledOrNothingChosenChangesNothing) {
-    Add(Ready("A", "S"));
+    Add(ReadyRecord("A", "S"));
     auto& f = Form();
     cancelDelete = true;
     toDelete = {0};
@@ -145,10 +129,10 @@ struct SortCase {
 class Frm2ManageSort : public Frm2ManageTest, public ::testing::WithParamInterface<SortCase> {};
 
 TEST_P(Frm2ManageSort, SortsGridAndStoresTheOrder) {
-    Add(Ready("f2", "Schott"));
-    Add(Ready("BK7", "Schott"));
-    Add(Ready("ZK1", "Ohara"));
-    Add(Ready("AB", "Schott"));
+    Add(ReadyRecord("f2", "Schott"));
+    Add(ReadyRecord("BK7", "Schott"));
+    Add(ReadyRecord("ZK1", "Ohara"));
+    Add(ReadyRecord("AB", "Schott"));
     auto& f = Form();
     for (int twice = 0; twice < 2; ++twice) {
         dialogs.answers.push_back(GetParam().answer);
@@ -176,8 +160,8 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(Frm2ManageTest, DuplicateInsertsBehindTheSelectedAndRefills) {
-    Add(Ready("A", "S"));
-    Add(Ready("B", "S"));
+    Add(ReadyRecord("A", "S"));
+    Add(ReadyRecord("B", "S"));
     auto& f = Form();
     f.ssGlassesCurr.SetActiveCell(1, 1);
     dialogs.inputs.push_back("B");   // taken
@@ -190,7 +174,7 @@ TEST_F(Frm2ManageTest, DuplicateInsertsBehindTheSelectedAndRefills) {
 }
 
 TEST_F(Frm2ManageTest, CloseGoesThroughTheToolStripAndUnloadDropsTheCopy) {
-    Add(Ready("A", "S"));
+    Add(ReadyRecord("A", "S"));
     auto& f = Form();
     f.comOKClick();
     EXPECT_EQ(closes, 1);

@@ -18,6 +18,23 @@ inline const char* const kSchottPoints[][2] = {{"1000", "1.5033296378"}, {"800",
                                                {"500", "1.5132745950"},  {"450", "1.5163715627"},
                                                {"400", "1.5206906326"}};
 
+// Every section ready, Schott n^2 = 2.25 + 0.01 / lambda^2 from 400 to 800 nm, 10 mm thick.
+inline MaterialRecord ReadyRecord(const std::string& name, const std::string& source) {
+    MaterialRecord r = MakeRecord(name, source);
+    for (SectionState* s :
+         {&r.GeneralState, &r.IndexState, &r.TransState, &r.ThermalState, &r.OtherState}) {
+        s->Ready = kTrue;
+    }
+    r.General.Polytype = 1;
+    r.General.PolyCoef[0] = 2.25;
+    r.General.PolyCoef[2] = 0.01;
+    r.General.IndexWvMin = 400;
+    r.General.IndexWvMax = 800;
+    r.Measured.TransWidth = 10.0f;
+    r.DateChanged = 45292.75;  // 2024-01-01 18:00
+    return r;
+}
+
 class Frm3NewFixture : public ListFixture {
   protected:
     void SetUp() override {

@@ -179,11 +179,7 @@ TEST_F(Form, NewMaterialIsSavedAndTheFormIsReadyForTheNext) {
 }
 
 TEST_F(Form, EditedMaterialIsReplacedWithoutAQuestion) {
-    MaterialRecord rec = MakeRecord("E-1", "Lab");
-    rec.Measured.TransWidth = 2.0f;
-    for (SectionState* s : {&rec.GeneralState, &rec.IndexState, &rec.TransState, &rec.OtherState}) {
-        s->Ready = kTrue;
-    }
+    MaterialRecord rec = ReadyRecord("E-1", "Lab");
     ASSERT_TRUE(list->ListAdd(rec, false));
     form->DisplayEdit(rec);
     form->tabPropertiesChange(frm3New::kTabOther);
@@ -219,12 +215,8 @@ TEST_F(Form, CloseWithUnsavedChangesAsksAndSavesOnYes) {
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
-        MaterialRecord rec = MakeRecord("E-1", "Lab");
+        MaterialRecord rec = ReadyRecord("E-1", "Lab");
         rec.General.Density = 1.0f;
-        for (SectionState* s :
-             {&rec.GeneralState, &rec.IndexState, &rec.TransState, &rec.OtherState}) {
-            s->Ready = kTrue;
-        }
         ASSERT_TRUE(list->CommitList({rec}));
         if (c.mode == frm3New::kModeNew) form->DisplayNew();
         if (c.mode == frm3New::kModeEdit) form->DisplayEdit(rec);

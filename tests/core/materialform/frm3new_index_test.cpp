@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <string>
 
 #include "core/materialform/frm3new_fixture.h"
+#include "core/optics/crown.h"
 
 namespace ostrel::testing {
 namespace {
@@ -75,15 +75,6 @@ TEST_F(Frm3NewIndex, FitOfExactSchottDataMakesIndexReady) {
     EXPECT_EQ(form->pnlStatus[1].caption, "Index: NOT Ready");
     EXPECT_EQ(form->lblGlassCode.caption, "");
     EXPECT_TRUE(form->IndexCurve(5).empty());
-}
-
-TEST_F(Frm3NewIndex, OnePointTooFewKeepsTheFitColumnsHidden) {
-    TypeIndexRows(5);
-    form->comIndexFitClick();
-    EXPECT_EQ(LastBox(), "You need at least 6 full data points to fit a Schott polynomial.");
-    EXPECT_EQ(form->pnlStatus[1].caption, "Index: NOT Ready");
-    EXPECT_TRUE(form->ssRefInd.Column(4).hidden);
-    EXPECT_FALSE(form->comIndexShow.enabled);
 }
 
 TEST_F(Frm3NewIndex, SortRefillsTheGridLongestFirstAndKeepsEqualWavesInOrder) {
@@ -190,13 +181,8 @@ TEST_F(Frm3NewIndex, FitThatMissesItsDataLeavesIndexNotReadyUnlessKept) {
         form->cmbIndexPolyType.SetListIndex(3);  // Schott Plus
         form->cmbIndexPolyTypeClick();
         for (int i = 0; i < 16; ++i) {
-            const double um = 0.4 + 0.02 * i;
-            const double l2 = um * um;
-            const double n = std::sqrt(1.0 + 1.03961212 * l2 / (l2 - 0.00600069867) +
-                                       0.231792344 * l2 / (l2 - 0.0200179144) +
-                                       1.01046945 * l2 / (l2 - 103.560653));
             Type(form->ssRefInd, 1, i + 1, std::to_string(400 + 20 * i));
-            Type(form->ssRefInd, 2, i + 1, std::to_string(n));
+            Type(form->ssRefInd, 2, i + 1, std::to_string(Nbk7(0.4 + 0.02 * i)));
         }
         dialogs.boxes.clear();
         dialogs.answers = {answer};
@@ -210,32 +196,20 @@ TEST_F(Frm3NewIndex, FitThatMissesItsDataLeavesIndexNotReadyUnlessKept) {
     }
 }
 
-// The coefficient grid holds each value as "+0.00000000e+00", however small.
-TEST_F(Frm3NewIndex, CoefficientCellsKeepTheirExponentForm) {
-    MaterialRecord rec = frm3New::FreshRecord();
-    rec.General.IndexDataType = 1;
-    rec.General.PolyCoef = {2.25, 1.2e-7, 4e-9, -0.0123};
-    form->DisplayEdit(rec);
-    form->tabPropertiesChange(frm3New::kTabIndex);
-    const char* expected[] = {"+2.25000000e+00", "+1.20000000e-07", "+4.00000000e-09",
-                              "-1.23000000e-02"};
-    for (int row = 1; row <= 4; ++row) EXPECT_EQ(form->ssRefInd.Text(2, row), expected[row - 1]);
-}
-
-TEST_F(Frm3NewIndex, InvalidIndexOutsideTheWavebandDoesNotMatter) {
-    // n^2 = 1.5 - 0.3 / lambda^2: no index at 435.8 nm, a good one from 1000 to 2000 nm.
-    CheckSchottCoefficients("1.5", "-0.3", "1000", "2000");
-    ASSERT_EQ(dialogs.boxes.size(), 1u);
-    EXPECT_NE(LastBox().find("\n435.8           index < 1 !!\n"), std::string::npos);
-    EXPECT_EQ(form->Record().IndexState.Ready, kTrue);
-}
-
-TEST_F(Frm3NewIndex, CheckWithoutWavebandStoresNothing) {
+// A check needs a waveband; an invalid index outside it does not matter.
+TEST_F(Frm3NewIndex, CheckLooksOnlyInsideTheWaveband) {
     CheckSchottCoefficients("2.25", "0.01", "", "");
     EXPECT_EQ(LastBox(),
               "No waveband specified.  Plese enter maximum and minimum wavelengths [in nm].");
     EXPECT_EQ(form->Record().General.PolyCoef[0], 0.0);
     EXPECT_EQ(form->Record().IndexState.Ready, kFalse);
+
+    // n^2 = 1.5 - 0.3 / lambda^2: no index at 435.8 nm, a good one from 1000 to 2000 nm.
+    dialogs.boxes.clear();
+    CheckSchottCoefficients("1.5", "-0.3", "1000", "2000");
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_NE(LastBox().find("\n435.8           index < 1 !!\n"), std::string::npos);
+    EXPECT_EQ(form->Record().IndexState.Ready, kTrue);
 }
 
 TEST_F(Frm3NewIndex, PolynomialListOmitsSellmeierPlusAndKeepsTypeSix) {
@@ -252,6 +226,15 @@ TEST_F(Frm3NewIndex, PolynomialListOmitsSellmeierPlusAndKeepsTypeSix) {
     form->cmbIndexPolyTypeClick();
     EXPECT_EQ(form->Record().General.Polytype, 4);
     EXPECT_EQ(form->lblIndexMinDataPoints.caption, "Min: 3 points");
+
+    // The coefficient grid holds each value as "+0.00000000e+00", however small.
+    rec.General.IndexDataType = 1;
+    rec.General.PolyCoef = {2.25, 1.2e-7, 4e-9, -0.0123};
+    form->DisplayEdit(rec);
+    form->tabPropertiesChange(frm3New::kTabIndex);
+    const char* expected[] = {"+2.25000000e+00", "+1.20000000e-07", "+4.00000000e-09",
+                              "-1.23000000e-02"};
+    for (int row = 1; row <= 4; ++row) EXPECT_EQ(form->ssRefInd.Text(2, row), expected[row - 1]);
 }
 
 // Choosing the item a list already shows is no change: typed rows and typed coefficients stay.
@@ -276,9 +259,18 @@ TEST_F(Frm3NewIndex, ChoosingTheShownItemAgainKeepsWhatWasTyped) {
     EXPECT_NE(form->ssRefInd.Text(2, 1), "2.25");
 }
 
-TEST_F(Frm3NewIndex, ClearEmptiesGridAndIndexData) {
+// One point too few keeps the fit columns hidden; Clear empties the grid and the index data.
+TEST_F(Frm3NewIndex, OnePointTooFewAndClearLeaveNoFit) {
+    TypeIndexRows(5);
+    form->comIndexFitClick();
+    EXPECT_EQ(LastBox(), "You need at least 6 full data points to fit a Schott polynomial.");
+    EXPECT_EQ(form->pnlStatus[1].caption, "Index: NOT Ready");
+    EXPECT_TRUE(form->ssRefInd.Column(4).hidden);
+    EXPECT_FALSE(form->comIndexShow.enabled);
+
     TypeIndexRows(6);
     form->comIndexFitClick();
+    ASSERT_EQ(form->pnlStatus[1].caption, "Index: Ready");
     form->comClearClick();
     EXPECT_EQ(form->Record().General.IndexPoints, 0);
     EXPECT_EQ(form->Record().General.GlassCode, 0);

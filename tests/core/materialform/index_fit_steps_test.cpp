@@ -4,18 +4,14 @@
 
 #include <cmath>
 
+#include "core/optics/crown.h"
 #include "support/scripted_dialogs.h"
 
 namespace ostrel {
 namespace {
 
+using testing::Nbk7;
 using testing::ScriptedDialogs;
-
-double Nbk7(double um) {
-    const double x = um * um;
-    return std::sqrt(1.0 + 1.03961212 * x / (x - 0.00600069867) +
-                     0.231792344 * x / (x - 0.0200179144) + 1.01046945 * x / (x - 103.560653));
-}
 
 // Ascending, as a user would type them.
 std::vector<IndexRow> Nbk7Rows(int count) {

@@ -8,11 +8,14 @@
 #include <tuple>
 #include <vector>
 
+#include "core/optics/crown.h"
 #include "support/scripted_dialogs.h"
 
 namespace ostrel {
 namespace {
 
+using testing::kNbk7Coef;
+using testing::Nbk7;
 using testing::ScriptedDialogs;
 
 struct Point {
@@ -42,15 +45,6 @@ std::vector<Point> Sample(double fromNm, double toNm, int count,
         pts.push_back({w, indexAtUm(w * 0.001)});
     }
     return pts;
-}
-
-// N-BK7 from its published Sellmeier coefficients.
-const PolyCoefBlock kNbk7Coef{1.03961212,    0.231792344,  1.01046945,
-                              0.00600069867, 0.0200179144, 103.560653};
-double Nbk7(double um) {
-    const double x = um * um;
-    return std::sqrt(1.0 + 1.03961212 * x / (x - 0.00600069867) +
-                     0.231792344 * x / (x - 0.0200179144) + 1.01046945 * x / (x - 103.560653));
 }
 
 // A Schott polynomial of an ordinary crown.
@@ -294,46 +288,37 @@ MeasuredData SlowData() {
     }));
 }
 
-TEST(FitSellmeier, AsksAfterThirtyStepsAndStopsOnYes) {
-    auto m = SlowData();
-    Fit f;
-    f.d.answers = {MsgAnswer::Yes};
+// After 30 steps the fit asks whether to stop: Yes stops it, No goes on, and a silent fit
+// gives up without asking.
+TEST(FitSellmeier, AsksAfterThirtyStepsUnlessSilent) {
+    auto m = SlowData(), m2 = SlowData(), m3 = SlowData();
+    Fit yes, no, silent;
+    yes.d.answers = {MsgAnswer::Yes};
     ASSERT_NO_FATAL_FAILURE(
-        f.ExpectFailed(f.Sellmeier(m, 20, 3),
-                       {"Sellmeier seems to be failing to converge\ndo you stop searching now"},
-                       MsgButtons::YesNo));
-    EXPECT_EQ(f.d.boxes[0].icon, MsgIcon::Information);
+        yes.ExpectFailed(yes.Sellmeier(m, 20, 3),
+                         {"Sellmeier seems to be failing to converge\ndo you stop searching now"},
+                         MsgButtons::YesNo));
+    EXPECT_EQ(yes.d.boxes[0].icon, MsgIcon::Information);
+    no.d.answers = {MsgAnswer::No, MsgAnswer::No, MsgAnswer::No};
+    EXPECT_EQ(no.Sellmeier(m2, 20, 3), -1);
+    EXPECT_FALSE(no.d.boxes.empty());
+    EXPECT_LT(Rms(m2, 20), 2e-3);
+    silent.ExpectFailed(silent.Sellmeier(m3, 20, 3, {}, 0, 0), {});
 }
 
-TEST(FitSellmeier, GoesOnAfterNoAndASilentFitGivesUpAtThirtySteps) {
-    auto m = SlowData();
-    Fit f, silent;
-    f.d.answers = {MsgAnswer::No, MsgAnswer::No, MsgAnswer::No};
-    EXPECT_EQ(f.Sellmeier(m, 20, 3), -1);
-    EXPECT_FALSE(f.d.boxes.empty());
-    EXPECT_LT(Rms(m, 20), 2e-3);
-    auto m2 = SlowData();
-    silent.ExpectFailed(silent.Sellmeier(m2, 20, 3, {}, 0, 0), {});
-}
-
-TEST(FitSellmeier, FiveTermsFromTheSharedStartValuesFailOnGlassData) {
-    // For five terms the shared start values put C2 = C3 = 0.7307 um^2, two equal poles
-    // inside the band of the data: the first step cannot be solved.
+// For five terms the shared start values put C2 = C3 = 0.7307 um^2, two equal poles inside
+// the band of the data: the first step cannot be solved. A reasonable start fits.
+TEST(FitSellmeier, FiveTermsNeedAReasonableStart) {
     auto m = Measured(Sample(365.0, 2325.0, 20, Nbk7));
-    Fit f;
-    f.ExpectFailed(
-        f.Sellmeier(m, 20, 5),
+    Fit shared, given;
+    shared.ExpectFailed(
+        shared.Sellmeier(m, 20, 5),
         {"Failure in Gauss Jordan elimination\nTry a different polynomial",
          "Failed to fit Sellmeier Polynomial\nCheck data or try another polynomial form"});
-}
-
-TEST(FitSellmeier, FiveTermsFromAReasonableStart) {
-    auto m = Measured(Sample(365.0, 2325.0, 20, Nbk7));
     const PolyCoefBlock start{1.0, 0.2, 1.0, 0.001, 0.001, 0.006, 0.02, 100.0, 0.05, 200.0};
-    Fit f;
-    ASSERT_EQ(f.Sellmeier(m, 20, 5, start, -1), -1);
+    ASSERT_EQ(given.Sellmeier(m, 20, 5, start, -1), -1);
     EXPECT_LT(Rms(m, 20), 1e-4);
-    EXPECT_EQ(f.text.rfind("Extend Sellmeier Polynomial Constants\n\nB1:   ", 0), 0u);
+    EXPECT_EQ(given.text.rfind("Extend Sellmeier Polynomial Constants\n\nB1:   ", 0), 0u);
 }
 
 // --- coefficients and their texts ---
@@ -348,46 +333,43 @@ TEST(StoreCoefficients, KeepsNoMoreThanTheBlockHolds) {
     EXPECT_EQ(coef, expected);
 }
 
-TEST(ConstantsText, SchottFormsAppendToTheTextGiven) {
-    std::string text = "before\n";
-    SchottConstantsText(text, kSchott);
-    EXPECT_EQ(text,
-              "before\nSchott Polynomial Constants\n\n"
-              "A0:   +2.27189290e+00\nA1:   -1.01080770e-02\nA2:   +1.05925090e-02\n"
-              "A3:   +2.08169650e-04\nA4:   -7.64725380e-06\nA5:   +4.92409910e-07");
-    std::string cauchy;
-    CauchyConstantsText(cauchy, PolyCoefBlock{2.25, 0.0, -0.5});
-    EXPECT_EQ(cauchy,
-              "Cauchy Polynomial Constants\n\n"
-              "A0:   +2.25000000e+00\nA1:   +0.00000000e+00\nA2:   -5.00000000e-01");
-}
-
-TEST(ConstantsText, SchottPlusListsByNameWithTheWideFirstLabel) {
-    PolyCoefBlock c{9, 8, 7, 6, 5, 0.5, 1, 2, 3, 4};  // stored A9..A5, A0, A1..A4
-    std::string text;
-    SchottPlusConstantsText(text, c);
-    EXPECT_EQ(text,
-              "Extended Schott Polynomial Constants\n\n"
-              "A0:    +5.00000000e-01\nA1:   +1.00000000e+00\nA2:   +2.00000000e+00\n"
-              "A3:   +3.00000000e+00\nA4:   +4.00000000e+00\nA5:   +5.00000000e+00\n"
-              "A6:   +6.00000000e+00\nA7:   +7.00000000e+00\nA8:   +8.00000000e+00\n"
-              "A9:   +9.00000000e+00");
-}
-
-TEST(ConstantsText, SellmeierFormsGroupBThenC) {
-    std::string text = "x";
-    SellmeierConstantsText(text, kNbk7Coef);
-    EXPECT_EQ(text,
-              "xSellmeier Polynomial Constants\n\n"
-              "B1:   +1.03961212e+00\nB2:   +2.31792344e-01\nB3:   +1.01046945e+00\n\n"
-              "C1:   +6.00069867e-03\nC2:   +2.00179144e-02\nC3:   +1.03560653e+02");
-    PolyCoefBlock p{1.5, -0.25, 0.001, 0, 12, 0.00001, 0.0125, 100, 123456.75, -3};
-    text = "replaced";
-    SellmeierPlusConstantsText(text, p);
-    EXPECT_EQ(text,
-              "Extend Sellmeier Polynomial Constants\n\n"
-              "B1:   1.5\nB2:   -0.25\nB3:   0.001\nB4:   0\nB5:   12\n\n"
-              "C1:   1E-05\nC2:   0.0125\nC3:   100\nC4:   123456.75\nC5:   -3");
+// Each form appends its constants to the text given; the extended Sellmeier replaces it.
+TEST(ConstantsText, PerForm) {
+    using Writer = void (*)(std::string&, const PolyCoefBlock&);
+    const std::tuple<Writer, PolyCoefBlock, const char*, const char*> cases[] = {
+        {SchottConstantsText, kSchott, "before\n",
+         "before\nSchott Polynomial Constants\n\n"
+         "A0:   +2.27189290e+00\nA1:   -1.01080770e-02\nA2:   +1.05925090e-02\n"
+         "A3:   +2.08169650e-04\nA4:   -7.64725380e-06\nA5:   +4.92409910e-07"},
+        {CauchyConstantsText,
+         {2.25, 0.0, -0.5},
+         "",
+         "Cauchy Polynomial Constants\n\n"
+         "A0:   +2.25000000e+00\nA1:   +0.00000000e+00\nA2:   -5.00000000e-01"},
+        // Stored A9..A5, A0, A1..A4, listed by name with a wider first label.
+        {SchottPlusConstantsText,
+         {9, 8, 7, 6, 5, 0.5, 1, 2, 3, 4},
+         "",
+         "Extended Schott Polynomial Constants\n\n"
+         "A0:    +5.00000000e-01\nA1:   +1.00000000e+00\nA2:   +2.00000000e+00\n"
+         "A3:   +3.00000000e+00\nA4:   +4.00000000e+00\nA5:   +5.00000000e+00\n"
+         "A6:   +6.00000000e+00\nA7:   +7.00000000e+00\nA8:   +8.00000000e+00\n"
+         "A9:   +9.00000000e+00"},
+        {SellmeierConstantsText, kNbk7Coef, "x",
+         "xSellmeier Polynomial Constants\n\n"
+         "B1:   +1.03961212e+00\nB2:   +2.31792344e-01\nB3:   +1.01046945e+00\n\n"
+         "C1:   +6.00069867e-03\nC2:   +2.00179144e-02\nC3:   +1.03560653e+02"},
+        {SellmeierPlusConstantsText,
+         {1.5, -0.25, 0.001, 0, 12, 0.00001, 0.0125, 100, 123456.75, -3},
+         "replaced",
+         "Extend Sellmeier Polynomial Constants\n\n"
+         "B1:   1.5\nB2:   -0.25\nB3:   0.001\nB4:   0\nB5:   12\n\n"
+         "C1:   1E-05\nC2:   0.0125\nC3:   100\nC4:   123456.75\nC5:   -3"}};
+    for (const auto& [write, coef, before, expected] : cases) {
+        std::string text = before;
+        write(text, coef);
+        EXPECT_EQ(text, expected);
+    }
 }
 
 // A 32-bit value shows the digits it was given, not the binary fraction it is stored as.

@@ -4,12 +4,12 @@
 
 #include <cmath>
 
+#include "core/optics/crown.h"
+
 namespace ostrel {
 namespace {
 
-// N-BK7, published Sellmeier coefficients (B first, then C).
-const PolyCoefBlock kNbk7{1.03961212,    0.231792344,  1.01046945,
-                          0.00600069867, 0.0200179144, 103.560653};
+using testing::kNbk7Coef;
 const PolyCoefBlock kNbk7Plus{1.03961212,    0.231792344,  1.01046945, 0,  0,
                               0.00600069867, 0.0200179144, 103.560653, 50, 50};
 
@@ -53,7 +53,7 @@ const IndexCase kWorkedValues[] = {
     {"TypeZero", 0, {2.25}, 587.6f, 0.0, 0},
     {"TypeFive", 5, {2.25}, 587.6f, 0.0, 0},
     // Published nd of N-BK7 is 1.51680.
-    {"Nbk7AtTheDLine", 2, kNbk7, 587.5618f, 1.5168000325870348, -1},
+    {"Nbk7AtTheDLine", 2, kNbk7Coef, 587.5618f, 1.5168000325870348, -1},
     // The same glass in the five-term layout (B1..B5, C1..C5), with B4 = B5 = 0.
     {"Nbk7AsSellmeierPlus", 6, kNbk7Plus, 587.5618f, 1.5168000325870348, -1},
     // With the product kept in 64 bits the result would be 1.5096233057530277.
