@@ -94,19 +94,14 @@ TEST(ListControl, SingleSelectSelectionIsTheCurrentItem) {
     EXPECT_EQ(lst.listIndex(), -1);
 }
 
-struct AccelCase {
-    const char* caption;
-    const char* plain;
-};
-class StripAcceleratorTest : public ::testing::TestWithParam<AccelCase> {};
-TEST_P(StripAcceleratorTest, RemovesMarker) {
-    EXPECT_EQ(StripAccelerator(GetParam().caption), GetParam().plain);
+TEST(StripAccelerator, RemovesTheMarker) {
+    const std::pair<const char*, const char*> cases[] = {{"&Close", "Close"},
+                                                         {"De&lete", "Delete"},
+                                                         {"Name && source", "Name & source"},
+                                                         {"trailing&", "trailing"},
+                                                         {"", ""}};
+    for (const auto& [caption, plain] : cases) EXPECT_EQ(StripAccelerator(caption), plain);
 }
-INSTANTIATE_TEST_SUITE_P(Captions, StripAcceleratorTest,
-                         ::testing::Values(AccelCase{"&Close", "Close"},
-                                           AccelCase{"De&lete", "Delete"},
-                                           AccelCase{"Name && source", "Name & source"},
-                                           AccelCase{"trailing&", "trailing"}, AccelCase{"", ""}));
 
 }  // namespace
 }  // namespace ostrel

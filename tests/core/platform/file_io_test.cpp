@@ -28,37 +28,32 @@ class FileIo : public ::testing::Test {
     FileError error;
 };
 
-struct PieceCase {
-    size_t length;
-    size_t piece;
-    std::vector<size_t> pieces;  // the lengths handed on, in order
-};
-
-class ReadFileInPiecesTest : public FileIo, public ::testing::WithParamInterface<PieceCase> {};
-
-TEST_P(ReadFileInPiecesTest, HandsOnFullPiecesThenTheRest) {
-    const PieceCase& c = GetParam();
-    std::string bytes;
-    for (size_t i = 0; i < c.length; ++i) bytes.push_back(static_cast<char>('a' + i % 26));
-    WriteFileBytes(dir / "f.bin", bytes);
-
-    std::vector<size_t> lengths;
-    std::string joined;
-    ASSERT_TRUE(ReadFileInPieces(
-        dir / "f.bin", c.piece,
-        [&](std::string_view piece) {
-            lengths.push_back(piece.size());
-            joined += piece;
-        },
-        error));
-    EXPECT_EQ(lengths, c.pieces);
-    EXPECT_EQ(joined, bytes);
+TEST_F(FileIo, ReadInPiecesHandsOnFullPiecesThenTheRest) {
+    const struct {
+        size_t length, piece;
+        std::vector<size_t> pieces;  // the lengths handed on, in order
+    } cases[] = {{0, 4, {}},
+                 {3, 4, {3}},
+                 {8, 4, {4, 4}},
+                 {10, 4, {4, 4, 2}},
+                 {100000, 65536, {65536, 34464}}};
+    for (const auto& c : cases) {
+        std::string bytes;
+        for (size_t i = 0; i < c.length; ++i) bytes.push_back(static_cast<char>('a' + i % 26));
+        WriteFileBytes(dir / "f.bin", bytes);
+        std::vector<size_t> lengths;
+        std::string joined;
+        ASSERT_TRUE(ReadFileInPieces(
+            dir / "f.bin", c.piece,
+            [&](std::string_view piece) {
+                lengths.push_back(piece.size());
+                joined += piece;
+            },
+            error));
+        EXPECT_EQ(lengths, c.pieces) << c.length;
+        EXPECT_EQ(joined, bytes);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Lengths, ReadFileInPiecesTest,
-                         ::testing::Values(PieceCase{0, 4, {}}, PieceCase{3, 4, {3}},
-                                           PieceCase{8, 4, {4, 4}}, PieceCase{10, 4, {4, 4, 2}},
-                                           PieceCase{100000, 65536, {65536, 34464}}));
 
 TEST_F(FileIo, ReadingAMissingFileIsAnErrorWithItsName) {
     bool called = false;

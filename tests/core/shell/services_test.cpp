@@ -90,36 +90,30 @@ TEST_F(CNewMsgTest, ADelayedMessageWaitsForTheTimer) {
     EXPECT_EQ(d.boxes.size(), 1u);
 }
 
-struct ContactCase {
-    MsgAnswer answer;
-    bool browserStarts;
-    std::vector<std::string> urls;
-    size_t boxes;
-};
-
-class ContactsTest : public ::testing::TestWithParam<ContactCase> {};
-
-TEST_P(ContactsTest, OpensTheChosenSite) {
-    const ContactCase& c = GetParam();
-    ScriptedDialogs d;
-    d.answers = {c.answer};
-    d.openUrlResult = c.browserStarts;
-    ShowContacts(d);
-    EXPECT_EQ(d.urls, c.urls);
-    ASSERT_EQ(d.boxes.size(), c.boxes);
-    EXPECT_EQ(d.boxes[0].buttons, MsgButtons::YesNoCancel);
-    EXPECT_EQ(d.boxes[0].icon, MsgIcon::Question);
-    if (c.boxes == 2) {
-        EXPECT_EQ(d.boxes[1].text, "Sorry: cannot launch your browser at this time.");
+TEST(Contacts, OpensTheChosenSite) {
+    const struct {
+        MsgAnswer answer;
+        bool browserStarts;
+        std::vector<std::string> urls;
+        size_t boxes;
+    } cases[] = {{MsgAnswer::Yes, true, {"https://www.harvenz.example.com/"}, 1},
+                 {MsgAnswer::No, true, {"https://www.lumbrak.example.org/"}, 1},
+                 {MsgAnswer::Cancel, true, {}, 1},
+                 {MsgAnswer::Yes, false, {"https://www.harvenz.example.com/"}, 2}};
+    for (const auto& c : cases) {
+        ScriptedDialogs d;
+        d.answers = {c.answer};
+        d.openUrlResult = c.browserStarts;
+        ShowContacts(d);
+        EXPECT_EQ(d.urls, c.urls);
+        ASSERT_EQ(d.boxes.size(), c.boxes);
+        EXPECT_EQ(d.boxes[0].buttons, MsgButtons::YesNoCancel);
+        EXPECT_EQ(d.boxes[0].icon, MsgIcon::Question);
+        if (c.boxes == 2) {
+            EXPECT_EQ(d.boxes[1].text, "Sorry: cannot launch your browser at this time.");
+        }
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Answers, ContactsTest,
-    ::testing::Values(ContactCase{MsgAnswer::Yes, true, {"https://www.harvenz.example.com/"}, 1},
-                      ContactCase{MsgAnswer::No, true, {"https://www.lumbrak.example.org/"}, 1},
-                      ContactCase{MsgAnswer::Cancel, true, {}, 1},
-                      ContactCase{MsgAnswer::Yes, false, {"https://www.harvenz.example.com/"}, 2}));
 
 TEST(Contacts, TextListsTheDetailsAndEndsWithTheChoice) {
     const std::string t = ContactsText();

@@ -16,47 +16,34 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct GuideCase {
-    int form;
-    const char* opens;  // page expected, "" for no page at all
-};
-
-class UserGuideTest : public ::testing::TestWithParam<GuideCase> {};
-
 // A guide with the contents page and the material form's page only (a folder name with a
-// blank, as installations have): a form's page when it is there, else the contents.
-TEST_P(UserGuideTest, FormOpensItsPageOrTheContents) {
+// blank, as installations have): a form's page when it is there, else the contents. A missing
+// guide or browser is said.
+TEST(UserGuideTest, FormOpensItsPageOrTheContents) {
     TempDir tmp;
     const fs::path folder = tmp.path() / "doc dir";
     fs::create_directories(folder);
     WriteFileBytes(folder / "OstrelTD.html", "<html/>");
     WriteFileBytes(folder / "material.html", "<html/>");
-    ScriptedDialogs dialogs;
-    UserGuide guide(dialogs, [&] { return (folder / "OstrelTD.html").string(); });
-    EXPECT_TRUE(guide.Open(GetParam().form));
-    ASSERT_EQ(dialogs.urls.size(), 1u);
-    const std::string want = "file://" + fs::absolute(folder).generic_string() + "/";
-    std::string expected = want;
-    expected.replace(expected.find("doc dir"), 7, "doc%20dir");
-    EXPECT_EQ(dialogs.urls[0], expected + GetParam().opens);
-}
+    std::string url = "file://" + fs::absolute(folder).generic_string() + "/";
+    url.replace(url.find("doc dir"), 7, "doc%20dir");
+    const std::pair<int, const char*> cases[] = {
+        {0, "OstrelTD.html"}, {3, "material.html"}, {7, "OstrelTD.html"}};
+    for (const auto& [form, page] : cases) {
+        ScriptedDialogs dialogs;
+        UserGuide guide(dialogs, [&] { return (folder / "OstrelTD.html").string(); });
+        EXPECT_TRUE(guide.Open(form));
+        ASSERT_EQ(dialogs.urls.size(), 1u);
+        EXPECT_EQ(dialogs.urls[0], url + page);
+    }
 
-INSTANTIATE_TEST_SUITE_P(Pages, UserGuideTest,
-                         ::testing::Values(GuideCase{0, "OstrelTD.html"},
-                                           GuideCase{3, "material.html"},
-                                           GuideCase{7, "OstrelTD.html"}));
-
-TEST(UserGuideFailTest, MissingGuideOrBrowserIsSaid) {
     ScriptedDialogs dialogs;
     UserGuide none(dialogs, [] { return std::string("/nonexistent/OstrelTD.html"); });
     EXPECT_FALSE(none.Open(2));
     ASSERT_EQ(dialogs.boxes.size(), 1u);
     EXPECT_EQ(dialogs.boxes[0].text, UserGuide::kNotFound);
-
-    TempDir tmp;
-    WriteFileBytes(tmp.path() / "OstrelTD.html", "<html/>");
     dialogs.openUrlResult = false;
-    UserGuide guide(dialogs, [&] { return (tmp.path() / "OstrelTD.html").string(); });
+    UserGuide guide(dialogs, [&] { return (folder / "OstrelTD.html").string(); });
     EXPECT_FALSE(guide.Open(0));
     ASSERT_EQ(dialogs.boxes.size(), 2u);
     EXPECT_EQ(dialogs.boxes[1].text, "Sorry: cannot launch your browser at this time.");
