@@ -63,13 +63,20 @@ TEST_F(ListOperationsTest, DuplicateInsertsTheCopyBehindItsOriginal) {
     EXPECT_TRUE(ReadFileBytes(Current()) == Image(l.CustomList()));
 }
 
-TEST_F(ListOperationsTest, DuplicateKeepsAskingUntilTheNameIsFree) {
+// A taken name is asked again without a word; a name the file cannot hold is explained first.
+TEST_F(ListOperationsTest, DuplicateKeepsAskingUntilTheNameIsFreeAndUsable) {
     GlassesList& l = WithThree();
-    dialogs.inputs = {"b", "a ", "C"};  // C is taken under source T only, so free under S
+    // C is taken under source T only, so free under S.
+    dialogs.inputs = {"b", "Ωmega", std::string(31, 'x'), "a ", "  C "};
     ASSERT_TRUE(DuplicateMaterial(l, dialogs, 2));
-    EXPECT_EQ(dialogs.proposals, (std::vector<std::string>{"B", "b", "a "}));
-    EXPECT_TRUE(dialogs.boxes.empty());  // the refusal is not shown, the prompt comes again
+    EXPECT_EQ(dialogs.proposals,
+              (std::vector<std::string>{"B", "b", "Ωmega", std::string(31, 'x'), "a "}));
+    ASSERT_EQ(dialogs.boxes.size(), 2u);
+    EXPECT_EQ(dialogs.boxes[0].title, "Invalid Name");
+    EXPECT_EQ(dialogs.boxes[0].text.rfind("    'Ωmega\nCharacter 1", 0), 0u);
+    EXPECT_NE(dialogs.boxes[1].text.find("1 more than the 30"), std::string::npos);
     EXPECT_EQ(Names(), (std::vector<std::string>{"A", "B", "C", "C"}));
+    EXPECT_EQ(l.CustomList()[2].General.GlassName.Raw(), "C" + std::string(29, ' '));
 }
 
 class DuplicateEndsTest : public ListOperationsTest,

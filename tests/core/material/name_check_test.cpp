@@ -3,8 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include "core/material/list_operations.h"
-#include "list_fixture.h"
+#include "core/material/material_record_codec.h"
+#include "core/platform/text.h"
+#include "support/scripted_dialogs.h"
 
 namespace ostrel::testing {
 namespace {
@@ -69,21 +70,6 @@ TEST(NameRefusalBox, ShowsTheTypedTextAndTheReason) {
     EXPECT_EQ(dialogs.boxes[0].text, "    'A?B\nWhy: try again.");
     EXPECT_EQ(dialogs.boxes[0].title, "Invalid Source");
     EXPECT_EQ(dialogs.boxes[0].icon, MsgIcon::Exclamation);
-}
-
-class DuplicateNameTest : public ListFixture {};
-
-TEST_F(DuplicateNameTest, ARefusedNameIsExplainedAndAskedAgain) {
-    GlassesList& l = Loaded(Image({MakeRecord("A", "S")}));
-    dialogs.inputs = {"Ωmega", std::string(31, 'x'), "  Omega "};
-    ASSERT_TRUE(DuplicateMaterial(l, dialogs, 1));
-    ASSERT_EQ(dialogs.boxes.size(), 2u);
-    EXPECT_EQ(dialogs.boxes[0].title, "Invalid Name");
-    EXPECT_EQ(dialogs.boxes[0].text.rfind("    'Ωmega\nCharacter 1", 0), 0u);
-    EXPECT_NE(dialogs.boxes[1].text.find("1 more than the 30"), std::string::npos);
-    EXPECT_EQ(dialogs.proposals, (std::vector<std::string>{"A", "Ωmega", std::string(31, 'x')}));
-    ASSERT_EQ(l.CustomCount(), 2);
-    EXPECT_EQ(l.CustomList()[1].General.GlassName.Raw(), "Omega" + std::string(25, ' '));
 }
 
 }  // namespace

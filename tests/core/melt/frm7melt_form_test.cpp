@@ -1,3 +1,4 @@
+#include <array>
 #include <filesystem>
 
 #include "core/material/catalogue_record.h"
@@ -38,24 +39,15 @@ INSTANTIATE_TEST_SUITE_P(
                                "ABCDEFGHIJKLMNOPQRSTUVWXYZ1 *m",
                                "ABCDEFGHIJKLMNOPQRSTUVWXYZ1 *M [S]"}));
 
-struct CaptionCase {
-    const char* source;
-    const char* name;
-    const char* code;
-    const char* caption;
-};
-
-class MeltCaptionTest : public ::testing::TestWithParam<CaptionCase> {};
-
-TEST_P(MeltCaptionTest, Caption) {
-    EXPECT_EQ(MeltCaption(GetParam().source, GetParam().name, GetParam().code), GetParam().caption);
+TEST(MeltCaption, JoinsSourceNameAndCodeOrAsksForAParent) {
+    const std::array<std::array<const char*, 4>, 3> cases = {{
+        {" Schott ", "  BK7", "m1234 ", "Schott  BK7 *m1234"},
+        {"", "", "", "<- select a parent glass for the melt"},
+        {"", "BK7", "m1", "  BK7 *m1"},
+    }};
+    for (const auto& [source, name, code, caption] : cases)
+        EXPECT_EQ(MeltCaption(source, name, code), caption) << name;
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Captions, MeltCaptionTest,
-    ::testing::Values(CaptionCase{" Schott ", "  BK7", "m1234 ", "Schott  BK7 *m1234"},
-                      CaptionCase{"", "", "", "<- select a parent glass for the melt"},
-                      CaptionCase{"", "BK7", "m1", "  BK7 *m1"}));
 
 // --- life cycle and controls ---
 
@@ -209,6 +201,22 @@ TEST_F(MeltFixture, EditAndReviewOpenTheSavedMelt) {
     form->ForceUnload();
     EXPECT_FALSE(form->Saved());
     EXPECT_FALSE(form->IsOpen());
+
+    // Nothing to lose closes without asking: just opened, a saved melt opened for edit, and
+    // a review whatever happens in it.
+    const std::vector<std::function<void()>> opens{[&] { form->DisplayNew(false); },
+                                                   [&] { form->DisplayEdit(saved); },
+                                                   [&] {
+                                                       form->DisplayReview(saved);
+                                                       form->comIndexFitClick();
+                                                   }};
+    for (const auto& open : opens) {
+        open();
+        dialogs.boxes.clear();
+        form->comOKClick();
+        EXPECT_TRUE(dialogs.boxes.empty());
+        EXPECT_FALSE(form->IsOpen());
+    }
 }
 
 // Closing by the form's own button with unsaved work asks first.
@@ -254,26 +262,6 @@ INSTANTIATE_TEST_SUITE_P(
                       CloseCase{"YesButNoCode", "", true, MsgAnswer::Yes, false, 0}),
     [](const auto& info) { return std::string(info.param.name); });
 
-TEST_F(MeltFixture, NothingToLoseClosesWithoutAsking) {
-    // Just opened, a saved melt opened for edit, and a review whatever happens in it.
-    FitNewMelt(0.0003);
-    form->comAddClick();
-    const MaterialRecord saved = list->CustomList()[0];
-    const std::vector<std::function<void()>> opens{[&] { form->DisplayNew(false); },
-                                                   [&] { form->DisplayEdit(saved); },
-                                                   [&] {
-                                                       form->DisplayReview(saved);
-                                                       form->comIndexFitClick();
-                                                   }};
-    for (const auto& open : opens) {
-        open();
-        dialogs.boxes.clear();
-        form->comOKClick();
-        EXPECT_TRUE(dialogs.boxes.empty());
-        EXPECT_FALSE(form->IsOpen());
-    }
-}
-
 TEST_F(MeltFixture, EditOfAParentNoLongerInTheDatabase) {
     MaterialRecord rec = ClearedMaterialRecord();
     rec.Melt.MeltParentName.Set("Gone");
@@ -311,20 +299,6 @@ TEST_F(MeltFixture, UsefulWavelengthsFillFromTheActiveRow) {
     form->comWaveSelRefIndClick();
     EXPECT_EQ(form->ssRefInd.Text(2, 2), "546.0740");
     EXPECT_EQ(form->ssRefInd.Text(1, 2), "e ");
-}
-
-TEST_F(MeltFixture, SchottSheetReplacesTheTable) {
-    Start("Schott", "N-BK7", "m1");
-    TypePair(12, "1000", "1.5");
-    sheetResult = [](MaterialRecord& rec) {
-        rec.Melt.MeltIndexPoints = 1;
-        rec.Melt.MeltIndexWave[0] = 587.562f;
-        rec.Melt.MeltIndexValue[0] = 1.5170;
-    };
-    form->comMeltSchottClick();
-    EXPECT_EQ(form->ssRefInd.Text(2, 1), "587.5620");
-    EXPECT_EQ(form->ssRefInd.Text(3, 1), "1.5170000");
-    EXPECT_EQ(form->ssRefInd.Text(2, 12), "");
 }
 
 // --- wavebands ---

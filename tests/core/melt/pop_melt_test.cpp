@@ -234,9 +234,11 @@ INSTANTIATE_TEST_SUITE_P(Sheets, SchottCheckTest,
                              // nF - nC and nF - ne make no pair and may disagree.
                              SheetCase{{{3, "0.5"}, {6, "0.4"}}, ""}));
 
-// The picture fills the sheet with the parent's figures: the pairs are the parent's own.
+// The picture fills the sheet with the parent's figures: the pairs are the parent's own, and
+// they replace the whole table.
 TEST_F(MeltFixture, TheParentMakesAStartingSheetThroughTheMeltMaker) {
     Start("Schott", "N-BK7", "m1");
+    TypePair(12, "1000", "1.5");
     popMeltSchott::Hooks hooks;
     hooks.showModal = [](popMeltSchott& s) {
         EXPECT_EQ(s.lblIndexCat[1].caption.get(), "1.516800");
@@ -255,6 +257,10 @@ TEST_F(MeltFixture, TheParentMakesAStartingSheetThroughTheMeltMaker) {
         EXPECT_NEAR(m.MeltIndexValue[i], IndexOf(form->ParentRecord(), m.MeltIndexWave[i]), 1e-12);
     EXPECT_EQ(form->ssRefInd.Text(2, 7), "435.8340");
     EXPECT_EQ(form->ssRefInd.Text(5, 7), "0.000000");
+    char nC[20];
+    std::snprintf(nC, sizeof nC, "%.7f", m.MeltIndexValue[0]);
+    EXPECT_EQ(form->ssRefInd.Text(3, 1), nC);
+    EXPECT_EQ(form->ssRefInd.Text(2, 12), "");
     form->comIndexFitClick();
     EXPECT_EQ(form->MeltRecord().IndexState.Ready, kTrue);
 }
