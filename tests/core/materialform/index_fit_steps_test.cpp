@@ -130,42 +130,6 @@ TEST(IndexFitSteps, SellmeierSetsDerivedNumbersAndGlassCode) {
     EXPECT_EQ(out.errorLabel.rfind("average Sellmeier polynomal fit error: 0.000000", 0), 0u);
 }
 
-// Schott Plus through 16 exact N-BK7 points from 400 to 700 nm: its normal equations are so
-// ill-conditioned that the solution misses the data by far. The user is asked; No keeps the
-// coefficients held before and leaves Index not ready, Yes keeps the fit.
-TEST(IndexFitSteps, FitThatMissesItsDataIsKeptOnlyWhenTheUserSaysSo) {
-    std::vector<IndexRow> rows;
-    for (int i = 0; i < 16; ++i) {
-        const float nm = 400.0f + 20.0f * static_cast<float>(i);
-        rows.push_back({nm, Nbk7(nm * 0.001), 1.0f});
-    }
-    for (const MsgAnswer answer : {MsgAnswer::No, MsgAnswer::Yes}) {
-        FitRun run(3);
-        run.rec.General.PolyCoef[5] = 2.25;
-        run.rec.General.GlassCode = 123456;
-        run.d.answers.push_back(answer);
-        const auto out = run.Fit(rows);
-        const bool kept = answer == MsgAnswer::Yes;
-        SCOPED_TRACE(kept ? "kept" : "declined");
-        EXPECT_TRUE(out.poor);
-        EXPECT_EQ(out.ready, kept);
-        EXPECT_EQ(out.declined, !kept);
-        // About 0.07; the digits depend on the rounding of the ill-conditioned solve.
-        const std::string caption = "average Schott Plus polynomal fit error: 0.0";
-        ASSERT_EQ(out.errorLabel.rfind(caption, 0), 0u) << out.errorLabel;
-        const std::string average = out.errorLabel.substr(caption.size() - 3);
-        ASSERT_EQ(run.d.boxes.size(), 1u);
-        EXPECT_EQ(run.d.boxes[0].text, "The fit does not represent the data: average error " +
-                                           average + ". Keep this fit?");
-        EXPECT_EQ(run.d.boxes[0].buttons, MsgButtons::YesNo);
-        EXPECT_EQ(run.rec.IndexState.Ready, kept ? kTrue : kFalse);
-        EXPECT_EQ(run.rec.General.PolyCoef[5] == 2.25, !kept);
-        EXPECT_EQ(run.rec.General.GlassCode == 123456, !kept);
-        EXPECT_EQ(run.constants.empty(), !kept);
-        EXPECT_EQ(out.calcTexts.size(), 16u);  // the misses stay on show either way
-    }
-}
-
 TEST(IndexFitSteps, FailedFitClearsTheLabelButShowsTheColumns) {
     auto rows = Nbk7Rows(8);
     for (auto& r : rows) r.weight = 0.0f;
