@@ -272,7 +272,8 @@ TEST_F(Frm3NewIndex, ChoosingTheShownItemAgainKeepsWhatWasTyped) {
     EXPECT_NE(form->ssRefInd.Text(2, 1), "2.25");
 }
 
-// One point too few keeps the fit columns hidden; Clear empties the grid and the index data.
+// One point too few keeps the fit columns hidden, exactly the minimum fits; Clear empties the
+// grid and the index data.
 TEST_F(Frm3NewIndex, OnePointTooFewAndClearLeaveNoFit) {
     TypeIndexRows(5);
     form->comIndexFitClick();
@@ -281,9 +282,17 @@ TEST_F(Frm3NewIndex, OnePointTooFewAndClearLeaveNoFit) {
     EXPECT_TRUE(form->ssRefInd.Column(4).hidden);
     EXPECT_FALSE(form->comIndexShow.enabled);
 
-    TypeIndexRows(6);
+    TypeIndexRows(6);  // exactly the minimum
+    const int16_t changes = form->Record().IndexState.Changes;
     form->comIndexFitClick();
     ASSERT_EQ(form->pnlStatus[1].caption, "Index: Ready");
+    EXPECT_EQ(form->Record().IndexState.Changes, changes + 1);
+    EXPECT_EQ(form->Record().General.IndexReserved, 6);
+    EXPECT_TRUE(dialogs.everBusy);
+    EXPECT_EQ(dialogs.busyDepth, 0);
+    EXPECT_EQ(form->ssRefInd.Text(4, 6), "1.5163716");
+    form->comIndexShowClick();
+    EXPECT_EQ(LastBox().rfind("Schott Polynomial Constants", 0), 0u) << LastBox();
     form->comClearClick();
     EXPECT_EQ(form->Record().General.IndexPoints, 0);
     EXPECT_EQ(form->Record().General.GlassCode, 0);

@@ -101,24 +101,6 @@ TEST(IndexFitSteps, TooFewPointsNamesTheMinimum) {
     }
 }
 
-TEST(IndexFitSteps, SchottWithExactlyTheMinimum) {
-    FitRun run(1);
-    const int16_t changes = run.rec.IndexState.Changes;
-    const auto out = run.Fit(Nbk7Rows(6));
-    EXPECT_TRUE(out.fitted);
-    EXPECT_TRUE(out.ready);
-    EXPECT_TRUE(run.d.boxes.empty());
-    EXPECT_TRUE(run.d.everBusy);
-    EXPECT_EQ(run.d.busyDepth, 0);
-    EXPECT_EQ(run.rec.IndexState.Ready, kTrue);
-    EXPECT_EQ(run.rec.IndexState.Changes, changes + 1);
-    EXPECT_EQ(run.rec.General.IndexReserved, 6);
-    EXPECT_EQ(out.errorLabel.rfind("average Schott polynomal fit error: 0.0000", 0), 0u);
-    ASSERT_EQ(out.calcTexts.size(), 6u);
-    EXPECT_EQ(out.calcTexts[5], "1.5362696");  // N-BK7 at 365 nm, passed through
-    EXPECT_EQ(run.constants.rfind("Schott Polynomial Constants", 0), 0u);
-}
-
 TEST(IndexFitSteps, SellmeierSetsDerivedNumbersAndGlassCode) {
     FitRun run(2);
     const auto out = run.Fit(Nbk7Rows(20));
