@@ -154,30 +154,38 @@ TEST(Grid, PasteAtActiveCellSkipsLockedColumnsAndBadNumbers) {
     EXPECT_EQ(g.Text(3, 3), "1.5");
 }
 
-TEST(Grid, SortOneKeyIsStableAndCaseBlind) {
-    Grid g;
-    Fill(g, {{"f2", "B", "1"}, {"BK7", "A", "2"}, {"F2", "A", "3"}, {"baf10", "C", "4"}});
-    g.Sort(1, g.MaxRows(), {{1, true}});
-    EXPECT_EQ(Column(g, 1), (std::vector<std::string>{"baf10", "BK7", "f2", "F2"}));
-    EXPECT_EQ(Column(g, 3), (std::vector<std::string>{"4", "2", "1", "3"}));
-    g.Sort(1, g.MaxRows(), {{1, true}});
-    EXPECT_EQ(Column(g, 3), (std::vector<std::string>{"4", "2", "1", "3"}))
-        << "sorting again by the same key changes nothing";
-}
-
-TEST(Grid, SortSecondKeyBreaksTies) {
-    Grid g;
-    Fill(g, {{"F2", "SCHOTT"}, {"BK7", "SCHOTT"}, {"ZK1", "OHARA"}, {"AB", "SCHOTT"}});
-    g.Sort(1, g.MaxRows(), {{2, true}, {1, true}});
-    EXPECT_EQ(Column(g, 1), (std::vector<std::string>{"ZK1", "AB", "BK7", "F2"}));
-}
-
-TEST(Grid, SortFloatColumnNumericallyAndDescending) {
-    Grid g;
-    Fill(g, {{"10"}, {"9"}, {"100"}, {"x"}});
-    g.SetColumnFloat(1, 0);
-    g.Sort(1, 4, {{1, false}});
-    EXPECT_EQ(Column(g, 1), (std::vector<std::string>{"100", "10", "9", "x"}));
+// Text sorts case-blind and stable, a second key breaks ties, a float column sorts by number.
+TEST(Grid, SortByKeys) {
+    using Rows = std::vector<std::vector<std::string>>;
+    using Col = std::vector<std::string>;
+    const struct {
+        Rows rows;
+        bool floatColumn;
+        std::vector<SortKey> keys;
+        int shownColumn;
+        Col expected;
+    } cases[] = {
+        {{{"f2", "B", "1"}, {"BK7", "A", "2"}, {"F2", "A", "3"}, {"baf10", "C", "4"}},
+         false,
+         {{1, true}},
+         3,
+         {"4", "2", "1", "3"}},
+        {{{"F2", "SCHOTT"}, {"BK7", "SCHOTT"}, {"ZK1", "OHARA"}, {"AB", "SCHOTT"}},
+         false,
+         {{2, true}, {1, true}},
+         1,
+         {"ZK1", "AB", "BK7", "F2"}},
+        {{{"10"}, {"9"}, {"100"}, {"x"}}, true, {{1, false}}, 1, {"100", "10", "9", "x"}},
+    };
+    for (const auto& c : cases) {
+        Grid g;
+        Fill(g, c.rows);
+        if (c.floatColumn) g.SetColumnFloat(1, 0);
+        g.Sort(1, g.MaxRows(), c.keys);
+        EXPECT_EQ(Column(g, c.shownColumn), c.expected);
+        g.Sort(1, g.MaxRows(), c.keys);
+        EXPECT_EQ(Column(g, c.shownColumn), c.expected) << "sorting again changes nothing";
+    }
 }
 
 TEST(Grid, SortMovesColoursWithTheRowsAndKeepsOtherRows) {

@@ -39,7 +39,6 @@ class RibbonTest : public ::testing::Test {
   protected:
     RibbonTest() {
         hooks.kelmoraFound = [this] { return kelmora; };
-        hooks.firstLoad = [this] { return firstLoad; };
         hooks.updateWallPaper = [this] { ++wallpapers; };
         forms = std::make_unique<ManageForms>(dialogs, hooks);
         for (int n = 1; n <= 7; ++n) {
@@ -52,7 +51,6 @@ class RibbonTest : public ::testing::Test {
     ScriptedDialogs dialogs;
     ManageForms::Hooks hooks;
     bool kelmora = true;
-    bool firstLoad = false;
     int wallpapers = 0;
     std::string calls;
     std::vector<std::unique_ptr<FakeForm>> fakes;
@@ -144,22 +142,6 @@ TEST_F(RibbonTest, WallpaperChangesForEveryWorkingFormShownButNotForTheSetup) {
     forms->RibbonClick(3, true);  // beside the manage form: nothing shown, wallpaper anew
     EXPECT_EQ(calls, "show 1, unload 1, show 2");
     EXPECT_EQ(wallpapers, 2);
-}
-
-TEST_F(RibbonTest, ToolsStayOffUntilTheSetupHasClosedOnTheFirstRun) {
-    firstLoad = true;
-    forms->EnableTools();
-    EXPECT_TRUE(forms->ribTools[1].enabled);
-    EXPECT_TRUE(forms->ribEnd.enabled);
-    forms->RibbonClick(1, true);
-    for (int n = 2; n <= 7; ++n) EXPECT_FALSE(forms->ribTools[n].enabled) << n;
-
-    // Closing the setup (by OK or Cancel) ends the first run and releases its button.
-    firstLoad = false;
-    forms->RibbonClick(1, false);
-    for (int n = 2; n <= 7; ++n) EXPECT_TRUE(forms->ribTools[n].enabled) << n;
-    EXPECT_FALSE(forms->ribTools[1].value);
-    EXPECT_EQ(forms->GetCurrentForm(), 0);
 }
 
 TEST_F(RibbonTest, UnloadAllAtTheEndClosesEveryOpenForm) {
