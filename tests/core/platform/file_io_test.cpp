@@ -1,4 +1,6 @@
 #include "core/platform/file_io.h"
+#include "core/platform/install_paths.h"
+#include "core/platform/settings_file.h"
 
 #include <gtest/gtest.h>
 
@@ -18,6 +20,8 @@
 
 namespace ostrel {
 namespace {
+
+namespace fs = std::filesystem;
 
 using testing::ReadFileBytes;
 using testing::WriteFileBytes;
@@ -217,6 +221,74 @@ TEST_F(FileIo, OnlyRegularFilesAreRead) {
         EXPECT_FALSE(called);
         EXPECT_NE(error.message.find(c.reason), std::string::npos) << error.message;
     }
+}
+
+// A setting saved into a hand-edited or damaged file reads back from the same section, and
+// the sections around it keep their keys.
+TEST(SettingsFileTest, SavedSettingReadsBackWhateverLinesTheFileHolds) {
+    struct Case {
+        const char* name;
+        const char* file;
+    };
+    const Case cases[] = {
+        {"plain", "[Paths]\nLumbrak=/a/\n[Other]\nx=1\n"},
+        {"bracketed key", "[Paths]\nLumbrak=/a/\n[][fm=^ew];\nop=1\n[Other]\nx=1\n"},
+        {"open bracket", "[Paths\nLumbrak=/a/\n[Paths]\n[x=y\nLumbrak=/a/\n[Other]\nx=1\n"},
+        {"carriage returns", "[Paths]\r\nLumbrak=/a/\r\nT\r=ew!]\r\n[Other]\r\nx=1\r\n"},
+    };
+    for (const Case& c : cases) {
+        testing::TempDir dir;
+        const std::string path = (dir.path() / "Settings.ini").string();
+        WriteFileBytes(path, c.file);
+        SettingsFile settings(path);
+        ASSERT_EQ(settings.GetSetting("Paths", "Lumbrak", "none"), "/a/") << c.name;
+        settings.SaveSetting("Paths", "Kelmora", "/k/");
+        const SettingsFile again(path);
+        EXPECT_EQ(again.GetSetting("Paths", "Kelmora", "none"), "/k/") << c.name;
+        EXPECT_EQ(again.GetSetting("Paths", "Lumbrak", "none"), "/a/") << c.name;
+        EXPECT_EQ(again.GetSetting("Other", "x", "none"), "1") << c.name;
+    }
+}
+
+// The installed data is found beside the program under an install prefix and in a build
+// folder, and nowhere else.
+TEST(InstallPaths, DataIsFoundBesideTheProgramOrAFewLevelsAbove) {
+    const struct {
+        const char* program;  // below the test's folder
+        const char* data;     // the folder that exists, blank for none
+        InstalledData kind;
+        bool found;
+    } cases[] = {
+        {"usr/bin/ostrel", "usr/share/ostrel", InstalledData::DemoCatalogue, true},
+        {"usr/bin/ostrel", "usr/share/doc/ostrel", InstalledData::Guide, true},
+        {"build/src/cli/ostrel-cli", "build/share/ostrel", InstalledData::DemoCatalogue, true},
+        {"build/tests/gui/x/test_gui", "build/share/doc/ostrel", InstalledData::Guide, true},
+        {"usr/bin/ostrel", "usr/share/ostrel", InstalledData::Guide, false},
+        {"a/b/c/d/e/f/ostrel", "a/share/ostrel", InstalledData::DemoCatalogue, false},
+        {"usr/bin/ostrel", "", InstalledData::DemoCatalogue, false},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::string(c.program) + " " + c.data);
+        testing::TempDir dir;
+        const fs::path program = dir / c.program;
+        fs::create_directories(program.parent_path());
+        WriteFileBytes(program, "");
+        if (*c.data) fs::create_directories(dir / c.data);
+        const std::string found = InstalledDataFolder(c.kind, program.string());
+        EXPECT_EQ(found, c.found ? (dir / c.data).string() : std::string());
+    }
+    EXPECT_EQ(InstalledDataFolder(InstalledData::Guide, ""), "");
+}
+
+TEST(InstallPaths, TheCatalogueIsAFileInItsFolder) {
+    testing::TempDir dir;
+    const fs::path program = dir / "bin/ostrel-cli";
+    fs::create_directories(dir / "bin");
+    fs::create_directories(dir / "share/ostrel");
+    EXPECT_EQ(InstalledDemoCatalogue(program.string()), "");
+    WriteFileBytes(dir / "share/ostrel/demo_glasses.csv", "# glasses\n");
+    EXPECT_EQ(InstalledDemoCatalogue(program.string()),
+              (dir / "share/ostrel/demo_glasses.csv").string());
 }
 
 }  // namespace
