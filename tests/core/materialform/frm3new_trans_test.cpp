@@ -28,9 +28,18 @@ TEST_F(Frm3NewTrans, InternalGivesAbsorptionAndTotalInBothDisplays) {
     SetType(1);
     EXPECT_TRUE(form->ssTrans.Column(2).locked);
     EXPECT_FALSE(form->ssTrans.Column(3).locked);
+    const auto& m = form->Record().Measured;
+    // A pasted table passes over the locked columns: the two columns go to wave and internal.
+    form->comClipPasteClick("600\t95\n500\t90\n");
+    EXPECT_FLOAT_EQ(m.TransWave[1], 500.0f);
+    EXPECT_FLOAT_EQ(m.TransInternal[0], 95.0f);
+    EXPECT_NEAR(m.TransAbsorb[1], 0.0105361, 1e-6);
+    form->comClearClick();
+    EXPECT_EQ(m.TransWave[0], 0.0f);
+    EXPECT_EQ(form->ssTrans.Text(1, 1), "");
+
     Type(form->ssTrans, 1, 1, "500");
     Type(form->ssTrans, 3, 1, "90");
-    const auto& m = form->Record().Measured;
     // -ln(0.9) / 10 and 90 x 0.9230769.
     EXPECT_NEAR(m.TransAbsorb[0], 0.0105361, 1e-6);
     EXPECT_NEAR(m.TransTotal[0], 83.07692, 1e-4);
@@ -164,19 +173,6 @@ TEST_F(Frm3NewTrans, ZeroWidthIsRepairedWithAMessageWhenARecordIsOpened) {
     form->DisplayEdit(rec);
     EXPECT_EQ(LastBox(), "Transmition Data: thickness was zero, set to10mm");
     EXPECT_EQ(form->txtTransGlassWidth.text, "10.0");
-}
-
-TEST_F(Frm3NewTrans, PastedTableIsWorkedOut) {
-    SetType(1);
-    // Locked columns are passed over: the two columns go to wave and internal.
-    form->comClipPasteClick("600\t95\n500\t90\n");
-    const auto& m = form->Record().Measured;
-    EXPECT_FLOAT_EQ(m.TransWave[1], 500.0f);
-    EXPECT_FLOAT_EQ(m.TransInternal[0], 95.0f);
-    EXPECT_NEAR(m.TransAbsorb[1], 0.0105361, 1e-6);
-    form->comClearClick();
-    EXPECT_EQ(m.TransWave[0], 0.0f);
-    EXPECT_EQ(form->ssTrans.Text(1, 1), "");
 }
 
 }  // namespace

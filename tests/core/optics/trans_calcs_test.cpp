@@ -48,19 +48,13 @@ TEST(TransCalcs, AbsorbAtWaveInterpolatesInInternalTransmission) {
     for (auto [wave, alpha] : cases) {
         EXPECT_NEAR(AbsorbAtWave(wave, data.waves, data.values, 10.0f), alpha, 1e-6f) << wave;
     }
-}
-
-TEST(TransCalcs, AbsorbAtWaveWithoutUsableData) {
+    EXPECT_EQ(AbsorbAtWave(450.0f, data.waves, data.values, 0.0f), kNoTransData);
     // No points, one point, two points of one wavelength.
-    const Points cases[] = {{{}, {}}, {{500.0f}, {0.01f}}, {{500.0f, 500.0f}, {0.01f, 0.02f}}};
-    for (const Points& p : cases) {
+    const Points unusable[] = {{{}, {}}, {{500.0f}, {0.01f}}, {{500.0f, 500.0f}, {0.01f, 0.02f}}};
+    for (const Points& p : unusable) {
         EXPECT_EQ(AbsorbAtWave(500.0f, p.waves, p.values, 10.0f), kNoTransData);
     }
-    const Points pair{{600.0f, 400.0f}, {0.01f, 0.02f}};
-    EXPECT_EQ(AbsorbAtWave(500.0f, pair.waves, pair.values, 0.0f), kNoTransData);
-}
-
-TEST(TransCalcs, AbsorbAtWaveOfOpaqueNeighboursStaysFinite) {
+    // Opaque neighbours fall back on their coefficients and stay finite.
     const Points dark{{600.0f, 400.0f}, {90.0f, 99.0f}};
     const float got = AbsorbAtWave(500.0f, dark.waves, dark.values, 10.0f);
     EXPECT_TRUE(std::isfinite(got));
