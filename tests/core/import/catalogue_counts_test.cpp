@@ -3,39 +3,29 @@
 // flags. The numbers are fixed so that a change which loses glasses, or which starts to
 // misread coefficients, shows at once. For every file an independent scan of the raw lines
 // counts the glasses by formula and must agree with the importer. Single glasses are then
-// checked against their catalogue: computed nd and Check text.
+// checked through the import form: computed nd and the Check text.
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <filesystem>
 #include <limits>
 #include <map>
 #include <set>
 #include <sstream>
-#include <string>
-#include <vector>
 
-#include "core/import/import_common.h"
-#include "core/import/import_oslo_glc.h"
+#include "core/import/import_fixture.h"
 #include "core/import/import_text.h"
-#include "core/import/import_zemax_agf.h"
 #include "core/import/refit_to_schott.h"
 #include "core/material/material_record_codec.h"
 #include "core/optics/glass_code.h"
 #include "core/optics/index_from_polynomial.h"
 #include "core/optics/trans_calcs.h"
-#include "support/scripted_dialogs.h"
-#include "support/temp_dir.h"
 
-namespace ostrel {
+namespace ostrel::testing {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::ScriptedDialogs;
-
-const fs::path kData(OSTREL_SHARED_DATA);
 
 struct CatalogueCounts {
     const char* file;  // below the data folder
@@ -57,7 +47,7 @@ std::vector<std::string> Words(const std::string& line) {
 
 // Glasses of an AGF file by formula number, from the NM lines alone.
 std::map<long, int> AgfFormulas(const fs::path& p) {
-    std::istringstream in(DecodeTextFile(testing::ReadFileBytes(p)));
+    std::istringstream in(DecodeTextFile(ReadFileBytes(p)));
     std::map<long, int> out;
     for (std::string line; std::getline(in, line);) {
         const auto w = Words(line);
@@ -69,7 +59,7 @@ std::map<long, int> AgfFormulas(const fs::path& p) {
 
 // Glass lines of a GLC file whose formula (the twelfth value after the name) is 1, 2 or 3.
 int GlcUsableLines(const fs::path& p) {
-    std::istringstream in(DecodeTextFile(testing::ReadFileBytes(p)));
+    std::istringstream in(DecodeTextFile(ReadFileBytes(p)));
     std::string line;
     std::getline(in, line);  // header
     int n = 0;
@@ -80,45 +70,6 @@ int GlcUsableLines(const fs::path& p) {
         if (f >= 1 && f <= 3) ++n;
     }
     return n;
-}
-
-struct Read {
-    std::vector<MaterialRecord> recs;
-    std::vector<float> errors;  // refit errors, one per staged glass
-    std::vector<std::string> checks;
-    std::vector<bool> flagged;
-    int count = 0;
-    int skipped = 0;
-    int boxes = 0;
-    std::string firstBox;
-    int16_t ok = 0;
-};
-
-Read ReadCatalogue(const fs::path& p, const ImportOptions& options = {}) {
-    Read r;
-    ScriptedDialogs dialogs;
-    int refits = 0;
-    std::vector<StatedIndex> stated;
-    if (p.extension() == ".glc") {
-        CImportOsloGLC importer(dialogs, options);
-        importer.ReadFile(p.string(), r.recs, r.count, refits, r.errors, r.ok);
-        stated = importer.stated();
-    } else {
-        CImportZemaxAGF importer(dialogs, options);
-        std::string errorText;
-        importer.ReadFile(p.string(), p.filename().string(), r.recs, r.count, refits, r.errors,
-                          errorText, 8, r.ok);
-        stated = importer.stated();
-        r.skipped = importer.skippedFormulaCount();
-    }
-    r.boxes = static_cast<int>(dialogs.boxes.size());
-    if (!dialogs.boxes.empty()) r.firstBox = dialogs.boxes[0].text;
-    for (size_t i = 0; i < r.recs.size() && i < stated.size(); ++i) {
-        const ImportCheck c = CheckImported(r.recs[i], stated[i]);
-        r.checks.push_back(c.text);
-        r.flagged.push_back(c.flagged);
-    }
-    return r;
 }
 
 // clang-format off
@@ -220,11 +171,14 @@ const CatalogueCounts kCounts[] = {
 
 class CatalogueCountsTest : public ::testing::TestWithParam<CatalogueCounts> {};
 
-TEST_P(CatalogueCountsTest, StagesAndFlagsTheKnownNumbers) {
+// The import form stages glasses with their transmission tables left for later and finishes
+// them when a glass is added: every byte must come out as a complete read gives it.
+TEST_P(CatalogueCountsTest, StagesAndFlagsTheKnownNumbersAndTablesLeftForLaterComeOutTheSame) {
     const auto& want = GetParam();
-    const fs::path p = kData / want.file;
+    const fs::path p = kShared / want.file;
     if (!fs::exists(p)) GTEST_SKIP() << "no catalogue data";
-    const Read r = ReadCatalogue(p);
+    const Staged r = ReadCatalogue(p);
+    const int boxes = static_cast<int>(r.dialogs.boxes.size());
     ASSERT_EQ(r.ok, -1);
     EXPECT_EQ(r.recs.size(), static_cast<size_t>(r.count));
     EXPECT_EQ(r.errors.size(), r.recs.size());
@@ -234,35 +188,28 @@ TEST_P(CatalogueCountsTest, StagesAndFlagsTheKnownNumbers) {
     EXPECT_EQ(std::count(r.flagged.begin(), r.flagged.end(), true), want.flagged);
 
     if (p.extension() == ".glc") {
-        EXPECT_EQ(r.boxes, 0);  // GLC loses glasses silently
+        EXPECT_EQ(boxes, 0);  // GLC loses glasses silently
         EXPECT_EQ(r.count + want.lost, GlcUsableLines(p));
     } else {
         // A glass is lost only by a failed refit, which says so in a box of its own.
-        EXPECT_EQ(r.boxes, want.lost);
+        EXPECT_EQ(boxes, want.lost);
         int accepted = 0, other = 0;
         for (const auto& [formula, n] : AgfFormulas(p)) {
             (formula == 1 || formula == 2 || formula == 3 || formula == 5 ? accepted : other) += n;
         }
         EXPECT_EQ(r.skipped, other);
-        EXPECT_EQ(r.count + r.boxes, accepted);
+        EXPECT_EQ(r.count + boxes, accepted);
     }
-}
 
-// The import form stages glasses with their transmission tables left for later and finishes
-// them when a glass is added: every byte must come out as a complete read gives it.
-TEST_P(CatalogueCountsTest, TablesLeftForLaterComeOutTheSame) {
-    const fs::path p = kData / GetParam().file;
-    if (!fs::exists(p)) GTEST_SKIP() << "no catalogue data";
     ImportOptions later;
     later.leaveTransTables = true;
-    Read deferred = ReadCatalogue(p, later);
-    const Read whole = ReadCatalogue(p);
-    ASSERT_EQ(deferred.recs.size(), whole.recs.size());
-    EXPECT_EQ(deferred.checks, whole.checks);
-    for (size_t i = 0; i < whole.recs.size(); ++i) {
+    Staged deferred = ReadCatalogue(p, later);
+    ASSERT_EQ(deferred.recs.size(), r.recs.size());
+    EXPECT_EQ(deferred.checks, r.checks);
+    for (size_t i = 0; i < r.recs.size(); ++i) {
         FinishImportedTrans(deferred.recs[i]);
-        ASSERT_EQ(ToBytes(deferred.recs[i]), ToBytes(whole.recs[i]))
-            << whole.recs[i].General.GlassName.Text();
+        ASSERT_EQ(ToBytes(deferred.recs[i]), ToBytes(r.recs[i]))
+            << r.recs[i].General.GlassName.Text();
     }
 }
 
@@ -277,51 +224,63 @@ INSTANTIATE_TEST_SUITE_P(RealFiles, CatalogueCountsTest, ::testing::ValuesIn(kCo
 
 // The table names every catalogue of the data folder, so that no file goes unchecked.
 TEST(CatalogueCounts, TableCoversEveryFile) {
-    if (!fs::exists(kData / "agf")) GTEST_SKIP() << "no catalogue data";
+    if (!fs::exists(kShared / "agf")) GTEST_SKIP() << "no catalogue data";
     std::set<std::string> listed;
     for (const auto& c : kCounts) listed.insert(c.file);
     std::set<std::string> present;
     for (const char* dir : {"agf/2020", "agf/newer", "agf/legacy", "glc"}) {
-        for (const auto& e : fs::directory_iterator(kData / dir)) {
-            present.insert(fs::relative(e.path(), kData).generic_string());
+        for (const auto& e : fs::directory_iterator(kShared / dir)) {
+            present.insert(fs::relative(e.path(), kShared).generic_string());
         }
     }
     EXPECT_EQ(listed, present);
 }
 
-// Single glasses: the nd computed from the staged coefficients against the catalogue
-// value (NaN where not pinned), and the Check text. Glasses that agree say so; the
-// GLC catalogue of CDGM states the catalogue nd, 0.00014 below what its formula gives; a
-// typing slip in a stated vd; a dispersion that does not match the stated one.
+// Single glasses through the import form: the nd computed from the staged coefficients
+// against the catalogue value (NaN where not pinned), and the Check, Status and Source
+// columns (null where not pinned). Glasses that agree say so; the GLC catalogue of CDGM
+// states the catalogue nd, 0.00014 below what its formula gives; a typing slip in a stated
+// vd; a dispersion that does not match the stated one; a glass whose index fails in its band.
 struct KnownGlass {
     const char* file;
     const char* glass;
     double nd;
     const char* check;
+    const char* status = nullptr;
+    const char* source = nullptr;
 };
 
 std::ostream& operator<<(std::ostream& os, const KnownGlass& k) {
     return os << k.file << " " << k.glass;
 }
 
-class KnownGlassTest : public ::testing::TestWithParam<KnownGlass> {};
+class KnownGlassTest : public ImportForm, public ::testing::WithParamInterface<KnownGlass> {};
 
-TEST_P(KnownGlassTest, NdAndCheckMatchTheCatalogue) {
+TEST_P(KnownGlassTest, NdAndColumnsMatchTheCatalogue) {
     const auto& k = GetParam();
-    const fs::path p = kData / k.file;
-    if (!fs::exists(p)) GTEST_SKIP() << "no catalogue data";
-    const Read r = ReadCatalogue(p);
-    ASSERT_EQ(r.ok, -1);
-    ASSERT_EQ(r.checks.size(), r.recs.size());
-    const auto it = std::find_if(r.recs.begin(), r.recs.end(), [&](const MaterialRecord& m) {
-        return m.General.GlassName.Text() == k.glass;
-    });
-    ASSERT_NE(it, r.recs.end()) << k.glass << " not staged";
-    EXPECT_EQ(r.checks[static_cast<size_t>(it - r.recs.begin())], k.check);
+    if (!fs::exists(kShared / k.file)) GTEST_SKIP() << "no catalogue data";
+    const std::string file = k.file;
+    ASSERT_TRUE(form.ImportFile(Shared(k.file),
+                                file.ends_with(".glc") ? frm4Import::kGLC : frm4Import::kAGF));
+    const int row = RowOf(k.glass);
+    ASSERT_NE(row, 0) << k.glass << " not staged";
+    EXPECT_EQ(form.ssGlasses.Text(frm4Import::kColCheck, row), k.check);
+    if (k.status) {
+        EXPECT_EQ(form.ssGlasses.Text(frm4Import::kColStatus, row), k.status);
+        EXPECT_EQ(form.ssGlasses.Text(frm4Import::kColSource, row), k.source);
+    }
+    const MaterialRecord& m = form.ImportList()[static_cast<size_t>(row - 1)];
+    ASSERT_EQ(m.General.GlassName.Text(), k.glass);
     if (!std::isnan(k.nd)) {
         int16_t ok = 0;
-        EXPECT_NEAR(IndexFromPolynomial(it->General.PolyCoef, kWaveD, it->General.Polytype, ok),
-                    k.nd, 1e-5);
+        EXPECT_NEAR(IndexFromPolynomial(m.General.PolyCoef, kWaveD, m.General.Polytype, ok), k.nd,
+                    1e-5);
+    }
+    if (file == "agf/2020/SCHOTT.AGF" && k.glass == std::string("N-BK7")) {
+        // It leaves staging with its derived data.
+        EXPECT_FLOAT_EQ(m.Derived.nd, 1.5168f);
+        EXPECT_FLOAT_EQ(m.Derived.vd, 64.17f);
+        EXPECT_EQ(m.General.GlassCode, 517642);
     }
 }
 
@@ -331,7 +290,7 @@ constexpr const char* kAgree = "nd, vd agree";
 INSTANTIATE_TEST_SUITE_P(
     RealFiles, KnownGlassTest,
     ::testing::Values(
-        KnownGlass{"agf/2020/SCHOTT.AGF", "N-BK7", 1.51680, kAgree},
+        KnownGlass{"agf/2020/SCHOTT.AGF", "N-BK7", 1.51680, kAgree, "OK", "SCHOTT"},
         KnownGlass{"agf/2020/SCHOTT.AGF", "F2", 1.62004, kAgree},
         KnownGlass{"agf/2020/SCHOTT.AGF", "N-SF11", 1.78472, kAgree},
         KnownGlass{"agf/2020/OHARA.agf", "S-BSL7", 1.51633, kAgree},
@@ -341,15 +300,17 @@ INSTANTIATE_TEST_SUITE_P(
         KnownGlass{"agf/2020/CDGM.AGF", "F1", kNoNd, kAgree},
         KnownGlass{"glc/schott.glc", "N-BK7", 1.51680, kAgree},
         KnownGlass{"glc/hoya.glc", "BAC4", 1.56883, kAgree},
+        KnownGlass{"glc/hoya.glc", "FCD1", kNoNd, kAgree, "OK", "HOYA"},
         KnownGlass{"glc/CDGM.glc", "H-K9L", kNoNd, kAgree},
         KnownGlass{"glc/CDGM.glc", "C_F1", kNoNd, "nd 1.60342 vs 1.60328"},
-        KnownGlass{"glc/misc.glc", "CROWN", kNoNd, "vd 64.17 vs 4.17"},
+        // The header of misc.glc ends with a date, which is no maker.
+        KnownGlass{"glc/misc.glc", "CROWN", kNoNd, "vd 64.17 vs 4.17", "Check Index Trans", "misc"},
         KnownGlass{"agf/2020/APEL.AGF", "APL5014GH", kNoNd, "nd 1.54492 vs 1.54440"},
         KnownGlass{"agf/2020/KOPPGLASS.AGF", "K9000", kNoNd, "vd 77.48 vs 78.01"},
         // nd printed to three decimals: 0.0006 off is within them
         KnownGlass{"agf/2020/SABIC_Thermo_Optical_Polymers.agf", "EXTEM_XH1015", kNoNd, kAgree},
         KnownGlass{"agf/2020/INFRARED.AGF", "KCL", kNoNd,
-                   "no index at 675 nm, nd 19.69645 vs 1.49021"},
+                   "no index at 675 nm, nd 19.69645 vs 1.49021", "Check", "INFRARED"},
         // transmission part "1 0": kept, without rows
         KnownGlass{"glc/misc.glc", "SPINEL", kNoNd, "nd 2.02059 vs 1.71623, vd 2798.91 vs 60.61"}));
 
@@ -357,48 +318,47 @@ INSTANTIATE_TEST_SUITE_P(
 // ends of the band, the UV edge included, and the rows between them as ShortTableRow picks
 // them.
 TEST(CatalogueShortTables, SpanTheWholeBandOfALongGlass) {
-    {
-        const fs::path file = kData / "glc/hoya.glc";
-        if (!fs::exists(file)) GTEST_SKIP() << "no catalogue data";
-        const Read r = ReadCatalogue(file);
-        const auto it = std::find_if(r.recs.begin(), r.recs.end(), [](const MaterialRecord& m) {
-            return m.General.GlassName.Text() == "FCD1";
-        });
-        ASSERT_NE(it, r.recs.end());
-        const auto& m = it->Measured;
-        const auto& g = it->General;
-        ASSERT_EQ(m.TransPoints, 44);
-        EXPECT_FLOAT_EQ(g.TransShortWave[0], 2500.0f);
-        EXPECT_FLOAT_EQ(g.TransShortWave[40], 280.0f);
-        for (size_t place = 0; place < 41; ++place) {
-            const size_t row = ShortTableRow(place, 44);
-            EXPECT_EQ(g.TransShortWave[place], m.TransWave[row]) << place;
-            EXPECT_EQ(g.TransShortValue[place], m.TransAbsorb[row]) << place;
-            if (place > 0) {
-                EXPECT_LT(g.TransShortWave[place], g.TransShortWave[place - 1]);
-            }
+    const fs::path file = kShared / "glc/hoya.glc";
+    if (!fs::exists(file)) GTEST_SKIP() << "no catalogue data";
+    const Staged r = ReadCatalogue(file);
+    const auto it = std::find_if(r.recs.begin(), r.recs.end(), [](const MaterialRecord& m) {
+        return m.General.GlassName.Text() == "FCD1";
+    });
+    ASSERT_NE(it, r.recs.end());
+    const auto& m = it->Measured;
+    const auto& g = it->General;
+    ASSERT_EQ(m.TransPoints, 44);
+    EXPECT_FLOAT_EQ(g.TransShortWave[0], 2500.0f);
+    EXPECT_FLOAT_EQ(g.TransShortWave[40], 280.0f);
+    for (size_t place = 0; place < 41; ++place) {
+        const size_t row = ShortTableRow(place, 44);
+        EXPECT_EQ(g.TransShortWave[place], m.TransWave[row]) << place;
+        EXPECT_EQ(g.TransShortValue[place], m.TransAbsorb[row]) << place;
+        if (place > 0) {
+            EXPECT_LT(g.TransShortWave[place], g.TransShortWave[place - 1]);
         }
     }
 }
 
 // The one glass of USERJJ.AGF whose refit fails is named in the fit's box.
 TEST(CatalogueRefit, FailedRefitNamesItsGlass) {
-    const fs::path p = kData / "agf/2020/USERJJ.AGF";
+    const fs::path p = kShared / "agf/2020/USERJJ.AGF";
     if (!fs::exists(p)) GTEST_SKIP() << "no catalogue data";
-    const Read r = ReadCatalogue(p);
-    ASSERT_EQ(r.boxes, 1);
-    EXPECT_EQ(r.firstBox.substr(0, r.firstBox.find('\n')), RefitFailedLine("CG"));
+    const Staged r = ReadCatalogue(p);
+    ASSERT_EQ(r.dialogs.boxes.size(), 1u);
+    const std::string& box = r.dialogs.boxes[0].text;
+    EXPECT_EQ(box.substr(0, box.find('\n')), RefitFailedLine("CG"));
 }
 
 // With the option on, glasses of formulas without a stored form are refitted, not passed
 // over: every glass of the file is staged (172 of HIKARI's would be skipped otherwise), and
 // every refit stays close.
 TEST(CatalogueRefitOption, StagesEveryGlassOfTheFile) {
-    const fs::path p = kData / "agf/2020/HIKARI.AGF";
+    const fs::path p = kShared / "agf/2020/HIKARI.AGF";
     if (!fs::exists(p)) GTEST_SKIP() << "no catalogue data";
     ImportOptions options;
     options.refitOtherFormulas = true;
-    const Read r = ReadCatalogue(p, options);
+    const Staged r = ReadCatalogue(p, options);
     ASSERT_EQ(r.ok, -1);
     EXPECT_EQ(r.skipped, 0);
     int glasses = 0;
@@ -410,4 +370,4 @@ TEST(CatalogueRefitOption, StagesEveryGlassOfTheFile) {
 }
 
 }  // namespace
-}  // namespace ostrel
+}  // namespace ostrel::testing

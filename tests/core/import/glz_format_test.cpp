@@ -3,25 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <charconv>
-#include <filesystem>
 
-#include "core/import/frm4_import.h"
 #include "core/import/glz_writer.h"
+#include "core/import/import_fixture.h"
 #include "core/import/import_new_glz.h"
 #include "core/import/import_text.h"
-#include "core/platform/clock.h"
-#include "core/platform/error_display.h"
 #include "core/platform/ole_date.h"
-#include "support/scripted_dialogs.h"
-#include "support/temp_dir.h"
 
-namespace ostrel {
+namespace ostrel::testing {
 namespace {
-
-using testing::ReadFileBytes;
-using testing::ScriptedDialogs;
-using testing::TempDir;
-using testing::WriteFileBytes;
 
 MaterialRecord Sample() {
     MaterialRecord r = ClearedMaterialRecord();
@@ -272,18 +262,13 @@ TEST(GlzRoundTrip, EveryCarriedFieldComesBack) {
     TempDir dir;
     FileError error;
     ASSERT_TRUE(WriteGlzFile(dir.path().string(), "all.glz", list, 1, 3, 46000, error));
-    ScriptedDialogs dialogs;
-    CImportNewGLZ reader(dialogs);
-    std::vector<MaterialRecord> back;
-    int count = 0;
-    int16_t ok = 0;
-    reader.ReadFile((dir / "all.glz").string(), back, count, ok);
-    ASSERT_EQ(ok, -1);
-    ASSERT_EQ(count, 3);
-    EXPECT_TRUE(dialogs.boxes.empty());
+    const GlzRead r = ReadGlz(ReadFileBytes(dir / "all.glz"));
+    ASSERT_EQ(r.ok, -1);
+    ASSERT_EQ(r.count, 3);
+    EXPECT_TRUE(r.dialogs.boxes.empty());
     for (size_t i = 0; i < 3; ++i) {
         SCOPED_TRACE(list[i].General.GlassName.Text());
-        EXPECT_EQ(GlzCarried(list[i]), GlzCarried(back[i]));
+        EXPECT_EQ(GlzCarried(list[i]), GlzCarried(r.recs[i]));
     }
 }
 
@@ -299,8 +284,7 @@ auto GlzRebuilt(const MaterialRecord& r) {
 // Whole catalogues through the program: import, add to the list, back up, import the
 // backup. Every glass comes back as the list holds it, in what the format carries and in
 // what is rebuilt from that; hoya.glc has glasses of up to 44 transmission rows.
-TEST(GlzRoundTrip, RealCataloguesComeBackAsTheListHoldsThem) {
-    const std::filesystem::path data(OSTREL_SHARED_DATA);
+TEST_F(ImportForm, RealCataloguesComeBackFromABackupAsTheListHoldsThem) {
     const struct {
         const char* file;
         int type;
@@ -310,16 +294,9 @@ TEST(GlzRoundTrip, RealCataloguesComeBackAsTheListHoldsThem) {
                       {"glc/obsolete002.glc", frm4Import::kGLC}};
     for (const auto& c : catalogues) {
         SCOPED_TRACE(c.file);
-        if (!std::filesystem::exists(data / c.file)) GTEST_SKIP() << "no catalogue data";
-        TempDir dir;
-        ScriptedDialogs dialogs;  // every question answered Yes
-        FixedClock clock{46000.5};
-        ErrorDisplayer errors{dir.path().string(), dialogs, clock};
-        GlassesList list{dir.path().string(), errors};
-        MemorySettingsStore settings;
-        CNewMsg newMsg{dialogs, settings};
-        frm4Import form{list, dialogs, settings, newMsg, dir.path().string()};
-        ASSERT_TRUE(form.ImportFile((data / c.file).string(), c.type));
+        if (!std::filesystem::exists(kShared / c.file)) GTEST_SKIP() << "no catalogue data";
+        list.ReplaceList({});
+        ASSERT_TRUE(form.ImportFile(Shared(c.file), c.type));
         ASSERT_TRUE(form.AddRange(1, form.ImportCount()));
         std::vector<MaterialRecord> held = list.CopyListOut();
         ASSERT_GT(held.size(), 0u);
@@ -338,14 +315,8 @@ TEST(GlzRoundTrip, RealCataloguesComeBackAsTheListHoldsThem) {
     }
 }
 
-TEST(ImportText, SignAloneOrTrailingLettersAreNoNumber) {
-    double v = 0;
-    EXPECT_FALSE(ParseNumber("-", v));
-    EXPECT_FALSE(ParseNumber("1.5x", v));
-}
-
 // Catalogue numbers are read to the correctly rounded double, as the standard reader gives
-// it, in every form they come in.
+// it, in every form they come in; a sign alone or trailing letters are no number.
 void ExpectStandardReading(const std::string& text) {
     double expected = 0;
     const char* begin = text.data() + (text[0] == '+' ? 1 : 0);
@@ -355,23 +326,33 @@ void ExpectStandardReading(const std::string& text) {
     EXPECT_EQ(v, expected) << text;
 }
 
-class NumberReadingTest : public ::testing::TestWithParam<const char*> {};
-
-TEST_P(NumberReadingTest, MatchesTheStandardReader) {
-    ExpectStandardReading(GetParam());
-}
-
-INSTANTIATE_TEST_SUITE_P(Forms, NumberReadingTest,
-                         ::testing::Values(".5", "1.5e-010", "+2.00000E+00", "3.20000E-01",
-                                           "2.11000E-001", "1.0000E+001", "-2.05058500e-04",
-                                           "6.00069867E-003", "0.1", "9007199254740993",
-                                           "9007199254740992e-22", "1234567890123456789",
-                                           "12345678901234567890", "0.000000000000000000000000001",
-                                           "1e23", "1e-23", "4.9406564584124654e-324",
-                                           "1.7976931348623157e308", "000000000000000000000000.5",
-                                           "+7.", "-0"));
-
-TEST(ImportText, NumbersOfManyDigitsAndExponents) {
+TEST(ImportText, NumbersReadAsTheStandardReaderReadsThem) {
+    double v = 0;
+    EXPECT_FALSE(ParseNumber("-", v));
+    EXPECT_FALSE(ParseNumber("1.5x", v));
+    for (const char* text : {".5",
+                             "1.5e-010",
+                             "+2.00000E+00",
+                             "3.20000E-01",
+                             "2.11000E-001",
+                             "1.0000E+001",
+                             "-2.05058500e-04",
+                             "6.00069867E-003",
+                             "0.1",
+                             "9007199254740993",
+                             "9007199254740992e-22",
+                             "1234567890123456789",
+                             "12345678901234567890",
+                             "0.000000000000000000000000001",
+                             "1e23",
+                             "1e-23",
+                             "4.9406564584124654e-324",
+                             "1.7976931348623157e308",
+                             "000000000000000000000000.5",
+                             "+7.",
+                             "-0"}) {
+        ExpectStandardReading(text);
+    }
     // Every mantissa of a few patterns at every exponent a catalogue might write.
     for (const char* mantissa :
          {"1.03961212", "2.3179", "0.000123", "987654321.987654", "4.503599627370497", "7"}) {
@@ -491,4 +472,4 @@ TEST(ImportText, SplitBlanksCutsWordsAtEveryPlace) {
 }
 
 }  // namespace
-}  // namespace ostrel
+}  // namespace ostrel::testing

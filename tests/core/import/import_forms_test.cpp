@@ -2,44 +2,14 @@
 // the notice, and the backup file name and messages.
 #include <gtest/gtest.h>
 
-#include <filesystem>
-
-#include "core/import/frm4_import.h"
 #include "core/import/frm5_export.h"
-#include "core/import/import_zemax_agf.h"
+#include "core/import/import_fixture.h"
 #include "core/material/material_record_codec.h"
 #include "core/optics/derived_data.h"
 #include "core/optics/glass_code.h"
-#include "core/platform/clock.h"
-#include "core/platform/error_display.h"
-#include "support/scripted_dialogs.h"
-#include "support/temp_dir.h"
 
-namespace ostrel {
+namespace ostrel::testing {
 namespace {
-
-using testing::ScriptedDialogs;
-using testing::TempDir;
-
-std::string Data(const std::string& name) {
-    return (std::filesystem::path(OSTREL_TEST_DATA) / "import" / name).string();
-}
-
-std::string Shared(const std::string& name) {
-    return (std::filesystem::path(OSTREL_SHARED_DATA) / name).string();
-}
-
-class ImportForm : public ::testing::Test {
-  protected:
-    TempDir dir;
-    ScriptedDialogs dialogs;
-    FixedClock clock{46000.5};
-    ErrorDisplayer errors{dir.path().string(), dialogs, clock};
-    GlassesList list{dir.path().string(), errors};
-    MemorySettingsStore settings;
-    CNewMsg newMsg{dialogs, settings};
-    frm4Import form{list, dialogs, settings, newMsg, "/app/"};
-};
 
 TEST_F(ImportForm, GlcReadFillsGridAndSettings) {
     dialogs.files.push_back(Data("sample.glc"));
@@ -88,11 +58,11 @@ TEST_F(ImportForm, DialogRemembersTheFilterAndTheFilterDecides) {
 
 TEST_F(ImportForm, RefitLabelsAndNotice) {
     TempDir files;
-    testing::WriteFileBytes(files / "two.agf",
-                            "NM H1 3 0 1.5 60 0 1\nCD 1.5 0.004 0 0.0001 0 0\nLD 0.4 1.0\n"
-                            "NM H2 3 0 1.5 60 0 1\nCD 1.5 0.004 0 0.0001 0 0\nLD 0.4 1.0\n"
-                            "NM S 1 0 1.5 60 0 1\nCD 2.27 -0.0101 0.0106 0.00017 -2e-6 1e-6\n"
-                            "LD 0.4 1.0\n");
+    WriteFileBytes(files / "two.agf",
+                   "NM H1 3 0 1.5 60 0 1\nCD 1.5 0.004 0 0.0001 0 0\nLD 0.4 1.0\n"
+                   "NM H2 3 0 1.5 60 0 1\nCD 1.5 0.004 0 0.0001 0 0\nLD 0.4 1.0\n"
+                   "NM S 1 0 1.5 60 0 1\nCD 2.27 -0.0101 0.0106 0.00017 -2e-6 1e-6\n"
+                   "LD 0.4 1.0\n");
     form.ImportFile((files / "two.agf").string(), frm4Import::kAGF);
     EXPECT_EQ(form.lblReFit.caption.get(),
               "2 glasses have been refited to index polynomial[s] used in Lumbrak.  The average "
@@ -102,15 +72,6 @@ TEST_F(ImportForm, RefitLabelsAndNotice) {
     EXPECT_NE(form.ssGlasses.Text(frm4Import::kColRefit, 1).find("-Schott"), std::string::npos);
     ASSERT_EQ(dialogs.boxes.size(), 1u);  // the notice, at once without a timer
     EXPECT_EQ(dialogs.boxes[0].text.substr(0, 20), frm4Import::kRefitNotice.substr(0, 20));
-}
-
-TEST_F(ImportForm, CheckColumnShowsDisagreement) {
-    TempDir files;
-    testing::WriteFileBytes(files / "c.agf",
-                            "NM G 2 0 1.5170 64.17 0 1\nCD 1.03961212 0.00600069867 0.231792344 "
-                            "0.0200179144 1.01046945 103.560653\nLD 0.3 2.5\n");
-    form.ImportFile((files / "c.agf").string(), frm4Import::kAGF);
-    EXPECT_EQ(form.ssGlasses.Text(frm4Import::kColCheck, 1), "nd 1.51680 vs 1.51700");
 }
 
 // SF5 of the sample disagrees with its file: the add commands ask first. Yes adds it with
@@ -137,49 +98,6 @@ TEST_F(ImportForm, CheckGlassesAreAddedOnlyWhenTheUserSaysSo) {
         EXPECT_EQ(dialogs.boxes[0].buttons, MsgButtons::YesNoCancel);
         EXPECT_EQ(fresh.CustomCount(), c.added);
     }
-}
-
-// Real catalogues through the form: a glass whose index fails in its band and disagrees
-// with the file is marked Check and says why; N-BK7 leaves staging with its derived data.
-TEST_F(ImportForm, RealCataloguesStatusCheckAndDerivedData) {
-    if (!std::filesystem::exists(Shared("agf/2020/SCHOTT.AGF"))) GTEST_SKIP() << "no data";
-    const struct {
-        const char* file;
-        int type;
-        const char* glass;
-        const char* status;
-        const char* check;
-        const char* source;
-    } cases[] = {
-        {"agf/2020/INFRARED.AGF", frm4Import::kAGF, "KCL", "Check",
-         "no index at 675 nm, nd 19.69645 vs 1.49021", "INFRARED"},
-        {"agf/2020/SCHOTT.AGF", frm4Import::kAGF, "N-BK7", "OK", "nd, vd agree", "SCHOTT"},
-        // The header of misc.glc ends with a date, which is no maker.
-        {"glc/misc.glc", frm4Import::kGLC, "CROWN", "Check Index Trans", "vd 64.17 vs 4.17",
-         "misc"},
-        {"glc/hoya.glc", frm4Import::kGLC, "FCD1", "OK", "nd, vd agree", "HOYA"},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.glass);
-        form.ImportFile(Shared(c.file), c.type);
-        int row = 0;
-        for (int r = 1; r <= form.ImportCount() && row == 0; ++r) {
-            if (form.ssGlasses.Text(frm4Import::kColGlass, r) == c.glass) row = r;
-        }
-        ASSERT_NE(row, 0);
-        EXPECT_EQ(form.ssGlasses.Text(frm4Import::kColStatus, row), c.status);
-        EXPECT_EQ(form.ssGlasses.Text(frm4Import::kColCheck, row), c.check);
-        EXPECT_EQ(form.ssGlasses.Text(frm4Import::kColSource, row), c.source);
-    }
-    form.ImportFile(Shared("agf/2020/SCHOTT.AGF"), frm4Import::kAGF);
-    const auto& staged = form.ImportList();
-    const auto bk7 = std::find_if(staged.begin(), staged.end(), [](const MaterialRecord& r) {
-        return r.General.GlassName.Text() == "N-BK7";
-    });
-    ASSERT_NE(bk7, staged.end());
-    EXPECT_FLOAT_EQ(bk7->Derived.nd, 1.5168f);
-    EXPECT_FLOAT_EQ(bk7->Derived.vd, 64.17f);
-    EXPECT_EQ(bk7->General.GlassCode, 517642);
 }
 
 // A file whose glasses are all passed over says why, GLC as AGF.
@@ -218,9 +136,16 @@ TEST_F(ImportForm, CatalogueNameBlocksEverythingAndRenameFreesIt) {
     EXPECT_EQ(dialogs.boxes.back().text,
               "The following materials are already in your collection:\n\nN-BK7/SCHOTT\n\n"
               "Do you want to overwrite the existing data?");
-    dialogs.inputs.push_back(std::string("  Mine "));
+    // A source the files cannot hold as typed is refused and leaves the staged sources.
+    dialogs.boxes.clear();
+    dialogs.inputs = {"Lab Ω", "  Mine é "};
     form.comRenameSourceClick();
-    EXPECT_EQ(form.ssGlasses.Text(2, 2), "Mine");
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(dialogs.boxes[0].title, "Invalid Source");
+    EXPECT_EQ(form.ImportList()[0].General.Source.Text(), "SCHOTT");
+    form.comRenameSourceClick();
+    EXPECT_EQ(form.ssGlasses.Text(2, 2), "Mine é");
+    EXPECT_EQ(form.ImportList()[1].General.Source.Text(), "Mine é");
     form.comAddAllClick();
     EXPECT_EQ(list.CustomCount(), 3);
 }
@@ -238,18 +163,18 @@ TEST_F(ImportForm, NothingStagedAsksToOpen) {
 TEST_F(ImportForm, FailedReadMessagesSayWhereAndWhy) {
     TempDir files;
     const std::string badGlz = (files / "bad.glz").string();
-    testing::WriteFileBytes(files / "bad.glz",
-                            "Harvenz Photonics - Ostrel  - text file V2\r\n"
-                            "#-- Material Data Start --\r\n#     -- General --\r\n"
-                            "\"X\",\"S\"\r\n2,3x0,2500,3.5\r\n");
+    WriteFileBytes(files / "bad.glz",
+                   "Harvenz Photonics - Ostrel  - text file V2\r\n"
+                   "#-- Material Data Start --\r\n#     -- General --\r\n"
+                   "\"X\",\"S\"\r\n2,3x0,2500,3.5\r\n");
     const std::string emptyGlc = (files / "empty.glc").string();
-    testing::WriteFileBytes(files / "empty.glc", "");
+    WriteFileBytes(files / "empty.glc", "");
     const std::string badGla = (files / "bad.gla").string();
-    testing::WriteFileBytes(files / "bad.gla", "\"Z\",8,\"S\",0,0\r\n0,x\r\n");
+    WriteFileBytes(files / "bad.gla", "\"Z\",8,\"S\",0,0\r\n0,x\r\n");
     // A damaged field is shown cut, its control characters as "?".
     const std::string longGla = (files / "long.gla").string();
-    testing::WriteFileBytes(files / "long.gla",
-                            "\"Z\",8,\"S\",0,0\r\n0,\x01" + std::string(60, 'x') + "\r\n");
+    WriteFileBytes(files / "long.gla",
+                   "\"Z\",8,\"S\",0,0\r\n0,\x01" + std::string(60, 'x') + "\r\n");
     const std::string missingGlz = Data("missing.glz");
     const std::string missingGla = Data("missing.gla");
     const std::string missingAgf = Data("missing.agf");
@@ -302,15 +227,7 @@ TEST_F(ImportForm, ReviewGoesToTheHook) {
 // gives.
 TEST_F(ImportForm, GlassesLeaveStagingComplete) {
     const std::string file = Data("chengdu.agf");
-    std::vector<MaterialRecord> whole;
-    {
-        CImportZemaxAGF importer(dialogs);
-        int count = 0, refits = 0;
-        int16_t ok = 0;
-        std::vector<float> errors;
-        std::string errorText;
-        importer.ReadFile(file, "chengdu.agf", whole, count, refits, errors, errorText, 8, ok);
-    }
+    std::vector<MaterialRecord> whole = ReadCatalogue(file).recs;
     ASSERT_EQ(whole.size(), 1u);
     ASSERT_FALSE(whole[0].Other.CC.Text().empty());  // four rows: the colour code is set
     // It leaves with the numbers derived from its polynomial.
@@ -350,15 +267,12 @@ class ExportForm : public ImportForm {
     frm5Export backup{list, dialogs, clock};
 };
 
-TEST_F(ExportForm, EmptyListMessage) {
+TEST_F(ExportForm, EmptyListMessageThenDefaultNameAndWrite) {
     backup.Display();
     backup.comExportAllClick();
     ASSERT_EQ(dialogs.boxes.size(), 1u);
     EXPECT_EQ(dialogs.boxes[0].text, "There are no glasses to backup!");
     EXPECT_TRUE(dialogs.fileDialogs.empty());
-}
-
-TEST_F(ExportForm, DefaultNameAndWrite) {
     MaterialRecord a = ClearedMaterialRecord();
     a.General.GlassName.Set("A*B");
     a.General.Source.Set("S");
@@ -378,7 +292,7 @@ TEST_F(ExportForm, DefaultNameAndWrite) {
     backup.comExportSelClick();
     EXPECT_EQ(dialogs.fileDialogs.back().initialPath, "A-B.GLZ");
     EXPECT_EQ(dialogs.fileDialogs.back().title, "Exporting selected glass data to text file");
-    const std::string image = testing::ReadFileBytes(out);
+    const std::string image = ReadFileBytes(out);
     EXPECT_NE(image.find("\"A*B\",\"S\""), std::string::npos);
     EXPECT_EQ(image.find("\"C\""), std::string::npos);
     EXPECT_EQ(dialogs.helpNotes.back(), "A*B backed up to " + out);
@@ -423,4 +337,4 @@ TEST(ImportFileType, FollowsTheExtensionInAnyCase) {
 }
 
 }  // namespace
-}  // namespace ostrel
+}  // namespace ostrel::testing

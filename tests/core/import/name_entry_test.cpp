@@ -1,10 +1,8 @@
-// The windows that take a typed name or source refuse one the files cannot hold as typed,
-// say why, and keep what they held.
+// The material form refuses a typed name or source the files cannot hold as typed, says why,
+// and keeps what it held (the import form's rename is checked with its other rules).
 #include <gtest/gtest.h>
 
-#include "core/import/frm4_import.h"
 #include "core/materialform/frm3new_fixture.h"
-#include "core/shell/new_msg.h"
 
 namespace ostrel::testing {
 namespace {
@@ -37,27 +35,6 @@ TEST_P(GeneralTabEntry, IsRefusedAndTheBoxKeepsItsText) {
 INSTANTIATE_TEST_SUITE_P(Cases, GeneralTabEntry,
                          ::testing::Values(EntryCase{false, "中文玻璃", "\"中\" (U+4E2D)"},
                                            EntryCase{true, "Lab\tB", "control character (tab)"}));
-
-TEST(RenameSourceEntry, ARefusedSourceLeavesTheStagedSources) {
-    TempDir dir;
-    ScriptedDialogs dialogs;
-    FixedClock clock{46000.5};
-    ErrorDisplayer errors{dir.path().string(), dialogs, clock};
-    GlassesList list{dir.path().string(), errors};
-    MemorySettingsStore settings;
-    CNewMsg newMsg{dialogs, settings};
-    frm4Import form{list, dialogs, settings, newMsg, "/app/"};
-    ASSERT_TRUE(
-        form.ImportFile(std::string(OSTREL_TEST_DATA) + "/import/sample.glc", frm4Import::kGLC));
-    dialogs.boxes.clear();
-    dialogs.inputs = {"Lab Ω", "Labé"};
-    form.comRenameSourceClick();
-    ASSERT_EQ(dialogs.boxes.size(), 1u);
-    EXPECT_EQ(dialogs.boxes[0].title, "Invalid Source");
-    EXPECT_EQ(form.ImportList()[0].General.Source.Text(), "SCHOTT");
-    form.comRenameSourceClick();
-    EXPECT_EQ(form.ImportList()[1].General.Source.Text(), "Labé");
-}
 
 }  // namespace
 }  // namespace ostrel::testing

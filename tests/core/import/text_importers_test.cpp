@@ -2,55 +2,24 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <filesystem>
 
-#include "core/import/import_common.h"
+#include "core/import/import_fixture.h"
 #include "core/import/import_old_files.h"
-#include "core/import/import_oslo_glc.h"
-#include "core/import/import_zemax_agf.h"
 #include "core/materialform/verification.h"
-#include "support/scripted_dialogs.h"
-#include "support/temp_dir.h"
 
-namespace ostrel {
+namespace ostrel::testing {
 namespace {
 
-using testing::ScriptedDialogs;
-using testing::TempDir;
-using testing::WriteFileBytes;
-
-std::string Data(const std::string& name) {
-    return (std::filesystem::path(OSTREL_TEST_DATA) / "import" / name).string();
-}
-
-struct AgfRead {
-    std::vector<MaterialRecord> recs;
-    std::vector<float> errors;
-    std::string errorText;
-    int count = 0, refits = 0, skipped = 0;
-    int16_t ok = 0;
-    ScriptedDialogs dialogs;
-};
-
-AgfRead ReadAgf(const std::string& path, const std::string& bare, bool other = false) {
-    AgfRead r;
-    ImportOptions options;
-    options.refitOtherFormulas = other;
-    CImportZemaxAGF importer(r.dialogs, options);
-    importer.ReadFile(path, bare, r.recs, r.count, r.refits, r.errors, r.errorText, 8, r.ok);
-    r.skipped = importer.skippedFormulaCount();
-    return r;
-}
-
-AgfRead ReadAgfText(const std::string& text, const std::string& bare = "x.agf",
-                    bool other = false) {
+Staged ReadAgfText(const std::string& text, const std::string& bare = "x.agf", bool other = false) {
     TempDir dir;
     WriteFileBytes(dir / bare, text);
-    return ReadAgf((dir / bare).string(), bare, other);
+    ImportOptions options;
+    options.refitOtherFormulas = other;
+    return ReadCatalogue(dir / bare, options);
 }
 
 TEST(AgfImport, ChengduFileRules) {
-    const AgfRead r = ReadAgf(Data("chengdu.agf"), "chengdu.agf");
+    const Staged r = ReadCatalogue(Data("chengdu.agf"));
     ASSERT_EQ(r.ok, -1);
     ASSERT_EQ(r.count, 1);
     const auto& m = r.recs[0];
@@ -82,7 +51,7 @@ TEST(AgfImport, ChengduFileRules) {
 
 TEST(AgfImport, Utf16ByteOrdersAndContinuationLines) {
     for (const char* name : {"utf16le.agf", "utf16be.agf"}) {
-        const AgfRead r = ReadAgf(Data(name), "NIKON.agf");
+        const Staged r = ReadCatalogue(Data(name), {}, "NIKON.agf");
         SCOPED_TRACE(name);
         ASSERT_EQ(r.ok, -1);
         ASSERT_EQ(r.count, 1);
@@ -101,7 +70,7 @@ TEST(AgfImport, Utf16ByteOrdersAndContinuationLines) {
 }
 
 TEST(AgfImport, BadNumberKeepsEarlierGlassesAndNamesThePlace) {
-    const AgfRead r = ReadAgf(Data("bad_number.agf"), "bad_number.agf");
+    const Staged r = ReadCatalogue(Data("bad_number.agf"));
     EXPECT_EQ(r.ok, 0);
     ASSERT_EQ(r.count, 1);
     EXPECT_EQ(r.recs[0].General.GlassName.Text(), "OK1");
@@ -110,7 +79,7 @@ TEST(AgfImport, BadNumberKeepsEarlierGlassesAndNamesThePlace) {
 }
 
 TEST(AgfImport, FileWithoutLineEnds) {
-    const AgfRead r = ReadAgfText("NM X 1 0 1.5 60 0 1 " + std::string(250, 'x'));
+    const Staged r = ReadAgfText("NM X 1 0 1.5 60 0 1 " + std::string(250, 'x'));
     EXPECT_EQ(r.ok, 0);
     EXPECT_EQ(r.errorText, kNoCarriageReturnMsg);
 }
@@ -124,7 +93,7 @@ const char* kTwoGlasses =
     "LD 0.4 40\n";
 
 TEST(AgfImport, UnsupportedFormulaSkippedNextRead) {
-    const AgfRead r = ReadAgfText(kTwoGlasses, "Schott.agf");
+    const Staged r = ReadAgfText(kTwoGlasses, "Schott.agf");
     ASSERT_EQ(r.ok, -1);
     ASSERT_EQ(r.count, 1);
     EXPECT_EQ(r.skipped, 1);
@@ -135,7 +104,7 @@ TEST(AgfImport, UnsupportedFormulaSkippedNextRead) {
 
 TEST(AgfImport, OptionRefitsOtherFormulaAndHerzbergerRefitRaisesLowerEnd) {
     // Formula 9: n^2 = c0 + c1 l^2/(l^2 - c2) + c3 l^2/(l^2 - c4); then a Herzberger glass.
-    const AgfRead r = ReadAgfText(
+    const Staged r = ReadAgfText(
         "NM S4 9 0 1.5 60 0 1\nCD 1.0 1.03961212 0.00600069867 0.231792344 0.0200179144\n"
         "LD 0.4 0.8\nNM H 3 0 1.5 60 0 1\nCD 1.5 0.004 0 0.0001 0 0\nLD 0.4 1.0\n",
         "x.agf", true);
@@ -153,7 +122,7 @@ TEST(AgfImport, MoreThan41RowsAllKept) {
         "NM MANY 1 0 1.5 60 0 1\nCD 2.27 -0.0101 0.0106 0.00017 -2e-6 1e-6\n"
         "LD 0.3 2.5\n";
     for (int i = 0; i < 44; ++i) text += "IT " + std::to_string(0.3 + 0.05 * i) + " 0.9 10\n";
-    const AgfRead r = ReadAgfText(text);
+    const Staged r = ReadAgfText(text);
     ASSERT_EQ(r.count, 1);
     EXPECT_EQ(r.recs[0].Measured.TransPoints, 44);
     // The short tables span the band: its two ends and rows spread evenly between them.
@@ -208,15 +177,10 @@ TEST(ImportCheck, AllowsWhatThePrintedDigitsAllow) {
 }
 
 TEST(GlcImport, LinesAndRules) {
-    ScriptedDialogs dialogs;
-    std::vector<MaterialRecord> recs;
-    std::vector<float> errors;
-    int count = 0, refits = 0;
-    int16_t ok = 0;
-    CImportOsloGLC(dialogs).ReadFile(Data("sample.glc"), recs, count, refits, errors, ok);
-    ASSERT_EQ(ok, -1);
-    ASSERT_EQ(count, 2);  // the empty line and the formula 6 line are dropped
-    const auto& bk7 = recs[0];
+    const Staged r = ReadCatalogue(Data("sample.glc"));
+    ASSERT_EQ(r.ok, -1);
+    ASSERT_EQ(r.count, 2);  // the empty line and the formula 6 line are dropped
+    const auto& bk7 = r.recs[0];
     EXPECT_EQ(bk7.General.Source.Text(), "SCHOTT");
     EXPECT_EQ(bk7.Other.Status.Text(), "E");  // "V" with "-" as second character
     EXPECT_EQ(bk7.Other.CR.Text(), "1");
@@ -231,7 +195,7 @@ TEST(GlcImport, LinesAndRules) {
     EXPECT_EQ(bk7.General.IndexWvMax, 700);
     EXPECT_FLOAT_EQ(bk7.Measured.TransWidth, 5.0f);
     EXPECT_NEAR(bk7.Measured.TransTotal[2], 99.8 * 2 * 1.5308 / (1.5308 * 1.5308 + 1), 0.02);
-    const auto& sf5 = recs[1];
+    const auto& sf5 = r.recs[1];
     EXPECT_EQ(sf5.Other.Status.Text(), "A");  // "A" -> "O" -> "A"
     EXPECT_TRUE(sf5.Other.CR.IsBlank());      // resistance "0"
     EXPECT_EQ(sf5.Thermal.dndttype, 0);       // six zero constants
@@ -296,4 +260,4 @@ TEST(PrintedDecimals, ExponentsOfAnySize) {
 }
 
 }  // namespace
-}  // namespace ostrel
+}  // namespace ostrel::testing
