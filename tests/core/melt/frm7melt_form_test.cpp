@@ -92,6 +92,18 @@ TEST_F(MeltFixture, NewFormWaitsForParentCodeAndFit) {
     EXPECT_FALSE(form->comShowIndex.enabled);
     EXPECT_TRUE(form->ssRefInd.Column(6).hidden);
     EXPECT_EQ(form->ssRefInd.Text(1, 5), "h ");
+
+    // Clear empties the table and the melt data.
+    form->comIndexFitClick();
+    form->MeltRecordForEdit().Melt.MeltTransThird[3] = 0.008;
+    form->comClearClick();
+    const auto& m = form->MeltRecord().Melt;
+    EXPECT_EQ(m.MeltIndexPoints, 0);
+    EXPECT_EQ(m.MeltIndexWave[0], 0.0f);
+    EXPECT_EQ(m.MeltTransThird[3], 0.0);
+    EXPECT_EQ(form->MeltRecord().IndexState.Ready, kFalse);
+    EXPECT_EQ(form->ssRefInd.Text(2, 1), "");
+    EXPECT_FALSE(form->comAdd.enabled);
 }
 
 TEST_F(MeltFixture, SaveSortsTheListAndOffersOverwrite) {
@@ -217,6 +229,16 @@ TEST_F(MeltFixture, EditAndReviewOpenTheSavedMelt) {
         EXPECT_TRUE(dialogs.boxes.empty());
         EXPECT_FALSE(form->IsOpen());
     }
+
+    // A melt whose parent has left the database still opens, with the database's word.
+    MaterialRecord gone = ClearedMaterialRecord();
+    gone.Melt.MeltParentName.Set("Gone");
+    gone.Melt.MeltParentSource.Set("Schott");
+    dialogs.boxes.clear();
+    form->DisplayEdit(gone);
+    ASSERT_FALSE(dialogs.boxes.empty());
+    EXPECT_EQ(dialogs.boxes.back().text, "no match");
+    EXPECT_TRUE(form->IsOpen());
 }
 
 // Closing by the form's own button with unsaved work asks first.
@@ -261,30 +283,6 @@ INSTANTIATE_TEST_SUITE_P(
                       // Fitted but without a code: the save button is off, nothing is saved.
                       CloseCase{"YesButNoCode", "", true, MsgAnswer::Yes, false, 0}),
     [](const auto& info) { return std::string(info.param.name); });
-
-TEST_F(MeltFixture, EditOfAParentNoLongerInTheDatabase) {
-    MaterialRecord rec = ClearedMaterialRecord();
-    rec.Melt.MeltParentName.Set("Gone");
-    rec.Melt.MeltParentSource.Set("Schott");
-    dialogs.boxes.clear();
-    form->DisplayEdit(rec);
-    ASSERT_FALSE(dialogs.boxes.empty());
-    EXPECT_EQ(dialogs.boxes.back().text, "no match");
-    EXPECT_TRUE(form->IsOpen());
-}
-
-TEST_F(MeltFixture, ClearEmptiesTableAndMeltData) {
-    FitNewMelt(0.0);
-    form->MeltRecordForEdit().Melt.MeltTransThird[3] = 0.008;
-    form->comClearClick();
-    const auto& m = form->MeltRecord().Melt;
-    EXPECT_EQ(m.MeltIndexPoints, 0);
-    EXPECT_EQ(m.MeltIndexWave[0], 0.0f);
-    EXPECT_EQ(m.MeltTransThird[3], 0.0);
-    EXPECT_EQ(form->MeltRecord().IndexState.Ready, kFalse);
-    EXPECT_EQ(form->ssRefInd.Text(2, 1), "");
-    EXPECT_FALSE(form->comAdd.enabled);
-}
 
 TEST_F(MeltFixture, UsefulWavelengthsFillFromTheActiveRow) {
     Start("Schott", "N-BK7", "m1");

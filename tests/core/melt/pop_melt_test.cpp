@@ -64,7 +64,7 @@ TEST_F(ParentPickerTest, StatusSortsTheWordsThenTheNames) {
     ASSERT_FALSE(seen.empty());
     EXPECT_TRUE(std::is_sorted(seen.begin(), seen.end(), [](const auto& a, const auto& b) {
         return UpperAscii(a) < UpperAscii(b);
-    }));
+    })) << ::testing::PrintToString(seen);
     EXPECT_EQ(seen.front().rfind("  Available?|", 0), 0u);
     EXPECT_EQ(seen.back().rfind("  Recommended|", 0), 0u);
 }
