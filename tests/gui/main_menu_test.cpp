@@ -1,10 +1,8 @@
-// The main window's menu bar, welcome panel and start-up search, offscreen: the menu items
-// reach the same commands as the tool strip and follow its enabled state, the welcome
-// panel shows over an empty list only, and the setup's search runs while the window
-// answers.
+// The main window's menu bar and welcome panel, offscreen: the menu items reach the same
+// commands as the tool strip and follow its enabled state, the welcome panel shows over an
+// empty list only.
 #include <gtest/gtest.h>
 
-#include <QtCore/qtestsupport_core.h>
 #include <QAction>
 #include <QApplication>
 #include <QLabel>
@@ -13,31 +11,18 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
-#include <QTimer>
 #include <QToolButton>
-#include <filesystem>
-#include <memory>
 
-#include "core/external/frm1setup.h"
-#include "core/material/glasses_list.h"
-#include "core/platform/settings_store.h"
 #include "core/shell/frm_main_mdi.h"
 #include "core/shell/main_menu.h"
 #include "core/shell/welcome.h"
-#include "gui/external/frm1_setup_window.h"
 #include "gui/shell/frm_main_mdi_window.h"
 #include "gui/shell/main_menu_bar.h"
 #include "gui/shell/welcome_panel.h"
-#include "support/scripted_dialogs.h"
-#include "support/temp_dir.h"
+#include "gui_fixture.h"
 
 namespace ostrel::gui {
 namespace {
-
-namespace fs = std::filesystem;
-using ostrel::testing::ScriptedDialogs;
-using ostrel::testing::TempDir;
-using ostrel::testing::WriteFileBytes;
 
 // A working form that only counts how often it was shown.
 struct CountingForm : WorkingForm {
@@ -46,7 +31,7 @@ struct CountingForm : WorkingForm {
     int shown = 0;
 };
 
-class MainMenuTest : public ::testing::Test {
+class MainMenuTest : public ::testing::Test, protected UnitEnv {
   protected:
     MainMenuTest() {
         for (int n = 2; n <= 7; ++n) forms.RegisterForm(n, &counting[n]);
@@ -57,16 +42,9 @@ class MainMenuTest : public ::testing::Test {
 
     QAction* Action(const char* name) const { return mainWindow.findChild<QAction*>(name); }
 
-    TempDir tmp;
-    ScriptedDialogs dialogs;
-    FixedClock clock{45292.0};
-    ErrorDisplayer errors{tmp.path().string() + "/", dialogs, clock};
-    MemorySettingsStore settings;
     bool firstLoad = false;
-    GlassesList list{tmp.path().string() + "/", errors};
     ManageForms forms{dialogs, {[] { return true; }, [this] { return firstLoad; }, [] {}}};
     HelpNotes notes{dialogs, [this] { return forms.GetCurrentForm(); }};
-    CNewMsg newMsg{dialogs, settings};
     frmMainMDI mainUnit{forms, list, dialogs, notes, newMsg, "Version: 3.0.1", frmMainMDI::Hooks{}};
     frmMainMDIWindow mainWindow{mainUnit, nullptr};
     std::vector<EditCommand> edits;
@@ -167,54 +145,9 @@ TEST_F(MainMenuTest, WelcomeShowsOverAnEmptyListOnly) {
     forms.RibbonClick(kFormImport, false);
     EXPECT_TRUE(panel->isVisible());
     // A material in the list: no welcome.
-    MaterialRecord rec;
-    rec.General.GlassName.Set("N-BK7");
-    rec.General.Source.Set("TEST");
-    list.ListAddDated(rec, false);
+    list.ListAddDated(Record("N-BK7", "TEST"), false);
     welcome.Refresh();
     EXPECT_FALSE(panel->isVisible());
-}
-
-// The search of the first run on the worker thread: the form is up at once with its stop
-// button and the window goes on handling events; the paths arrive at a tick of its timer.
-TEST(SetupSearchWindowTest, WindowAnswersDuringTheSearch) {
-    TempDir tmp;
-    for (int i = 0; i < 40; ++i)
-        fs::create_directories(tmp.path() / "home" / ("d" + std::to_string(i)) / "x" / "y");
-    fs::create_directories(tmp.path() / "opt" / "Lumbrak");
-    WriteFileBytes(tmp.path() / "opt" / "Lumbrak" / "Lumbrak3D.EXE", "l");
-    ScriptedDialogs dialogs;
-    MemorySettingsStore settings;
-    Bas1Setup setup(settings, dialogs);
-    setup.LoadPaths();
-    ManageForms forms{dialogs, {[] { return false; }, [&] { return setup.GetFirstLoad(); }, [] {}}};
-    frm1Setup::Hooks h;
-    h.ribbonClick = [&](int n, bool p) { forms.RibbonClick(n, p); };
-    h.searchRoots = [&] {
-        return SearchRoots{"", tmp.path().string() + "/home/", {tmp.path().string() + "/opt/"}};
-    };
-    h.searchInBackground = true;
-    frm1Setup unit(setup, dialogs, h);
-    QMdiArea area;
-    frm1SetupWindow window(unit, nullptr, &area);
-    forms.RegisterForm(kFormSetup, &unit);
-    area.show();
-
-    forms.RibbonClick(kFormSetup, true);
-    ASSERT_TRUE(unit.Searching());
-    auto* stop = window.button("comStopSearch");
-    ASSERT_NE(stop, nullptr);
-    EXPECT_TRUE(stop->isVisible());
-    EXPECT_FALSE(window.button("comOK")->isEnabled());
-    bool answered = false;
-    QTimer::singleShot(0, [&] { answered = true; });
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !unit.Searching(); }, 10000));
-    EXPECT_TRUE(answered) << "events ran while the search was going on";
-    EXPECT_FALSE(stop->isVisible());
-    EXPECT_TRUE(window.button("comOK")->isEnabled());
-    EXPECT_EQ(window.label("lblPathLumbrakPlus")->text().toStdString(),
-              tmp.path().string() + "/opt/Lumbrak/Lumbrak3D.EXE");
-    EXPECT_EQ(dialogs.boxes.size(), 1u) << "the first run's box after the search";
 }
 
 }  // namespace

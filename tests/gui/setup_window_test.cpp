@@ -1,34 +1,32 @@
 // The setup form's window over a made-up disk: the labels follow the unit through scan,
-// browse and OK, and the first run keeps the tools off until the setup has closed.
+// browse and OK, the first run keeps the tools off until the setup has closed, and a search
+// on the worker thread leaves the window answering.
 #include <gtest/gtest.h>
 
+#include <QtCore/qtestsupport_core.h>
 #include <QDialog>
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPushButton>
+#include <QTimer>
 #include <QToolButton>
 #include <filesystem>
 #include <memory>
 
 #include "core/external/frm1setup.h"
-#include "core/material/glasses_list.h"
-#include "core/platform/settings_store.h"
 #include "core/shell/cs_application.h"
 #include "core/shell/frm_main_mdi.h"
 #include "core/shell/ini_file.h"
 #include "gui/external/frm1_setup_window.h"
 #include "gui/shell/form_position.h"
 #include "gui/shell/frm_main_mdi_window.h"
-#include "support/scripted_dialogs.h"
-#include "support/temp_dir.h"
+#include "gui_fixture.h"
 
 namespace ostrel::gui {
 namespace {
 
 namespace fs = std::filesystem;
-using ostrel::testing::ScriptedDialogs;
-using ostrel::testing::TempDir;
 using ostrel::testing::WriteFileBytes;
 
 std::string Dir(const fs::path& p) {
@@ -36,14 +34,14 @@ std::string Dir(const fs::path& p) {
 }
 
 // A disk with Kelmora beside the program and Lumbrak elsewhere on the drive; no Sextane.
-class SetupWindowTest : public ::testing::Test {
+class SetupWindowTest : public ::testing::Test, protected UnitEnv {
   protected:
     SetupWindowTest() {
-        fs::create_directories(tmp / "apps" / "Ostrel");
-        fs::create_directories(tmp / "apps" / "Kelmora");
-        WriteFileBytes(tmp / "apps" / "Kelmora" / "KelmoraTD.EXE", "k");
-        fs::create_directories(tmp / "drive" / "Lumbrak");
-        WriteFileBytes(tmp / "drive" / "Lumbrak" / "Lumbrak3D.EXE", "l");
+        fs::create_directories(dir / "apps" / "Ostrel");
+        fs::create_directories(dir / "apps" / "Kelmora");
+        WriteFileBytes(dir / "apps" / "Kelmora" / "KelmoraTD.EXE", "k");
+        fs::create_directories(dir / "drive" / "Lumbrak");
+        WriteFileBytes(dir / "drive" / "Lumbrak" / "Lumbrak3D.EXE", "l");
     }
 
     InstalledProgs Installed() const {
@@ -52,13 +50,14 @@ class SetupWindowTest : public ::testing::Test {
 
     // The main window, the tool strip and the setup form wired as the program wires them,
     // over paths loaded from the settings; unless `firstRun`, the first run is over.
-    void Build(bool firstRun = false, CSApplication* app = nullptr) {
+    void Build(bool firstRun = false, CSApplication* app = nullptr, bool background = false) {
         if (!firstRun) settings.SaveSetting(Bas1Setup::kSection, Bas1Setup::kKeyFirstLoad, "0");
         setup.LoadPaths();
         frm1Setup::Hooks h;
         h.showInstalledProgs = [this] { mainUnit.ShowInstalledProgs(Installed()); };
         h.ribbonClick = [this](int n, bool pressed) { forms.RibbonClick(n, pressed); };
-        h.searchRoots = [this] { return SearchRoots{Dir(tmp / "apps"), Dir(tmp / "drive")}; };
+        h.searchRoots = [this] { return SearchRoots{Dir(dir / "apps"), Dir(dir / "drive")}; };
+        h.searchInBackground = background;
         unit = std::make_unique<frm1Setup>(setup, dialogs, h);
         window = std::make_unique<frm1SetupWindow>(*unit, app, mainWindow.mdiArea());
         forms.RegisterForm(kFormSetup, unit.get());
@@ -66,18 +65,11 @@ class SetupWindowTest : public ::testing::Test {
 
     std::string Text(const char* label) const { return window->label(label)->text().toStdString(); }
 
-    TempDir tmp;
-    ScriptedDialogs dialogs;
-    FixedClock clock{45292.0};
-    ErrorDisplayer errors{Dir(tmp.path()), dialogs, clock};
-    MemorySettingsStore settings;
     Bas1Setup setup{settings, dialogs};
-    GlassesList list{Dir(tmp.path()), errors};
     ManageForms forms{dialogs,
                       {[this] { return setup.GetKelmoraFound(); },
                        [this] { return setup.GetFirstLoad(); }, [] {}}};
     HelpNotes notes{dialogs, [this] { return forms.GetCurrentForm(); }};
-    CNewMsg newMsg{dialogs, settings};
     frmMainMDI mainUnit{forms, list, dialogs, notes, newMsg, "Version: 3.0.1", frmMainMDI::Hooks{}};
     frmMainMDIWindow mainWindow{mainUnit, nullptr};
     std::unique_ptr<frm1Setup> unit;
@@ -98,17 +90,17 @@ TEST_F(SetupWindowTest, ScanBrowseAndOKThroughTheButtons) {
               "Manually search for Kelmora program");
 
     window->button("comScan")->click();
-    EXPECT_EQ(Text("lblPathKelmora"), Dir(tmp / "apps" / "Kelmora") + "KelmoraTD.EXE");
-    EXPECT_EQ(Text("lblPathLumbrakPlus"), Dir(tmp / "drive" / "Lumbrak") + "Lumbrak3D.EXE");
+    EXPECT_EQ(Text("lblPathKelmora"), Dir(dir / "apps" / "Kelmora") + "KelmoraTD.EXE");
+    EXPECT_EQ(Text("lblPathLumbrakPlus"), Dir(dir / "drive" / "Lumbrak") + "Lumbrak3D.EXE");
     EXPECT_EQ(mainWindow.pnlInstalled(0)->text(), " KelmoraTD not found")
         << "nothing is taken before OK";
 
     // The chosen file's folder is taken, under the program's own file name.
-    fs::create_directories(tmp / "other");
-    WriteFileBytes(tmp / "other" / "lumbraksextanetd.exe", "s");
-    dialogs.files.push_back((tmp / "other" / "lumbraksextanetd.exe").string());
+    fs::create_directories(dir / "other");
+    WriteFileBytes(dir / "other" / "lumbraksextanetd.exe", "s");
+    dialogs.files.push_back((dir / "other" / "lumbraksextanetd.exe").string());
     window->button("comSetupPathLumbrakSextane")->click();
-    EXPECT_EQ(Text("lblPathLumbrakSextane"), Dir(tmp / "other") + "LumbrakSextaneTD.EXE");
+    EXPECT_EQ(Text("lblPathLumbrakSextane"), Dir(dir / "other") + "LumbrakSextaneTD.EXE");
 
     window->button("comOK")->click();
     EXPECT_EQ(mainWindow.pnlInstalled(0)->text(), " KelmoraTD found");
@@ -129,7 +121,7 @@ TEST_P(FirstRunTest, ToolsStayOffUntilTheSetupCloses) {
     EXPECT_TRUE(mainWindow.ribEnd()->isEnabled());
     for (int n = 2; n <= 7; ++n) EXPECT_FALSE(mainWindow.ribTools(n)->isEnabled()) << n;
     EXPECT_EQ(dialogs.boxes.size(), 1u);
-    EXPECT_EQ(Text("lblPathKelmora"), Dir(tmp / "apps" / "Kelmora") + "KelmoraTD.EXE")
+    EXPECT_EQ(Text("lblPathKelmora"), Dir(dir / "apps" / "Kelmora") + "KelmoraTD.EXE")
         << "the paths of the search are shown";
 
     window->button(GetParam())->click();
@@ -145,6 +137,29 @@ TEST_P(FirstRunTest, ToolsStayOffUntilTheSetupCloses) {
 }
 
 INSTANTIATE_TEST_SUITE_P(CloseBy, FirstRunTest, ::testing::Values("comOK", "comCancel"));
+
+// The search of the first run on the worker thread: the form is up at once with its stop
+// button and the window goes on handling events; the paths arrive at a tick of its timer.
+TEST_F(SetupWindowTest, TheWindowAnswersDuringABackgroundSearch) {
+    for (int i = 0; i < 40; ++i)
+        fs::create_directories(dir / "drive" / ("d" + std::to_string(i)) / "x" / "y");
+    Build(true, nullptr, true);
+    mainWindow.show();
+    forms.RibbonClick(kFormSetup, true);
+    ASSERT_TRUE(unit->Searching());
+    auto* stop = window->button("comStopSearch");
+    ASSERT_NE(stop, nullptr);
+    EXPECT_TRUE(stop->isVisible());
+    EXPECT_FALSE(window->button("comOK")->isEnabled());
+    bool answered = false;
+    QTimer::singleShot(0, [&] { answered = true; });
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !unit->Searching(); }, 10000));
+    EXPECT_TRUE(answered) << "events ran while the search was going on";
+    EXPECT_FALSE(stop->isVisible());
+    EXPECT_TRUE(window->button("comOK")->isEnabled());
+    EXPECT_EQ(Text("lblPathLumbrakPlus"), Dir(dir / "drive" / "Lumbrak") + "Lumbrak3D.EXE");
+    EXPECT_EQ(dialogs.boxes.size(), 1u) << "the first run's box after the search";
+}
 
 TEST_F(SetupWindowTest, ModalFormShowsAsABoxAndItsCloseBoxCancels) {
     Build();
@@ -172,8 +187,8 @@ TEST_F(SetupWindowTest, ModalFormShowsAsABoxAndItsCloseBoxCancels) {
 // Positions of a form inside the frame are taken in the frame's client area: centred there
 // the first time, and back where the user left it afterwards.
 TEST_F(SetupWindowTest, PlaceInsideTheFrameIsCentredThenKept) {
-    IniFile ini(Dir(tmp.path()));
-    CSApplication app(Dir(tmp.path()), ini, errors);
+    IniFile ini(Folder());
+    CSApplication app(Folder(), ini, errors);
     Build(false, &app);
     mainWindow.resize(1000, 700);
     mainWindow.show();
@@ -194,8 +209,8 @@ TEST_F(SetupWindowTest, PlaceInsideTheFrameIsCentredThenKept) {
 // A form bigger than the frame's client area starts at the size of the area, seen whole, and
 // a position stored on a bigger screen is brought back inside.
 TEST_F(SetupWindowTest, AFormBiggerThanTheFrameStartsInsideIt) {
-    IniFile ini(Dir(tmp.path()));
-    CSApplication app(Dir(tmp.path()), ini, errors);
+    IniFile ini(Folder());
+    CSApplication app(Folder(), ini, errors);
     QMdiArea area;
     area.resize(600, 400);
     area.show();

@@ -4,7 +4,9 @@
 
 #include <QApplication>
 #include <QContextMenuEvent>
+#include <QDockWidget>
 #include <QLabel>
+#include <QMainWindow>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
@@ -12,7 +14,6 @@
 #include <QToolButton>
 
 #include "core/material/frm_glasses_list.h"
-#include "core/material/glasses_list.h"
 #include "core/materialform/frm2_manage.h"
 #include "core/materialform/frm3new.h"
 #include "core/shell/frm_main_mdi.h"
@@ -23,38 +24,20 @@
 #include "gui/platform/grid_view.h"
 #include "gui/platform/qt_dialogs.h"
 #include "gui/shell/frm_main_mdi_window.h"
+#include "gui_fixture.h"
 #include "mnemonics.h"
-#include "support/scripted_dialogs.h"
-#include "support/temp_dir.h"
 #include "user_input.h"
 
 namespace ostrel::gui {
 namespace {
 
-using ostrel::testing::ScriptedDialogs;
-using ostrel::testing::TempDir;
-
-MaterialRecord Record(const std::string& name, const std::string& source, bool melt = false) {
-    MaterialRecord r = ClearedMaterialRecord();
-    r.General.GlassName.Set(name);
-    r.General.Source.Set(source);
-    r.Melt.MeltFlag = melt ? kTrue : kFalse;
-    return r;
-}
-
-class WindowsTest : public ::testing::Test {
+class WindowsTest : public ::testing::Test, protected UnitEnv {
   protected:
     void SetUp() override {
         list.ListAdd(Record("F2", "Schott"), false);
         list.ListAdd(Record("BK7", "Schott", true), false);
         list.ListAdd(Record("ZK1", "Ohara"), false);
     }
-
-    TempDir dir;
-    ScriptedDialogs dialogs;
-    FixedClock clock{45292.0};
-    ErrorDisplayer errors{dir.path().string() + "/", dialogs, clock};
-    GlassesList list{dir.path().string() + "/", errors};
 };
 
 // The tools on a first run are walked in the setup window's tests.
@@ -127,6 +110,47 @@ TEST_F(WindowsTest, FloatingListShowsTheListAndRefreshes) {
     EXPECT_EQ(popups, 1);
 }
 
+// Docked at the side of the main window the list never covers a form; it can float, it comes
+// back by the menu's action once closed, and a melt glass's row asks for the melt menu.
+TEST_F(WindowsTest, DockedListNeverCoversAFormFloatsAndComesBack) {
+    QMainWindow main;
+    auto* area = new QMdiArea(&main);
+    main.setCentralWidget(area);
+    frmGlassesList unit(
+        list,
+        {[] { return 0; }, [](int, const std::string&) {}, [](int, const std::string&) {}, {}});
+    frmGlassesListWindow w(unit, nullptr, &main);
+    QDockWidget* dock = w.DockIn(&main);
+    unit.Display();
+    QMdiSubWindow* form = area->addSubWindow(new QWidget);
+    main.resize(900, 600);
+    main.show();
+    form->showMaximized();
+    QCoreApplication::processEvents();
+
+    const QRect listRect(w.mapToGlobal(QPoint(0, 0)), w.size());
+    const QRect formRect(form->mapToGlobal(QPoint(0, 0)), form->size());
+    EXPECT_TRUE(w.isVisible());
+    EXPECT_FALSE(listRect.intersects(formRect));
+    EXPECT_GT(listRect.left(), formRect.left()) << "at the right side";
+
+    dock->setFloating(true);
+    EXPECT_TRUE(dock->isFloating());
+    dock->setFloating(false);
+    dock->close();
+    EXPECT_FALSE(w.isVisible());
+    dock->toggleViewAction()->trigger();
+    EXPECT_TRUE(w.isVisible());
+
+    bool melt = false;
+    QObject::connect(&w, &frmGlassesListWindow::popupRequested,
+                     [&](const QPoint&, bool isMelt) { melt = isMelt; });
+    emit w.grid()->cellRightClicked(1, 2, QPoint());
+    EXPECT_TRUE(melt);
+    emit w.grid()->cellRightClicked(1, 1, QPoint());
+    EXPECT_FALSE(melt);
+}
+
 TEST_F(WindowsTest, ManageFormShowsHidesAndSortsThroughItsButtons) {
     QMdiArea area;
     int closes = 0;
@@ -157,25 +181,6 @@ TEST_F(WindowsTest, ManageFormShowsHidesAndSortsThroughItsButtons) {
     EXPECT_EQ(closes, 1);
     unit.ForceUnload();
     EXPECT_TRUE(w.subWindow()->isHidden());
-}
-
-TEST_F(WindowsTest, GridEditGoesThroughTheModelAndTheChangeHandler) {
-    Grid g(2, 2);
-    g.SetColumnFloat(1, 2, 0, 10);
-    g.SetColumnLocked(2, true);
-    GridView view;
-    std::vector<std::pair<int, int>> changes;
-    view.Bind(g, [&](int c, int r) { changes.emplace_back(c, r); });
-    auto* m = view.model();
-    EXPECT_TRUE(m->setData(m->index(1, 0), "3.14159", Qt::EditRole));
-    EXPECT_FALSE(m->setData(m->index(1, 0), "12", Qt::EditRole)) << "above the limit";
-    EXPECT_FALSE(m->flags(m->index(0, 1)) & Qt::ItemIsEditable);
-    EXPECT_EQ(m->index(1, 0).data().toString(), "3.14159") << "the cell's text, as entered";
-    EXPECT_EQ(g.Text(1, 2), "3.14159");
-    EXPECT_EQ(changes, (std::vector<std::pair<int, int>>{{1, 2}}));
-
-    g.SetSelection({1, 1, 2, 2});
-    EXPECT_TRUE(view.selectionModel()->isSelected(m->index(1, 1)));
 }
 
 // A material form holding unsaved changes is asked before its tool is released, before the
