@@ -56,35 +56,30 @@ TEST_F(Form, TitleOfEditedMaterialAndReviewLocksEverything) {
     EXPECT_EQ(closes, 1);
 }
 
-struct TabCase {
-    int tab;
-    const char* paste;
-    bool pasteOn;
-    const char* clear;
-    bool clearOn;
-    bool waveOn;
-};
-
-class FormTabs : public Frm3NewFixture, public ::testing::WithParamInterface<TabCase> {};
-
-TEST_P(FormTabs, CommandsFollowTheTab) {
+TEST_F(Form, CommandsFollowTheTab) {
+    const struct {
+        const char* paste;
+        bool pasteOn;
+        const char* clear;
+        bool clearOn;
+        bool waveOn;
+    } tabs[] = {{"&Paste", false, "C&lear", false, false},
+                {"&Paste index", true, "C&lear index", true, true},
+                {"&Paste trans", true, "C&lear trans", true, true},
+                {"&Paste", false, "C&lear dndt", true, false},
+                {"&Paste", false, "C&lear other", true, false}};
     form->DisplayNew();
-    const TabCase& c = GetParam();
-    form->tabPropertiesChange(c.tab);
-    EXPECT_EQ(form->comClipPaste.caption, c.paste);
-    EXPECT_EQ(form->comClipPaste.enabled, c.pasteOn);
-    EXPECT_EQ(form->comClear.caption, c.clear);
-    EXPECT_EQ(form->comClear.enabled, c.clearOn);
-    EXPECT_EQ(form->comWaveSelRefInd.enabled, c.waveOn);
+    for (int tab = 0; tab < 5; ++tab) {
+        SCOPED_TRACE(tab);
+        const auto& c = tabs[tab];
+        form->tabPropertiesChange(tab);
+        EXPECT_EQ(form->comClipPaste.caption, c.paste);
+        EXPECT_EQ(form->comClipPaste.enabled, c.pasteOn);
+        EXPECT_EQ(form->comClear.caption, c.clear);
+        EXPECT_EQ(form->comClear.enabled, c.clearOn);
+        EXPECT_EQ(form->comWaveSelRefInd.enabled, c.waveOn);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Tabs, FormTabs,
-    ::testing::Values(TabCase{0, "&Paste", false, "C&lear", false, false},
-                      TabCase{1, "&Paste index", true, "C&lear index", true, true},
-                      TabCase{2, "&Paste trans", true, "C&lear trans", true, true},
-                      TabCase{3, "&Paste", false, "C&lear dndt", true, false},
-                      TabCase{4, "&Paste", false, "C&lear other", true, false}));
 
 TEST_F(Form, CatalogueNameIsRefusedAndTheOldTextComesBack) {
     CatalogueRecord c;

@@ -25,37 +25,28 @@ MaterialRecord ReadyRecord(const char* name, const char* source,
     return rec;
 }
 
-struct FlagsCase {
-    const char* name;
-    ReadyFlags ready;
-    const char* list;
-};
-
-class ReadinessTest : public ::testing::TestWithParam<FlagsCase> {};
-
-TEST_P(ReadinessTest, ReportLineAndStatusCell) {
-    const auto& c = GetParam();
-    const MaterialRecord rec = ReadyRecord("N-TEST5", "Melt 42", c.ready);
-    std::string report = "before\n";
-    const bool allReady = std::string(c.list).empty();
-    EXPECT_EQ(CheckGlassReady(rec, report), allReady);
-    EXPECT_EQ(report, allReady ? "before\n"
-                               : std::string("before\nN-TEST5/Melt 42 - check: ") + c.list + "\n");
-    const ReadyStatus cell = ReadyStatusCell(rec);
-    EXPECT_EQ(cell.text, allReady ? "OK" : c.list);
-    EXPECT_EQ(cell.colour, allReady ? ReadyColour::Green : ReadyColour::Red);
+TEST(CheckGlassReady, ReportLineAndStatusCell) {
+    const std::pair<ReadyFlags, const char*> cases[] = {
+        {{true, true, true, true, true}, ""},
+        {{true, true, true, true, false}, "Other"},
+        {{false, true, true, true, true}, "General"},
+        {{true, false, true, true, true}, "Index"},
+        {{true, true, false, false, true}, "Trans dn/dt"},
+        {{false, false, false, false, false}, "General Index Trans dn/dt Other"}};
+    for (const auto& [ready, list] : cases) {
+        SCOPED_TRACE(list);
+        const MaterialRecord rec = ReadyRecord("N-TEST5", "Melt 42", ready);
+        std::string report = "before\n";
+        const bool allReady = std::string(list).empty();
+        EXPECT_EQ(CheckGlassReady(rec, report), allReady);
+        EXPECT_EQ(report, allReady
+                              ? "before\n"
+                              : std::string("before\nN-TEST5/Melt 42 - check: ") + list + "\n");
+        const ReadyStatus cell = ReadyStatusCell(rec);
+        EXPECT_EQ(cell.text, allReady ? "OK" : list);
+        EXPECT_EQ(cell.colour, allReady ? ReadyColour::Green : ReadyColour::Red);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Flags, ReadinessTest,
-    ::testing::Values(
-        FlagsCase{"AllReady", {true, true, true, true, true}, ""},
-        FlagsCase{"OnlyOther", {true, true, true, true, false}, "Other"},
-        FlagsCase{"OnlyGeneral", {false, true, true, true, true}, "General"},
-        FlagsCase{"OnlyIndex", {true, false, true, true, true}, "Index"},
-        FlagsCase{"TransAndThermal", {true, true, false, false, true}, "Trans dn/dt"},
-        FlagsCase{"None", {false, false, false, false, false}, "General Index Trans dn/dt Other"}),
-    [](const auto& info) { return info.param.name; });
 
 TEST(CheckGlassesReady, ReportsEveryGlassNotReadyInTheRangeInOneBox) {
     ScriptedDialogs dialogs;

@@ -11,38 +11,29 @@ namespace {
 
 using testing::ScriptedDialogs;
 
-struct QuadraticCase {
-    const char* name;
-    std::vector<double> x, y, w;
-    std::array<double, 3> coef;
-    double averageError;
-};
-
-class QuadraticFitTest : public ::testing::TestWithParam<QuadraticCase> {};
-
-TEST_P(QuadraticFitTest, CoefficientsAndAverageError) {
-    const QuadraticCase& c = GetParam();
-    ScriptedDialogs dialogs;
-    std::array<double, 3> coef{};
-    double error = -1;
-    ASSERT_EQ(QuadraticFit(dialogs, static_cast<int>(c.x.size()), c.x, c.y, c.w, coef, &error), -1);
-    for (int i = 0; i < 3; ++i) EXPECT_NEAR(coef[i], c.coef[i], 1e-9) << i;
-    EXPECT_NEAR(error, c.averageError, 1e-9);
-    EXPECT_TRUE(dialogs.boxes.empty());
+TEST(QuadraticFit, CoefficientsAndAverageError) {
+    const struct {
+        std::vector<double> x, y, w;
+        std::array<double, 3> coef;
+        double averageError;
+    } cases[] = {// Best line 0.8 - 0.2x with no curvature; residuals 0.2, -0.6, 0.6, -0.2, sum of
+                 // squares 0.8, average error sqrt(0.8 / 4).
+                 {{0, 1, 2, 3}, {1, 0, 1, 0}, {1, 1, 1, 1}, {0.8, -0.2, 0}, 0.4472135955},
+                 // y = 3 - 2x + x^2 through (1,2), (2,3), (3,6); a stray point of weight 0 neither
+                 // pulls the curve nor adds to the error sum.
+                 {{1, 2, 3, 4}, {2, 3, 6, 100}, {1, 1, 1, 0}, {3, -2, 1}, 0}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.averageError);
+        ScriptedDialogs dialogs;
+        std::array<double, 3> coef{};
+        double error = -1;
+        ASSERT_EQ(QuadraticFit(dialogs, static_cast<int>(c.x.size()), c.x, c.y, c.w, coef, &error),
+                  -1);
+        for (int i = 0; i < 3; ++i) EXPECT_NEAR(coef[i], c.coef[i], 1e-9) << i;
+        EXPECT_NEAR(error, c.averageError, 1e-9);
+        EXPECT_TRUE(dialogs.boxes.empty());
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Fits, QuadraticFitTest,
-    ::testing::Values(
-        // Best line 0.8 - 0.2x with no curvature; residuals 0.2, -0.6, 0.6, -0.2, sum of
-        // squares 0.8, average error sqrt(0.8 / 4).
-        QuadraticCase{
-            "LeastSquares", {0, 1, 2, 3}, {1, 0, 1, 0}, {1, 1, 1, 1}, {0.8, -0.2, 0}, 0.4472135955},
-        // y = 3 - 2x + x^2 through (1,2), (2,3), (3,6); a stray point of weight 0 neither
-        // pulls the curve nor adds to the error sum.
-        QuadraticCase{
-            "ZeroWeightPointIsIgnored", {1, 2, 3, 4}, {2, 3, 6, 100}, {1, 1, 1, 0}, {3, -2, 1}, 0}),
-    [](const auto& info) { return info.param.name; });
 
 TEST(QuadraticFit, ConstantDataAtMeltWavelengths) {
     ScriptedDialogs dialogs;
@@ -55,39 +46,28 @@ TEST(QuadraticFit, ConstantDataAtMeltWavelengths) {
     EXPECT_NEAR(c[2], 0.0, 1e-14);
 }
 
-struct FailureCase {
-    const char* name;
-    std::vector<double> x, w;
-    const char* message;
-};
-
-class QuadraticFitFailure : public ::testing::TestWithParam<FailureCase> {};
-
-TEST_P(QuadraticFitFailure, ShowsTheMessageAndKeepsTheCoefficients) {
-    const FailureCase& c = GetParam();
-    ScriptedDialogs dialogs;
-    const std::vector<double> y{1, 2, 3};
-    std::array<double, 3> coef{7, 8, 9};
-    EXPECT_EQ(QuadraticFit(dialogs, static_cast<int>(c.x.size()), c.x, y, c.w, coef), 0);
-    ASSERT_EQ(dialogs.boxes.size(), 1u);
-    EXPECT_EQ(dialogs.boxes[0].text, c.message);
-    EXPECT_EQ(dialogs.boxes[0].buttons, MsgButtons::OK);
-    EXPECT_EQ(coef, (std::array<double, 3>{7, 8, 9}));
+// Too few points; all weights 0 make a zero matrix; three points at one x a singular one.
+TEST(QuadraticFit, FailureShowsTheMessageAndKeepsTheCoefficients) {
+    const char* failed =
+        "Failed to fit Quadratic Polynomial\nCheck data or try another polynomial form";
+    const struct {
+        std::vector<double> x, w;
+        const char* message;
+    } cases[] = {{{1, 2}, {1, 1}, "Insufficient Data Points\nAdd More Data"},
+                 {{1, 1, 1}, {0, 0, 0}, failed},
+                 {{1, 1, 1}, {1, 1, 1}, failed}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.w[0]);
+        ScriptedDialogs dialogs;
+        const std::vector<double> y{1, 2, 3};
+        std::array<double, 3> coef{7, 8, 9};
+        EXPECT_EQ(QuadraticFit(dialogs, static_cast<int>(c.x.size()), c.x, y, c.w, coef), 0);
+        ASSERT_EQ(dialogs.boxes.size(), 1u);
+        EXPECT_EQ(dialogs.boxes[0].text, c.message);
+        EXPECT_EQ(dialogs.boxes[0].buttons, MsgButtons::OK);
+        EXPECT_EQ(coef, (std::array<double, 3>{7, 8, 9}));
+    }
 }
-
-constexpr const char* kFailed =
-    "Failed to fit Quadratic Polynomial\nCheck data or try another polynomial form";
-
-// All weights 0 make a zero matrix; three points at one x make a singular one.
-INSTANTIATE_TEST_SUITE_P(
-    Cases, QuadraticFitFailure,
-    ::testing::Values(FailureCase{"TwoPointsAreTooFew",
-                                  {1, 2},
-                                  {1, 1},
-                                  "Insufficient Data Points\nAdd More Data"},
-                      FailureCase{"AllWeightsZero", {1, 1, 1}, {0, 0, 0}, kFailed},
-                      FailureCase{"OneWavelengthOnly", {1, 1, 1}, {1, 1, 1}, kFailed}),
-    [](const auto& info) { return info.param.name; });
 
 // Three points, the fewest a fit takes, on y = 3 - 2x + x^2.
 TEST(QuadraticSmooth, EvaluatesTheFit) {

@@ -120,47 +120,39 @@ TEST(TransCalcs, CheckTransPointsRepairsBluntly) {
     }
 }
 
-struct ColourCase {
-    const char* name;
-    float width;
-    Points data;  // internal transmission in per cent
-    const char* expected;
-};
-
-class ColourCodeTest : public ::testing::TestWithParam<ColourCase> {};
-
-TEST_P(ColourCodeTest, Code) {
-    const auto& c = GetParam();
-    MaterialRecord rec = ClearedMaterialRecord();
-    rec.Other.CC.Set("xx/xx");
-    ColourCode(rec, c.width, c.data.waves, c.data.values);
-    EXPECT_EQ(rec.Other.CC.Text(), c.expected);
-}
-
 // Worked by hand. 10 mm: levels 0.05 and 0.8.
 //   l5 = 300 + (0.05 - 0.01) * 50 / 0.49 = 304.08 -> 30; l80 = 350 + 0.3 * 50 / 0.4 = 387.5 -> 39.
 // 5 mm: levels sqrt(0.05) = 0.2236068 and sqrt(0.8) = 0.8944272.
 //   l5 = 300 + 0.2136068 * 50 / 0.49 = 321.80 -> 32; l80 = 350 + 0.3944272 * 50 / 0.4 = 399.30
 //   -> 40.
-INSTANTIATE_TEST_SUITE_P(
-    Curves, ColourCodeTest,
-    ::testing::Values(
-        ColourCase{"TenMillimetres", 10.0f, {{500, 400, 350, 300}, {99, 90, 50, 1}}, "39/30"},
-        ColourCase{"FiveMillimetres", 5.0f, {{500, 400, 350, 300}, {99, 90, 50, 1}}, "40/32"},
-        // Never falls to either level: l5 = last - 10 = 320, l80 = last = 330.
-        ColourCase{"ClearToTheEnd", 10.0f, {{500, 400, 330}, {99, 98, 95}}, "33/32"},
-        // l80 = 900 + 0.79 * 100 / 0.795 = 999.37 -> "100" cut to "10";
-        // l5 = 900 + 0.04 * 100 / 0.795 = 905.03 -> 91.
-        ColourCase{"ThreeDigitsCut", 10.0f, {{1200, 1000, 900}, {99, 80.5f, 1}}, "10/91"},
-        // Zero width: both levels are 1. The last point is not above 1, and the point
-        // before it has the same fraction, so l5 is the short-wave neighbour's wavelength.
-        ColourCase{"ZeroWidth", 0.0f, {{500, 400}, {100, 100}}, "40/40"},
-        // Never rises to 80 %: the code is left as it was.
-        ColourCase{"NeverReaches80", 10.0f, {{500, 400}, {50, 10}}, "xx/xx"},
-        ColourCase{"NoPoints", 10.0f, {{}, {}}, "xx/xx"},
-        // A row at an infinite wavelength (an overflowing number in a file): no code.
-        ColourCase{"InfiniteWavelength", 10.0f, {{500, HUGE_VALF}, {99, 98}}, "xx/xx"}),
-    [](const auto& info) { return info.param.name; });
+TEST(TransCalcs, ColourCode) {
+    const struct {
+        const char* name;
+        float width;
+        Points data;  // internal transmission in per cent
+        const char* expected;
+    } cases[] = {{"TenMillimetres", 10.0f, {{500, 400, 350, 300}, {99, 90, 50, 1}}, "39/30"},
+                 {"FiveMillimetres", 5.0f, {{500, 400, 350, 300}, {99, 90, 50, 1}}, "40/32"},
+                 // Never falls to either level: l5 = last - 10 = 320, l80 = last = 330.
+                 {"ClearToTheEnd", 10.0f, {{500, 400, 330}, {99, 98, 95}}, "33/32"},
+                 // l80 = 900 + 0.79 * 100 / 0.795 = 999.37 -> "100" cut to "10";
+                 // l5 = 900 + 0.04 * 100 / 0.795 = 905.03 -> 91.
+                 {"ThreeDigitsCut", 10.0f, {{1200, 1000, 900}, {99, 80.5f, 1}}, "10/91"},
+                 // Zero width: both levels are 1. The last point is not above 1, and the point
+                 // before it has the same fraction, so l5 is the short-wave neighbour's wavelength.
+                 {"ZeroWidth", 0.0f, {{500, 400}, {100, 100}}, "40/40"},
+                 // Never rises to 80 %: the code is left as it was.
+                 {"NeverReaches80", 10.0f, {{500, 400}, {50, 10}}, "xx/xx"},
+                 {"NoPoints", 10.0f, {{}, {}}, "xx/xx"},
+                 // A row at an infinite wavelength (an overflowing number in a file): no code.
+                 {"InfiniteWavelength", 10.0f, {{500, HUGE_VALF}, {99, 98}}, "xx/xx"}};
+    for (const auto& c : cases) {
+        MaterialRecord rec = ClearedMaterialRecord();
+        rec.Other.CC.Set("xx/xx");
+        ColourCode(rec, c.width, c.data.waves, c.data.values);
+        EXPECT_EQ(rec.Other.CC.Text(), c.expected) << c.name;
+    }
+}
 
 }  // namespace
 }  // namespace ostrel
