@@ -69,41 +69,33 @@ TEST_F(CSApplicationTest, SaveSwapsWidthAndHeightKeys) {
               (FormRect{30, 40, 800, 600}));
 }
 
-struct PosnCase {
-    const char* name;
-    const char* top;  // nullptr: no section stored
-    const char* left;
-    const char* fWidth;   // stored height
-    const char* fHeight;  // stored width
-    bool mainForm;
-    bool posnOnly;
-    FormRect expected;
-};
-
-class PosnGetTest : public CSApplicationTest, public ::testing::WithParamInterface<PosnCase> {};
-
-TEST_P(PosnGetTest, KeepsTheFormOnTheScreen) {
-    const PosnCase& c = GetParam();
-    if (c.top) Store("frmX", c.top, c.left, c.fWidth, c.fHeight);
-    EXPECT_EQ(app.HasFormPosn("frmX"), c.top && *c.top != ' ');
-    EXPECT_EQ(app.ThisFormPosnGet("frmX", c.mainForm, c.posnOnly, present, screen), c.expected);
+// Stored positions (top, left, height, width as the file keeps them) against the screen.
+TEST_F(CSApplicationTest, PositionGetKeepsTheFormOnTheScreen) {
+    const struct {
+        const char* name;
+        const char* top;  // nullptr: no section stored
+        const char *left, *fWidth, *fHeight;
+        bool mainForm, posnOnly;
+        FormRect expected;
+    } cases[] = {
+        {"NoSectionCentred", nullptr, "", "", "", false, false, {760, 390, 400, 300}},
+        {"AsStored", "100", "200", "500", "700", false, false, {200, 100, 700, 500}},
+        {"BlankTopIsNoPosition", " ", "10", "10", "10", false, false, {760, 390, 400, 300}},
+        {"NegativeTopLeft", "-40", "-3", "500", "700", false, false, {0, 0, 700, 500}},
+        {"TooWideForm", "10", "100", "500", "3000", false, false, {100, 10, 960, 500}},
+        {"TooWideMain", "10", "100", "500", "3000", true, false, {100, 10, 1728, 500}},
+        {"TooTallMain", "10", "100", "2000", "700", true, false, {100, 10, 700, 972}},
+        {"TooWidePulledBack", "10", "1500", "500", "3000", false, false, {960, 10, 960, 500}},
+        {"PastTheBottom", "900", "0", "500", "700", false, false, {0, 580, 700, 500}},
+        {"PositionOnly", "900", "1500", "500", "700", false, true, {1220, 580, 400, 300}}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        const std::string form = std::string("frm") + c.name;
+        if (c.top) Store(form, c.top, c.left, c.fWidth, c.fHeight);
+        EXPECT_EQ(app.HasFormPosn(form), c.top && *c.top != ' ');
+        EXPECT_EQ(app.ThisFormPosnGet(form, c.mainForm, c.posnOnly, present, screen), c.expected);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, PosnGetTest,
-    ::testing::Values(
-        PosnCase{"NoSectionCentred", nullptr, "", "", "", false, false, {760, 390, 400, 300}},
-        PosnCase{"AsStored", "100", "200", "500", "700", false, false, {200, 100, 700, 500}},
-        PosnCase{"BlankTopIsNoPosition", " ", "10", "10", "10", false, false, {760, 390, 400, 300}},
-        PosnCase{"NegativeTopLeft", "-40", "-3", "500", "700", false, false, {0, 0, 700, 500}},
-        PosnCase{"TooWideForm", "10", "100", "500", "3000", false, false, {100, 10, 960, 500}},
-        PosnCase{"TooWideMain", "10", "100", "500", "3000", true, false, {100, 10, 1728, 500}},
-        PosnCase{"TooTallMain", "10", "100", "2000", "700", true, false, {100, 10, 700, 972}},
-        PosnCase{
-            "TooWidePulledBack", "10", "1500", "500", "3000", false, false, {960, 10, 960, 500}},
-        PosnCase{"PastTheBottom", "900", "0", "500", "700", false, false, {0, 580, 700, 500}},
-        PosnCase{"PositionOnly", "900", "1500", "500", "700", false, true, {1220, 580, 400, 300}}),
-    [](const ::testing::TestParamInfo<PosnCase>& info) { return std::string(info.param.name); });
 
 TEST_F(CSApplicationTest, ErrorDisplayGoesToTheLogAndABox) {
     app.ErrorDisplay("Could not save", "disk full", 61);

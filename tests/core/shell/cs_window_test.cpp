@@ -46,57 +46,49 @@ struct FakeEntry : EditTarget {
     std::string Text() const { return before + selected; }
 };
 
-struct EditCase {
-    const char* label;
-    std::function<bool(CSWindow&, FakeEntry&)> command;
-    Fault fault;
-    const char* failure;         // the box shown, or nullptr
-    const char* entryAfter;      // the entry's text afterwards
-    const char* clipboardAfter;  // the clipboard's text afterwards
-};
-
-class CSWindowTest : public ::testing::TestWithParam<EditCase> {};
-
-TEST_P(CSWindowTest, CommandAndFailureBox) {
-    const EditCase& c = GetParam();
-    ScriptedDialogs dialogs;
-    FakeClipboard clip;
-    clip.fault = c.fault;
-    FakeEntry entry;
-    entry.takesText = c.fault != Fault::ReadOnly;
-    CSWindow w(clip, dialogs);
-
-    EXPECT_EQ(c.command(w, entry), c.failure == nullptr);
-    if (c.failure) {
-        ASSERT_EQ(dialogs.boxes.size(), 1u);
-        EXPECT_EQ(dialogs.boxes[0].text, c.failure);
-        EXPECT_EQ(dialogs.boxes[0].title, "CApplication");
-    } else {
-        EXPECT_TRUE(dialogs.boxes.empty());
-    }
-    EXPECT_EQ(entry.Text(), c.entryAfter);
-    EXPECT_EQ(clip.text.value_or("<none>"), c.clipboardAfter);
-}
-
 const char* const kSetFailed = "Could not set text from active control to clipboard.";
 const char* const kPasteFailed = "Could not paste text from clipboard to active control.";
 
-INSTANTIATE_TEST_SUITE_P(
-    Edit, CSWindowTest,
-    ::testing::Values(
-        EditCase{"Copy", &CSWindow::EditCopy, Fault::None, nullptr, "n=1.5168", "1.5168"},
-        EditCase{"CopyClearFails", &CSWindow::EditCopy, Fault::Clear, "Could not clear clipboard.",
-                 "n=1.5168", "1.6"},
-        EditCase{"CopySetFails", &CSWindow::EditCopy, Fault::Set, kSetFailed, "n=1.5168", ""},
-        EditCase{"Cut", &CSWindow::EditCut, Fault::None, nullptr, "n=", "1.5168"},
-        EditCase{"CutKeepsTextWhenCopyFails", &CSWindow::EditCut, Fault::Set, kSetFailed,
-                 "n=1.5168", ""},
-        EditCase{"Paste", &CSWindow::EditPaste, Fault::None, nullptr, "n=1.6", "1.6"},
-        EditCase{"PasteUnreadableClipboard", &CSWindow::EditPaste, Fault::NoClipText, kPasteFailed,
-                 "n=1.5168", "1.6"},
-        EditCase{"PasteIntoReadOnly", &CSWindow::EditPaste, Fault::ReadOnly, kPasteFailed,
-                 "n=1.5168", "1.6"}),
-    [](const auto& info) { return std::string(info.param.label); });
+TEST(CSWindowTest, EditCommandsAndTheirFailureBoxes) {
+    const struct {
+        const char* label;
+        std::function<bool(CSWindow&, FakeEntry&)> command;
+        Fault fault;
+        const char* failure;         // the box shown, or nullptr
+        const char* entryAfter;      // the entry's text afterwards
+        const char* clipboardAfter;  // the clipboard's text afterwards
+    } cases[] = {
+        {"Copy", &CSWindow::EditCopy, Fault::None, nullptr, "n=1.5168", "1.5168"},
+        {"CopyClearFails", &CSWindow::EditCopy, Fault::Clear, "Could not clear clipboard.",
+         "n=1.5168", "1.6"},
+        {"CopySetFails", &CSWindow::EditCopy, Fault::Set, kSetFailed, "n=1.5168", ""},
+        {"Cut", &CSWindow::EditCut, Fault::None, nullptr, "n=", "1.5168"},
+        {"CutKeepsTextWhenCopyFails", &CSWindow::EditCut, Fault::Set, kSetFailed, "n=1.5168", ""},
+        {"Paste", &CSWindow::EditPaste, Fault::None, nullptr, "n=1.6", "1.6"},
+        {"PasteUnreadableClipboard", &CSWindow::EditPaste, Fault::NoClipText, kPasteFailed,
+         "n=1.5168", "1.6"},
+        {"PasteIntoReadOnly", &CSWindow::EditPaste, Fault::ReadOnly, kPasteFailed, "n=1.5168",
+         "1.6"}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.label);
+        ScriptedDialogs dialogs;
+        FakeClipboard clip;
+        clip.fault = c.fault;
+        FakeEntry entry;
+        entry.takesText = c.fault != Fault::ReadOnly;
+        CSWindow w(clip, dialogs);
+        EXPECT_EQ(c.command(w, entry), c.failure == nullptr);
+        if (c.failure) {
+            ASSERT_EQ(dialogs.boxes.size(), 1u);
+            EXPECT_EQ(dialogs.boxes[0].text, c.failure);
+            EXPECT_EQ(dialogs.boxes[0].title, "CApplication");
+        } else {
+            EXPECT_TRUE(dialogs.boxes.empty());
+        }
+        EXPECT_EQ(entry.Text(), c.entryAfter);
+        EXPECT_EQ(clip.text.value_or("<none>"), c.clipboardAfter);
+    }
+}
 
 }  // namespace
 }  // namespace ostrel
