@@ -284,21 +284,6 @@ INSTANTIATE_TEST_SUITE_P(
                       CloseCase{"YesButNoCode", "", true, MsgAnswer::Yes, false, 0}),
     [](const auto& info) { return std::string(info.param.name); });
 
-TEST_F(MeltFixture, UsefulWavelengthsFillFromTheActiveRow) {
-    Start("Schott", "N-BK7", "m1");
-    form->ssRefInd.SetActiveCell(2, 19);
-    picked = {656.273f, 587.562f, 486.133f};
-    form->comWaveSelRefIndClick();
-    EXPECT_EQ(form->ssRefInd.Text(2, 19), "656.2730");
-    EXPECT_EQ(form->ssRefInd.Text(2, 20), "587.5620");
-    EXPECT_EQ(form->ssRefInd.Text(1, 20), "d ");
-    picked = {546.074f};
-    form->ssRefInd.SetActiveCell(2, 2);
-    form->comWaveSelRefIndClick();
-    EXPECT_EQ(form->ssRefInd.Text(2, 2), "546.0740");
-    EXPECT_EQ(form->ssRefInd.Text(1, 2), "e ");
-}
-
 // --- wavebands ---
 
 TEST_F(MeltFixture, WavebandsFillTheTableAndOneOfTheUsersIsSavedWithTheFixedOnes) {
@@ -317,6 +302,19 @@ TEST_F(MeltFixture, WavebandsFillTheTableAndOneOfTheUsersIsSavedWithTheFixedOnes
     EXPECT_EQ(form->ssRefInd.Text(2, 2), "706.5190");
     EXPECT_EQ(form->ssRefInd.Text(1, 2), "r ");
     EXPECT_EQ(form->ssRefInd.Text(2, 10), "404.6560");
+    // Picked useful wavelengths fill from the active row.
+    form->comClearClick();
+    form->ssRefInd.SetActiveCell(2, 19);
+    picked = {656.273f, 587.562f, 486.133f};
+    form->comWaveSelRefIndClick();
+    EXPECT_EQ(form->ssRefInd.Text(2, 19), "656.2730");
+    EXPECT_EQ(form->ssRefInd.Text(2, 20), "587.5620");
+    EXPECT_EQ(form->ssRefInd.Text(1, 20), "d ");
+    picked = {546.074f};
+    form->ssRefInd.SetActiveCell(2, 2);
+    form->comWaveSelRefIndClick();
+    EXPECT_EQ(form->ssRefInd.Text(2, 2), "546.0740");
+    EXPECT_EQ(form->ssRefInd.Text(1, 2), "e ");
 
     form->comClearClick();
     TypePair(1, "486.133", "");
