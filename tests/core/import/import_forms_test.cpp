@@ -11,29 +11,9 @@
 namespace ostrel::testing {
 namespace {
 
-TEST_F(ImportForm, GlcReadFillsGridAndSettings) {
-    dialogs.files.push_back(Data("sample.glc"));
-    dialogs.filters.push_back(frm4Import::kGLC);
-    form.comImportClick();
-    ASSERT_EQ(dialogs.fileDialogs.size(), 1u);
-    EXPECT_EQ(dialogs.fileDialogs[0].filter, frm4Import::kFilter);
-    EXPECT_EQ(dialogs.fileDialogs[0].filterIndex, frm4Import::kGLZ);
-    EXPECT_EQ(dialogs.fileDialogs[0].initialPath, "/app/");
-    EXPECT_EQ(form.ImportCount(), 2);
-    EXPECT_EQ(form.ssGlasses.Text(1, 1), "N-BK7");
-    EXPECT_EQ(form.ssGlasses.Text(3, 1), "400.0 - 700.0");
-    EXPECT_EQ(form.ssGlasses.Text(5, 1), "OK");
-    EXPECT_TRUE(form.ssGlasses.Column(frm4Import::kColRefit).hidden);  // nothing refitted
-    EXPECT_TRUE(dialogs.boxes.empty());                                // and no notice
-    EXPECT_EQ(settings.GetSetting("B4Import", "B4ImportLastType", ""), "4");
-    EXPECT_EQ(settings.GetSetting("B4Import", "B4ImpPathOslo_GLC", ""),
-              std::filesystem::path(Data("sample.glc")).parent_path().string());
-    EXPECT_EQ(form.form.caption.get(), "Import material data from text file: sample.glc");
-}
-
-// The dialog opens with the filter of the last read, and the filter the user ends with
-// decides how the file is read, whatever its name.
-TEST_F(ImportForm, DialogRemembersTheFilterAndTheFilterDecides) {
+// A GLC read fills the grid and the settings. The dialog opens with the filter of the last
+// read, and the filter the user ends with decides how the file is read, whatever its name.
+TEST_F(ImportForm, ReadFillsGridAndSettingsAndTheFilterDecides) {
     const struct {
         std::string file;
         int filter;     // chosen by the user
@@ -52,6 +32,18 @@ TEST_F(ImportForm, DialogRemembersTheFilterAndTheFilterDecides) {
         form.comImportClick();
         EXPECT_EQ(dialogs.fileDialogs.back().filterIndex, step.opensWith);
         EXPECT_EQ(form.ImportCount(), step.staged);
+        if (dialogs.fileDialogs.size() > 1) continue;
+        EXPECT_EQ(dialogs.fileDialogs[0].filter, frm4Import::kFilter);
+        EXPECT_EQ(dialogs.fileDialogs[0].initialPath, "/app/");
+        EXPECT_EQ(form.ssGlasses.Text(1, 1), "N-BK7");
+        EXPECT_EQ(form.ssGlasses.Text(3, 1), "400.0 - 700.0");
+        EXPECT_EQ(form.ssGlasses.Text(5, 1), "OK");
+        EXPECT_TRUE(form.ssGlasses.Column(frm4Import::kColRefit).hidden);  // nothing refitted
+        EXPECT_TRUE(dialogs.boxes.empty());                                // and no notice
+        EXPECT_EQ(settings.GetSetting("B4Import", "B4ImportLastType", ""), "4");
+        EXPECT_EQ(settings.GetSetting("B4Import", "B4ImpPathOslo_GLC", ""),
+                  std::filesystem::path(Data("sample.glc")).parent_path().string());
+        EXPECT_EQ(form.form.caption.get(), "Import material data from text file: sample.glc");
     }
     EXPECT_EQ(settings.GetSetting("B4Import", "B4ImportLastType", ""), "5");
 }
@@ -160,54 +152,43 @@ TEST_F(ImportForm, NothingStagedAsksToOpen) {
     EXPECT_EQ(dialogs.boxes[0].buttons, MsgButtons::YesNo);
 }
 
+// A file that cannot be read says where and why; a GLA file says it in its own words. A
+// damaged field is shown cut, its control characters as "?". Nothing is staged.
 TEST_F(ImportForm, FailedReadMessagesSayWhereAndWhy) {
-    TempDir files;
-    const std::string badGlz = (files / "bad.glz").string();
-    WriteFileBytes(files / "bad.glz",
-                   "Harvenz Photonics - Ostrel  - text file V2\r\n"
-                   "#-- Material Data Start --\r\n#     -- General --\r\n"
-                   "\"X\",\"S\"\r\n2,3x0,2500,3.5\r\n");
-    const std::string emptyGlc = (files / "empty.glc").string();
-    WriteFileBytes(files / "empty.glc", "");
-    const std::string badGla = (files / "bad.gla").string();
-    WriteFileBytes(files / "bad.gla", "\"Z\",8,\"S\",0,0\r\n0,x\r\n");
-    // A damaged field is shown cut, its control characters as "?".
-    const std::string longGla = (files / "long.gla").string();
-    WriteFileBytes(files / "long.gla",
-                   "\"Z\",8,\"S\",0,0\r\n0,\x01" + std::string(60, 'x') + "\r\n");
-    const std::string missingGlz = Data("missing.glz");
-    const std::string missingGla = Data("missing.gla");
-    const std::string missingAgf = Data("missing.agf");
     const struct {
-        std::string path;
+        const char* name;
+        std::string content;  // none: no such file
         int type;
-        std::string text;
+        std::string why;  // empty: no such file
     } cases[] = {
-        {missingGlz, frm4Import::kGLZ,
-         "Failure in file read " + missingGlz + "!\r\nNo such file or directory: " + missingGlz +
-             "."},
-        {badGlz, frm4Import::kGLZ,
-         "Failure in file read " + badGlz + "!\r\nLine 5: \"3x0\" is no number."},
-        {missingAgf, frm4Import::kAGF,
-         "Failure in file read " + missingAgf + "!\r\nNo such file or directory: " + missingAgf +
-             "."},
-        {emptyGlc, frm4Import::kGLC,
-         "Failure in file read " + emptyGlc + "!\r\nThe file is empty."},
-        {missingGla, frm4Import::kGLA,
-         "Unable to import any glasses from file " + missingGla +
-             "!\r\nNo such file or directory: " + missingGla + "."},
-        {badGla, frm4Import::kGLA,
-         "Unable to import any glasses from file " + badGla + "!\r\nLine 2: \"x\" is no number."},
-        {longGla, frm4Import::kGLA,
-         "Unable to import any glasses from file " + longGla + "!\r\nLine 2: \"?" +
-             std::string(29, 'x') + "...\" is no number."},
+        {"missing.glz", "", frm4Import::kGLZ, ""},
+        {"bad.glz",
+         "Harvenz Photonics - Ostrel  - text file V2\r\n#-- Material Data Start --\r\n"
+         "#     -- General --\r\n\"X\",\"S\"\r\n2,3x0,2500,3.5\r\n",
+         frm4Import::kGLZ, "Line 5: \"3x0\" is no number."},
+        {"missing.agf", "", frm4Import::kAGF, ""},
+        {"empty.glc", "", frm4Import::kGLC, "The file is empty."},
+        {"missing.gla", "", frm4Import::kGLA, ""},
+        {"bad.gla", "\"Z\",8,\"S\",0,0\r\n0,x\r\n", frm4Import::kGLA,
+         "Line 2: \"x\" is no number."},
+        {"long.gla", "\"Z\",8,\"S\",0,0\r\n0,\x01" + std::string(60, 'x') + "\r\n",
+         frm4Import::kGLA, "Line 2: \"?" + std::string(29, 'x') + "...\" is no number."},
+        {"notrans.gla",
+         "\"Z\",8,\"S\",0,0\r\n0,0\r\n400,700,1\r\n1,0,0,0,0,0,0,0,0,0,0,0,0,0\r\n0,1,10\r\n",
+         frm4Import::kGLA, "Transmission row count 0 out of range."},
     };
     for (const auto& c : cases) {
-        SCOPED_TRACE(c.path);
+        SCOPED_TRACE(c.name);
+        const std::string path = (dir / c.name).string();
+        if (!c.why.empty()) WriteFileBytes(dir / c.name, c.content);
         dialogs.boxes.clear();
-        form.ImportFile(c.path, c.type);
+        form.ImportFile(path, c.type);
         ASSERT_FALSE(dialogs.boxes.empty());
-        EXPECT_EQ(dialogs.boxes.back().text, c.text);
+        EXPECT_EQ(dialogs.boxes.back().text,
+                  (c.type == frm4Import::kGLA ? "Unable to import any glasses from file "
+                                              : "Failure in file read ") +
+                      path + "!\r\n" +
+                      (c.why.empty() ? "No such file or directory: " + path + "." : c.why));
         EXPECT_EQ(form.ImportCount(), 0);
     }
 }

@@ -240,19 +240,6 @@ TEST(OldFiles, GlsShortAndFull) {
     EXPECT_EQ(m.Thermal.TT[5].Text(), "t6");
 }
 
-TEST(OldFiles, NoTransmissionRowsFails) {
-    TempDir dir;
-    WriteFileBytes(
-        dir / "z.gla",
-        "\"Z\",8,\"S\",0,0\r\n0,0\r\n400,700,1\r\n1,0,0,0,0,0,0,0,0,0,0,0,0,0\r\n0,1,10\r\n");
-    CImportOldLumbrak importer;
-    std::vector<MaterialRecord> recs;
-    int16_t ok = 0;
-    importer.ReadFile((dir / "z.gla").string(), recs, ok);
-    EXPECT_EQ(ok, 0);
-    EXPECT_TRUE(recs.empty());
-}
-
 TEST(PrintedDecimals, ExponentsOfAnySize) {
     const std::pair<const char*, int> cases[] = {
         {"1.5168", 4}, {"1.5E-2", 3}, {"1.5E+400000000000", 0}, {"1.5E-400000000000", 1001}};
