@@ -40,6 +40,13 @@ class RibbonTest : public ::testing::Test {
     RibbonTest() {
         hooks.kelmoraFound = [this] { return kelmora; };
         hooks.updateWallPaper = [this] { ++wallpapers; };
+        Build();
+    }
+    // A fresh strip with no form open and the seven forms registered.
+    void Build() {
+        calls.clear();
+        dialogs.boxes.clear();
+        fakes.clear();
         forms = std::make_unique<ManageForms>(dialogs, hooks);
         for (int n = 1; n <= 7; ++n) {
             fakes.push_back(std::make_unique<FakeForm>(n, calls));
@@ -57,69 +64,61 @@ class RibbonTest : public ::testing::Test {
     std::unique_ptr<ManageForms> forms;
 };
 
-struct Row {
-    const char* name;
-    int openForm;  // form open before the click
-    bool newOpen, meltOpen;
-    int button;
-    bool pressed;
-    const char* calls;
-    int currentAfter;
-};
+TEST_F(RibbonTest, ClickFollowsTheStateTable) {
+    const struct {
+        const char* name;
+        int openForm;  // form open before the click
+        bool newOpen, meltOpen;
+        int button;
+        bool pressed;
+        const char* calls;
+        int currentAfter;
+    } rows[] = {
+        {"NonePress2", 0, false, false, 2, true, "show 2", 2},
+        {"NonePress6WithKelmora", 0, false, false, 6, true, "show 6", 6},
+        {"NoneRelease", 0, false, false, 4, false, "", 0},
+        {"NonePressClosesNewForm", 0, true, false, 5, true, "unload 3, show 5", 5},
+        {"NonePressClosesMeltForm", 0, false, true, 2, true, "unload 7, show 2", 2},
+        {"ManageRelease", 2, false, false, 2, false, "unload 2", 0},
+        {"ManageReleaseClosesSideForms", 2, true, true, 2, false, "unload 3, unload 7, unload 2",
+         0},
+        {"ManagePressOwn", 2, false, false, 2, true, "", 2},
+        {"ManagePress3KeepsIt", 2, false, false, 3, true, "", 2},
+        {"ImportPress3KeepsIt", 4, false, false, 3, true, "", 4},
+        {"ManagePress4ClosesNewForm", 2, true, false, 4, true, "unload 3, unload 2, show 4", 4},
+        {"ImportPress7", 4, false, false, 7, true, "unload 4, show 7", 7},
+        {"ExportRelease", 5, false, false, 5, false, "unload 5", 0},
+        {"ExportPress7", 5, false, false, 7, true, "unload 5, show 7", 7},
+        {"ExportPressOwn", 5, false, false, 5, true, "", 5},
+        {"NewPress2", 3, false, false, 2, true, "unload 3, show 2", 2},
+        {"SetupPressedFromManage", 2, false, false, 1, true, "unload 2, show 1", 1}};
+    for (const auto& r : rows) {
+        SCOPED_TRACE(r.name);
+        Build();
+        forms->SetCurrentForm(r.openForm);
+        if (r.openForm) forms->ribTools[r.openForm].value = true;
+        forms->SetNewFormOpen(r.newOpen);
+        forms->SetMeltFormOpen(r.meltOpen);
+        if (r.newOpen) forms->ribTools[3].value = true;
 
-void PrintTo(const Row& r, std::ostream* os) {
-    *os << r.name;
-}
+        forms->RibbonClick(r.button, r.pressed);
 
-class RibbonClickTest : public RibbonTest, public ::testing::WithParamInterface<Row> {};
-
-TEST_P(RibbonClickTest, FollowsTheStateTable) {
-    const Row& r = GetParam();
-    forms->SetCurrentForm(r.openForm);
-    if (r.openForm) forms->ribTools[r.openForm].value = true;
-    forms->SetNewFormOpen(r.newOpen);
-    forms->SetMeltFormOpen(r.meltOpen);
-    if (r.newOpen) forms->ribTools[3].value = true;
-
-    forms->RibbonClick(r.button, r.pressed);
-
-    EXPECT_EQ(calls, r.calls);
-    EXPECT_EQ(forms->GetCurrentForm(), r.currentAfter);
-    EXPECT_TRUE(dialogs.boxes.empty());
-    // A form that was closed has its tool released and its flag cleared; the open one is down.
-    for (int n = 1; n <= 7; ++n) {
-        if (n == r.currentAfter) {
-            EXPECT_TRUE(forms->ribTools[n].value) << n;
-        } else if (Unloaded(n)) {
-            EXPECT_FALSE(forms->ribTools[n].value) << n;
+        EXPECT_EQ(calls, r.calls);
+        EXPECT_EQ(forms->GetCurrentForm(), r.currentAfter);
+        EXPECT_TRUE(dialogs.boxes.empty());
+        // A form that was closed has its tool released and its flag cleared; the open one is
+        // down.
+        for (int n = 1; n <= 7; ++n) {
+            if (n == r.currentAfter) {
+                EXPECT_TRUE(forms->ribTools[n].value) << n;
+            } else if (Unloaded(n)) {
+                EXPECT_FALSE(forms->ribTools[n].value) << n;
+            }
         }
+        EXPECT_FALSE(Unloaded(3) && forms->GetNewFormOpen());
+        EXPECT_FALSE(Unloaded(7) && forms->GetMeltFormOpen());
     }
-    EXPECT_FALSE(Unloaded(3) && forms->GetNewFormOpen());
-    EXPECT_FALSE(Unloaded(7) && forms->GetMeltFormOpen());
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Rows, RibbonClickTest,
-    ::testing::Values(
-        Row{"NonePress2", 0, false, false, 2, true, "show 2", 2},
-        Row{"NonePress6WithKelmora", 0, false, false, 6, true, "show 6", 6},
-        Row{"NoneRelease", 0, false, false, 4, false, "", 0},
-        Row{"NonePressClosesNewForm", 0, true, false, 5, true, "unload 3, show 5", 5},
-        Row{"NonePressClosesMeltForm", 0, false, true, 2, true, "unload 7, show 2", 2},
-        Row{"ManageRelease", 2, false, false, 2, false, "unload 2", 0},
-        Row{"ManageReleaseClosesSideForms", 2, true, true, 2, false, "unload 3, unload 7, unload 2",
-            0},
-        Row{"ManagePressOwn", 2, false, false, 2, true, "", 2},
-        Row{"ManagePress3KeepsIt", 2, false, false, 3, true, "", 2},
-        Row{"ImportPress3KeepsIt", 4, false, false, 3, true, "", 4},
-        Row{"ManagePress4ClosesNewForm", 2, true, false, 4, true, "unload 3, unload 2, show 4", 4},
-        Row{"ImportPress7", 4, false, false, 7, true, "unload 4, show 7", 7},
-        Row{"ExportRelease", 5, false, false, 5, false, "unload 5", 0},
-        Row{"ExportPress7", 5, false, false, 7, true, "unload 5, show 7", 7},
-        Row{"ExportPressOwn", 5, false, false, 5, true, "", 5},
-        Row{"NewPress2", 3, false, false, 2, true, "unload 3, show 2", 2},
-        Row{"SetupPressedFromManage", 2, false, false, 1, true, "unload 2, show 1", 1}),
-    [](const ::testing::TestParamInfo<Row>& info) { return std::string(info.param.name); });
 
 TEST_F(RibbonTest, ArchiveWithoutKelmoraIsRefusedAndItsButtonReleased) {
     kelmora = false;
