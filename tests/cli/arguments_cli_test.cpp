@@ -1,61 +1,67 @@
 // Every command refuses a bad argument before it runs: a message on stderr naming the
-// argument, exit status 2, nothing written.
+// argument, exit status 2, nothing written. A command that cannot do its work says why with
+// status 1 and changes nothing either.
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <string>
 
+#include "cli_fixture.h"
 #include "core/material/glasses_list.h"
-#include "core/material/material_record_codec.h"
-#include "support/run_cli.h"
 
 namespace ostrel::testing {
 namespace {
 
 struct BadArgument {
     const char* args;  // "{dir}" stands for the test's folder, "{data}" for the import samples
-    const char* said;  // a part of the message
+    const char* said;  // a part of the message, or all of it when it ends the line
+    int status = 2;
 };
 
-class BadArgumentCli : public ::testing::TestWithParam<BadArgument> {};
+class RefusalCli : public ::testing::TestWithParam<BadArgument> {};
 
-TEST_P(BadArgumentCli, IsRefusedWithExitStatusTwo) {
+TEST_P(RefusalCli, SaysWhyAndChangesNothing) {
     TempDir dir;
     std::filesystem::create_directory(dir / "folder");
     // A list of three, so that ranges inside it are good and only the bad one fails.
-    std::string list;
-    for (const char* name : {"A", "B", "C"}) {
-        MaterialRecord rec = ClearedMaterialRecord();
-        rec.General.GlassName.Set(name);
-        rec.General.Source.Set("S");
-        const auto image = ToBytes(rec);
-        list.append(reinterpret_cast<const char*>(image.data()), image.size());
-    }
+    const std::string list =
+        ListBytes({NamedRecord("A", "S"), NamedRecord("B", "S"), NamedRecord("C", "S")});
     WriteFileBytes(dir / kCustomFileName, list);
     WriteFileBytes(dir / "empty.csv", "# no glass\n");
     WriteFileBytes(dir / "two.glz", "");
 
-    std::string args = GetParam().args;
-    for (size_t at; (at = args.find("{dir}")) != std::string::npos;) {
-        args.replace(at, 5, dir.path().string());
-    }
-    if (size_t at = args.find("{data}"); at != std::string::npos) {
-        args.replace(at, 6, std::string(OSTREL_TEST_DATA) + "/import");
+    const auto expand = [&](std::string text) {
+        for (size_t at; (at = text.find("{dir}")) != std::string::npos;) {
+            text.replace(at, 5, dir.path().string());
+        }
+        return text;
+    };
+    std::string args = expand(GetParam().args);
+    for (size_t at; (at = args.find("{data}")) != std::string::npos;) {
+        args.replace(at, 6, ImportSample(""));
     }
     const CliResult run = RunCliIn(dir, args);
-    EXPECT_EQ(run.status, 2) << run.err;
-    EXPECT_NE(run.err.find(GetParam().said), std::string::npos) << run.err;
+    const std::string said = expand(GetParam().said);
+    EXPECT_EQ(run.status, GetParam().status) << run.err;
+    if (!said.empty() && said.back() == '\n') {
+        EXPECT_EQ(run.err, said);
+        EXPECT_EQ(run.out, "");
+    } else {
+        EXPECT_NE(run.err.find(said), std::string::npos) << run.err;
+    }
     EXPECT_TRUE(ReadFileBytes(dir / kCustomFileName) == list);
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Cases, BadArgumentCli,
+    Cases, RefusalCli,
     ::testing::Values(
         // numbers
         BadArgument{"glasscode abc 1", "ND: \"abc\" is no finite number"},
         BadArgument{"glasscode 1.5 nan", "VD: \"nan\" is no finite number"},
         BadArgument{"glasscode 1.5 inf", "VD: \"inf\" is no finite number"},
         BadArgument{"glasscode 1.5x 60", "ND: \"1.5x\" is no finite number"},
+        BadArgument{"glasscode 1.5168", ""},
+        BadArgument{"index --polytype 1 --coef 2.25 --wave abc", ""},
         BadArgument{"index --polytype 2 --coef 1,nan --wave 500", "--coef: \"nan\""},
         BadArgument{"melt --parent-source S --parent P --code C --sheet 1,2,3,4,5,6,7,8,-inf",
                     "--sheet: \"-inf\" is no finite number"},
@@ -64,10 +70,20 @@ INSTANTIATE_TEST_SUITE_P(
                     "--polytype: \"5\" is no "
                     "dispersion form"},
         BadArgument{"fit {dir}/two.glz --polytype 9", "--polytype"},
+        BadArgument{"fit {dir}/two.glz --polytype 7", "--polytype"},
+        BadArgument{"fit {dir}/two.glz", ""},
+        // missing parts
+        BadArgument{"index --wave 500", ""}, BadArgument{"index --polytype 1 --coef 2.25", ""},
+        BadArgument{"update", ""}, BadArgument{"remove --target both X/Y", ""},
+        BadArgument{"import x.txt", ""}, BadArgument{"duplicate 1", ""},
+        BadArgument{"melt --parent-source S --parent P --code m1", ""},
+        BadArgument{"melt --parent-source S --parent P --code m1 --sheet 1,2", ""},
+        BadArgument{"compare 1 --out {dir}/c.csv", ""},
+        BadArgument{"map --out {dir}/a.txt", "The map is written as FILE.svg or FILE.png\n"},
         // wavelengths and widths
         BadArgument{"index --polytype 1 --coef 2.25 --wave -500", "--wave: -500 is refused"},
         BadArgument{"index --polytype 1 --coef 2.25 --wave nan", "--wave: \"nan\""},
-        BadArgument{"index 9 --wave 500", "There is no material 9"},
+        BadArgument{"index 4 --wave 500", "There is no material 4"},
         BadArgument{"transtable {dir}/empty.csv --width -2", "--width: -2 is refused"},
         BadArgument{"transtable {dir}/empty.csv --width nan", "--width: \"nan\""},
         // folders given as files
@@ -80,13 +96,15 @@ INSTANTIATE_TEST_SUITE_P(
         // ranges and positions
         BadArgument{"import {dir}/two.glz --add 5 3", "The range is reversed: 5 to 3"},
         BadArgument{"import {dir}/two.glz --add 0 1", "The range must start at 1"},
+        BadArgument{"import {data}/sample.glc {data}/sample.gla --add 1 1", ""},
         BadArgument{"import {data}/sample.glc --add 2 5",
                     "No staged materials 2 to 5 in an import of 2"},
         BadArgument{"export {dir}/out.glz 3 2", "The range is reversed: 3 to 2"},
         BadArgument{"export {dir}/out.glz 2 4", "No materials 2 to 4 in a list of 3"},
         BadArgument{"update 2 1", "The range is reversed: 2 to 1"},
         BadArgument{"update 1 7", "No materials 1 to 7 in a list of 3"},
-        BadArgument{"show 4", "There is no material 4"},
+        BadArgument{"show 4", "There is no material 4"}, BadArgument{"show 0 --json", ""},
+        BadArgument{"delete 9", ""}, BadArgument{"delete x", ""},
         BadArgument{"db archive 3 x", "ID: \"x\" is no GlassID"},
         BadArgument{"db restore 2.5", "ID: \"2.5\" is no GlassID"},
         // a demonstration catalogue without a glass
@@ -98,7 +116,13 @@ INSTANTIATE_TEST_SUITE_P(
         BadArgument{"import {dir}/two.glz --rename-source '中文玻璃'", "--rename-source: "},
         BadArgument{"duplicate 1 123456789012345678901234567890123456",
                     "It has 36 characters, 6 more than the 30"},
-        BadArgument{"duplicate 1 \"$(printf 'A\\tB')\"", "control character (tab)"}));
+        BadArgument{"duplicate 1 \"$(printf 'A\\tB')\"", "control character (tab)"},
+        // refusals of the work itself
+        BadArgument{"duplicate 1 c", "", 1},  // C - S is in the list
+        BadArgument{"transtable {dir}/none.csv", "Cannot read {dir}/none.csv\n", 1},
+        BadArgument{"fit --polytype 1 {dir}/none.csv", "", 1},
+        BadArgument{"paths --kelmora {dir}", "No KelmoraTD.EXE in {dir}\n", 1},
+        BadArgument{"db list", "", 1}));
 
 }  // namespace
 }  // namespace ostrel::testing

@@ -1,27 +1,25 @@
-// import and export from the command line: the grid as TSV, JSON, adding, and a backup
-// that reads back.
+// The command line in scripts: import and export (the grid as TSV and JSON, adding, a backup
+// that reads back), several files in one import with a summary of each, notices only when
+// asked for, its version, and JSON from every command that prints data.
 #include <gtest/gtest.h>
 
-#include <filesystem>
+#include <algorithm>
+#include <string>
 
-#include "support/run_cli.h"
-#include "support/temp_dir.h"
+#include "cli_fixture.h"
+#include "core/platform/install_paths.h"
 
 namespace ostrel::testing {
 namespace {
 
-std::string Data(const std::string& name) {
-    return (std::filesystem::path(OSTREL_TEST_DATA) / "import" / name).string();
-}
-
 TEST(ImportCli, GridAsTsvAndAddAll) {
     TempDir dir;
-    auto r = RunCliIn(dir, "import '" + Data("sample.glc") + "'");
+    auto r = RunCliIn(dir, "import '" + ImportSample("sample.glc") + "'");
     ASSERT_EQ(r.status, 0) << r.err;
     EXPECT_EQ(r.out.substr(0, r.out.find('\n')),
               "Glass\tSource\tWaveband [nm]\tIndex range\tStatus\tRefit error [mean]\tCheck");
     EXPECT_NE(r.out.find("N-BK7\tSCHOTT\t400.0 - 700.0\t"), std::string::npos);
-    r = RunCliIn(dir, "import '" + Data("sample.glc") + "' --add-all --rename-source Lab");
+    r = RunCliIn(dir, "import '" + ImportSample("sample.glc") + "' --add-all --rename-source Lab");
     ASSERT_EQ(r.status, 0) << r.err;
     r = RunCliIn(dir, "list");
     EXPECT_EQ(r.out, "1\tN-BK7\tLab\n2\tSF5\tLab\n");
@@ -40,7 +38,7 @@ TEST(ImportCli, GridAsTsvAndAddAll) {
 // adding it goes through the question, answered by --answer.
 TEST(ImportCli, CheckGlassesShowTheirStatusAndAreAddedOnlyOnYes) {
     TempDir probe;
-    auto r = RunCliIn(probe, "import '" + Data("sample.glc") + "' --json");
+    auto r = RunCliIn(probe, "import '" + ImportSample("sample.glc") + "' --json");
     ASSERT_EQ(r.status, 0) << r.err;
     EXPECT_NE(r.out.find("\"status\": \"Check\""), std::string::npos);
     EXPECT_NE(r.out.find("\"status\": \"OK\""), std::string::npos);
@@ -51,8 +49,8 @@ TEST(ImportCli, CheckGlassesShowTheirStatusAndAreAddedOnlyOnYes) {
     for (const auto& c : cases) {
         SCOPED_TRACE(c.answer);
         TempDir dir;
-        r = RunCliIn(dir, std::string("--answer ") + c.answer + " import '" + Data("sample.glc") +
-                              "' --add-all");
+        r = RunCliIn(dir, std::string("--answer ") + c.answer + " import '" +
+                              ImportSample("sample.glc") + "' --add-all");
         ASSERT_EQ(r.status, 0) << r.err;
         EXPECT_NE(r.out.find("\tCheck\t"), std::string::npos);
         EXPECT_NE(r.err.find("marked Check"), std::string::npos);
@@ -60,13 +58,86 @@ TEST(ImportCli, CheckGlassesShowTheirStatusAndAreAddedOnlyOnYes) {
     }
 }
 
-TEST(ImportCli, BadTypeAndFailedRead) {
+TEST(ImportCli, FailedReadShowsWhatWasRead) {
     TempDir dir;
-    EXPECT_EQ(RunCliIn(dir, "import x.txt").status, 2);
-    const auto r = RunCliIn(dir, "import '" + Data("bad_number.agf") + "'");
+    const auto r = RunCliIn(dir, "import '" + ImportSample("bad_number.agf") + "'");
     EXPECT_EQ(r.status, 1);
     EXPECT_NE(r.err.find("glass BAD2"), std::string::npos);
     EXPECT_NE(r.out.find("OK1\t"), std::string::npos);  // what was read before is shown
+}
+
+TEST(BatchCli, VersionIsTheProjectVersion) {
+    TempDir dir;
+    const auto r = RunCliIn(dir, "--version");
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(r.out, std::string("ostrel-cli ") + ProgramVersion() + "\n");
+}
+
+TEST(BatchCli, ImportsSeveralFilesWithASummaryOfEach) {
+    TempDir dir;
+    const std::string glc = ImportSample("sample.glc"), gla = ImportSample("sample.gla");
+    auto r = RunCliIn(dir, "import '" + glc + "' '" + gla + "' --add-all");
+    ASSERT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(r.out.substr(0, r.out.find('\t')), "File");
+    EXPECT_NE(r.out.find("\n" + glc + "\tN-BK7\t"), std::string::npos) << r.out;
+    EXPECT_NE(r.out.find("\n" + gla + "\t"), std::string::npos) << r.out;
+    EXPECT_NE(r.err.find(glc + ": 2 staged, 0 refitted"), std::string::npos) << r.err;
+    EXPECT_NE(r.err.find(gla + ": "), std::string::npos) << r.err;
+    const auto list = RunCliIn(dir, "list").out;
+    EXPECT_NE(list.find("\tSF5\tSCHOTT\n"), std::string::npos) << list;
+    EXPECT_GT(std::count(list.begin(), list.end(), '\n'), 2) << list;
+    // Material 2 is read alone, and is what the list shows there.
+    r = RunCliIn(dir, "show 2 --json");
+    ASSERT_EQ(r.status, 0) << r.err;
+    EXPECT_NE(r.out.find("\"SF5\""), std::string::npos);
+
+    // A file that cannot be read fails the run, the others are still read.
+    r = RunCliIn(dir, "import '" + ImportSample("bad_number.agf") + "' '" + glc + "' --json");
+    EXPECT_EQ(r.status, 1);
+    EXPECT_NE(r.out.find("\"file\": \"" + glc + "\""), std::string::npos) << r.out;
+}
+
+TEST(BatchCli, NoticesAreShownOnlyWhenVerbose) {
+    const std::string notice = "Enhanced import: Sept 2004";
+    // An AGF formula without a stored form is refitted, which brings the refit notice.
+    std::string agf = ReadFileBytes(ImportSample("chengdu.agf"));
+    agf.replace(agf.find("NM G1 2 "), 8, "NM G1 6 ");
+    for (const bool verbose : {false, true}) {
+        SCOPED_TRACE(verbose);
+        TempDir dir;
+        WriteFileBytes(dir / "f6.agf", agf);
+        const auto r = RunCliIn(dir, std::string(verbose ? "--verbose " : "") + "import '" +
+                                         (dir / "f6.agf").string() + "' --refit-all");
+        ASSERT_EQ(r.status, 0) << r.err;
+        EXPECT_NE(r.err.find("f6.agf: 1 staged, 1 refitted"), std::string::npos) << r.err;
+        EXPECT_EQ(r.err.find(notice) != std::string::npos, verbose) << r.err;
+        EXPECT_EQ(r.err.find("see this message again"), std::string::npos) << r.err;
+    }
+}
+
+TEST(BatchCli, EveryCommandThatPrintsDataWritesJson) {
+    TempDir dir;
+    WriteFileBytes(dir / "curve.csv", "300,0.46\n500,0.001\n");
+    const struct {
+        std::string args;
+        const char* field;
+    } cases[] = {
+        {"glasscode 1.5168 64.17 --json", "\"GlassCode\": 517642"},
+        {"index --polytype 2 --coef 1.03961212,0.231792344,1.01046945,0.00600069867,"
+         "0.0200179144,103.560653 --wave 587.56 --json",
+         "\"Index\": 1.51"},
+        {"transtable '" + (dir / "curve.csv").string() + "' --json", "\"CC\""},
+        {"paths --json", "\"PathKelmora\""},
+        {"about --json", "\"version\""},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.args);
+        const auto r = RunCliIn(dir, c.args);
+        ASSERT_EQ(r.status, 0) << r.err;
+        ASSERT_FALSE(r.out.empty());
+        EXPECT_TRUE(r.out.front() == '{' || r.out.front() == '[') << r.out;
+        EXPECT_NE(r.out.find(c.field), std::string::npos) << r.out;
+    }
 }
 
 }  // namespace

@@ -3,24 +3,18 @@
 // them loads. The command runs in a child process that kills itself (SIGKILL) at its k-th
 // step that changes a file or the database, for every k up to the uninterrupted run.
 // Names with quotes, semicolons, percent signs and SQL words travel through all of them.
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <spawn.h>
-#include <sys/wait.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <vector>
 
+#include "cli_fixture.h"
 #include "core/external/external_file.h"
 #include "core/external/kelmora_database.h"
 #include "core/material/glasses_list.h"
-#include "core/material/material_record_codec.h"
 #include "core/platform/sqlite_database.h"
-#include "support/run_cli.h"
-
-extern char** environ;
 
 namespace ostrel::testing {
 namespace {
@@ -37,9 +31,7 @@ const std::vector<std::pair<std::string, std::string>> kNames = {
 };
 
 MaterialRecord ReadyRecord(const std::string& name, const std::string& source, double b1) {
-    MaterialRecord rec = ClearedMaterialRecord();
-    rec.General.GlassName.Set(name);
-    rec.General.Source.Set(source);
+    MaterialRecord rec = NamedRecord(name, source);
     rec.General.GlassKind = 8;
     rec.General.Polytype = 2;
     rec.General.PolyCoef = {b1, 0.231792344, 1.01046945, 0.00600069867, 0.0200179144, 103.560653};
@@ -56,12 +48,9 @@ MaterialRecord ReadyRecord(const std::string& name, const std::string& source, d
 }
 
 std::string ListImage(double b1) {
-    std::string image;
-    for (const auto& [name, source] : kNames) {
-        const auto bytes = ToBytes(ReadyRecord(name, source, b1));
-        image.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-    }
-    return image;
+    std::vector<MaterialRecord> list;
+    for (const auto& [name, source] : kNames) list.push_back(ReadyRecord(name, source, b1));
+    return ListBytes(list);
 }
 
 // What a command may change, each part as it loads.
@@ -73,43 +62,20 @@ struct State {
 class KillCli : public ::testing::Test {
   protected:
     void SetUp() override {
-        setenv("XDG_CONFIG_HOME", (dir / "config").c_str(), 1);
         fs::create_directory(work);
-        const std::string catalogue =
-            std::string(OSTREL_TEST_DATA) + "/../../data/demo/demo_glasses.csv";
-        CliResult r =
-            Run("demo \"" + (work / "demo").string() + "\" --catalogue \"" + catalogue + "\"");
+        CliResult r = InstallDemo(dir, work.string(), (work / "demo").string());
         ASSERT_EQ(r.status, 0) << r.err;
     }
-    void TearDown() override { unsetenv("XDG_CONFIG_HOME"); }
 
     CliResult Run(const std::string& args) { return RunCliWithDataDir(dir, work.string(), args); }
 
-    // Runs the command in a child that kills itself at its k-th changing step; true when
-    // it was killed, false when it ran to its end.
-    bool RunKilledAt(const std::vector<std::string>& args, int k) {
-        std::vector<std::string> argv = {OSTREL_CLI_PATH, "--data-dir", work.string()};
-        argv.insert(argv.end(), args.begin(), args.end());
-        std::vector<char*> cargv;
-        for (auto& a : argv) cargv.push_back(a.data());
-        cargv.push_back(nullptr);
-        std::vector<std::string> env;
-        for (char** e = environ; *e; ++e) env.emplace_back(*e);
-        env.push_back("OSTREL_KILL_AT_STEP=" + std::to_string(k));
-        std::vector<char*> cenv;
-        for (auto& e : env) cenv.push_back(e.data());
-        cenv.push_back(nullptr);
-        posix_spawn_file_actions_t actions;
-        posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
-        posix_spawn_file_actions_addopen(&actions, 2, "/dev/null", O_WRONLY, 0);
-        pid_t pid = 0;
-        const int rc = posix_spawn(&pid, cargv[0], &actions, nullptr, cargv.data(), cenv.data());
-        posix_spawn_file_actions_destroy(&actions);
-        EXPECT_EQ(rc, 0);
-        int status = 0;
-        waitpid(pid, &status, 0);
-        return WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL;
+    // Runs the command, which kills itself at its k-th changing step; true when it was
+    // killed, false when it ran to its end.
+    bool RunKilledAt(const std::string& args, int k) {
+        setenv("OSTREL_KILL_AT_STEP", std::to_string(k).c_str(), 1);
+        const int status = Run(args).status;
+        unsetenv("OSTREL_KILL_AT_STEP");
+        return status == -1 || status == 128 + 9;  // SIGKILL, seen directly or by the shell
     }
 
     std::string Folder(const char* program) const {
@@ -153,11 +119,9 @@ class KillCli : public ::testing::Test {
     }
 
     // Kills `command` at every step in turn and checks each part after each kill.
-    void KillAtEveryStep(const std::vector<std::string>& command) {
+    void KillAtEveryStep(const std::string& joined) {
         fs::copy(work, dir / "start", fs::copy_options::recursive);
         const State before = Now();
-        std::string joined;
-        for (const auto& a : command) joined += " '" + a + "'";
         ASSERT_EQ(Run(joined).status, 0);
         const State after = Now();
         ASSERT_FALSE(before.list == after.list && before.lumbrak == after.lumbrak &&
@@ -166,7 +130,7 @@ class KillCli : public ::testing::Test {
         for (int k = 1;; ++k) {
             ASSERT_LT(k, 400) << "the command never ran to its end";
             Restore();
-            if (!RunKilledAt(command, k)) break;
+            if (!RunKilledAt(joined, k)) break;
             ++kills;
             const State s = Now();
             const auto oldOrNew = [](const std::string& was, const std::string& is,
@@ -226,24 +190,32 @@ TEST_F(KillCli, NamesTravelUnchangedThroughListFilesAndDatabase) {
     EXPECT_EQ(all.size(), 39u + kNames.size());  // the demo's glasses are all still there
 }
 
-TEST_F(KillCli, ListSave) {
-    WriteFileBytes(work / kCustomFileName, ListImage(1.03961212));
-    ASSERT_EQ(Run("update 1").status, 0);  // so that the database differs only by the list
-    KillAtEveryStep({"duplicate", "2", "Copy of A;B;C"});
-}
-
-TEST_F(KillCli, UpdateOfBothTargets) {
-    WriteFileBytes(work / kCustomFileName, ListImage(1.03961212));
-    ASSERT_EQ(Run("update 1 2").status, 0);
-    WriteFileBytes(work / kCustomFileName, ListImage(1.1));
-    KillAtEveryStep({"update", "--all"});
-}
-
-TEST_F(KillCli, Synchronise) {
-    WriteFileBytes(work / kCustomFileName, ListImage(1.03961212));
-    ASSERT_EQ(Run("update --all").status, 0);
-    WriteFileBytes(work / kCustomFileName, ListImage(1.1).substr(0, 3 * kMaterialRecordSize));
-    KillAtEveryStep({"update", "--sync"});
+// Each command runs over a list that the first update left behind, then changed as given.
+TEST_F(KillCli, ListSaveUpdateAndSynchronise) {
+    const struct {
+        const char* first;
+        int kept;  // records of the changed list, 0 for the list unchanged
+        const char* command;
+    } cases[] = {
+        {"update 1", 0, "duplicate 2 'Copy of A;B;C'"},  // the database differs only by the list
+        {"update 1 2", 5, "update --all"},
+        {"update --all", 3, "update --sync"},
+    };
+    fs::copy(work, dir / "installed", fs::copy_options::recursive);
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.command);
+        fs::remove_all(work);
+        fs::remove_all(dir / "start");
+        fs::copy(dir / "installed", work, fs::copy_options::recursive);
+        WriteFileBytes(work / kCustomFileName, ListImage(1.03961212));
+        ASSERT_EQ(Run(c.first).status, 0);
+        if (c.kept) {
+            WriteFileBytes(work / kCustomFileName,
+                           ListImage(1.1).substr(0, c.kept * kMaterialRecordSize));
+        }
+        KillAtEveryStep(c.command);
+        if (HasFailure()) return;
+    }
 }
 
 }  // namespace

@@ -3,35 +3,18 @@
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
+#include "cli_fixture.h"
 #include "core/material/glasses_list.h"
-#include "core/material/material_record_codec.h"
-#include "support/run_cli.h"
 
 namespace ostrel::testing {
 namespace {
 
 namespace fs = std::filesystem;
 
-MaterialRecord Rec(const std::string& name, const std::string& source) {
-    MaterialRecord r = ClearedMaterialRecord();
-    r.General.GlassName.Set(name);
-    r.General.Source.Set(source);
-    return r;
-}
-
-std::string Image(const std::vector<MaterialRecord>& list) {
-    std::string s;
-    for (const auto& r : list) {
-        MaterialImage img = ToBytes(r);
-        s.append(reinterpret_cast<const char*>(img.data()), img.size());
-    }
-    return s;
-}
-
 class ListCli : public ::testing::Test {
   protected:
     void SetUp() override {
-        MaterialRecord melt = Rec("MELT *M1", "LAB");
+        MaterialRecord melt = NamedRecord("MELT *M1", "LAB");
         melt.Melt.MeltFlag = kTrue;
         melt.General.Polytype = 2;
         melt.General.IndexWvMin = 365;
@@ -40,7 +23,8 @@ class ListCli : public ::testing::Test {
         melt.GeneralState.Ready = kTrue;
         melt.DateChanged = 46349.5;
         melt.Melt.MeltParentName.Zero();
-        WriteFileBytes(dir / kCustomFileName, Image({Rec("A", "S"), melt, Rec("C", "S")}));
+        WriteFileBytes(dir / kCustomFileName,
+                       ListBytes({NamedRecord("A", "S"), melt, NamedRecord("C", "S")}));
     }
     std::string FileBytes() const { return ReadFileBytes(dir / kCustomFileName); }
     TempDir dir;
@@ -83,25 +67,6 @@ TEST_F(ListCli, ShowGivesEveryFieldByName) {
     EXPECT_EQ(j["MeltParentName"], std::string(30, '\0'));
     EXPECT_EQ(j["TT6"], "");
 }
-
-struct BadIndex {
-    const char* args;
-    int status;
-};
-class ListCliBadIndex : public ListCli, public ::testing::WithParamInterface<BadIndex> {};
-
-TEST_P(ListCliBadIndex, IsRefusedWithoutChange) {
-    const std::string before = FileBytes();
-    CliResult r = RunCliIn(dir, GetParam().args);
-    EXPECT_EQ(r.status, GetParam().status);
-    EXPECT_TRUE(FileBytes() == before);
-}
-
-INSTANTIATE_TEST_SUITE_P(Cases, ListCliBadIndex,
-                         ::testing::Values(BadIndex{"show 0 --json", 2}, BadIndex{"show 4", 2},
-                                           BadIndex{"delete 9", 2}, BadIndex{"delete x", 2},
-                                           BadIndex{"duplicate 1", 2},
-                                           BadIndex{"duplicate 1 c", 1}));
 
 TEST_F(ListCli, DeleteAsksOnStderrAndFollowsTheAnswer) {
     const std::string before = FileBytes();

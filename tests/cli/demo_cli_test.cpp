@@ -1,0 +1,281 @@
+// Commands over the demonstration installation: its settings and database, updates of the
+// sibling programs, melts of its glasses and the glass map.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <string>
+
+#include "cli_fixture.h"
+#include "core/external/external_file.h"
+#include "core/external/external_fixture.h"
+#include "core/material/glasses_list.h"
+#include "core/platform/sqlite_database.h"
+
+namespace ostrel::testing {
+namespace {
+
+namespace fs = std::filesystem;
+
+// The child's per-user folders lie in the test's folder (see RunCliIn); with a data folder
+// given they must stay empty.
+class DemoCli : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        installed = InstallDemo(dir, dir.path().string(), Demo());
+        ASSERT_EQ(installed.status, 0) << installed.err;
+    }
+    // The files under a folder of the test's, "" for none.
+    std::string FilesUnder(const std::string& name) {
+        std::string out;
+        std::error_code ec;
+        for (fs::recursive_directory_iterator it(dir / name, ec), end; !ec && it != end;
+             it.increment(ec)) {
+            if (it->is_regular_file()) out += it->path().string() + " ";
+        }
+        return out;
+    }
+    std::string Demo() { return (dir / "demo").string(); }
+    std::string Out(const std::string& name) { return (dir / name).string(); }
+    TempDir dir;
+    CliResult installed;
+};
+
+TEST_F(DemoCli, InstallationStoresThePathsAndFillsTheDatabase) {
+    EXPECT_EQ(installed.out, "Demo installation of 39 glasses in " + Demo() + "\n");
+    auto r = RunCliIn(dir, "paths");
+    EXPECT_EQ(r.out, "KelmoraTD\t" + Demo() + "/Kelmora/\nLumbrak3D\t" + Demo() +
+                         "/Lumbrak/\nLumbrakSextaneTD\t" + Demo() + "/Sextane/\n");
+    // The data folder holds its own settings; the person's own are not touched.
+    EXPECT_EQ(ReadFileBytes(dir / "Settings.ini"),
+              "[B1SetupPathsTD]\nKelmoraTD=" + Demo() + "/Kelmora/\nLumbrakPlusTD=" + Demo() +
+                  "/Lumbrak/\nLumbrakSextaneTD=" + Demo() + "/Sextane/\nFirstLoad1TD=False\n");
+    EXPECT_EQ(FilesUnder(kCliHome), "");
+    r = RunCliIn(dir, "db list");
+    EXPECT_EQ(r.out.rfind("1\tN-BK7\tSchott\t517642\tR\t1\n2\tK7\tSchott\t511604\tR\t1\n", 0), 0u);
+    // A second demo in the same folder is refused.
+    EXPECT_EQ(InstallDemo(dir, dir.path().string(), Demo()).status, 1);
+}
+
+TEST_F(DemoCli, ArchiveAllButTheProtectedPairAndRestore) {
+    auto r = RunCliIn(dir, "--answer no db archive ALL");
+    EXPECT_EQ(r.status, 1);
+    EXPECT_NE(
+        r.err.find("Are you really sure that you want to archive ALL the glasses in Kelmora?"),
+        std::string::npos);
+    EXPECT_EQ(RunCliIn(dir, "db list --archive").out, "");
+    r = RunOk(dir, "db archive ALL");
+    EXPECT_EQ(r.err.substr(r.err.rfind('\n', r.err.size() - 2) + 1), "KelmoraTD: 37 archived.\n");
+    EXPECT_EQ(RunCliIn(dir, "db list").out,
+              "2\tK7\tSchott\t511604\tR\t1\n3\tF2\tSchott\t620364\tR\t1\n");
+    r = RunOk(dir, "db restore 1 39");
+    EXPECT_EQ(r.err, "KelmoraTD: 2 restored.\n");
+    EXPECT_EQ(
+        RunCliIn(dir, "db list").out,
+        "2\tK7\tSchott\t511604\tR\t1\n3\tF2\tSchott\t620364\tR\t1\n1\tN-BK7\tSchott\t517642\tR\t1\n"
+        "39\tH-ZF52\tCDGM\t847238\tA\t1\n");
+}
+
+// An update says what it did on stderr; while another program holds the database it
+// changes nothing, neither the database nor the files, and says which store was busy.
+TEST_F(DemoCli, UpdateSaysWhatItDidAndABusyDatabaseChangesNothing) {
+    WriteFileBytes(dir / kCustomFileName,
+                   ListBytes({ReadyMaterial("GLASS A", "Lab"), ReadyMaterial("GLASS B", "Lab")}));
+    const std::string file = Demo() + "/Lumbrak/" + kExternalFileName;
+    const struct {
+        bool held;
+        int status;
+        std::string lastLine;
+        bool fileMade;
+    } cases[] = {
+        {true, 1, "Lumbrak3D: nothing changed. KelmoraTD: in use by another program.", false},
+        {false, 0, "Lumbrak3D: 2 added. KelmoraTD: 2 added.", true},
+    };
+    for (const auto& c : cases) {
+        const auto before = RunCliIn(dir, "db list").out;
+        DbError error;
+        auto other = OpenSqliteDatabase(Demo() + "/Kelmora/" + kGlassDatabaseName, false, error);
+        ASSERT_TRUE(other);
+        if (c.held) {
+            ASSERT_TRUE(other->BeginTrans(error));  // another program writing
+        }
+        const auto r = RunCliIn(dir, "update --all --target both");
+        other.reset();
+        EXPECT_EQ(r.status, c.status) << r.err;
+        EXPECT_EQ(r.err.find(kMsgDatabaseBusy) != std::string::npos, c.held) << r.err;
+        EXPECT_EQ(r.err.substr(r.err.rfind('\n', r.err.size() - 2) + 1), c.lastLine + "\n");
+        EXPECT_EQ(fs::exists(file), c.fileMade);
+        EXPECT_EQ(RunCliIn(dir, "db list").out == before, c.held);
+    }
+}
+
+// Without a data folder the program keeps the per-user folders, as the desktop does.
+TEST(DemoCliAlone, WithoutADataFolderThePerUserSettingsAreUsed) {
+    TempDir dir;
+    const std::string home = (dir / "home").string(), demo = (dir / "demo").string();
+    const std::string command = "HOME=\"" + home + "\" XDG_CONFIG_HOME=\"" + home +
+                                "/config\" XDG_DATA_HOME=\"" + home + "/data\" \"" +
+                                OSTREL_CLI_PATH + "\" demo \"" + demo + "\" --catalogue \"" +
+                                DemoCatalogue() + "\" >/dev/null 2>&1";
+    ASSERT_EQ(std::system(command.c_str()), 0);
+    EXPECT_NE(ReadFileBytes(dir / "home/config/Ostrel/OstrelTD.ini").find("KelmoraTD=" + demo),
+              std::string::npos);
+    EXPECT_FALSE(fs::exists(dir / "Settings.ini"));
+}
+
+// N-BK7 at C, d, F, g plus 0.0004 (catalogue indices 1.5143223, 1.5168000, 1.5223763,
+// 1.5266846).
+constexpr const char* kPairs =
+    "656.273,1.5147223\n587.562,1.5172000\n486.133,1.5227763\n435.834,1.5270846\n";
+
+TEST_F(DemoCli, MeltFromPairsSaved) {
+    WriteFileBytes(dir / "pairs.csv", kPairs);
+    auto r = RunOk(dir, "melt --parent-source Schott --parent N-BK7 --code m7 --pairs \"" +
+                            Out("pairs.csv") + "\" --save");
+    EXPECT_EQ(r.out,
+              "656.2730\t1.5147223\t1.5143223\t0.000400\t0.000400\n"
+              "587.5620\t1.5172000\t1.5168000\t0.000400\t0.000400\n"
+              // the typed 1.5227763 as a 32-bit float
+              "486.1330\t1.5227762\t1.5223763\t0.000400\t0.000400\n"
+              "435.8340\t1.5270846\t1.5266846\t0.000400\t0.000400\n"
+              "Average error [user-fitted] indices at above wavelengths: 0.000400\n");
+    EXPECT_EQ(RunCliIn(dir, "list").out, "1\tN-BK7 *m7\tSchott\n");
+    EXPECT_EQ(nlohmann::json::parse(RunCliIn(dir, "show 1").out)["MeltFlag"], -1);
+}
+
+TEST_F(DemoCli, MeltFromASchottSheetAsJson) {
+    auto r = RunOk(dir,
+                   "melt --parent-source Hoya --parent BSC7 --code s1 --json --sheet "
+                   "1.5168,1.5187,0.00805,0.00224,0.00581,0.00389,0.00455,0.00813,0.00437");
+    const auto j = nlohmann::json::parse(r.out);
+    EXPECT_TRUE(j["ok"].get<bool>());
+    EXPECT_FALSE(j["saved"].get<bool>());
+    ASSERT_EQ(j["grid"].size(), 7u);
+    EXPECT_EQ(j["grid"][2][0], "587.5620");
+    EXPECT_EQ(j["record"]["GlassName"], "BSC7 *s1");
+    EXPECT_EQ(j["record"]["MeltCode"], "s1");
+    EXPECT_EQ(RunCliIn(dir, "list").out, "");
+}
+
+// A melt takes only what the windows take: a refusal names its reason, ends with status 1
+// and saves nothing.
+TEST_F(DemoCli, MeltRefusalsNameTheReason) {
+    const std::string tail = ",1.5187,0.00805,0.00224,0.00581,0.00389,0.00455,0.00813,0.00437";
+    WriteFileBytes(dir / "pairs.csv", "656.273,1.5147\n5,1.5172\n");
+    const struct {
+        std::string args;
+        const char* err;  // printed, in part
+    } cases[] = {
+        {"--parent N-BK7 --pairs \"" + Out("pairs.csv") + "\"",  // 10 to 30000 nm
+         "Row 2, \"wave [nm]\": 5 is refused: the column takes numbers from 10 to 30000\n"},
+        {"--parent NOPE --sheet 1.5168" + tail,
+         "No glass NOPE of Schott in the Kelmora database\n"},
+        // A sheet field does not keep 2.5: the command stops before the sheet's OK.
+        {"--parent N-BK7 --sheet 2.5" + tail,
+         "nd: 2.5 is refused: a figure of the sheet lies above 0 and below 2.5\n"},
+        // 2.3 is kept by the field and refused by the sheet's check of the indices.
+        {"--parent N-BK7 --sheet 2.3" + tail, "Index value outside valid range!"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.args);
+        const auto r = RunCliIn(dir, "melt --parent-source Schott --code m1 " + c.args);
+        EXPECT_EQ(r.status, 1) << r.err;
+        EXPECT_NE(r.err.find(c.err), std::string::npos) << r.err;
+        EXPECT_EQ(RunCliIn(dir, "list").out, "");
+    }
+}
+
+int Count(const std::string& text, const std::string& what) {
+    int n = 0;
+    for (size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) ++n;
+    return n;
+}
+
+// Glasses of the demonstration catalogue, all or of one maker.
+int DemoGlasses(const std::string& maker = "") {
+    std::ifstream in(DemoCatalogue());
+    std::string line;
+    int n = 0;
+    while (std::getline(in, line)) {
+        if (line.empty() || line[0] == '#') continue;
+        if (maker.empty() || line.rfind(maker + ",", 0) == 0) ++n;
+    }
+    return n;
+}
+
+// The map and its neighbours over a melt of N-BK7 from its melt sheet, material 1 of the list.
+class GlassMapCli : public DemoCli {
+  protected:
+    void SetUp() override {
+        DemoCli::SetUp();
+        RunOk(dir,
+              "melt --parent-source Schott --parent N-BK7 --code M1 --save --sheet "
+              "1.5172,1.5193,0.00806,0.00242,0.00564,0.00467,0.00432,0.00822,0.00472");
+    }
+};
+
+TEST_F(GlassMapCli, MapHoldsOnePointPerGlassOfTheSourcesChosen) {
+    ASSERT_GT(DemoGlasses("Schott"), 0);
+    struct Case {
+        std::string args;
+        int catalogue;
+        bool normalLine;
+    };
+    const Case cases[] = {
+        {"map --out " + Out("a.svg"), DemoGlasses(), false},
+        {"map --pgf --out " + Out("a.svg"), DemoGlasses(), true},
+        {"map --sources Schott,hoya --out " + Out("a.svg"),
+         DemoGlasses("Schott") + DemoGlasses("Hoya"), false},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.args);
+        const auto r = RunOk(dir, c.args);
+        const std::string svg = ReadFileBytes(dir / "a.svg");
+        EXPECT_EQ(Count(svg, "<circle class=\"catalogue\""), c.catalogue);
+        EXPECT_EQ(Count(svg, "<path class=\"melt\""), 1);
+        EXPECT_EQ(Count(svg, "stroke-dasharray"), c.normalLine ? 1 : 0);
+        EXPECT_EQ(r.out, std::to_string(c.catalogue) + " catalogue and 1 custom glasses shown\n");
+    }
+    RunOk(dir, "map --out " + Out("a.png"));
+    EXPECT_EQ(ReadFileBytes(dir / "a.png").substr(1, 3), "PNG");
+}
+
+TEST_F(GlassMapCli, NearestAndCompare) {
+    auto r = RunOk(dir, "nearest 1 --count 2");
+    EXPECT_EQ(r.out.substr(0, r.out.find('\t', r.out.find('\t') + 1)), "N-BK7\tSchott");
+    EXPECT_EQ(Count(r.out, "\n"), 2);
+    RunOk(dir, "compare 1 N-BK7/Schott F2 --out " + Out("c.csv"));
+    const std::string csv = ReadFileBytes(dir / "c.csv");
+    EXPECT_EQ(csv.substr(0, csv.find('\n')),
+              "Wavelength (nm),n N-BK7 *M1 (Schott),n N-BK7 (Schott),n F2 (Schott),"
+              "dn N-BK7 (Schott),dn F2 (Schott)");
+}
+
+TEST_F(GlassMapCli, RefusalsSayWhy) {
+    const struct {
+        std::string args, err;
+    } cases[] = {
+        {"map --sources Nobody --out " + Out("a.svg"), "No source Nobody in the catalogue\n"},
+        {"nearest 4", "There is no material 4 in the list (it holds 1).\n"},
+        {"compare 1 NO-SUCH --out " + Out("c.csv"), "No material NO-SUCH\n"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.args);
+        const auto r = RunCliIn(dir, c.args);
+        EXPECT_EQ(r.status, 1);
+        EXPECT_EQ(r.err, c.err);
+    }
+}
+
+TEST(GlassMapCliAlone, WithoutTheCatalogueProgramTheMapShowsTheListAndSaysWhy) {
+    TempDir dir;
+    const auto r = RunOk(dir, "map --out " + (dir / "a.svg").string());
+    EXPECT_EQ(r.out,
+              "0 catalogue and 0 custom glasses shown. KelmoraTD was not found: the map shows "
+              "the custom list alone.\n");
+}
+
+}  // namespace
+}  // namespace ostrel::testing
