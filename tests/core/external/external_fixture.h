@@ -92,6 +92,17 @@ class ExternalFixture : public ::testing::Test {
             return o != op || !(table.empty() || t == table) || ++count < n;
         });
     }
+    // Moves a row to Archive by position, as the archive form moves it.
+    void ToArchive(const DbValue& id) {
+        auto db = Open();
+        DbError error;
+        std::vector<DbRow> found;
+        int n = 0;
+        ASSERT_TRUE(db->FindRows(kTableCurrent, {{"GlassID", id}}, found, error));
+        ASSERT_EQ(found.size(), 1u);
+        ASSERT_TRUE(db->DeleteRows(kTableCurrent, {{"GlassID", id}}, n, error));
+        ASSERT_TRUE(db->AddRowByPosition(kTableArchive, found[0].Values(), error));
+    }
     // "table:id:name:source:s1:C1" of every row of both tables.
     std::vector<std::string> Rows() {
         std::vector<std::string> out;

@@ -164,53 +164,40 @@ TEST_F(UpdateTest, UpdatesSayWhatTheyDid) {
     }
 }
 
-// A material has one database row whatever the case of its name and source: f2/mylab
-// finds the row of F2/MYLAB in either table, also a row left twice by an older version.
+// A material has one database row whatever the case of its name and source: f'2/mylab
+// finds the row of F'2/MYLAB in either table, also a row left twice by an older version.
 TEST_F(UpdateTest, OneDatabaseRowPerMaterialWhateverTheCase) {
     enum Action { kOverwrite, kLeave, kArchive, kRestore, kRemove };
     struct Case {
         const char* name;
-        bool archived;  // F2/MYLAB stands in Archive rather than in GlassData
-        bool twice;     // an older version left f2/mylab in the other table as well
+        bool archived;  // F'2/MYLAB stands in Archive rather than in GlassData
+        bool twice;     // an older version left f'2/mylab in the other table as well
         Action action;
         std::vector<std::string> rows;  // table:name:C1 of the custom rows afterwards
     };
-    const MaterialRecord upper = ReadyMaterial("F2", "MYLAB", 1.5);
-    const MaterialRecord lower = ReadyMaterial(" f2", "mylab ", 1.25);
+    const MaterialRecord upper = ReadyMaterial("F'2", "MYLAB", 1.5);
+    const MaterialRecord lower = ReadyMaterial(" f'2", "mylab ", 1.25);
     const Case cases[] = {
-        {"update", false, false, kOverwrite, {"GlassData:f2:1.25"}},
-        {"update over archive", true, false, kOverwrite, {"GlassData:f2:1.25"}},
-        {"update over both", false, true, kOverwrite, {"GlassData:f2:1.25"}},
-        {"leave", false, false, kLeave, {"GlassData:F2:1.5"}},
-        {"leave over archive", true, false, kLeave, {"Archive:F2:1.5"}},
-        {"archive", false, true, kArchive, {"Archive:F2:1.5"}},
-        {"restore", true, true, kRestore, {"GlassData:F2:1.5"}},
+        {"update", false, false, kOverwrite, {"GlassData:f'2:1.25"}},
+        {"update over archive", true, false, kOverwrite, {"GlassData:f'2:1.25"}},
+        {"update over both", false, true, kOverwrite, {"GlassData:f'2:1.25"}},
+        {"leave", false, false, kLeave, {"GlassData:F'2:1.5"}},
+        {"leave over archive", true, false, kLeave, {"Archive:F'2:1.5"}},
+        {"archive", false, true, kArchive, {"Archive:F'2:1.5"}},
+        {"restore", true, true, kRestore, {"GlassData:F'2:1.5"}},
         {"remove", false, false, kRemove, {}},
         {"remove one of two", false, true, kRemove, {}},
     };
     for (const auto& c : cases) {
         ASSERT_TRUE(DeleteAllCustomRows(Kelmora(), dialogs));
         ASSERT_TRUE(AddGlassesToDatabase(Kelmora(), {upper}, true, dialogs));
-        {
+        if (c.twice) {
             auto db = Open();
             DbError error;
-            std::vector<DbRow> rows;
-            ASSERT_TRUE(db->FindRows(kTableCurrent, {{"s1", DbValue{int64_t{8}}}}, rows, error));
-            ASSERT_EQ(rows.size(), 1u);
-            // Rows go to Archive by position, as the archive form moves them.
-            auto toArchive = [&](const DbValue& id) {
-                std::vector<DbRow> found;
-                int n = 0;
-                ASSERT_TRUE(db->FindRows(kTableCurrent, {{"GlassID", id}}, found, error));
-                ASSERT_TRUE(db->DeleteRows(kTableCurrent, {{"GlassID", id}}, n, error));
-                ASSERT_TRUE(db->AddRowByPosition(kTableArchive, found[0].Values(), error));
-            };
-            if (c.archived) toArchive(rows[0].Field("GlassID"));
-            if (c.twice) {
-                ASSERT_TRUE(db->AddRow(kTableCurrent, WriteGlassRow(100, lower), error));
-                if (!c.archived) toArchive(DbValue{int64_t{100}});
-            }
+            ASSERT_TRUE(db->AddRow(kTableCurrent, WriteGlassRow(100, lower), error));
         }
+        if (c.archived) ToArchive(DbValue{int64_t{5}});
+        if (c.twice && !c.archived) ToArchive(DbValue{int64_t{100}});
         if (c.action == kOverwrite || c.action == kLeave) {
             ASSERT_TRUE(AddGlassesToDatabase(Kelmora(), {lower}, c.action == kOverwrite, dialogs));
         } else if (c.action == kRemove) {
@@ -218,7 +205,7 @@ TEST_F(UpdateTest, OneDatabaseRowPerMaterialWhateverTheCase) {
             frmGlassesDelExt form(setup, dialogs);
             form.Load();
             form.optUpdateProgClick(1);
-            ASSERT_EQ(form.lstGlasses.List(0), "F2/MYLAB") << c.name;
+            ASSERT_EQ(form.lstGlasses.List(0), "F'2/MYLAB") << c.name;
             form.lstGlasses.SetSelected(0, true);
             form.comDelSelClick();
         } else {
@@ -227,7 +214,7 @@ TEST_F(UpdateTest, OneDatabaseRowPerMaterialWhateverTheCase) {
             Grid& grid = c.action == kArchive ? form.ssGlassCurr : form.ssGlassArchive;
             int row = 0;
             for (int r = 1; r <= grid.MaxRows(); ++r)
-                if (grid.Text(2, r).find("F2") != std::string::npos && grid.Text(1, r) != "3")
+                if (grid.Text(2, r).find("F'2") != std::string::npos && grid.Text(1, r) != "3")
                     row = r;
             ASSERT_GT(row, 0) << c.name;
             if (c.action == kArchive) {
@@ -451,40 +438,12 @@ TEST_F(UpdateTest, RemovalFromTheFileLeavesTheLastEntry) {
     EXPECT_EQ(FileAt(Lumbrak()), Image({list[1]}));
 }
 
-TEST_F(UpdateTest, RemovalFromTheDatabaseListsCustomRowsOfBothTables) {
-    ASSERT_TRUE(AddGlassesToDatabase(Kelmora(), {list[0], list[1]}, true, dialogs));
-    frm6Archive archive(setup, dialogs);
-    ASSERT_TRUE(archive.Load());
-    archive.ssGlassCurrClick(1, 6);
-    ASSERT_TRUE(archive.comArchiveClick());
-    archive.Unload();
-
-    frmGlassesDelExt form(setup, dialogs);
-    form.Load();
-    form.optUpdateProgClick(1);
-    EXPECT_EQ(form.lblProg.caption.get(), "Select materials to remove from KelmoraTD database");
-    ASSERT_EQ(form.lstGlasses.Items(), (std::vector<std::string>{"GLASS A/Lab", "GLASS B/Lab"}));
-    EXPECT_EQ(form.lstGlasses.ItemData(1), 100006);
-    form.lstGlasses.SetSelected(0, true);
-    form.lstGlasses.SetSelected(1, true);
-    FailDatabaseSteps("delete", kTableArchive);
-    const auto before = Rows();
-    EXPECT_FALSE(form.RemoveSelected());
-    EXPECT_EQ(Rows(), before);
-    EXPECT_EQ(dialogs.boxes.back().text,
-              "Error while removing user glasses from database.\n-3\tInjected failure of delete on "
-              "Archive\nDatabase has been returned to original state!");
-    SetDatabaseFaultHook(nullptr);
-    form.comDelSelClick();
-    EXPECT_TRUE(form.Result());
-    EXPECT_EQ(Rows().size(), 4u);
-}
-
 TEST_F(UpdateTest, RemovalAsksFirstNamingWhatGoes) {
     FileError error;
     ASSERT_TRUE(WriteExternalFile(Lumbrak(), list, error));
     ASSERT_TRUE(WriteExternalFile(Sextane(), list, error));
     ASSERT_TRUE(AddGlassesToDatabase(Kelmora(), list, true, dialogs));
+    ToArchive(DbValue{int64_t{7}});  // GLASS C: the list takes rows of both tables
     const std::string one =
         "Are you sure that you want to remove GLASS B/Lab from Lumbrak3D/Sextane";
     const std::string two =
@@ -507,7 +466,12 @@ TEST_F(UpdateTest, RemovalAsksFirstNamingWhatGoes) {
     for (const auto& c : cases) {
         frmGlassesDelExt form(setup, dialogs);
         form.Load();
-        if (c.target == 1) form.optUpdateProgClick(1);
+        if (c.target == 1) {
+            form.optUpdateProgClick(1);
+            EXPECT_EQ(form.lblProg.caption.get(),
+                      "Select materials to remove from KelmoraTD database");
+            EXPECT_EQ(form.lstGlasses.ItemData(2), 100007);
+        }
         for (int i : c.picked) form.lstGlasses.SetSelected(i, true);
         dialogs.answers = {c.answer};
         const size_t notes = dialogs.helpNotes.size();
@@ -609,18 +573,88 @@ TEST_F(UpdateTest, ArchiveAllButK7AndF2AndRestore) {
     EXPECT_EQ(form.ssGlassCurr.Text(2, 1), "  F2");
 }
 
-TEST_F(UpdateTest, AMoveThatFailsRollsTheCommandBack) {
-    frm6Archive form(setup, dialogs);
-    ASSERT_TRUE(form.Load());
-    const auto before = Rows();
-    FailDatabaseSteps("add", "", 2);
-    form.ssGlassCurr.SetSelection({0, 1, 0, 4});
-    EXPECT_FALSE(form.comArchiveClick());
-    SetDatabaseFaultHook(nullptr);
-    EXPECT_EQ(Rows(), before);
-    EXPECT_EQ(
-        dialogs.boxes.back().text,
-        "Error in archiving glass. Process rolled back.\n-3\tInjected failure of add on Archive");
+// A database command failing half way leaves both tables as they were and says why.
+TEST_F(UpdateTest, AFailingDatabaseCommandRollsBackAndSaysWhy) {
+    const std::string back = "\nDatabase has been returned to original state!";
+    const std::string addFails =
+        "Error while adding data to database.\n-3\tInjected failure of add on GlassData" + back;
+    const struct {
+        std::function<void()> prepare;
+        const char* op;  // the failing step, "" for none
+        const char* table;
+        int from;
+        std::function<bool()> command;
+        std::string message;
+    } cases[] = {
+        {[&] {
+             ASSERT_TRUE(AddGlassesToDatabase(Kelmora(), {list[0], list[1]}, true, dialogs));
+         },
+         "add", "", 2,
+         [&] {
+             return AddGlassesToDatabase(
+                 Kelmora(),
+                 {ReadyMaterial("GLASS A", "Lab", 1.1), ReadyMaterial("GLASS B", "Lab", 1.1)}, true,
+                 dialogs);
+         },
+         addFails},
+        {[&] { ASSERT_TRUE(AddGlassesToDatabase(Kelmora(), {list[0]}, true, dialogs)); }, "delete",
+         kTableArchive, 1, [&] { return DeleteAllCustomRows(Kelmora(), dialogs); },
+         "Error while removed old copeis of user defined glasses from database.\n-3\tInjected "
+         "failure of delete on Archive" +
+             back},
+        {[] {}, "add", "", 2,
+         [&] {
+             frm6Archive form(setup, dialogs);
+             form.Load();
+             form.ssGlassCurr.SetSelection({0, 1, 0, 4});
+             return form.comArchiveClick();
+         },
+         "Error in archiving glass. Process rolled back.\n-3\tInjected failure of add on Archive"},
+        {[&] {
+             ASSERT_TRUE(AddGlassesToDatabase(Kelmora(), {list[0], list[1]}, true, dialogs));
+             ToArchive(DbValue{int64_t{6}});
+         },
+         "delete", kTableArchive, 1,
+         [&] {
+             frmGlassesDelExt form(setup, dialogs);
+             form.Load();
+             form.optUpdateProgClick(1);
+             form.lstGlasses.SetSelected(0, true);
+             form.lstGlasses.SetSelected(1, true);
+             return form.RemoveSelected();
+         },
+         "Error while removing user glasses from database.\n-3\tInjected failure of delete on "
+         "Archive" +
+             back},
+        // last: the row of the highest identifier stays until the end
+        {[&] {
+             auto db = Open();
+             DbError error;
+             ASSERT_TRUE(db->AddRow(kTableArchive, {{"GlassID", DbValue{int64_t{32767}}}}, error));
+         },
+         "", "", 0, [&] { return AddGlassesToDatabase(Kelmora(), {list[0]}, true, dialogs); },
+         "Error while adding data to database.\n6\tOverflow" + back},
+    };
+    for (const auto& c : cases) {
+        ASSERT_TRUE(DeleteAllCustomRows(Kelmora(), dialogs));
+        c.prepare();
+        const auto before = Rows();
+        const size_t boxes = dialogs.boxes.size();
+        if (*c.op) FailDatabaseSteps(c.op, c.table, c.from);
+        EXPECT_FALSE(c.command()) << c.message;
+        SetDatabaseFaultHook(nullptr);
+        EXPECT_EQ(Rows(), before) << c.message;
+        ASSERT_EQ(dialogs.boxes.size(), boxes + 1) << c.message;
+        EXPECT_EQ(dialogs.boxes.back().text, c.message);
+        EXPECT_EQ(dialogs.boxes.back().icon, MsgIcon::Exclamation) << c.message;
+    }
+    auto db = Open();
+    DbError error;
+    int n = 0;
+    ASSERT_TRUE(db->DeleteRows(kTableArchive, {{"GlassID", DbValue{int64_t{32767}}}}, n, error));
+    db.reset();
+    ASSERT_TRUE(DeleteAllCustomRows(Kelmora(), dialogs));
+    EXPECT_EQ(Rows().size(), 4u);  // the catalogue's own rows stay
 }
 
 // The archive form through the tool strip: it opens with the database and closes it again;
