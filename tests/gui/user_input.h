@@ -9,15 +9,19 @@
 
 namespace ostrel::gui {
 
-// A left click on the middle of a list's item.
-inline void ClickItem(QListWidget* list, QListWidgetItem* item) {
-    const QPointF at = QRectF(list->visualItemRect(item)).center();
+// A left click at `at` in `w`.
+inline void ClickAt(QWidget* w, QPointF at) {
     for (QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-        QMouseEvent click(type, at, list->viewport()->mapToGlobal(at), Qt::LeftButton,
+        QMouseEvent click(type, at, w->mapToGlobal(at), Qt::LeftButton,
                           type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton,
                           Qt::NoModifier);
-        QCoreApplication::sendEvent(list->viewport(), &click);
+        QCoreApplication::sendEvent(w, &click);
     }
+}
+
+// A left click on the middle of a list's item.
+inline void ClickItem(QListWidget* list, QListWidgetItem* item) {
+    ClickAt(list->viewport(), QRectF(list->visualItemRect(item)).center());
 }
 
 inline void PressKey(QWidget* to, int key, Qt::KeyboardModifiers mods = Qt::NoModifier) {
@@ -35,13 +39,7 @@ inline void TypeText(QWidget* to, const QString& text) {
 
 // A left click on the middle of a widget.
 inline void ClickWidget(QWidget* w) {
-    const QPointF at = QRectF(w->rect()).center();
-    for (QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-        QMouseEvent click(type, at, w->mapToGlobal(at), Qt::LeftButton,
-                          type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton,
-                          Qt::NoModifier);
-        QCoreApplication::sendEvent(w, &click);
-    }
+    ClickAt(w, QRectF(w->rect()).center());
 }
 
 // The focus arriving by Tab.

@@ -65,7 +65,6 @@ TEST_F(WindowsTest, MainWindowFollowsToolsPanelsAndPopup) {
     const auto actions = w.mnuPopup()->actions();
     ASSERT_EQ(actions.size(), 3);
     EXPECT_EQ(actions[0]->text(), "&Duplicate   BK7/Schott");
-    EXPECT_EQ(actions[2]->text(), "De&lete");
 
     unit.HelpNote("Searching...", true);
     EXPECT_EQ(w.lblHelp()->text(), "Searching...");
