@@ -16,13 +16,14 @@
 #include "core/import/import_oslo_glc.h"
 #include "core/import/import_zemax_agf.h"
 #include "core/platform/text.h"
+#include "ratio_report.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
 // The shared catalogues stand beside the source tree.
-const fs::path kData = fs::path(__FILE__).parent_path().parent_path() / ".." / "shared" / "data";
+const fs::path kData = OSTREL_SHARED_DATA;
 
 class QuietDialogs : public ostrel::Dialogs {
   public:
@@ -108,35 +109,10 @@ void BM_PlainLineSplit(benchmark::State& state) {
 }
 BENCHMARK(BM_PlainLineSplit)->Unit(benchmark::kMillisecond);
 
-// The console report, and the fastest run of each benchmark for the ratio printed last.
-class RatioReporter : public benchmark::ConsoleReporter {
-  public:
-    void ReportRuns(const std::vector<Run>& runs) override {
-        ConsoleReporter::ReportRuns(runs);
-        for (const Run& run : runs) {
-            if (run.run_type != Run::RT_Iteration || run.error_occurred) continue;
-            const std::string name = run.run_name.function_name;
-            const double t = run.GetAdjustedRealTime();
-            const auto found = fastest.find(name);
-            fastest[name] = found == fastest.end() ? t : std::min(found->second, t);
-        }
-    }
-    std::map<std::string, double> fastest;
-};
-
 }  // namespace
 
 int main(int argc, char** argv) {
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-    RatioReporter reporter;
-    benchmark::RunSpecifiedBenchmarks(&reporter);
-    benchmark::Shutdown();
-    const auto import = reporter.fastest.find("BM_ImportCatalogues");
-    const auto plain = reporter.fastest.find("BM_PlainLineSplit");
-    if (import != reporter.fastest.end() && plain != reporter.fastest.end() && plain->second > 0) {
-        std::printf("Import / plain line split (fastest run of each): %.2fx\n",
-                    import->second / plain->second);
-    }
-    return 0;
+    return ostrel::bench::RunWithRatios(
+        argc, argv,
+        {{"import of every AGF and GLC file", "BM_ImportCatalogues", "BM_PlainLineSplit"}});
 }
