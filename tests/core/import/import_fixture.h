@@ -28,6 +28,13 @@ inline std::string Shared(const std::string& name) {
     return (kShared / name).string();
 }
 
+// The texts of several fields, to compare at once.
+template <typename... F>
+std::vector<std::string> Texts(const F&... f) {
+    return {f.Text()...};
+}
+using Strings = std::vector<std::string>;
+
 // What an AGF or GLC importer stages from one file, and the check of every staged glass.
 struct Staged {
     std::vector<MaterialRecord> recs;

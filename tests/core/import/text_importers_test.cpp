@@ -23,29 +23,22 @@ TEST(AgfImport, ChengduFileRules) {
     ASSERT_EQ(r.ok, -1);
     ASSERT_EQ(r.count, 1);
     const auto& m = r.recs[0];
-    EXPECT_EQ(m.General.Source.Text(), "CDGM");
-    EXPECT_EQ(m.General.IndexWvMax, 1020);  // LD up to 0.9 only
-    EXPECT_EQ(m.General.IndexWvMin, 300);
-    EXPECT_EQ(m.Other.Price.Text(), "15");
-    EXPECT_EQ(m.Other.CR.Text(), "");  // -1 is no data
-    EXPECT_EQ(m.Other.SR.Text(), "1");
-    EXPECT_EQ(m.Other.AR.Text(), "2.3");
-    EXPECT_EQ(m.Other.A3070.Text(), "7.1");
-    EXPECT_EQ(m.Thermal.dndttype, 0);  // TD of zeros
-    EXPECT_FLOAT_EQ(m.Thermal.dndt_RefTemp, 20.0f);
-    // Rows from long to short, thickness from the first IT line.
-    EXPECT_EQ(m.Measured.TransPoints, 4);
-    EXPECT_EQ(m.Measured.TransType, 2);
-    EXPECT_FLOAT_EQ(m.Measured.TransWidth, 25.0f);
-    EXPECT_FLOAT_EQ(m.Measured.TransWave[0], 700.0f);
-    EXPECT_FLOAT_EQ(m.Measured.TransWave[3], 400.0f);
-    // 1.0 gives 100 % and no absorption.
-    EXPECT_FLOAT_EQ(m.Measured.TransInternal[1], 100.0f);
-    EXPECT_FLOAT_EQ(m.Measured.TransAbsorb[1], 0.0f);
-    EXPECT_NEAR(m.Measured.TransAbsorb[3], -std::log(0.9) / 25.0, 1e-7);
+    const auto& t = m.Measured;
+    // -1 is no data for CR; LD goes up to 0.9 only; TD of zeros.
+    EXPECT_EQ(
+        Texts(m.General.Source, m.Other.Price, m.Other.CR, m.Other.SR, m.Other.AR, m.Other.A3070),
+        (Strings{"CDGM", "15", "", "1", "2.3", "7.1"}));
+    EXPECT_EQ(std::tuple(m.General.IndexWvMin, m.General.IndexWvMax, m.Thermal.dndttype,
+                         m.Thermal.dndt_RefTemp),
+              std::tuple(300, 1020, 0, 20.0f));
+    // Rows from long to short, thickness from the first IT line; 1.0 gives 100 % and no
+    // absorption.
+    EXPECT_EQ(std::tuple(t.TransPoints, t.TransType, t.TransWidth, t.TransWave[0], t.TransWave[3],
+                         t.TransInternal[1], t.TransAbsorb[1], m.General.TransShortValue[4]),
+              std::tuple(4, 2, 25.0f, 700.0f, 400.0f, 100.0f, 0.0f, 99.0f));
+    EXPECT_NEAR(t.TransAbsorb[3], -std::log(0.9) / 25.0, 1e-7);
+    EXPECT_EQ(m.General.TransShortValue[3], t.TransAbsorb[3]);
     EXPECT_FALSE(m.Other.CC.IsBlank());  // four rows give a colour code
-    EXPECT_FLOAT_EQ(m.General.TransShortValue[3], m.Measured.TransAbsorb[3]);
-    EXPECT_FLOAT_EQ(m.General.TransShortValue[4], 99.0f);
     EXPECT_EQ(NotReadySections(m), "");
 }
 
@@ -56,14 +49,12 @@ TEST(AgfImport, Utf16ByteOrdersAndContinuationLines) {
         ASSERT_EQ(r.ok, -1);
         ASSERT_EQ(r.count, 1);
         const auto& m = r.recs[0];
-        EXPECT_EQ(m.General.Polytype, 2);  // "2.00000E+00"
-        EXPECT_EQ(m.General.PolyCoef[2], 1.01046945);
-        EXPECT_EQ(m.General.PolyCoef[5], 103.560653);  // from the wrapped line
-        EXPECT_FLOAT_EQ(m.Thermal.dndt_LamdaTK, 0.17f);
-        EXPECT_EQ(m.Thermal.dndttype, 2);
-        // No IT lines: two rows at the ends of the band, not ready.
-        EXPECT_EQ(m.Measured.TransPoints, 2);
-        EXPECT_FLOAT_EQ(m.Measured.TransWave[0], 2500.0f);
+        // "2.00000E+00"; the last coefficient from the wrapped line; no IT lines: two rows at
+        // the ends of the band, not ready.
+        EXPECT_EQ(std::tuple(m.General.Polytype, m.General.PolyCoef[2], m.General.PolyCoef[5],
+                             m.Thermal.dndt_LamdaTK, m.Thermal.dndttype, m.Measured.TransPoints,
+                             m.Measured.TransWave[0]),
+                  std::tuple(2, 1.01046945, 103.560653, 0.17f, 2, 2, 2500.0f));
         EXPECT_EQ(NotReadySections(m), "Trans Other");
         EXPECT_TRUE(m.Other.CC.IsBlank());
     }
@@ -97,8 +88,8 @@ TEST(AgfImport, UnsupportedFormulaSkippedNextRead) {
     ASSERT_EQ(r.ok, -1);
     ASSERT_EQ(r.count, 1);
     EXPECT_EQ(r.skipped, 1);
-    EXPECT_EQ(r.recs[0].General.GlassName.Text(), "NEXT");
-    EXPECT_EQ(r.recs[0].General.Source.Text(), "Schott");
+    EXPECT_EQ(Texts(r.recs[0].General.GlassName, r.recs[0].General.Source),
+              (Strings{"NEXT", "Schott"}));
     EXPECT_EQ(r.recs[0].General.IndexWvMax, 32000);
 }
 
@@ -112,9 +103,9 @@ TEST(AgfImport, OptionRefitsOtherFormulaAndHerzbergerRefitRaisesLowerEnd) {
     EXPECT_EQ(r.refits, 2);
     EXPECT_GT(r.errors[0], 0.0f);
     EXPECT_LT(r.errors[0], 1e-4f);
-    EXPECT_EQ(r.recs[0].General.Polytype, 1);
-    EXPECT_EQ(r.recs[1].General.IndexWvMin, 650);
-    EXPECT_EQ(r.recs[1].General.Polytype, 1);
+    EXPECT_EQ(std::tuple(r.recs[0].General.Polytype, r.recs[1].General.Polytype,
+                         r.recs[1].General.IndexWvMin),
+              std::tuple(1, 1, 650));
 }
 
 TEST(AgfImport, MoreThan41RowsAllKept) {
@@ -181,19 +172,15 @@ TEST(GlcImport, LinesAndRules) {
     ASSERT_EQ(r.ok, -1);
     ASSERT_EQ(r.count, 2);  // the empty line and the formula 6 line are dropped
     const auto& bk7 = r.recs[0];
-    EXPECT_EQ(bk7.General.Source.Text(), "SCHOTT");
-    EXPECT_EQ(bk7.Other.Status.Text(), "E");  // "V" with "-" as second character
-    EXPECT_EQ(bk7.Other.CR.Text(), "1");
-    EXPECT_EQ(bk7.Other.FR.Text(), "-");
-    EXPECT_EQ(bk7.Other.SR.Text(), "2");
-    EXPECT_EQ(bk7.Other.AR.Text(), "");
-    EXPECT_EQ(bk7.Other.Knoop.Text(), "610");
-    EXPECT_EQ(bk7.Other.Price.Text(), "10");
-    EXPECT_EQ(bk7.Other.A3070.Text(), "7.1");
-    EXPECT_FLOAT_EQ(bk7.Measured.TransWave[0], 700.0f);  // reversed
-    EXPECT_EQ(bk7.General.IndexWvMin, 400);
-    EXPECT_EQ(bk7.General.IndexWvMax, 700);
-    EXPECT_FLOAT_EQ(bk7.Measured.TransWidth, 5.0f);
+    const auto& o = bk7.Other;
+    // Status "V" with "-" as second character reads "E".
+    EXPECT_EQ(
+        Texts(bk7.General.Source, o.Status, o.CR, o.FR, o.SR, o.AR, o.Knoop, o.Price, o.A3070),
+        (Strings{"SCHOTT", "E", "1", "-", "2", "", "610", "10", "7.1"}));
+    // The rows reversed.
+    EXPECT_EQ(std::tuple(bk7.Measured.TransWave[0], bk7.General.IndexWvMin, bk7.General.IndexWvMax,
+                         bk7.Measured.TransWidth),
+              std::tuple(700.0f, 400, 700, 5.0f));
     EXPECT_NEAR(bk7.Measured.TransTotal[2], 99.8 * 2 * 1.5308 / (1.5308 * 1.5308 + 1), 0.02);
     const auto& sf5 = r.recs[1];
     EXPECT_EQ(sf5.Other.Status.Text(), "A");  // "A" -> "O" -> "A"
@@ -202,42 +189,44 @@ TEST(GlcImport, LinesAndRules) {
     EXPECT_EQ(NotReadySections(sf5), "");
 }
 
-TEST(OldFiles, GlaQuirksAndReadyFlags) {
-    CImportOldLumbrak importer;
+// Reads an old-format file with its importer; the records of its last read.
+template <typename Importer>
+std::vector<MaterialRecord> ReadOld(Importer& importer, const char* name) {
     std::vector<MaterialRecord> recs;
     int16_t ok = 0;
-    importer.ReadFile(Data("sample.gla"), recs, ok);
-    ASSERT_EQ(ok, -1);
+    importer.ReadFile(Data(name), recs, ok);
+    EXPECT_EQ(ok, -1) << name;
+    return recs;
+}
+
+TEST(OldFiles, GlaQuirksAndReadyFlags) {
+    CImportOldLumbrak importer;
+    const auto recs = ReadOld(importer, "sample.gla");
     ASSERT_EQ(recs.size(), 1u);
     const auto& m = recs[0];
-    EXPECT_EQ(m.General.GlassName.Text(), "GLA1");
-    EXPECT_EQ(m.Other.Status.Text(), "A");
+    EXPECT_EQ(Texts(m.General.GlassName, m.Other.Status), (Strings{"GLA1", "A"}));
     EXPECT_EQ(NotReadySections(m), "");
     EXPECT_DOUBLE_EQ(m.Measured.IndexSquared[1], 1.521 * 1.521);
-    EXPECT_FLOAT_EQ(m.Measured.TransAbsorb[2], 0.003f);
-    EXPECT_FLOAT_EQ(m.General.TransShortValue[1], 0.002f);
-    EXPECT_FLOAT_EQ(m.General.TransShortValue[2], 99.0f);  // the last real row too
+    // The last real row too gives "no data" in the short table.
+    EXPECT_EQ(std::tuple(m.Measured.TransAbsorb[2], m.General.TransShortValue[1],
+                         m.General.TransShortValue[2]),
+              std::tuple(0.003f, 0.002f, 99.0f));
 }
 
 TEST(OldFiles, GlsShortAndFull) {
     CImportOldKelmora importer;
-    std::vector<MaterialRecord> recs;
-    int16_t ok = 0;
-    importer.ReadFile(Data("short.gls"), recs, ok);
-    ASSERT_EQ(ok, -1);
-    EXPECT_EQ(recs[0].Other.Status.Text(), "A");
-    EXPECT_TRUE(recs[0].Other.Tg.IsBlank());
-    importer.ReadFile(Data("full.gls"), recs, ok);
-    ASSERT_EQ(ok, -1) << importer.failure();
+    const auto shortRecs = ReadOld(importer, "short.gls");
+    ASSERT_FALSE(shortRecs.empty());
+    EXPECT_EQ(shortRecs[0].Other.Status.Text(), "A");
+    EXPECT_TRUE(shortRecs[0].Other.Tg.IsBlank());
+    const auto recs = ReadOld(importer, "full.gls");
+    ASSERT_FALSE(recs.empty()) << importer.failure();
     const auto& m = recs[0];
-    EXPECT_FLOAT_EQ(m.Derived.vd, 64.17f);
-    EXPECT_EQ(m.Other.A20300.Text(), "");  // " null "
-    EXPECT_EQ(m.Other.T1013.Text(), "");   // "NULL"
-    EXPECT_EQ(m.Other.Knoop.Text(), "610");
-    EXPECT_EQ(m.Other.Status.Text(), "A");  // empty status
-    EXPECT_EQ(m.Other.Price.Text(), "1");
-    EXPECT_FLOAT_EQ(m.Derived.PgF, 0.1f);
-    EXPECT_EQ(m.Thermal.TT[5].Text(), "t6");
+    // A20300 " null ", T1013 "NULL", the status empty.
+    EXPECT_EQ(Texts(m.Other.A20300, m.Other.T1013, m.Other.Knoop, m.Other.Status, m.Other.Price,
+                    m.Thermal.TT[5]),
+              (Strings{"", "", "610", "A", "1", "t6"}));
+    EXPECT_EQ(std::tuple(m.Derived.vd, m.Derived.PgF), std::tuple(64.17f, 0.1f));
 }
 
 TEST(PrintedDecimals, ExponentsOfAnySize) {
