@@ -61,21 +61,17 @@ TEST(ReadIndexRows, NothingUsableLeavesTheRecord) {
     EXPECT_EQ(rec.Measured.IndexWave[0], 123.0);
 }
 
-TEST(IndexRowsFromText, CsvAndTabsWithWeightsCompletedAsTyped) {
-    const auto rows = IndexRowsFromText(
-        "wave_nm,index,weight\r\n1014.0,1.507,0.5\n587.6;1.5168\n\n435.8\t1.5267\t0\nabc,1.6\n",
-        true);
-    ASSERT_EQ(rows.size(), 5u);
-    EXPECT_EQ(rows[0].wave, 0.0f);  // the heading reads as zeros
-    EXPECT_EQ(rows[1].weight, 0.5f);
-    EXPECT_EQ(rows[2].wave, 587.6f);
-    EXPECT_EQ(rows[2].weight, 1.0f);  // missing: completed
-    EXPECT_EQ(rows[3].weight, 0.0f);  // given as 0: kept
-    EXPECT_EQ(rows[4].wave, 0.0f);
-    EXPECT_EQ(rows[4].weight, 0.0f);  // no wave: nothing to complete
-
-    const auto ignored = IndexRowsFromText("435.8\t1.5267\t0\n", false);
-    EXPECT_EQ(ignored[0].weight, 1.0f);
+// A row with a wave and an index above 1 but no positive weight gets weight 1.
+TEST(CompleteWeight, OnlyFullRowsWithoutAWeight) {
+    const std::pair<IndexRow, float> cases[] = {{{587.6f, 1.5168, 0.0f}, 1.0f},
+                                                {{587.6f, 1.5168, -2.0f}, 1.0f},
+                                                {{587.6f, 1.5168, 0.5f}, 0.5f},
+                                                {{587.6f, 1.0, 0.0f}, 0.0f},
+                                                {{0.0f, 1.6, 0.0f}, 0.0f}};
+    for (auto [row, weight] : cases) {
+        CompleteWeight(row);
+        EXPECT_EQ(row.weight, weight) << row.wave << " " << row.index;
+    }
 }
 
 TEST(IndexFitSteps, TooFewPointsNamesTheMinimum) {

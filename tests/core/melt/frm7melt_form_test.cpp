@@ -10,34 +10,25 @@ namespace {
 
 // --- names ---
 
-struct NameCase {
-    const char* parent;
-    const char* source;
-    const char* code;
-    const char* name;
-    const char* key;
-};
-
-class MeltNameTest : public ::testing::TestWithParam<NameCase> {};
-
-TEST_P(MeltNameTest, NameIsParentStarCodeCutTo30) {
-    MaterialRecord rec = ClearedMaterialRecord();
-    rec.Melt.MeltParentName.Set(GetParam().parent);
-    rec.Melt.MeltCode.Set(GetParam().code);
-    rec.General.Source.Set(GetParam().source);
-    EXPECT_EQ(BuildMeltName(rec), GetParam().key);
-    EXPECT_EQ(rec.General.GlassName.Text(), GetParam().name);
+// Parent, source and code; the name kept and the key of the list.
+TEST(MeltName, IsParentStarCodeCutTo30) {
+    const std::array<std::array<const char*, 5>, 4> cases = {{
+        {"BK7", "Schott", "m1234", "BK7 *m1234", "BK7 *M1234 [SCHOTT]"},
+        {"  N-BK7", "[own]", "m1", "N-BK7 *m1", "N-BK7 *M1 [OWN]"},
+        {"BK7", "", "m1", "BK7 *m1", "BK7 *M1"},
+        // 27 characters leave room for " *" and one letter of the code.
+        {"ABCDEFGHIJKLMNOPQRSTUVWXYZ1", "S", "m1234", "ABCDEFGHIJKLMNOPQRSTUVWXYZ1 *m",
+         "ABCDEFGHIJKLMNOPQRSTUVWXYZ1 *M [S]"},
+    }};
+    for (const auto& [parent, source, code, name, key] : cases) {
+        MaterialRecord rec = ClearedMaterialRecord();
+        rec.Melt.MeltParentName.Set(parent);
+        rec.Melt.MeltCode.Set(code);
+        rec.General.Source.Set(source);
+        EXPECT_EQ(BuildMeltName(rec), key);
+        EXPECT_EQ(rec.General.GlassName.Text(), name);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Names, MeltNameTest,
-    ::testing::Values(NameCase{"BK7", "Schott", "m1234", "BK7 *m1234", "BK7 *M1234 [SCHOTT]"},
-                      NameCase{"  N-BK7", "[own]", "m1", "N-BK7 *m1", "N-BK7 *M1 [OWN]"},
-                      NameCase{"BK7", "", "m1", "BK7 *m1", "BK7 *M1"},
-                      // 27 characters leave room for " *" and one letter of the code.
-                      NameCase{"ABCDEFGHIJKLMNOPQRSTUVWXYZ1", "S", "m1234",
-                               "ABCDEFGHIJKLMNOPQRSTUVWXYZ1 *m",
-                               "ABCDEFGHIJKLMNOPQRSTUVWXYZ1 *M [S]"}));
 
 TEST(MeltCaption, JoinsSourceNameAndCodeOrAsksForAParent) {
     const std::array<std::array<const char*, 4>, 3> cases = {{
@@ -242,47 +233,41 @@ TEST_F(MeltFixture, EditAndReviewOpenTheSavedMelt) {
 }
 
 // Closing by the form's own button with unsaved work asks first.
-struct CloseCase {
-    const char* name;
-    const char* code;
-    bool fitted;  // false: the pairs are typed but never fitted
-    MsgAnswer answer;
-    bool closed;
-    int savedCount;
-};
-
-class MeltCloseTest : public MeltFixture, public ::testing::WithParamInterface<CloseCase> {};
-
-TEST_P(MeltCloseTest, UnsavedWorkIsOfferedForSaving) {
-    const CloseCase& c = GetParam();
-    Start("Schott", "N-BK7", c.code);
-    TypeOffsetPairs(kMainLines, 0.0003);
-    if (c.fitted) form->comIndexFitClick();
-    dialogs.boxes.clear();
-    dialogs.answers = {c.answer};
-    form->comOKClick();
-    ASSERT_FALSE(dialogs.boxes.empty());
-    EXPECT_EQ(dialogs.boxes[0].text, "Save changes to N-BK7 *" + std::string(c.code) + "?");
-    EXPECT_EQ(dialogs.boxes[0].buttons, MsgButtons::YesNoCancel);
-    EXPECT_EQ(form->IsOpen(), !c.closed);
-    EXPECT_EQ(list->CustomCount(), c.savedCount);
-    // A Yes that cannot save says why, as the save button's own check does.
-    const bool refused = c.answer == MsgAnswer::Yes && !c.closed;
-    ASSERT_EQ(dialogs.boxes.size(), refused ? 2u : 1u);
-    if (refused) {
-        EXPECT_EQ(dialogs.boxes[1].text, frm7Melt::kIncompleteMsg);
+TEST_F(MeltFixture, UnsavedWorkIsOfferedForSavingOnClose) {
+    const struct {
+        const char* code;
+        bool fitted;  // false: the pairs are typed but never fitted
+        MsgAnswer answer;
+        bool closed;
+        int savedCount;
+    } cases[] = {{"m1", true, MsgAnswer::No, true, 0},
+                 {"m1", true, MsgAnswer::Cancel, false, 0},
+                 {"m1", false, MsgAnswer::Yes, false, 0},
+                 // Fitted but without a code: the save button is off, nothing is saved.
+                 {"", true, MsgAnswer::Yes, false, 0},
+                 {"m1", true, MsgAnswer::Yes, true, 1}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(::testing::Message() << c.code << c.fitted << int(c.answer));
+        Start("Schott", "N-BK7", c.code);
+        TypeOffsetPairs(kMainLines, 0.0003);
+        if (c.fitted) form->comIndexFitClick();
+        dialogs.boxes.clear();
+        dialogs.answers = {c.answer};
+        form->comOKClick();
+        ASSERT_FALSE(dialogs.boxes.empty());
+        EXPECT_EQ(dialogs.boxes[0].text, "Save changes to N-BK7 *" + std::string(c.code) + "?");
+        EXPECT_EQ(dialogs.boxes[0].buttons, MsgButtons::YesNoCancel);
+        EXPECT_EQ(form->IsOpen(), !c.closed);
+        EXPECT_EQ(list->CustomCount(), c.savedCount);
+        // A Yes that cannot save says why, as the save button's own check does.
+        const bool refused = c.answer == MsgAnswer::Yes && !c.closed;
+        ASSERT_EQ(dialogs.boxes.size(), refused ? 2u : 1u);
+        if (refused) {
+            EXPECT_EQ(dialogs.boxes[1].text, frm7Melt::kIncompleteMsg);
+        }
+        form->ForceUnload();
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Answers, MeltCloseTest,
-    ::testing::Values(CloseCase{"Yes", "m1", true, MsgAnswer::Yes, true, 1},
-                      CloseCase{"No", "m1", true, MsgAnswer::No, true, 0},
-                      CloseCase{"Cancel", "m1", true, MsgAnswer::Cancel, false, 0},
-                      CloseCase{"YesButUnfitted", "m1", false, MsgAnswer::Yes, false, 0},
-                      // Fitted but without a code: the save button is off, nothing is saved.
-                      CloseCase{"YesButNoCode", "", true, MsgAnswer::Yes, false, 0}),
-    [](const auto& info) { return std::string(info.param.name); });
 
 // --- wavebands ---
 

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <tuple>
 #include <utility>
 
 #include "core/melt/pop_melt_schott.h"
@@ -30,11 +31,8 @@ TEST_F(ParentPickerTest, MakersFromTheGenericListAndTheGlassesOfOneSortedByStatu
     p->lstMakers.SetListIndex(0);
     p->lstMakersClick();
     ASSERT_EQ(p->ssGlasses.MaxRows(), 12);  // the demo's Schott glasses
-    EXPECT_EQ(
-        (std::vector<std::string>{p->ssGlasses.Text(1, 1), p->ssGlasses.Text(2, 1),
-                                  p->ssGlasses.Text(3, 1), p->ssGlasses.DisplayText(4, 1),
-                                  p->ssGlasses.DisplayText(5, 1), p->ssGlasses.Text(6, 1)}),
-        (std::vector<std::string>{"1", "  N-BK7", "517642", "1.51680", "64.17", "  Recommended"}));
+    EXPECT_EQ(p->ssGlasses.ClipText({1, 1, 3, 1}), "1\t  N-BK7\t517642");
+    EXPECT_EQ(p->ssGlasses.Text(6, 1), "  Recommended");
     EXPECT_TRUE(p->ssGlassesView.visible);
     EXPECT_FALSE(p->lblSelGlass.visible);
     EXPECT_FALSE(p->comOK.enabled);
@@ -172,63 +170,45 @@ TEST_F(SchottSheetTest, TheChainOfSums) {
     EXPECT_TRUE(sheet.Accepted());
 }
 
-struct EntryCase {
-    int field;
-    const char* typed;
-    const char* shown;  // what the field shows afterwards
-};
-
-class SchottEntryTest : public SchottSheetTest, public ::testing::WithParamInterface<EntryCase> {};
-
-TEST_P(SchottEntryTest, OnlyFiguresAbove0AndBelow2Point5AreTaken) {
-    const int field = GetParam().field;
-    Enter(field, kSheet[static_cast<size_t>(field - 1)]);
-    Enter(field, GetParam().typed);
-    EXPECT_EQ(sheet.txtIndex[static_cast<size_t>(field)].text.get(), GetParam().shown);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Entries, SchottEntryTest,
-    ::testing::Values(EntryCase{3, "0.01", "0.010000"}, EntryCase{3, "2.4999", "2.499900"},
-                      EntryCase{3, "2.5", "0.008050"}, EntryCase{3, "0", "0.008050"},
-                      EntryCase{3, "-0.002", "0.008050"}, EntryCase{3, "abc", "abc"},
-                      EntryCase{1, "2.3", "2.300000"}));
-
-struct SheetCase {
-    std::vector<std::pair<int, const char*>> edits;  // fields (1 to 9) typed over kSheet
-    const char* refusal;                             // empty when the sheet is taken
-};
-
-class SchottCheckTest : public SchottSheetTest, public ::testing::WithParamInterface<SheetCase> {};
-
-TEST_P(SchottCheckTest, OKChecksTheIndicesOfTheSheet) {
-    auto values = kSheet;
-    for (const auto& [field, text] : GetParam().edits)
-        values[static_cast<size_t>(field - 1)] = text;
-    EnterAll(values);
-    dialogs.boxes.clear();
-    sheet.comOKClick();
-    if (std::string(GetParam().refusal).empty()) {
-        EXPECT_TRUE(dialogs.boxes.empty());
-        EXPECT_TRUE(sheet.Accepted());
-        return;
+// Only figures above 0 and below 2.5 are taken; a refused one leaves the figure before it.
+TEST_F(SchottSheetTest, EntriesAndTheCheckOfOK) {
+    const std::tuple<int, const char*, const char*> entries[] = {
+        {3, "0.01", "0.010000"}, {3, "2.4999", "2.499900"}, {3, "2.5", "0.008050"},
+        {3, "0", "0.008050"},    {3, "-0.002", "0.008050"}, {3, "abc", "abc"},
+        {1, "2.3", "2.300000"}};
+    for (const auto& [field, typed, shown] : entries) {
+        Enter(field, kSheet[static_cast<size_t>(field - 1)]);
+        Enter(field, typed);
+        EXPECT_EQ(sheet.txtIndex[static_cast<size_t>(field)].text.get(), shown) << typed;
     }
-    ASSERT_EQ(dialogs.boxes.size(), 1u);
-    EXPECT_EQ(dialogs.boxes[0].text, GetParam().refusal);
-    EXPECT_EQ(dialogs.boxes[0].icon, MsgIcon::Exclamation);
-    EXPECT_FALSE(sheet.Accepted());
-    EXPECT_EQ(sheet.Record().Melt.MeltIndexPoints, 0);
+    const struct {
+        std::vector<std::pair<int, const char*>> edits;  // fields (1 to 9) typed over kSheet
+        const char* refusal;                             // empty when the sheet is taken
+    } sheets[] = {                                       // nd 2.3 is a valid entry, but no index.
+                  {{{1, "2.3"}}, "Index value outside valid range!"},
+                  // nF' - nC' too large: C' falls below C.
+                  {{{8, "0.02"}}, "Index value is not increasing as wavelength gets shorter!"},
+                  // nF - nC and nF - ne make no pair and may disagree.
+                  {{{3, "0.5"}, {6, "0.4"}}, ""}};
+    for (const auto& c : sheets) {
+        SCOPED_TRACE(c.refusal);
+        sheet.Load(ClearedMaterialRecord());
+        auto values = kSheet;
+        for (const auto& [field, text] : c.edits) values[static_cast<size_t>(field - 1)] = text;
+        EnterAll(values);
+        dialogs.boxes.clear();
+        sheet.comOKClick();
+        EXPECT_EQ(sheet.Accepted(), !*c.refusal);
+        if (!*c.refusal) {
+            EXPECT_TRUE(dialogs.boxes.empty());
+            continue;
+        }
+        ASSERT_EQ(dialogs.boxes.size(), 1u);
+        EXPECT_EQ(dialogs.boxes[0].text, c.refusal);
+        EXPECT_EQ(dialogs.boxes[0].icon, MsgIcon::Exclamation);
+        EXPECT_EQ(sheet.Record().Melt.MeltIndexPoints, 0);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Sheets, SchottCheckTest,
-                         ::testing::Values(
-                             // nd 2.3 is a valid entry, but no index.
-                             SheetCase{{{1, "2.3"}}, "Index value outside valid range!"},
-                             // nF' - nC' too large: C' falls below C.
-                             SheetCase{{{8, "0.02"}},
-                                       "Index value is not increasing as wavelength gets shorter!"},
-                             // nF - nC and nF - ne make no pair and may disagree.
-                             SheetCase{{{3, "0.5"}, {6, "0.4"}}, ""}));
 
 // The picture fills the sheet with the parent's figures: the pairs are the parent's own, and
 // they replace the whole table.
