@@ -42,6 +42,9 @@ class Frm1SetupTest : public ::testing::Test {
     }
 
     TempDir tmp;
+    // The captions of the two programs the search finds.
+    const std::string kelmora = Dir(tmp / "apps" / "Kelmora") + "KelmoraTD.EXE";
+    const std::string lumbrak = Dir(tmp / "drive" / "Lumbrak") + "Lumbrak3D.EXE";
     ScriptedDialogs dialogs;
     MemorySettingsStore settings;
     Bas1Setup setup{settings, dialogs};
@@ -57,13 +60,22 @@ TEST_F(Frm1SetupTest, FirstRunSearchesShowsThePathsAndTheInformationBox) {
     form->ForceUnload();
     setup.LoadPaths();
     forms->EnableTools();
+    // Beside the program comes first: a copy in the drive is never reached.
+    Program(tmp / "drive" / "AAA" / "Kelmora", "KelmoraTD.EXE");
     OpenSetup();
+    EXPECT_TRUE(settings.values().empty());  // nothing stored before OK
     EXPECT_TRUE(form->IsOpen());
     EXPECT_TRUE(form->form.visible);
-    EXPECT_EQ(form->lblPathKelmora.caption.get(), Dir(tmp / "apps" / "Kelmora") + "KelmoraTD.EXE");
-    EXPECT_EQ(form->lblPathLumbrakPlus.caption.get(),
-              Dir(tmp / "drive" / "Lumbrak") + "Lumbrak3D.EXE");
+    EXPECT_EQ(form->lblPathKelmora.caption.get(), kelmora);
+    EXPECT_EQ(form->lblPathLumbrakPlus.caption.get(), lumbrak);
     EXPECT_EQ(form->lblPathLumbrakSextane.caption.get(), "Not found");
+    std::vector<std::string> notes;
+    for (const std::string& n : dialogs.helpNotes)
+        if (n.rfind("Searching for ", 0) == 0 && n.find("installations") == n.npos)
+            notes.push_back(n);
+    EXPECT_EQ(notes, (std::vector<std::string>{"Searching for Kelmora installation",
+                                               "Searching for Lumbrak3D installation",
+                                               "Searching for LumbrakSextane installation"}));
     EXPECT_EQ(dialogs.helpNotes.front(),
               "Searching for installations of KelmoraTD, Lumbrak3D & LumbrakSextane");
     EXPECT_EQ(dialogs.helpNotes.back(), "");
@@ -129,7 +141,7 @@ TEST_F(Frm1SetupTest, ChosenFileMustCarryTheProgramsNameAndDialogTexts) {
 
     form->comSetupPathKelmoraClick();
     EXPECT_EQ(form->WorkingPathKelmora(), Dir(tmp / "apps" / "Kelmora"));
-    EXPECT_EQ(form->lblPathKelmora.caption.get(), Dir(tmp / "apps" / "Kelmora") + "KelmoraTD.EXE");
+    EXPECT_EQ(form->lblPathKelmora.caption.get(), kelmora);
     EXPECT_FALSE(setup.GetKelmoraFound());  // not before OK
 
     form->comOKClick();
@@ -147,16 +159,20 @@ TEST_F(Frm1SetupTest, ChosenFileMustCarryTheProgramsNameAndDialogTexts) {
 }
 
 TEST_F(Frm1SetupTest, ScanFillsOnlyTheMissingPaths) {
-    settings.SaveSetting("B1SetupPathsTD", "KelmoraTD", Dir(tmp / "apps" / "Kelmora"));
+    Program(tmp / "k", "KelmoraTD.EXE");  // stored: the one beside the program is not sought
+    settings.SaveSetting("B1SetupPathsTD", "KelmoraTD", Dir(tmp / "k"));
     OpenSetup(true);
     EXPECT_EQ(form->lblPathLumbrakPlus.caption.get(), "Not found");
     dialogs.helpNotes.clear();
     form->comScanClick();
-    EXPECT_EQ(form->lblPathLumbrakPlus.caption.get(),
-              Dir(tmp / "drive" / "Lumbrak") + "Lumbrak3D.EXE");
+    EXPECT_EQ(form->lblPathKelmora.caption.get(), Dir(tmp / "k") + "KelmoraTD.EXE");
+    EXPECT_EQ(form->lblPathLumbrakPlus.caption.get(), lumbrak);
     EXPECT_EQ(form->lblPathLumbrakSextane.caption.get(), "Not found");
-    EXPECT_EQ(dialogs.helpNotes.front(),
+    EXPECT_FALSE(setup.GetLumbrakFound());  // waits for OK
+    ASSERT_GE(dialogs.helpNotes.size(), 2u);
+    EXPECT_EQ(dialogs.helpNotes[0],
               "Searching for installations of KelmoraTD, Lumbrak3D & LumbrakSextane");
+    EXPECT_EQ(dialogs.helpNotes[1], "Searching for Lumbrak3D installation");
     EXPECT_EQ(dialogs.busyDepth, 0);
 }
 
@@ -192,9 +208,8 @@ TEST_F(Frm1SetupTest, BackgroundSearchEndsAtATickAndAStopIsRemembered) {
         EXPECT_FALSE(bg.tmrSearch.enabled);
         EXPECT_FALSE(bg.comStopSearch.visible);
         EXPECT_TRUE(bg.comOK.enabled);
-        EXPECT_EQ(bg.lblPathKelmora.caption.get(), Dir(tmp / "apps" / "Kelmora") + "KelmoraTD.EXE");
-        EXPECT_EQ(bg.lblPathLumbrakPlus.caption.get(),
-                  Dir(tmp / "drive" / "Lumbrak") + "Lumbrak3D.EXE")
+        EXPECT_EQ(bg.lblPathKelmora.caption.get(), kelmora);
+        EXPECT_EQ(bg.lblPathLumbrakPlus.caption.get(), lumbrak)
             << "the shared folders are searched after the drive";
         EXPECT_EQ(dialogs.boxes.size(), 1u);
         EXPECT_EQ(dialogs.helpNotes.back(), "");
