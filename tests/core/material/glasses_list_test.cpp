@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstring>
+#include <tuple>
 
 #include "core/material/catalogue_record.h"
 #include "core/material/frm_glasses_list.h"
@@ -14,29 +16,18 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct KeyCase {
-    const char* nameA;
-    const char* sourceA;
-    const char* nameB;
-    const char* sourceB;
-    bool same;
-};
-
-class MaterialKeyTest : public ::testing::TestWithParam<KeyCase> {};
-
-TEST_P(MaterialKeyTest, SameWhenNameAndSourceAgreeTrimmedInUpperCase) {
-    const auto& c = GetParam();
-    EXPECT_EQ(SameMaterial(MakeRecord(c.nameA, c.sourceA), MakeRecord(c.nameB, c.sourceB)), c.same);
-}
-
-INSTANTIATE_TEST_SUITE_P(Keys, MaterialKeyTest,
-                         ::testing::Values(KeyCase{"bk7  ", "schott", "BK7", "SCHOTT", true},
-                                           KeyCase{"  bk7", "schott ", "BK7", "SCHOTT", true},
-                                           KeyCase{"BK7", "SCHOTT", "BK7", "HOYA", false},
-                                           KeyCase{"BK 7", "SCHOTT", "BK7", "SCHOTT", false},
-                                           KeyCase{"gl\xC3\xA4s", "x", "GL\xC3\x84S", "X", true}));
-
-TEST(NameUsable, RefusesBlankAndNul) {
+// Name and source agree trimmed in upper case; a blank or NUL-holding name is no key.
+TEST(SameMaterial, KeysAndUsableNames) {
+    const std::array<std::tuple<const char*, const char*, const char*, const char*, bool>, 5> keys =
+        {{{"bk7  ", "schott", "BK7", "SCHOTT", true},
+          {"  bk7", "schott ", "BK7", "SCHOTT", true},
+          {"BK7", "SCHOTT", "BK7", "HOYA", false},
+          {"BK 7", "SCHOTT", "BK7", "SCHOTT", false},
+          {"gl\xC3\xA4s", "x", "GL\xC3\x84S", "X", true}}};
+    for (const auto& [nameA, sourceA, nameB, sourceB, same] : keys) {
+        EXPECT_EQ(SameMaterial(MakeRecord(nameA, sourceA), MakeRecord(nameB, sourceB)), same)
+            << nameA << "/" << sourceA;
+    }
     EXPECT_TRUE(NameUsable(MakeRecord("A", "B")));
     EXPECT_FALSE(NameUsable(MakeRecord("   ", "B")));
     EXPECT_FALSE(NameUsable(MakeRecord("A", "")));
@@ -334,74 +325,54 @@ TEST_F(GlassesListTest, OldestFileWidensNameAndSource) {
 
 // --- catalogue and generic names ---
 
-template <size_t Size, typename Record>
-std::string RecordBytes(const Record& r) {
-    unsigned char img[Size];
-    ToBytes(r, img);
-    return std::string(reinterpret_cast<char*>(img), Size);
-}
-
 class NameRulesTest : public ListFixture {
   protected:
     void SetUp() override {
         const fs::path folder = dir / "lumbrak";
-        fs::create_directory(folder);
-        std::string cat;
-        for (auto [name, source] : {std::pair{"BK7", "SCHOTT"}, {"", "BLANK"}, {"F2", "SCHOTT"}}) {
-            CatalogueRecord c;
-            ClearCatalogueRecord(c);
-            c.GlassName.Set(name);
-            c.Source.Set(source);
-            cat += RecordBytes<kCatalogueRecordSize>(c);
-        }
-        WriteFileBytes(folder / kCatalogueFileName, cat);
+        WriteCatalogue(folder, {{"BK7", "SCHOTT"}, {"", "BLANK"}, {"F2", "SCHOTT"}});
         ExternalRecord g;
         ClearGenericRecord(g);
         g.GlassName.Set("AIR");
         g.Source.Set("GENERIC");
-        WriteFileBytes(folder / kGenericFileName, RecordBytes<kExternalRecordSize>(g));
+        unsigned char img[kExternalRecordSize];
+        ToBytes(g, img);
+        WriteFileBytes(folder / kGenericFileName,
+                       std::string(reinterpret_cast<char*>(img), sizeof img));
         Fresh().LoadCatalogueNames(folder.string());
         list->LoadGenericNames(folder.string());
         list->ListAdd(MakeRecord("MINE", "ME"), false);
     }
 };
 
-struct OverwriteCase {
-    const char* name;
-    const char* source;
-    bool allowOverwrite;
-    bool ok;
-    const char* message;
-};
-
-class CheckOverwriteTest : public NameRulesTest,
-                           public ::testing::WithParamInterface<OverwriteCase> {};
-
-TEST_P(CheckOverwriteTest, Messages) {
-    const auto& c = GetParam();
-    std::string message = "stale";
-    EXPECT_EQ(list->CheckOverwrite(MakeRecord(c.name, c.source), c.allowOverwrite, message), c.ok);
-    EXPECT_EQ(message, c.message);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Rules, CheckOverwriteTest,
-    ::testing::Values(
-        OverwriteCase{"bk7  ", "schott", false, false,
-                      "bk7 - schott is already in the list of catalog materials, and cannot be "
-                      "overwritten!"},
-        OverwriteCase{"F2", "SCHOTT", true, false,
-                      "F2 - SCHOTT is already in the list of catalog materials, and cannot be "
-                      "overwritten!"},
-        OverwriteCase{"Air", "Generic", true, false,
-                      "Air - Generic is already in the Harvenz Photonics supplied list of generic "
-                      "materials, and cannot be overwritten!"},
-        OverwriteCase{"mine", "me", true, false,
-                      "mine - me is already in your list of custom materials.\nDo you want to "
-                      "overwrite it?"},
-        OverwriteCase{"mine", "me", false, true, ""}, OverwriteCase{"NEW", "ME", true, true, ""},
+TEST_F(NameRulesTest, CheckOverwriteMessages) {
+    const struct {
+        const char* name;
+        const char* source;
+        bool allowOverwrite;
+        bool ok;
+        const char* message;
+    } cases[] = {
+        {"bk7  ", "schott", false, false,
+         "bk7 - schott is already in the list of catalog materials, and cannot be overwritten!"},
+        {"F2", "SCHOTT", true, false,
+         "F2 - SCHOTT is already in the list of catalog materials, and cannot be overwritten!"},
+        {"Air", "Generic", true, false,
+         "Air - Generic is already in the Harvenz Photonics supplied list of generic "
+         "materials, and cannot be overwritten!"},
+        {"mine", "me", true, false,
+         "mine - me is already in your list of custom materials.\nDo you want to overwrite it?"},
+        {"mine", "me", false, true, ""},
+        {"NEW", "ME", true, true, ""},
         // The catalogue's record with a blank name gives no key (F2 behind it is read).
-        OverwriteCase{"", "BLANK", true, true, ""}));
+        {"", "BLANK", true, true, ""}};
+    for (const auto& c : cases) {
+        std::string message = "stale";
+        EXPECT_EQ(list->CheckOverwrite(MakeRecord(c.name, c.source), c.allowOverwrite, message),
+                  c.ok)
+            << c.name;
+        EXPECT_EQ(message, c.message);
+    }
+}
 
 TEST_F(ListFixture, WithoutLumbrakFolderAnyNameMayBeUsed) {
     GlassesList& l = Fresh();

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "core/material/catalogue_record.h"
 #include "core/material/glasses_list.h"
 #include "core/material/material_record_codec.h"
 #include "support/scripted_dialogs.h"
@@ -29,6 +30,23 @@ inline std::string Image(const std::vector<MaterialRecord>& list) {
         s.append(reinterpret_cast<const char*>(img.data()), img.size());
     }
     return s;
+}
+
+// A catalogue file of the given names and sources in folder, made if missing.
+inline void WriteCatalogue(const std::filesystem::path& folder,
+                           std::initializer_list<std::pair<const char*, const char*>> glasses) {
+    std::string bytes;
+    for (auto [name, source] : glasses) {
+        CatalogueRecord c;
+        ClearCatalogueRecord(c);
+        c.GlassName.Set(name);
+        c.Source.Set(source);
+        unsigned char img[kCatalogueRecordSize];
+        ToBytes(c, img);
+        bytes.append(reinterpret_cast<const char*>(img), sizeof img);
+    }
+    std::filesystem::create_directories(folder);
+    WriteFileBytes(folder / kCatalogueFileName, bytes);
 }
 
 class ListFixture : public ::testing::Test {

@@ -2,7 +2,6 @@
 
 #include <filesystem>
 
-#include "core/material/catalogue_record.h"
 #include "core/material/material_record_codec.h"
 #include "core/materialform/frm3new_fixture.h"
 
@@ -82,13 +81,7 @@ TEST_F(Form, CommandsFollowTheTab) {
 }
 
 TEST_F(Form, CatalogueNameIsRefusedAndTheOldTextComesBack) {
-    CatalogueRecord c;
-    ClearCatalogueRecord(c);
-    c.GlassName.Set("N-AB");
-    c.Source.Set("MAKER");
-    unsigned char img[kCatalogueRecordSize];
-    ToBytes(c, img);
-    WriteFileBytes(dir / kCatalogueFileName, std::string(reinterpret_cast<char*>(img), sizeof img));
+    WriteCatalogue(dir.path(), {{"N-AB", "MAKER"}});
     list->LoadCatalogueNames(dir.path().string());
     ASSERT_TRUE(list->ListAdd(MakeRecord("MINE", "MAKER"), false));
 

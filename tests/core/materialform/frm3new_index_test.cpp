@@ -19,9 +19,7 @@ class Frm3NewIndex : public Frm3NewFixture {
 
 TEST_F(Frm3NewIndex, RowsGetWeightOneWhenTypedOrPastedButAPastedZeroStays) {
     form->comClipPasteClick("1000\t1.5033296378\r\n800\t1.5051993223\t0\r\n700\t1.506787365\n");
-    EXPECT_EQ(form->ssRefInd.Text(3, 1), "1");
-    EXPECT_EQ(form->ssRefInd.Text(3, 2), "0");
-    EXPECT_EQ(form->ssRefInd.Text(3, 3), "1");
+    EXPECT_EQ(form->ssRefInd.ClipText({3, 1, 3, 3}), "1\n0\n1");
     EXPECT_EQ(form->ssRefInd.Text(1, 4), "");
 
     Type(form->ssRefInd, 1, 5, "587.5618");
@@ -31,15 +29,32 @@ TEST_F(Frm3NewIndex, RowsGetWeightOneWhenTypedOrPastedButAPastedZeroStays) {
     EXPECT_EQ(form->lblIndexMinDataPoints.caption, "Min: 6 points");
 }
 
-TEST_F(Frm3NewIndex, FitOfExactSchottDataMakesIndexReady) {
+// One point too few keeps the fit columns hidden, exactly the minimum fits; Clear empties the
+// grid and the index data.
+TEST_F(Frm3NewIndex, TooFewPointsThenAnExactSchottFitMakesIndexReady) {
+    TypeIndexRows(5);
+    form->comIndexFitClick();
+    EXPECT_EQ(LastBox(), "You need at least 6 full data points to fit a Schott polynomial.");
+    EXPECT_EQ(form->pnlStatus[1].caption, "Index: NOT Ready");
+    EXPECT_TRUE(form->ssRefInd.Column(4).hidden);
+    EXPECT_FALSE(form->comIndexShow.enabled);
+    TypeIndexRows(6);  // exactly the minimum
+    const int16_t changes = form->Record().IndexState.Changes;
+    form->comIndexFitClick();
+    ASSERT_EQ(form->pnlStatus[1].caption, "Index: Ready");
+    EXPECT_EQ(form->Record().IndexState.Changes, changes + 1);
+    EXPECT_TRUE(dialogs.everBusy);
+    EXPECT_EQ(dialogs.busyDepth, 0);
+
+    dialogs.boxes.clear();
     TypeIndexRows(7);
     Type(form->ssRefInd, 1, 9, "1200");  // a wave without index is no point
     form->comIndexFitClick();
-
     EXPECT_TRUE(dialogs.boxes.empty()) << LastBox();
     EXPECT_EQ(form->lblError.caption, "average Schott polynomal fit error: 0.0000000");
     const MaterialRecord& r = form->Record();
     EXPECT_EQ(r.General.IndexPoints, 7);
+    EXPECT_EQ(r.General.IndexReserved, 6);
     // The points carry ten digits, so the coefficients come back to about 1e-7.
     EXPECT_NEAR(r.General.PolyCoef[0], 2.25, 1e-6);
     EXPECT_NEAR(r.General.PolyCoef[2], 0.01, 1e-6);
@@ -52,10 +67,12 @@ TEST_F(Frm3NewIndex, FitOfExactSchottDataMakesIndexReady) {
     EXPECT_EQ(form->ssRefInd.Value(1, 1), 1000.0);
     EXPECT_EQ(form->ssRefInd.Text(1, 8), "");
     EXPECT_FALSE(form->ssRefInd.Column(4).hidden);
-    EXPECT_EQ(form->ssRefInd.Text(4, 1), "1.5033296");
-    EXPECT_EQ(form->ssRefInd.Text(5, 1), "0.0000000");
+    EXPECT_EQ(form->ssRefInd.ClipText({4, 1, 5, 1}), "1.5033296\t0.0000000");
+    EXPECT_EQ(form->ssRefInd.Text(4, 6), "1.5163716");
     EXPECT_FALSE(form->comIndexFit.enabled);
     EXPECT_TRUE(form->comIndexShow.enabled);
+    form->comIndexShowClick();
+    EXPECT_EQ(LastBox().rfind("Schott Polynomial Constants", 0), 0u) << LastBox();
 
     // The plots.
     const auto curve = form->IndexCurve(5);
@@ -75,6 +92,13 @@ TEST_F(Frm3NewIndex, FitOfExactSchottDataMakesIndexReady) {
     EXPECT_EQ(form->pnlStatus[1].caption, "Index: NOT Ready");
     EXPECT_EQ(form->lblGlassCode.caption, "");
     EXPECT_TRUE(form->IndexCurve(5).empty());
+
+    form->comClearClick();
+    EXPECT_EQ(form->Record().General.IndexPoints, 0);
+    EXPECT_EQ(form->Record().General.GlassCode, 0);
+    EXPECT_EQ(form->Record().General.PolyCoef[0], 0.0);
+    EXPECT_EQ(form->pnlStatus[1].caption, "Index: NOT Ready");
+    EXPECT_EQ(form->ssRefInd.Text(1, 1), "");
 }
 
 TEST_F(Frm3NewIndex, SortRefillsTheGridLongestFirstAndKeepsEqualWavesInOrder) {
@@ -245,9 +269,8 @@ TEST_F(Frm3NewIndex, PolynomialListOmitsSellmeierPlusAndKeepsTypeSix) {
     rec.General.PolyCoef = {2.25, 1.2e-7, 4e-9, -0.0123};
     form->DisplayEdit(rec);
     form->tabPropertiesChange(frm3New::kTabIndex);
-    const char* expected[] = {"+2.25000000e+00", "+1.20000000e-07", "+4.00000000e-09",
-                              "-1.23000000e-02"};
-    for (int row = 1; row <= 4; ++row) EXPECT_EQ(form->ssRefInd.Text(2, row), expected[row - 1]);
+    EXPECT_EQ(form->ssRefInd.ClipText({2, 1, 2, 4}),
+              "+2.25000000e+00\n+1.20000000e-07\n+4.00000000e-09\n-1.23000000e-02");
 }
 
 // Choosing the item a list already shows is no change: typed rows and typed coefficients stay.
@@ -270,35 +293,6 @@ TEST_F(Frm3NewIndex, ChoosingTheShownItemAgainKeepsWhatWasTyped) {
     form->cmbIndexPolyTypeClick();
     EXPECT_EQ(form->Record().General.PolyCoef[0], 0.0);
     EXPECT_NE(form->ssRefInd.Text(2, 1), "2.25");
-}
-
-// One point too few keeps the fit columns hidden, exactly the minimum fits; Clear empties the
-// grid and the index data.
-TEST_F(Frm3NewIndex, OnePointTooFewAndClearLeaveNoFit) {
-    TypeIndexRows(5);
-    form->comIndexFitClick();
-    EXPECT_EQ(LastBox(), "You need at least 6 full data points to fit a Schott polynomial.");
-    EXPECT_EQ(form->pnlStatus[1].caption, "Index: NOT Ready");
-    EXPECT_TRUE(form->ssRefInd.Column(4).hidden);
-    EXPECT_FALSE(form->comIndexShow.enabled);
-
-    TypeIndexRows(6);  // exactly the minimum
-    const int16_t changes = form->Record().IndexState.Changes;
-    form->comIndexFitClick();
-    ASSERT_EQ(form->pnlStatus[1].caption, "Index: Ready");
-    EXPECT_EQ(form->Record().IndexState.Changes, changes + 1);
-    EXPECT_EQ(form->Record().General.IndexReserved, 6);
-    EXPECT_TRUE(dialogs.everBusy);
-    EXPECT_EQ(dialogs.busyDepth, 0);
-    EXPECT_EQ(form->ssRefInd.Text(4, 6), "1.5163716");
-    form->comIndexShowClick();
-    EXPECT_EQ(LastBox().rfind("Schott Polynomial Constants", 0), 0u) << LastBox();
-    form->comClearClick();
-    EXPECT_EQ(form->Record().General.IndexPoints, 0);
-    EXPECT_EQ(form->Record().General.GlassCode, 0);
-    EXPECT_EQ(form->Record().General.PolyCoef[0], 0.0);
-    EXPECT_EQ(form->pnlStatus[1].caption, "Index: NOT Ready");
-    EXPECT_EQ(form->ssRefInd.Text(1, 1), "");
 }
 
 TEST_F(Frm3NewIndex, UsefulWavelengthsFillConsecutiveRowsFromTheActiveRow) {

@@ -1,7 +1,6 @@
 #include <array>
 #include <filesystem>
 
-#include "core/material/catalogue_record.h"
 #include "core/materialform/verification.h"
 #include "melt_fixture.h"
 
@@ -139,14 +138,7 @@ TEST_F(MeltFixture, AnIncompleteRecordOrACatalogueNameIsRefused) {
     // A catalogue holding a name of 30 characters, which a melt of a parent of that name
     // cannot leave: the code is cut off entirely.
     const std::string longName = "ABCDEFGHIJKLMNOPQRSTUVWXYZ1234";
-    CatalogueRecord cat;
-    ClearCatalogueRecord(cat);
-    cat.GlassName.Set(longName);
-    cat.Source.Set("Schott");
-    std::string image(kCatalogueRecordSize, '\0');
-    ToBytes(cat, reinterpret_cast<unsigned char*>(image.data()));
-    std::filesystem::create_directories(dir / "lumbrak");
-    WriteFileBytes(dir / "lumbrak" / kCatalogueFileName, image);
+    WriteCatalogue(dir / "lumbrak", {{longName.c_str(), "Schott"}});
     list->LoadCatalogueNames((dir / "lumbrak").string());
 
     FitNewMelt(0.0);
