@@ -120,44 +120,36 @@ TEST_F(Frm2ManageTest, DeleteCancelledOrNothingChosenChangesNothing) {
     EXPECT_FALSE(std::filesystem::exists(Current()));
 }
 
-struct SortCase {
-    const char* name;
-    MsgAnswer answer;
-    std::vector<std::string> names;
-};
-
-class Frm2ManageSort : public Frm2ManageTest, public ::testing::WithParamInterface<SortCase> {};
-
-TEST_P(Frm2ManageSort, SortsGridAndStoresTheOrder) {
+TEST_F(Frm2ManageTest, SortsGridAndStoresTheOrder) {
+    const std::pair<MsgAnswer, std::vector<std::string>> answers[] = {
+        {MsgAnswer::Cancel, {"f2", "BK7", "ZK1", "AB"}},
+        {MsgAnswer::Yes, {"AB", "BK7", "f2", "ZK1"}},  // by glass
+        {MsgAnswer::No, {"ZK1", "AB", "BK7", "f2"}}};  // by source, then glass
     Add(ReadyRecord("f2", "Schott"));
     Add(ReadyRecord("BK7", "Schott"));
     Add(ReadyRecord("ZK1", "Ohara"));
     Add(ReadyRecord("AB", "Schott"));
     auto& f = Form();
-    for (int twice = 0; twice < 2; ++twice) {
-        dialogs.answers.push_back(GetParam().answer);
-        f.comSortClick();
-        EXPECT_EQ(Names(), GetParam().names) << "pass " << twice;
+    for (const auto& [answer, names] : answers) {
+        for (int twice = 0; twice < 2; ++twice) {
+            dialogs.answers.push_back(answer);
+            f.comSortClick();
+            EXPECT_EQ(Names(), names) << "pass " << twice;
+        }
+        for (int row = 1; row <= f.ssGlassesCurr.MaxRows(); ++row) {
+            EXPECT_EQ(f.ssGlassesCurr.Text(frm2Manage::kColIndex, row), std::to_string(row));
+        }
+        EXPECT_EQ(std::filesystem::exists(Current()), answer != MsgAnswer::Cancel);
+        if (answer != MsgAnswer::Cancel) {
+            EXPECT_EQ(ReadFileBytes(Current()), Image(list->CustomList()));
+        }
     }
     ASSERT_FALSE(dialogs.boxes.empty());
     EXPECT_EQ(dialogs.boxes[0].text,
               "Select sort order:\nYes   \tto sort by 'Glass'\nNo    \tto sort by 'Source'\n"
               "Cancel\tto abort");
     EXPECT_EQ(dialogs.boxes[0].buttons, MsgButtons::YesNoCancel);
-    for (int row = 1; row <= f.ssGlassesCurr.MaxRows(); ++row) {
-        EXPECT_EQ(f.ssGlassesCurr.Text(frm2Manage::kColIndex, row), std::to_string(row));
-    }
-    if (GetParam().answer != MsgAnswer::Cancel) {
-        EXPECT_EQ(ReadFileBytes(Current()), Image(list->CustomList()));
-    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Answers, Frm2ManageSort,
-    ::testing::Values(SortCase{"ByGlass", MsgAnswer::Yes, {"AB", "BK7", "f2", "ZK1"}},
-                      SortCase{"BySourceThenGlass", MsgAnswer::No, {"ZK1", "AB", "BK7", "f2"}},
-                      SortCase{"Cancel", MsgAnswer::Cancel, {"f2", "BK7", "ZK1", "AB"}}),
-    [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(Frm2ManageTest, DuplicateInsertsBehindTheSelectedAndRefills) {
     Add(ReadyRecord("A", "S"));
@@ -171,6 +163,14 @@ TEST_F(Frm2ManageTest, DuplicateInsertsBehindTheSelectedAndRefills) {
     EXPECT_EQ(f.ssGlassesCurr.MaxRows(), 3);
     EXPECT_EQ(f.ssGlassesCurr.Text(1, 2), "A2");
     EXPECT_EQ(dialogs.proposals, (std::vector<std::string>{"A", "B"}));
+    EXPECT_EQ(dialogs.prompts[0],
+              "Enter NEW name for glass. [you will not be allowed to use an existing "
+              "name/source combination]");
+    EXPECT_TRUE(dialogs.boxes.empty());
+    const MaterialRecord& copy = list->CustomList()[1];  // everything else is the original's
+    EXPECT_EQ(copy.General.Source.Text(), "S");
+    EXPECT_EQ(copy.General.PolyCoef[0], 2.25);
+    EXPECT_EQ(ReadFileBytes(Current()), Image(list->CustomList()));
 }
 
 TEST_F(Frm2ManageTest, CloseGoesThroughTheToolStripAndUnloadDropsTheCopy) {
