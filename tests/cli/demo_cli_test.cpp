@@ -62,16 +62,13 @@ TEST_F(DemoCli, InstallationStoresThePathsAndFillsTheDatabase) {
 TEST_F(DemoCli, ArchiveAllButTheProtectedPairAndRestore) {
     auto r = RunCliIn(dir, "--answer no db archive ALL");
     EXPECT_EQ(r.status, 1);
-    EXPECT_NE(
-        r.err.find("Are you really sure that you want to archive ALL the glasses in Kelmora?"),
-        std::string::npos);
+    EXPECT_NE(r.err.find("archive ALL the glasses in Kelmora?"), std::string::npos);
     EXPECT_EQ(RunCliIn(dir, "db list --archive").out, "");
     r = RunOk(dir, "db archive ALL");
     EXPECT_EQ(r.err.substr(r.err.rfind('\n', r.err.size() - 2) + 1), "KelmoraTD: 37 archived.\n");
     EXPECT_EQ(RunCliIn(dir, "db list").out,
               "2\tK7\tSchott\t511604\tR\t1\n3\tF2\tSchott\t620364\tR\t1\n");
-    r = RunOk(dir, "db restore 1 39");
-    EXPECT_EQ(r.err, "KelmoraTD: 2 restored.\n");
+    EXPECT_EQ(RunOk(dir, "db restore 1 39").err, "KelmoraTD: 2 restored.\n");
     EXPECT_EQ(
         RunCliIn(dir, "db list").out,
         "2\tK7\tSchott\t511604\tR\t1\n3\tF2\tSchott\t620364\tR\t1\n1\tN-BK7\tSchott\t517642\tR\t1\n"

@@ -12,6 +12,7 @@
 
 #include "cli_fixture.h"
 #include "core/external/external_file.h"
+#include "core/external/external_fixture.h"
 #include "core/external/kelmora_database.h"
 #include "core/material/glasses_list.h"
 #include "core/platform/sqlite_database.h"
@@ -30,26 +31,9 @@ const std::vector<std::pair<std::string, std::string>> kNames = {
     {"SELECT * FROM Archive", "x' OR '1'='1"},
 };
 
-MaterialRecord ReadyRecord(const std::string& name, const std::string& source, double b1) {
-    MaterialRecord rec = NamedRecord(name, source);
-    rec.General.GlassKind = 8;
-    rec.General.Polytype = 2;
-    rec.General.PolyCoef = {b1, 0.231792344, 1.01046945, 0.00600069867, 0.0200179144, 103.560653};
-    rec.General.IndexWvMin = 310;
-    rec.General.IndexWvMax = 2500;
-    rec.General.Density = 2.51f;
-    rec.TransTable.fill(kNoTransData);
-    rec.Other.Status.Set("A");
-    for (auto* s : {&rec.GeneralState, &rec.IndexState, &rec.TransState, &rec.ThermalState,
-                    &rec.OtherState}) {
-        s->Ready = kTrue;
-    }
-    return rec;
-}
-
 std::string ListImage(double b1) {
     std::vector<MaterialRecord> list;
-    for (const auto& [name, source] : kNames) list.push_back(ReadyRecord(name, source, b1));
+    for (const auto& [name, source] : kNames) list.push_back(ReadyMaterial(name, source, b1));
     return ListBytes(list);
 }
 

@@ -9,6 +9,8 @@
 
 #include "core/external/bas1_setup.h"
 #include "core/external/demo_installation.h"
+#include "core/external/external_file.h"
+#include "core/external/frm_glasses_del_ext.h"
 #include "core/external/kelmora_database.h"
 #include "core/platform/file_io.h"
 #include "core/platform/settings_store.h"
@@ -91,6 +93,20 @@ class ExternalFixture : public ::testing::Test {
         SetDatabaseFaultHook([=, count = 0](const std::string& o, const std::string& t) mutable {
             return o != op || !(table.empty() || t == table) || ++count < n;
         });
+    }
+    // Writes a program's custom glass file, and the database's custom rows, as given.
+    static void WriteFile(const std::string& folder, const std::vector<MaterialRecord>& recs) {
+        FileError error;
+        ASSERT_TRUE(WriteExternalFile(folder, recs, error)) << error.message;
+    }
+    void AddRows(const std::vector<MaterialRecord>& recs) {
+        ASSERT_TRUE(AddGlassesToDatabase(Kelmora(), recs, true, dialogs));
+    }
+    // Loads the removal form over the database (else the files) with these entries chosen.
+    static void Choose(frmGlassesDelExt& form, bool database, std::initializer_list<int> picked) {
+        form.Load();
+        if (database) form.optUpdateProgClick(1);
+        for (int i : picked) form.lstGlasses.SetSelected(i, true);
     }
     // Moves a row to Archive by position, as the archive form moves it.
     void ToArchive(const DbValue& id) {

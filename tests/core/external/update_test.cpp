@@ -48,8 +48,7 @@ class UpdateTest : public ExternalFixture {
 };
 
 TEST_F(UpdateTest, FileImageIsByteForByteAndTheBackupIsOneGeneration) {
-    FileError error;
-    ASSERT_TRUE(WriteExternalFile(Lumbrak(), {list[0]}, error));
+    WriteFile(Lumbrak(), {list[0]});
     const std::string one = FileAt(Lumbrak());
     ASSERT_EQ(one.size(), 554u);
     EXPECT_EQ(one.substr(0, 30), "GLASS A" + std::string(23, ' '));
@@ -57,13 +56,13 @@ TEST_F(UpdateTest, FileImageIsByteForByteAndTheBackupIsOneGeneration) {
     EXPECT_EQ(static_cast<unsigned char>(one[70]), 2);  // Polytype
     EXPECT_EQ(one.substr(516), std::string(38, '\0'));
     EXPECT_EQ(one, Image({list[0]}));
-    ASSERT_TRUE(WriteExternalFile(Lumbrak(), list, error));
+    WriteFile(Lumbrak(), list);
     EXPECT_EQ(FileAt(Lumbrak()), Image(list));
     EXPECT_EQ(FileAt(Lumbrak(), kExternalBackupName), one);
-    ASSERT_TRUE(WriteExternalFile(Lumbrak(), {list[2]}, error));
+    WriteFile(Lumbrak(), {list[2]});
     EXPECT_EQ(FileAt(Lumbrak(), kExternalBackupName), Image(list));
     // An empty list leaves the file as it is.
-    ASSERT_TRUE(WriteExternalFile(Lumbrak(), {}, error));
+    WriteFile(Lumbrak(), {});
     EXPECT_EQ(FileAt(Lumbrak()), Image({list[2]}));
 }
 
@@ -135,9 +134,8 @@ TEST_F(UpdateTest, UpdatesSayWhatTheyDid) {
         if (c.seeded) {
             const std::vector<MaterialRecord> old{ReadyMaterial("GLASS B", "Lab", 1.5),
                                                   ReadyMaterial("OTHER", "Lab")};
-            FileError error;
-            ASSERT_TRUE(WriteExternalFile(Lumbrak(), old, error));
-            ASSERT_TRUE(AddGlassesToDatabase(Kelmora(), old, true, dialogs));
+            WriteFile(Lumbrak(), old);
+            AddRows(old);
         }
         if (c.lumbrakAbsent) setup.SetPathLumbrak(dir.path().string() + "/");
         if (c.failDatabase) FailDatabaseSteps("add", kTableCurrent);
@@ -190,7 +188,7 @@ TEST_F(UpdateTest, OneDatabaseRowPerMaterialWhateverTheCase) {
     };
     for (const auto& c : cases) {
         ASSERT_TRUE(DeleteAllCustomRows(Kelmora(), dialogs));
-        ASSERT_TRUE(AddGlassesToDatabase(Kelmora(), {upper}, true, dialogs));
+        AddRows({upper});
         if (c.twice) {
             auto db = Open();
             DbError error;
@@ -203,10 +201,8 @@ TEST_F(UpdateTest, OneDatabaseRowPerMaterialWhateverTheCase) {
         } else if (c.action == kRemove) {
             // Removing the entry of either row removes the material.
             frmGlassesDelExt form(setup, dialogs);
-            form.Load();
-            form.optUpdateProgClick(1);
+            Choose(form, true, {0});
             ASSERT_EQ(form.lstGlasses.List(0), "F'2/MYLAB") << c.name;
-            form.lstGlasses.SetSelected(0, true);
             form.comDelSelClick();
         } else {
             frm6Archive form(setup, dialogs);
@@ -237,9 +233,8 @@ TEST_F(UpdateTest, OneDatabaseRowPerMaterialWhateverTheCase) {
 }
 
 TEST_F(UpdateTest, LeaveKeepsOldDataButRewritesFileAndBackup) {
-    FileError error;
     const std::vector<MaterialRecord> old{ReadyMaterial("GLASS B", "Lab", 1.5)};
-    ASSERT_TRUE(WriteExternalFile(Lumbrak(), old, error));
+    WriteFile(Lumbrak(), old);
     auto frame = Frame();
     frame.cmbDataOverWrite.SetListIndex(1);
     frame.cmbUpdateProg.SetListIndex(0);
@@ -285,9 +280,8 @@ void PrintTo(const Stores& s, std::ostream* out) {
 // write of the new files fails in turn, and each statement of every database command
 // (update, synchronisation, archive, restore, removal).
 TEST_F(UpdateTest, AFailureBeforeTheCommitChangesNoStore) {
-    FileError error;
-    ASSERT_TRUE(WriteExternalFile(Lumbrak(), {ReadyMaterial("GLASS B", "Lab", 1.5)}, error));
-    ASSERT_TRUE(WriteExternalFile(Sextane(), {ReadyMaterial("OTHER", "Lab")}, error));
+    WriteFile(Lumbrak(), {ReadyMaterial("GLASS B", "Lab", 1.5)});
+    WriteFile(Sextane(), {ReadyMaterial("OTHER", "Lab")});
     ASSERT_TRUE(AddGlassesToDatabase(
         Kelmora(), {ReadyMaterial("GLASS B", "Lab", 1.5), ReadyMaterial("OTHER", "Lab")}, true,
         dialogs));
@@ -318,10 +312,7 @@ TEST_F(UpdateTest, AFailureBeforeTheCommitChangesNoStore) {
             command == kUpdate ? frame.comExtAddAllClick() : frame.comExtSynchClick();
         } else if (command == kRemove) {
             frmGlassesDelExt form(setup, dialogs);
-            form.Load();
-            form.optUpdateProgClick(1);
-            form.lstGlasses.SetSelected(0, true);
-            form.lstGlasses.SetSelected(1, true);
+            Choose(form, true, {0, 1});
             FailSqliteStatement(k);  // counting starts with the command
             form.comDelSelClick();
         } else {
@@ -368,18 +359,14 @@ TEST_F(UpdateTest, AFailureBeforeTheCommitChangesNoStore) {
 
 // A database held by another program: no store changes, and the message names it.
 TEST_F(UpdateTest, ABusyDatabaseChangesNothing) {
-    FileError error;
-    ASSERT_TRUE(WriteExternalFile(Lumbrak(), {ReadyMaterial("GLASS B", "Lab", 1.5)}, error));
-    ASSERT_TRUE(
-        AddGlassesToDatabase(Kelmora(), {ReadyMaterial("GLASS B", "Lab", 1.5)}, true, dialogs));
+    WriteFile(Lumbrak(), {ReadyMaterial("GLASS B", "Lab", 1.5)});
+    AddRows({ReadyMaterial("GLASS B", "Lab", 1.5)});
     const std::string oldL = FileAt(Lumbrak()), oldS = FileAt(Sextane());
     const auto oldRows = Rows();
     frm6Archive archive(setup, dialogs);
     ASSERT_TRUE(archive.Load());
     frmGlassesDelExt removal(setup, dialogs);
-    removal.Load();
-    removal.optUpdateProgClick(1);
-    removal.lstGlasses.SetSelected(0, true);
+    Choose(removal, true, {0});
 
     DbError dbError;
     auto other = OpenSqliteDatabase(GlassDatabasePath(Kelmora()), false, dbError);
@@ -417,22 +404,19 @@ TEST_F(UpdateTest, ABusyDatabaseChangesNothing) {
 }
 
 TEST_F(UpdateTest, RemovalFromTheFileLeavesTheLastEntry) {
-    FileError error;
-    ASSERT_TRUE(WriteExternalFile(Lumbrak(), {list[0], list[1]}, error));
+    WriteFile(Lumbrak(), {list[0], list[1]});
     frmGlassesDelExt form(setup, dialogs);
     form.Load();
     ASSERT_EQ(form.lstGlasses.Items(), (std::vector<std::string>{"GLASS A/Lab", "GLASS B/Lab"}));
     form.comDelSelClick();  // nothing selected
     EXPECT_FALSE(form.Result());
     EXPECT_EQ(FileAt(Sextane()), "<none>");
-    form.Load();
-    form.lstGlasses.SetSelected(0, true);
+    Choose(form, false, {0});
     form.comDelSelClick();
     EXPECT_TRUE(form.Result());
     EXPECT_EQ(FileAt(Lumbrak()), Image({list[1]}));
     EXPECT_EQ(FileAt(Sextane()), Image({list[1]}));
-    form.Load();
-    form.lstGlasses.SetSelected(0, true);
+    Choose(form, false, {0});
     form.comDelSelClick();
     EXPECT_TRUE(form.Result());
     EXPECT_EQ(FileAt(Lumbrak()), Image({list[1]}));
@@ -440,9 +424,9 @@ TEST_F(UpdateTest, RemovalFromTheFileLeavesTheLastEntry) {
 
 TEST_F(UpdateTest, RemovalAsksFirstNamingWhatGoes) {
     FileError error;
-    ASSERT_TRUE(WriteExternalFile(Lumbrak(), list, error));
-    ASSERT_TRUE(WriteExternalFile(Sextane(), list, error));
-    ASSERT_TRUE(AddGlassesToDatabase(Kelmora(), list, true, dialogs));
+    WriteFile(Lumbrak(), list);
+    WriteFile(Sextane(), list);
+    AddRows(list);
     ToArchive(DbValue{int64_t{7}});  // GLASS C: the list takes rows of both tables
     const std::string one =
         "Are you sure that you want to remove GLASS B/Lab from Lumbrak3D/Sextane";
@@ -587,7 +571,7 @@ TEST_F(UpdateTest, AFailingDatabaseCommandRollsBackAndSaysWhy) {
         std::string message;
     } cases[] = {
         {[&] {
-             ASSERT_TRUE(AddGlassesToDatabase(Kelmora(), {list[0], list[1]}, true, dialogs));
+             AddRows({list[0], list[1]});
          },
          "add", "", 2,
          [&] {
@@ -597,8 +581,8 @@ TEST_F(UpdateTest, AFailingDatabaseCommandRollsBackAndSaysWhy) {
                  dialogs);
          },
          addFails},
-        {[&] { ASSERT_TRUE(AddGlassesToDatabase(Kelmora(), {list[0]}, true, dialogs)); }, "delete",
-         kTableArchive, 1, [&] { return DeleteAllCustomRows(Kelmora(), dialogs); },
+        {[&] { AddRows({list[0]}); }, "delete", kTableArchive, 1,
+         [&] { return DeleteAllCustomRows(Kelmora(), dialogs); },
          "Error while removed old copeis of user defined glasses from database.\n-3\tInjected "
          "failure of delete on Archive" +
              back},
@@ -611,16 +595,13 @@ TEST_F(UpdateTest, AFailingDatabaseCommandRollsBackAndSaysWhy) {
          },
          "Error in archiving glass. Process rolled back.\n-3\tInjected failure of add on Archive"},
         {[&] {
-             ASSERT_TRUE(AddGlassesToDatabase(Kelmora(), {list[0], list[1]}, true, dialogs));
+             AddRows({list[0], list[1]});
              ToArchive(DbValue{int64_t{6}});
          },
          "delete", kTableArchive, 1,
          [&] {
              frmGlassesDelExt form(setup, dialogs);
-             form.Load();
-             form.optUpdateProgClick(1);
-             form.lstGlasses.SetSelected(0, true);
-             form.lstGlasses.SetSelected(1, true);
+             Choose(form, true, {0, 1});
              return form.RemoveSelected();
          },
          "Error while removing user glasses from database.\n-3\tInjected failure of delete on "
