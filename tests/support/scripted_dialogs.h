@@ -23,13 +23,21 @@ class ScriptedDialogs : public Dialogs {
     std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
                                         const std::string& proposal) override;
     std::optional<std::string> FileOpen(const FileDialogSpec& spec) override;
-    std::optional<std::string> FileSave(const FileDialogSpec& spec) override;
+    std::optional<std::string> FileSave(const FileDialogSpec& spec) override {
+        return FileOpen(spec);
+    }
     // Ends on the next of `filters` (1-based), or on the filter it opened with when none is
     // queued.
     std::optional<FileChoice> FileOpenFiltered(const FileDialogSpec& spec) override;
-    void SetBusy(bool busy) override;
-    void HelpNote(const std::string& text, bool bold) override;
-    bool OpenUrl(const std::string& url) override;
+    void SetBusy(bool busy) override {
+        busyDepth += busy ? 1 : -1;
+        everBusy = everBusy || busy;
+    }
+    void HelpNote(const std::string& text, bool) override { helpNotes.push_back(text); }
+    bool OpenUrl(const std::string& url) override {
+        urls.push_back(url);
+        return openUrlResult;
+    }
 
     // Answers given in order; with none queued a box gets its first button (OK or Yes),
     // an input box is cancelled and a file dialog is cancelled.

@@ -82,7 +82,8 @@ TEST(IndexFitSteps, TooFewPointsNamesTheMinimum) {
     };
     for (const Case& c :
          {Case{1, 5, "You need at least 6 full data points to fit a Schott polynomial."},
-          Case{3, 11, "You need at least 12 full data points to fit a Schott Plus polynomial."},
+          Case{2, 5, "You need at least 6 full data points to fit a Sellmeier polynomial."},
+         Case{3, 11, "You need at least 12 full data points to fit a Schott Plus polynomial."},
           Case{6, 11, "You need at least 12 full data points to fit a Sellmeier Plus polynomial."},
           Case{4, 2, "You need at least 3 full data points to fit a Cauchy polynomial."}}) {
         FitRun run(c.type);

@@ -182,56 +182,40 @@ TEST(FitWeights, WeightIsAPlainFactorNotSquared) {
     for (int i = 0; i < 3; ++i) EXPECT_NEAR(a.coef[i], b.coef[i], 1e-12);
 }
 
-struct LinearFitCase {
-    const char* name;
-    LinearFit fit;
-    int points;  // the number of unknowns
-    const char* failed;
-};
+// Too few points, all weights zero, and indices that make the fitted n squared negative at the
+// shortest wavelength: each form fails with its message and changes nothing.
+TEST(LinearFits, FailuresChangeNothing) {
+    const std::tuple<LinearFit, int, const char*> forms[] = {
+        {&FitCauchy, 3, "Cauchy"},
+        {&FitSchott, 6, "Schott"},
+        {&FitSchottPlus, 10, "Extended Schott"}};
+    for (const auto& [fit, n, name] : forms) {
+        SCOPED_TRACE(name);
+        const std::string failed = std::string("Failed to fit ") + name + " Polynomial\n";
+        Fit few;
+        auto m = Measured(Sample(400.0, 1000.0, n - 1, SchottIndex));
+        const MeasuredData before = m;
+        few.ExpectFailed(few.Linear(fit, m, n - 1), {kTooFewPoints});
+        EXPECT_EQ(few.k, n);  // set before anything can fail
+        EXPECT_EQ(m.IndexCalc, before.IndexCalc);
 
-class LinearFitFailures : public ::testing::TestWithParam<LinearFitCase> {
-  protected:
-    int16_t Run(MeasuredData& m, int points) { return f.Linear(GetParam().fit, m, points); }
-    std::string Failed(const char* line) const {
-        return std::string("Failed to fit ") + GetParam().failed + " Polynomial\n" + line;
+        Fit unweighted;
+        auto pts = Sample(400.0, 1000.0, n + 2, SchottIndex);
+        for (auto& p : pts) p.weight = 0.0f;
+        m = Measured(pts);
+        unweighted.ExpectFailed(unweighted.Linear(fit, m, n + 2),
+                                {failed + "Division by zero: the data points give no solution"});
+
+        Fit negative;
+        pts.clear();
+        for (int i = 0; i < n; ++i) pts.push_back({1000.0 - 50.0 * i, 1.0 + 0.5 * (i % 2)});
+        pts.back().index = 0.0;
+        m = Measured(pts);
+        m.IndexSquared[n - 1] = -4.0;
+        negative.ExpectFailed(negative.Linear(fit, m, n),
+                              {failed + "Check data or try another polynomial form"});
     }
-    Fit f;
-};
-
-TEST_P(LinearFitFailures, TooFewPointsChangesNothing) {
-    const int n = GetParam().points;
-    auto m = Measured(Sample(400.0, 1000.0, n - 1, SchottIndex));
-    const MeasuredData before = m;
-    f.ExpectFailed(Run(m, n - 1), {kTooFewPoints});
-    EXPECT_EQ(f.k, n);  // set before anything can fail
-    EXPECT_EQ(m.IndexCalc, before.IndexCalc);
 }
-
-TEST_P(LinearFitFailures, AllWeightsZeroIsReportedNotRaised) {
-    auto pts = Sample(400.0, 1000.0, GetParam().points + 2, SchottIndex);
-    for (auto& p : pts) p.weight = 0.0f;
-    auto m = Measured(pts);
-    f.ExpectFailed(Run(m, static_cast<int>(pts.size())),
-                   {Failed("Division by zero: the data points give no solution")});
-}
-
-TEST_P(LinearFitFailures, NegativeSquareAbandonsTheFit) {
-    // Indices that make the fitted n squared negative at the shortest wavelength.
-    const int n = GetParam().points;
-    std::vector<Point> pts;
-    for (int i = 0; i < n; ++i) pts.push_back({1000.0 - 50.0 * i, 1.0 + 0.5 * (i % 2)});
-    pts.back().index = 0.0;
-    auto m = Measured(pts);
-    m.IndexSquared[n - 1] = -4.0;
-    f.ExpectFailed(Run(m, n), {Failed("Check data or try another polynomial form")});
-}
-
-INSTANTIATE_TEST_SUITE_P(Forms, LinearFitFailures,
-                         ::testing::Values(LinearFitCase{"Cauchy", &FitCauchy, 3, "Cauchy"},
-                                           LinearFitCase{"Schott", &FitSchott, 6, "Schott"},
-                                           LinearFitCase{"SchottPlus", &FitSchottPlus, 10,
-                                                         "Extended Schott"}),
-                         [](const auto& info) { return info.param.name; });
 
 // --- Sellmeier forms ---
 

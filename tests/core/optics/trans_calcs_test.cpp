@@ -64,33 +64,32 @@ TEST(TransCalcs, AbsorbAtWaveInterpolatesInInternalTransmission) {
 
 // The table is AbsorbAtWave entry by entry, to the bit, whatever the shape of the data (the
 // first shape has table wavelengths on both of its ends).
-class FillTransTableTest : public ::testing::TestWithParam<Points> {};
-
-TEST_P(FillTransTableTest, EqualsAbsorbAtWaveEntryByEntry) {
-    const Points& data = GetParam();
-    for (const float width : {10.0f, 2.5f, 0.0f}) {
-        std::array<float, kTransTableSize> table{};
-        FillTransTable(table, width, data.waves, data.values);
-        for (size_t i = 0; i < table.size(); ++i) {
-            EXPECT_EQ(table[i], AbsorbAtWave(TransTableWave[i], data.waves, data.values, width))
-                << "width " << width << ", " << TransTableWave[i] << " nm";
+TEST(TransCalcs, FillTransTableEqualsAbsorbAtWaveEntryByEntry) {
+    const Points shapes[] = {
+        {{2500.0f, 1529.6f, 700.0f, 420.0f, 365.0f, 310.0f},
+         {0.001f, 0.0005f, 0.0002f, 0.004f, 0.03f, 0.4f}},
+        // Opaque neighbours: the fallback on the coefficients.
+        {{600.0f, 500.0f, 400.0f, 300.0f}, {0.0f, 0.0f, 80.0f, 90.0f}},
+        // Two points of equal wavelength, and a table entry that hits a point exactly.
+        {{800.0f, 650.0f, 650.0f, 546.1f, 250.0f}, {0.01f, 0.02f, 0.03f, 0.04f, 0.3f}},
+        // Points out of order, and a run of equal wavelengths at the long end.
+        {{400.0f, 900.0f, 300.0f, 1200.0f, 700.0f}, {0.05f, 0.001f, 0.2f, 0.0f, 0.003f}},
+        {{1000.0f, 1000.0f, 1000.0f, 600.0f, 260.0f}, {0.0f, 0.001f, 0.002f, 0.01f, 0.9f}},
+        {{}, {}},
+        {{550.0f}, {0.01f}},
+        {{250.0f}, {0.01f}}};
+    for (const Points& data : shapes) {
+        for (const float width : {10.0f, 2.5f, 0.0f}) {
+            std::array<float, kTransTableSize> table{};
+            FillTransTable(table, width, data.waves, data.values);
+            for (size_t i = 0; i < table.size(); ++i) {
+                EXPECT_EQ(table[i], AbsorbAtWave(TransTableWave[i], data.waves, data.values, width))
+                    << "width " << width << ", " << TransTableWave[i] << " nm, first "
+                    << data.waves[0];
+            }
         }
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Shapes, FillTransTableTest,
-    ::testing::Values(
-        Points{{2500.0f, 1529.6f, 700.0f, 420.0f, 365.0f, 310.0f},
-               {0.001f, 0.0005f, 0.0002f, 0.004f, 0.03f, 0.4f}},
-        // Opaque neighbours: the fallback on the coefficients.
-        Points{{600.0f, 500.0f, 400.0f, 300.0f}, {0.0f, 0.0f, 80.0f, 90.0f}},
-        // Two points of equal wavelength, and a table entry that hits a point exactly.
-        Points{{800.0f, 650.0f, 650.0f, 546.1f, 250.0f}, {0.01f, 0.02f, 0.03f, 0.04f, 0.3f}},
-        // Points out of order, and a run of equal wavelengths at the long end.
-        Points{{400.0f, 900.0f, 300.0f, 1200.0f, 700.0f}, {0.05f, 0.001f, 0.2f, 0.0f, 0.003f}},
-        Points{{1000.0f, 1000.0f, 1000.0f, 600.0f, 260.0f}, {0.0f, 0.001f, 0.002f, 0.01f, 0.9f}},
-        Points{{}, {}}, Points{{550.0f}, {0.01f}}, Points{{250.0f}, {0.01f}}));
 
 // The rows of the 41-place short tables: each row its own place up to 41 rows; beyond, the
 // first and the last row and rows evenly between them, none twice.
