@@ -7,6 +7,7 @@
 #include "core/glassmap/frm_glass_map.h"
 #include "core/glassmap/glass_map_data.h"
 #include "core/glassmap/map_scene.h"
+#include "core/optics/crown.h"
 #include "core/platform/settings_store.h"
 #include "support/temp_dir.h"
 
@@ -308,13 +309,13 @@ TEST(GlassMapForm, ViewRunsDownInVdAndZoomKeepsThePointUnderTheMouse) {
 }
 
 // Sellmeier glasses with the published coefficients of N-BK7 and F2.
-CompareItem Sellmeier(const std::string& name, std::array<double, 6> c, int16_t lo, int16_t hi) {
+CompareItem Sellmeier(const std::string& name, const PolyCoefBlock& c, int16_t lo, int16_t hi) {
     CompareItem it;
     it.rec = ClearedMaterialRecord();
     it.rec.General.GlassName.Set(name);
     it.rec.General.Source.Set("S");
     it.rec.General.Polytype = 2;
-    for (size_t i = 0; i < 6; ++i) it.rec.General.PolyCoef[i] = c[i];
+    it.rec.General.PolyCoef = c;
     it.rec.General.IndexWvMin = lo;
     it.rec.General.IndexWvMax = hi;
     it.rec.TransTable.fill(kNoTransData);
@@ -322,17 +323,9 @@ CompareItem Sellmeier(const std::string& name, std::array<double, 6> c, int16_t 
     return it;
 }
 
-double SellmeierIndex(const std::array<double, 6>& c, double nm) {
-    const double l2 = nm * nm / 1e6;
-    double s = 1;
-    for (int i = 0; i < 3; ++i) s += c[i] * l2 / (l2 - c[3 + i]);
-    return std::sqrt(s);
-}
-
-const std::array<double, 6> kBK7 = {1.03961212,    0.231792344,  1.01046945,
-                                    0.00600069867, 0.0200179144, 103.560653};
-const std::array<double, 6> kF2 = {1.34533359,    0.209073176,  0.937357162,
-                                   0.00997743871, 0.0470450767, 111.886764};
+const PolyCoefBlock& kBK7 = testing::kNbk7Coef;
+const PolyCoefBlock kF2 = {1.34533359,    0.209073176,  0.937357162,
+                           0.00997743871, 0.0470450767, 111.886764};
 
 TEST(CompareMaterials, CommonBandIndexDifferenceAndTransmission) {
     CompareItem bk7 = Sellmeier("N-BK7", kBK7, 310, 2500);
@@ -346,7 +339,8 @@ TEST(CompareMaterials, CommonBandIndexDifferenceAndTransmission) {
     EXPECT_EQ(c.bandMax, 1014);
     ASSERT_EQ(c.wave.size(), 11u);
     for (size_t k = 0; k < c.wave.size(); ++k) {
-        const double a = SellmeierIndex(kBK7, c.wave[k]), b = SellmeierIndex(kF2, c.wave[k]);
+        const double a = testing::SellmeierIndex(kBK7, c.wave[k]),
+                     b = testing::SellmeierIndex(kF2, c.wave[k]);
         EXPECT_NEAR(c.index[0][k], a, 2e-6);
         EXPECT_NEAR(c.delta[1][k], b - a, 4e-6);
         EXPECT_EQ(c.delta[0][k], 0.0);
@@ -360,11 +354,7 @@ TEST(CompareMaterials, CommonBandIndexDifferenceAndTransmission) {
     EXPECT_NE(csv.find("\n400,90.48,100.00\n"), std::string::npos);
     EXPECT_NE(csv.find("\n390,,\n"), std::string::npos) << "no data is a blank field";
     const std::string svg = CompareSvg(c, 900, 900);
-    size_t curves = 0;
-    for (size_t at = svg.find("class=\"curve\""); at != std::string::npos;
-         at = svg.find("class=\"curve\"", at + 1))
-        ++curves;
-    EXPECT_EQ(curves, 2u + 2u + 2u);
+    EXPECT_EQ(Count(svg, "class=\"curve\""), 2 + 2 + 2);
 }
 
 TEST(CompareMaterials, RefusedWithTheReason) {

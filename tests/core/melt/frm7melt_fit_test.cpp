@@ -1,6 +1,7 @@
 #include <cmath>
 #include <tuple>
 
+#include "core/optics/crown.h"
 #include "melt_fixture.h"
 
 namespace ostrel::testing {
@@ -173,12 +174,6 @@ TEST_F(MeltFixture, ReportsAndDifferencePlotOfAFit) {
     EXPECT_EQ(curve.front().wave, 300.0);
     EXPECT_EQ(curve.back().wave, 2500.0);
     EXPECT_NEAR(curve[3].delta, 0.0004, 2e-6);
-}
-
-// N-BK7's Sellmeier form written out here, apart from the program's evaluation.
-double SellmeierIndex(const PolyCoefBlock& c, double nm) {
-    const double x = nm * nm * 1e-6;
-    return std::sqrt(1.0 + c[0] * x / (x - c[3]) + c[1] * x / (x - c[4]) + c[2] * x / (x - c[5]));
 }
 
 TEST_F(MeltFixture, ASavedMeltCarriesTheDerivedNumbersOfItsOwnPolynomial) {

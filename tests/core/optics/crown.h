@@ -17,4 +17,11 @@ inline double Nbk7(double um) {
                      0.231792344 * x / (x - 0.0200179144) + 1.01046945 * x / (x - 103.560653));
 }
 
+// The index of a three-term Sellmeier block at a wavelength in nanometres, written out apart
+// from the program's evaluation.
+inline double SellmeierIndex(const PolyCoefBlock& c, double nm) {
+    const double x = nm * nm * 1e-6;
+    return std::sqrt(1.0 + c[0] * x / (x - c[3]) + c[1] * x / (x - c[4]) + c[2] * x / (x - c[5]));
+}
+
 }  // namespace ostrel::testing
