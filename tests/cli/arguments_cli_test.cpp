@@ -31,15 +31,14 @@ TEST_P(RefusalCli, SaysWhyAndChangesNothing) {
     WriteFileBytes(dir / "two.glz", "");
 
     const auto expand = [&](std::string text) {
-        for (size_t at; (at = text.find("{dir}")) != std::string::npos;) {
-            text.replace(at, 5, dir.path().string());
+        for (const auto& [mark, with] : {std::pair<std::string, std::string>{"{dir}", dir.path()},
+                                         {"{data}", ImportSample("")}}) {
+            for (size_t at; (at = text.find(mark)) != mark.npos;)
+                text.replace(at, mark.size(), with);
         }
         return text;
     };
-    std::string args = expand(GetParam().args);
-    for (size_t at; (at = args.find("{data}")) != std::string::npos;) {
-        args.replace(at, 6, ImportSample(""));
-    }
+    const std::string args = expand(GetParam().args);
     const CliResult run = RunCliIn(dir, args);
     const std::string said = expand(GetParam().said);
     EXPECT_EQ(run.status, GetParam().status) << run.err;

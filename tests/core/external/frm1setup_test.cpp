@@ -151,11 +151,13 @@ TEST_F(Frm1SetupTest, ChosenFileMustCarryTheProgramsNameAndDialogTexts) {
     form->comSetupPathLumbrakPlusClick();
     form->comSetupPathLumbrakSextaneClick();
     ASSERT_EQ(dialogs.fileDialogs.size(), 4u);
-    EXPECT_EQ(dialogs.fileDialogs[2].filter, "Lumbrak3D (Lumbrak3D.EXE)|Lumbrak3D.EXE");
-    EXPECT_EQ(dialogs.fileDialogs[2].title, "Finding path to Lumbrak3D program");
-    EXPECT_EQ(dialogs.fileDialogs[3].filter,
-              "Lumbrak Sextane (LumbrakSextaneTD.EXE)|LumbrakSextaneTD.EXE");
-    EXPECT_EQ(dialogs.fileDialogs[3].title, "Finding path to Lumbrak Sextane program");
+    EXPECT_EQ(
+        (std::vector<std::string>{dialogs.fileDialogs[2].filter, dialogs.fileDialogs[2].title,
+                                  dialogs.fileDialogs[3].filter, dialogs.fileDialogs[3].title}),
+        (std::vector<std::string>{"Lumbrak3D (Lumbrak3D.EXE)|Lumbrak3D.EXE",
+                                  "Finding path to Lumbrak3D program",
+                                  "Lumbrak Sextane (LumbrakSextaneTD.EXE)|LumbrakSextaneTD.EXE",
+                                  "Finding path to Lumbrak Sextane program"}));
 }
 
 TEST_F(Frm1SetupTest, ScanFillsOnlyTheMissingPaths) {

@@ -99,23 +99,19 @@ TEST_F(KelmoraDatabaseTest, EveryColumnIsWrittenAndReadBack) {
     EXPECT_EQ(back.Derived.PgF, expected.Derived.PgF);
     EXPECT_FLOAT_EQ(back.Derived.nd, 1.5168f);
     EXPECT_EQ(OtherTexts(back.Other), OtherTexts(rec.Other));
-    EXPECT_EQ(back.Status.StatusECO, kTrue);
-    EXPECT_EQ(back.Status.StatusMold, kTrue);
-    EXPECT_EQ(back.Status.StatusMelt, kTrue);
-    EXPECT_EQ(back.Melt.MeltFlag, 0);  // a different field
-    EXPECT_EQ(back.Status.Abrasion, 120);
-    EXPECT_EQ(back.Status.DataDate, 43831.5);
+    // The melt status is not the melt flag, a different field.
+    const auto& st = back.Status;
+    EXPECT_EQ(std::tuple(st.StatusECO, st.StatusMold, st.StatusMelt, back.Melt.MeltFlag,
+                         st.Abrasion, st.DataDate),
+              std::tuple(kTrue, kTrue, kTrue, 0, 120, 43831.5));
     EXPECT_EQ(back.TransTable, rec.TransTable);
     // Pairs reversed: the last column first.
-    ASSERT_EQ(back.Measured.TransPoints, 3);
-    EXPECT_EQ(back.Measured.TransWave[0], 2500.0f);
-    EXPECT_EQ(back.Measured.TransWave[1], 436.0f);
-    EXPECT_EQ(back.Measured.TransWave[2], 250.0f);
-    EXPECT_EQ(back.Measured.TransAbsorb[2], 0.5f);
-    EXPECT_FLOAT_EQ(back.Measured.TransInternal[2], static_cast<float>(std::exp(-5.0) * 100));
-    EXPECT_EQ(back.General.TransShortWave[0], 2500.0f);
-    EXPECT_EQ(back.Measured.TransType, 2);
-    EXPECT_EQ(back.Measured.TransWidth, 10.0f);
+    const auto& m = back.Measured;
+    ASSERT_EQ(m.TransPoints, 3);
+    EXPECT_EQ(std::tuple(m.TransWave[0], m.TransWave[1], m.TransWave[2], m.TransAbsorb[2],
+                         back.General.TransShortWave[0], m.TransType, m.TransWidth),
+              std::tuple(2500.0f, 436.0f, 250.0f, 0.5f, 2500.0f, 2, 10.0f));
+    EXPECT_FLOAT_EQ(m.TransInternal[2], static_cast<float>(std::exp(-5.0) * 100));
     EXPECT_EQ(back.Thermal.TT, rec.Thermal.TT);
     EXPECT_EQ(Dndt(back.Thermal), Dndt(rec.Thermal));
 }
