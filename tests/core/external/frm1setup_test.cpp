@@ -188,6 +188,12 @@ TEST_F(Frm1SetupTest, BackgroundSearchEndsAtATickAndAStopIsRemembered) {
         return SearchRoots{Dir(tmp / "apps"), Dir(tmp / "none"), {Dir(tmp / "drive")}};
     };
     h.searchInBackground = true;
+    // Searching, the timer, the stop button, and OK and Scan enabled.
+    auto controls = [](const frm1Setup& f) {
+        return std::tuple<bool, bool, bool, bool, bool>(f.Searching(), f.tmrSearch.enabled,
+                                                        f.comStopSearch.visible, f.comOK.enabled,
+                                                        f.comScan.enabled);
+    };
     auto open = [&](frm1Setup& f) {
         forms->RegisterForm(1, &f);
         setup.LoadPaths();
@@ -197,19 +203,12 @@ TEST_F(Frm1SetupTest, BackgroundSearchEndsAtATickAndAStopIsRemembered) {
         frm1Setup bg(setup, dialogs, h);
         open(bg);
         EXPECT_TRUE(bg.form.visible);
-        ASSERT_TRUE(bg.Searching());
-        EXPECT_TRUE(bg.tmrSearch.enabled);
-        EXPECT_TRUE(bg.comStopSearch.visible);
-        EXPECT_FALSE(bg.comOK.enabled);
-        EXPECT_FALSE(bg.comScan.enabled);
+        ASSERT_EQ(controls(bg), std::tuple(true, true, true, false, false));
         EXPECT_TRUE(dialogs.boxes.empty()) << "the first run's box waits for the search";
         bg.comOKClick();
         EXPECT_TRUE(bg.IsOpen()) << "OK waits for the search";
         bg.FinishSearch();
-        EXPECT_FALSE(bg.Searching());
-        EXPECT_FALSE(bg.tmrSearch.enabled);
-        EXPECT_FALSE(bg.comStopSearch.visible);
-        EXPECT_TRUE(bg.comOK.enabled);
+        EXPECT_EQ(controls(bg), std::tuple(false, false, false, true, true));
         EXPECT_EQ(bg.lblPathKelmora.caption.get(), kelmora);
         EXPECT_EQ(bg.lblPathLumbrakPlus.caption.get(), lumbrak)
             << "the shared folders are searched after the drive";
