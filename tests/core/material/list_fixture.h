@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "core/material/catalogue_record.h"
 #include "core/material/glasses_list.h"
@@ -48,6 +49,24 @@ inline void WriteCatalogue(const std::filesystem::path& folder,
     std::filesystem::create_directories(folder);
     WriteFileBytes(folder / kCatalogueFileName, bytes);
 }
+
+// A wavelength picker that hands back `picked` (nothing when empty) and notes where it started.
+struct ScriptedWavePicker {
+    int16_t operator()(int16_t& count, float& wave, std::vector<float>& waves, int16_t tab) {
+        starts.push_back(wave);
+        tabs.push_back(tab);
+        if (picked.empty()) return 0;
+        count = static_cast<int16_t>(picked.size());
+        if (picked.size() == 1) {
+            wave = picked[0];
+        } else {
+            waves = picked;
+        }
+        return -1;
+    }
+    std::vector<float> picked, starts;
+    std::vector<int16_t> tabs;
+};
 
 class ListFixture : public ::testing::Test {
   protected:

@@ -2,6 +2,7 @@
 // A material form over a custom list in a fresh folder, driven as the user would.
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -41,19 +42,7 @@ class Frm3NewFixture : public ListFixture {
         Fresh();
         frm3New::Hooks hooks;
         hooks.close = [this] { ++closes; };
-        hooks.pickWaves = [this](int16_t& count, float& wave, std::vector<float>& waves,
-                                 int16_t startTab) -> int16_t {
-            pickerStart.push_back(wave);
-            pickerTab.push_back(startTab);
-            if (picked.empty()) return 0;
-            count = static_cast<int16_t>(picked.size());
-            if (picked.size() == 1) {
-                wave = picked[0];
-            } else {
-                waves = picked;
-            }
-            return -1;
-        };
+        hooks.pickWaves = std::ref(picker);
         form = std::make_unique<frm3New>(*list, dialogs, hooks);
     }
 
@@ -94,9 +83,7 @@ class Frm3NewFixture : public ListFixture {
 
     std::unique_ptr<frm3New> form;
     int closes = 0;
-    std::vector<float> picked;
-    std::vector<float> pickerStart;
-    std::vector<int16_t> pickerTab;
+    ScriptedWavePicker picker;
 };
 
 }  // namespace ostrel::testing

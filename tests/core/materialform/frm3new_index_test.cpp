@@ -298,15 +298,15 @@ TEST_F(Frm3NewIndex, ChoosingTheShownItemAgainKeepsWhatWasTyped) {
 TEST_F(Frm3NewIndex, UsefulWavelengthsFillConsecutiveRowsFromTheActiveRow) {
     Type(form->ssRefInd, 1, 2, "632.8");
     form->ssRefInd.SetActiveCell(2, 2);
-    picked = {656.2725f, 587.5618f};
+    picker.picked = {656.2725f, 587.5618f};
     form->comWaveSelRefIndClick();
-    ASSERT_EQ(pickerStart.size(), 1u);
-    EXPECT_FLOAT_EQ(pickerStart[0], 632.8f);
-    EXPECT_EQ(pickerTab[0], 0);
+    ASSERT_EQ(picker.starts.size(), 1u);
+    EXPECT_FLOAT_EQ(picker.starts[0], 632.8f);
+    EXPECT_EQ(picker.tabs[0], 0);
     EXPECT_FLOAT_EQ(static_cast<float>(form->ssRefInd.Value(1, 2)), 656.2725f);
     EXPECT_FLOAT_EQ(static_cast<float>(form->ssRefInd.Value(1, 3)), 587.5618f);
 
-    picked.clear();  // cancelled: nothing changes
+    picker.picked.clear();  // cancelled: nothing changes
     form->comWaveSelRefIndClick();
     EXPECT_FLOAT_EQ(static_cast<float>(form->ssRefInd.Value(1, 2)), 656.2725f);
 }

@@ -275,10 +275,10 @@ TEST_F(MeltFixture, WavebandsFillTheTableAndOneOfTheUsersIsSavedWithTheFixedOnes
     // Picked useful wavelengths fill from the active row.
     form->comClearClick();
     form->ssRefInd.SetActiveCell(2, 19);
-    picked = {656.273f, 587.562f, 486.133f};
+    picker.picked = {656.273f, 587.562f, 486.133f};
     form->comWaveSelRefIndClick();
     EXPECT_EQ(form->ssRefInd.ClipText({1, 19, 2, 20}), "C \t656.2730\nd \t587.5620");
-    picked = {546.074f};
+    picker.picked = {546.074f};
     form->ssRefInd.SetActiveCell(2, 2);
     form->comWaveSelRefIndClick();
     EXPECT_EQ(form->ssRefInd.ClipText({1, 2, 2, 2}), "e \t546.0740");

@@ -45,16 +45,7 @@ class MeltFixture : public ListFixture {
             rec = Pick(nextMaker, nextParent);
             return true;
         };
-        hooks.pickWaves = [this](int16_t& count, float& wave, std::vector<float>& waves,
-                                 int16_t) -> int16_t {
-            if (picked.empty()) return 0;
-            count = static_cast<int16_t>(picked.size());
-            if (picked.size() == 1)
-                wave = picked[0];
-            else
-                waves = picked;
-            return -1;
-        };
+        hooks.pickWaves = std::ref(picker);
         hooks.enterSheet = [this](MaterialRecord& rec) {
             if (!sheetResult) return false;
             sheetResult(rec);
@@ -133,7 +124,7 @@ class MeltFixture : public ListFixture {
     CNewMsg newMsg{dialogs, settings};
     std::unique_ptr<frm7Melt> form;
     std::string nextMaker, nextParent;
-    std::vector<float> picked;
+    ScriptedWavePicker picker;
     std::function<void(MaterialRecord&)> sheetResult;
     std::vector<bool> ownerStates;
 };

@@ -72,26 +72,25 @@ TEST(ListControl, ItemsDataAndCurrentItem) {
     EXPECT_EQ(cmb.ListCount(), 0);
 }
 
-TEST(ListControl, MultiSelectKeepsEachItemsSelection) {
-    ListControl lst(true);
-    lst.SetItems({"BK7/SCHOTT", "F2/SCHOTT", "SF11/SCHOTT"});
-    lst.SetSelected(0, true);
-    lst.SetSelected(2, true);
-    EXPECT_EQ(lst.SelCount(), 2);
-    EXPECT_EQ(lst.SelectedIndexes(), (std::vector<int>{0, 2}));
-    lst.RemoveItem(1);
-    EXPECT_EQ(lst.SelectedIndexes(), (std::vector<int>{0, 1}));
-}
+// A multi-select list keeps each item's selection; in a single-select list the selection is
+// the current item.
+TEST(ListControl, Selections) {
+    ListControl multi(true), single;
+    multi.SetItems({"BK7/SCHOTT", "F2/SCHOTT", "SF11/SCHOTT"});
+    multi.SetSelected(0, true);
+    multi.SetSelected(2, true);
+    EXPECT_EQ(multi.SelCount(), 2);
+    EXPECT_EQ(multi.SelectedIndexes(), (std::vector<int>{0, 2}));
+    multi.RemoveItem(1);
+    EXPECT_EQ(multi.SelectedIndexes(), (std::vector<int>{0, 1}));
 
-TEST(ListControl, SingleSelectSelectionIsTheCurrentItem) {
-    ListControl lst;
-    lst.SetItems({"a", "b"});
-    lst.SetSelected(1, true);
-    EXPECT_EQ(lst.listIndex(), 1);
-    lst.SetSelected(0, true);
-    EXPECT_EQ(lst.SelectedIndexes(), (std::vector<int>{0}));
-    lst.SetSelected(0, false);
-    EXPECT_EQ(lst.listIndex(), -1);
+    single.SetItems({"a", "b"});
+    single.SetSelected(1, true);
+    EXPECT_EQ(single.listIndex(), 1);
+    single.SetSelected(0, true);
+    EXPECT_EQ(single.SelectedIndexes(), (std::vector<int>{0}));
+    single.SetSelected(0, false);
+    EXPECT_EQ(single.listIndex(), -1);
 }
 
 TEST(StripAccelerator, RemovesTheMarker) {

@@ -78,20 +78,18 @@ PieceSource Pieces(const std::vector<std::string>& pieces) {
     };
 }
 
-TEST_F(FileIo, AtomicWriteWritesThePiecesInOrderOverTheOldFile) {
+// The pieces go in order over the old file; a failed write leaves the old file and no
+// temporary one.
+TEST_F(FileIo, AtomicWriteFromPieces) {
     WriteFileBytes(dir / "f.bin", "old");
     ASSERT_TRUE(WriteFileAtomicFrom(dir / "f.bin", Pieces({"ab", "", "cde"}), error));
     EXPECT_EQ(ReadFileBytes(dir / "f.bin"), "abcde");
-}
-
-TEST_F(FileIo, AFailedAtomicWriteLeavesTheOldFileAndNoTemporaryOne) {
-    WriteFileBytes(dir / "f.bin", "old");
     int writes = 0;
     SetWriteFaultHook([&](const std::filesystem::path&) { return ++writes < 2; });
     EXPECT_FALSE(WriteFileAtomicFrom(dir / "f.bin", Pieces({"ab", "cd", "ef"}), error));
     SetWriteFaultHook(nullptr);
     EXPECT_EQ(error.code, ENOSPC);
-    EXPECT_EQ(ReadFileBytes(dir / "f.bin"), "old");
+    EXPECT_EQ(ReadFileBytes(dir / "f.bin"), "abcde");
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.path()),
                             std::filesystem::directory_iterator()),
               1);

@@ -122,9 +122,6 @@ TEST(Grid, SetClipDropsWhatFallsOutsideAndTakesAnyLineBreak) {
     EXPECT_EQ(g.Text(2, 1), "a");
     EXPECT_EQ(g.Text(2, 2), "c");
     EXPECT_EQ(g.Text(1, 1), "");
-}
-
-TEST(SplitClipText, RowsAndCells) {
     EXPECT_TRUE(SplitClipText("").empty());
     auto rows = SplitClipText("1\t2\r\n\r\n3\n");
     ASSERT_EQ(rows.size(), 3u);
