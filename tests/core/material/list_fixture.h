@@ -10,6 +10,7 @@
 #include "core/material/catalogue_record.h"
 #include "core/material/glasses_list.h"
 #include "core/material/material_record_codec.h"
+#include "core/platform/controls.h"
 #include "support/scripted_dialogs.h"
 #include "support/temp_dir.h"
 
@@ -48,6 +49,18 @@ inline void WriteCatalogue(const std::filesystem::path& folder,
     }
     std::filesystem::create_directories(folder);
     WriteFileBytes(folder / kCatalogueFileName, bytes);
+}
+
+// Chooses an item of a list or types into a text box, and tells the form as the window does.
+template <typename Form>
+void Choose(Form& form, ListControl& list, int index, void (Form::*click)()) {
+    list.SetListIndex(index);
+    (form.*click)();
+}
+template <typename Form>
+void Enter(Form& form, TextBox& box, const std::string& text, void (Form::*changed)()) {
+    box.text = text;
+    (form.*changed)();
 }
 
 // A wavelength picker that hands back `picked` (nothing when empty) and notes where it started.

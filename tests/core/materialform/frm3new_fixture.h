@@ -61,18 +61,15 @@ class Frm3NewFixture : public ListFixture {
         }
     }
     void TypeName(const std::string& name, const std::string& source) {
-        form->txtGenGlass.text = name;
-        form->txtGenGlassChange();
-        form->txtGenSource.text = source;
-        form->txtGenSourceChange();
+        Enter(*form, form->txtGenGlass, name, &frm3New::txtGenGlassChange);
+        Enter(*form, form->txtGenSource, source, &frm3New::txtGenSourceChange);
     }
     // Coefficient mode on the Index tab: Schott n^2 = a0 + a2 / lambda^2 over lo..hi nm,
     // then checked.
     void CheckSchottCoefficients(const char* a0 = "2.25", const char* a2 = "0.01",
                                  const char* lo = "400", const char* hi = "800") {
         form->tabPropertiesChange(frm3New::kTabIndex);
-        form->cmbIndexDataType.SetListIndex(1);
-        form->cmbIndexDataTypeClick();
+        Choose(*form, form->cmbIndexDataType, 1, &frm3New::cmbIndexDataTypeClick);
         Type(form->ssRefInd, 2, 1, a0);
         Type(form->ssRefInd, 2, 3, a2);
         Type(form->ssRefInd, 2, 8, lo);

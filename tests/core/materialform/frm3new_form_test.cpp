@@ -88,8 +88,7 @@ TEST_F(Form, CatalogueNameIsRefusedAndTheOldTextComesBack) {
     form->DisplayNew();
     TypeName("N-A", "maker");
     EXPECT_EQ(form->pnlStatus[0].caption, "General: Ready");
-    form->txtGenGlass.text = "n-ab";
-    form->txtGenGlassChange();
+    Enter(*form, form->txtGenGlass, "n-ab", &frm3New::txtGenGlassChange);
     ASSERT_EQ(dialogs.boxes.size(), 1u);
     EXPECT_EQ(dialogs.boxes[0].text,
               "N-AB - MAKER is already in the list of catalog materials, and cannot be "
@@ -100,14 +99,12 @@ TEST_F(Form, CatalogueNameIsRefusedAndTheOldTextComesBack) {
     EXPECT_EQ(form->form.caption, "Editing data  N-A::maker");
 
     // A name of the custom list passes here; saving asks about it.
-    form->txtGenGlass.text = "Mine";
-    form->txtGenGlassChange();
+    Enter(*form, form->txtGenGlass, "Mine", &frm3New::txtGenGlassChange);
     EXPECT_EQ(dialogs.boxes.size(), 1u);
     EXPECT_EQ(form->pnlStatus[0].caption, "General: Ready");
 
     // A name longer than the field is refused, not cut.
-    form->txtGenGlass.text = std::string(40, 'Z');
-    form->txtGenGlassChange();
+    Enter(*form, form->txtGenGlass, std::string(40, 'Z'), &frm3New::txtGenGlassChange);
     EXPECT_EQ(form->txtGenGlass.text, "Mine");
     EXPECT_EQ(form->Record().General.GlassName.Text(), "Mine");
 }
@@ -124,8 +121,7 @@ TEST_F(Form, NewMaterialIsSavedAndTheFormIsReadyForTheNext) {
     TypeIndexRows(7);
     form->comIndexFitClick();
     form->tabPropertiesChange(frm3New::kTabTrans);
-    form->cmbTransType.SetListIndex(1);
-    form->cmbTransTypeClick();
+    Choose(*form, form->cmbTransType, 1, &frm3New::cmbTransTypeClick);
     form->comClipPasteClick("400\t90\n700\t90\n550\t90\n");
     form->comTransSortClick();
     form->tabPropertiesChange(frm3New::kTabOther);
@@ -154,8 +150,7 @@ TEST_F(Form, NewMaterialIsSavedAndTheFormIsReadyForTheNext) {
     again.General.GlassName.Set("Glass-2");
     again.General.Density = 3.0f;
     form->DisplayEdit(again);
-    form->txtGenGlass.text = "Glass-1";
-    form->txtGenGlassChange();
+    Enter(*form, form->txtGenGlass, "Glass-1", &frm3New::txtGenGlassChange);
     dialogs.answers.push_back(MsgAnswer::No);
     form->comAddClick();
     EXPECT_EQ(LastBox(),
@@ -268,8 +263,7 @@ TEST_F(Form, OtherTabDensityStatusAndRemark) {
 
 TEST_F(Form, DnDtModelsRouteBoxZeroToTheirOwnField) {
     form->DisplayNew();
-    form->lstThermal.SetListIndex(1);
-    form->lstThermalClick();
+    Choose(*form, form->lstThermal, 1, &frm3New::lstThermalClick);
     EXPECT_EQ(form->lblTherm[0].caption, "dn/dt");
     EXPECT_EQ(form->lblDnDtLinear.caption, "Abs. value 20°C at 546nm (e) [units: 10^-6/K]");
     EXPECT_FALSE(form->txtTherm[1].visible);
@@ -278,8 +272,7 @@ TEST_F(Form, DnDtModelsRouteBoxZeroToTheirOwnField) {
     EXPECT_FLOAT_EQ(form->Record().Thermal.dndt_lin, 2.5f);
     EXPECT_EQ(form->txtTherm[0].text, "2.500e+00");
 
-    form->lstThermal.SetListIndex(2);
-    form->lstThermalClick();
+    Choose(*form, form->lstThermal, 2, &frm3New::lstThermalClick);
     EXPECT_EQ(form->lblTherm[0].caption, "D0");
     EXPECT_EQ(form->lblTherm[6].caption, "ref. temp °C");
     EXPECT_TRUE(form->txtTherm[6].visible);

@@ -143,8 +143,7 @@ TEST_F(Frm3NewIndex, CheckedCoefficientsReportTheirIndicesAndShowAsConstants) {
     EXPECT_EQ(form->ssRefInd.Text(2, 1), "+2.25000000e+00");
 
     // Back in index data mode the constants text is made from the coefficients.
-    form->cmbIndexDataType.SetListIndex(0);
-    form->cmbIndexDataTypeClick();
+    Choose(*form, form->cmbIndexDataType, 0, &frm3New::cmbIndexDataTypeClick);
     ASSERT_TRUE(form->comIndexShow.enabled);
     form->comIndexShowClick();
     const std::string text = LastBox();
@@ -179,8 +178,7 @@ TEST_F(Frm3NewIndex, AnotherPolynomialLeavesIndexNotReadyAndTheRecordUnsaved) {
         EXPECT_NEAR(form->Record().Derived.nd, 1.509620, 1e-6);
         EXPECT_NEAR(form->Record().Derived.vd, 80.64, 0.01);
 
-        form->cmbIndexPolyType.SetListIndex(1);  // Sellmeier
-        form->cmbIndexPolyTypeClick();
+        Choose(*form, form->cmbIndexPolyType, 1, &frm3New::cmbIndexPolyTypeClick);  // Sellmeier
         EXPECT_EQ(form->pnlStatus[1].caption, "Index: NOT Ready");
         EXPECT_EQ(form->lblGlassCode.caption, "");
         EXPECT_TRUE(form->comIndexFit.enabled);
@@ -259,8 +257,7 @@ TEST_F(Frm3NewIndex, PolynomialListOmitsSellmeierPlusAndKeepsTypeSix) {
     EXPECT_EQ(form->Record().General.Polytype, 6);
     EXPECT_EQ(form->lblIndexMinDataPoints.caption, "Min: 12 points");
 
-    form->cmbIndexPolyType.SetListIndex(2);
-    form->cmbIndexPolyTypeClick();
+    Choose(*form, form->cmbIndexPolyType, 2, &frm3New::cmbIndexPolyTypeClick);
     EXPECT_EQ(form->Record().General.Polytype, 4);
     EXPECT_EQ(form->lblIndexMinDataPoints.caption, "Min: 3 points");
 
@@ -277,20 +274,16 @@ TEST_F(Frm3NewIndex, PolynomialListOmitsSellmeierPlusAndKeepsTypeSix) {
 // A real change of polynomial still zeroes the coefficients.
 TEST_F(Frm3NewIndex, ChoosingTheShownItemAgainKeepsWhatWasTyped) {
     TypeIndexRows(3);
-    form->cmbIndexDataType.SetListIndex(0);
-    form->cmbIndexDataTypeClick();
+    Choose(*form, form->cmbIndexDataType, 0, &frm3New::cmbIndexDataTypeClick);
     const int shown = form->cmbIndexPolyType.listIndex();
     form->cmbIndexPolyTypeClick();
     EXPECT_EQ(form->ssRefInd.Text(1, 3), kSchottPoints[2][0]);
 
-    form->cmbIndexDataType.SetListIndex(1);
-    form->cmbIndexDataTypeClick();
+    Choose(*form, form->cmbIndexDataType, 1, &frm3New::cmbIndexDataTypeClick);
     Type(form->ssRefInd, 2, 1, "2.25");
-    form->cmbIndexPolyType.SetListIndex(shown);
-    form->cmbIndexPolyTypeClick();
+    Choose(*form, form->cmbIndexPolyType, shown, &frm3New::cmbIndexPolyTypeClick);
     EXPECT_EQ(form->ssRefInd.Text(2, 1), "2.25");
-    form->cmbIndexPolyType.SetListIndex(shown + 1);
-    form->cmbIndexPolyTypeClick();
+    Choose(*form, form->cmbIndexPolyType, shown + 1, &frm3New::cmbIndexPolyTypeClick);
     EXPECT_EQ(form->Record().General.PolyCoef[0], 0.0);
     EXPECT_NE(form->ssRefInd.Text(2, 1), "2.25");
 }

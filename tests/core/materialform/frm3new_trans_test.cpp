@@ -18,10 +18,7 @@ class Frm3NewTrans : public Frm3NewFixture {
         dialogs.boxes.clear();
         form->tabPropertiesChange(frm3New::kTabTrans);
     }
-    void SetType(int type) {
-        form->cmbTransType.SetListIndex(type);
-        form->cmbTransTypeClick();
-    }
+    void SetType(int type) { Choose(*form, form->cmbTransType, type, &frm3New::cmbTransTypeClick); }
 };
 
 TEST_F(Frm3NewTrans, InternalGivesAbsorptionAndTotalInBothDisplays) {
@@ -47,25 +44,21 @@ TEST_F(Frm3NewTrans, InternalGivesAbsorptionAndTotalInBothDisplays) {
     EXPECT_EQ(form->ssTrans.Text(3, 1), "90.00");
     EXPECT_EQ(form->ssTrans.Text(4, 1), "0.01054");
 
-    form->cmbTransDisp.SetListIndex(1);
-    form->cmbTransDispClick();
+    Choose(*form, form->cmbTransDisp, 1, &frm3New::cmbTransDispClick);
     EXPECT_EQ(form->ssTrans.Column(3).title, "Internal trans");
     EXPECT_EQ(form->ssTrans.Text(3, 1), "0.9000");
     EXPECT_EQ(form->ssTrans.Text(2, 1), "0.8308");
     Type(form->ssTrans, 3, 1, "0.8");  // a fraction now
     EXPECT_FLOAT_EQ(m.TransInternal[0], 80.0f);
-    form->cmbTransDisp.SetListIndex(0);
-    form->cmbTransDispClick();
+    Choose(*form, form->cmbTransDisp, 0, &frm3New::cmbTransDispClick);
     EXPECT_EQ(form->ssTrans.Column(3).title, "Internal trans [%]");
     EXPECT_FLOAT_EQ(m.TransInternal[0], 80.0f);
 
     // A thinner sample: the same internal transmission means more absorption.
-    form->txtTransGlassWidth.text = "5";
-    form->txtTransGlassWidthValidate();
+    Enter(*form, form->txtTransGlassWidth, "5", &frm3New::txtTransGlassWidthValidate);
     EXPECT_NEAR(m.TransAbsorb[0], -std::log(0.8) / 5, 1e-6);
     EXPECT_EQ(form->txtTransGlassWidth.text, "5.0");
-    form->txtTransGlassWidth.text = "-1";
-    form->txtTransGlassWidthValidate();
+    Enter(*form, form->txtTransGlassWidth, "-1", &frm3New::txtTransGlassWidthValidate);
     EXPECT_FLOAT_EQ(m.TransWidth, 5.0f);
     EXPECT_TRUE(dialogs.boxes.empty());
 
@@ -91,14 +84,12 @@ TEST_F(Frm3NewTrans, TotalOutsideTheIndexBandShowsDashes) {
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(std::string(c.wave) + " type " + std::to_string(c.type));
-        form->cmbTransDisp.SetListIndex(0);
-        form->cmbTransDispClick();
+        Choose(*form, form->cmbTransDisp, 0, &frm3New::cmbTransDispClick);
         SetType(c.type);
         Type(form->ssTrans, 1, 1, c.wave);
         Type(form->ssTrans, c.col, 1, c.value);
         EXPECT_EQ(form->ssTrans.Text(2, 1), c.percent);
-        form->cmbTransDisp.SetListIndex(1);
-        form->cmbTransDispClick();
+        Choose(*form, form->cmbTransDisp, 1, &frm3New::cmbTransDispClick);
         EXPECT_EQ(form->ssTrans.Text(2, 1), c.fraction);
     }
     EXPECT_TRUE(dialogs.boxes.empty()) << LastBox();

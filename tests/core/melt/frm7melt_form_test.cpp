@@ -66,8 +66,7 @@ TEST_F(MeltFixture, NewFormWaitsForParentCodeAndFit) {
     // The prompt itself is no code.
     form->txtMeltCodeValidate();
     EXPECT_EQ(form->MeltRecord().Melt.MeltCode.Text(), "");
-    form->txtMeltCode.text = " m17 ";
-    form->txtMeltCodeValidate();
+    Enter(*form, form->txtMeltCode, " m17 ", &frm7Melt::txtMeltCodeValidate);
     EXPECT_EQ(form->MeltRecord().Melt.MeltCode.Text(), "m17");
     EXPECT_EQ(form->lblMeltName.caption.get(), "Schott  N-BK7 *m17");
     EXPECT_FALSE(form->comAdd.enabled);
@@ -263,13 +262,11 @@ TEST_F(MeltFixture, WavebandsFillTheTableAndOneOfTheUsersIsSavedWithTheFixedOnes
     EXPECT_EQ(
         form->lstWaveBand.Items(),
         (std::vector<std::string>{"Ohara - standard", "Ohara - advanced", "Schott - standard"}));
-    form->lstWaveBand.SetListIndex(0);
-    form->lstWaveBandClick();
+    Choose(*form, form->lstWaveBand, 0, &frm7Melt::lstWaveBandClick);
     EXPECT_EQ(form->ssRefInd.ClipText({1, 1, 2, 1}), "C \t656.2730");
     EXPECT_EQ(form->ssRefInd.Text(1, 4), "g ");
     EXPECT_EQ(form->ssRefInd.Text(2, 5), "");  // 706.519 is not part of the standard band
-    form->lstWaveBand.SetListIndex(1);
-    form->lstWaveBandClick();
+    Choose(*form, form->lstWaveBand, 1, &frm7Melt::lstWaveBandClick);
     EXPECT_EQ(form->ssRefInd.ClipText({1, 2, 2, 2}), "r \t706.5190");
     EXPECT_EQ(form->ssRefInd.Text(2, 10), "404.6560");
     // Picked useful wavelengths fill from the active row.

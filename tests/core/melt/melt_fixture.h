@@ -65,8 +65,7 @@ class MeltFixture : public ListFixture {
     MaterialRecord Pick(const std::string& maker, const std::string& name) {
         popMeltParent picker(dialogs, settings, setup.GetPathKelmora(), {maker});
         EXPECT_TRUE(picker.Load());
-        picker.lstMakers.SetListIndex(0);
-        picker.lstMakersClick();
+        Choose(picker, picker.lstMakers, 0, &popMeltParent::lstMakersClick);
         const int row = RowOf(picker, name);
         EXPECT_GT(row, 0) << "no parent " << maker << " " << name;
         picker.ssGlassesClick(2, row);

@@ -28,8 +28,7 @@ TEST_F(ParentPickerTest, MakersFromTheGenericListAndTheGlassesOfOneSortedByStatu
     EXPECT_EQ(p->lstMakers.listIndex(), -1);
     EXPECT_EQ(p->ssGlasses.MaxRows(), 0);
 
-    p->lstMakers.SetListIndex(0);
-    p->lstMakersClick();
+    Choose(*p, p->lstMakers, 0, &popMeltParent::lstMakersClick);
     ASSERT_EQ(p->ssGlasses.MaxRows(), 12);  // the demo's Schott glasses
     EXPECT_EQ(p->ssGlasses.ClipText({1, 1, 3, 1}), "1\t  N-BK7\t517642");
     EXPECT_EQ(p->ssGlasses.Text(6, 1), "  Recommended");
@@ -41,16 +40,13 @@ TEST_F(ParentPickerTest, MakersFromTheGenericListAndTheGlassesOfOneSortedByStatu
     EXPECT_TRUE(p->comOK.enabled);
     EXPECT_EQ(p->lblSelGlass.caption.get(), "Select glass: Schott    F2");
     // Another maker: a row must be clicked again.
-    p->lstMakers.SetListIndex(1);
-    p->lstMakersClick();
+    Choose(*p, p->lstMakers, 1, &popMeltParent::lstMakersClick);
     EXPECT_FALSE(p->comOK.enabled);
     EXPECT_EQ(p->ssGlasses.Text(6, 1), "  Available?");
 
     // Sorted by status: the words first, then the names.
-    p->lstMakers.SetListIndex(2);  // Hoya: A and R
-    p->lstMakersClick();
-    p->cmbSortOrder.SetListIndex(5);
-    p->cmbSortOrderClick();
+    Choose(*p, p->lstMakers, 2, &popMeltParent::lstMakersClick);  // Hoya: A and R
+    Choose(*p, p->cmbSortOrder, 5, &popMeltParent::cmbSortOrderClick);
     std::vector<std::string> seen;
     for (int r = 1; r <= p->ssGlasses.MaxRows(); ++r) {
         seen.push_back(p->ssGlasses.Text(6, r) + "|" + p->ssGlasses.Text(2, r));
@@ -67,8 +63,7 @@ TEST_F(ParentPickerTest, PickReturnsTheWholeRowAndRemembersTheMaker) {
     MaterialRecord rec = ClearedMaterialRecord();
     popMeltParent::Hooks hooks;
     hooks.showModal = [this](popMeltParent& p) {
-        p.lstMakers.SetListIndex(2);
-        p.lstMakersClick();
+        Choose(p, p.lstMakers, 2, &popMeltParent::lstMakersClick);
         p.ssGlassesClick(2, RowOf(p, "BSC7"));
         p.comOKClick();
     };
@@ -87,8 +82,7 @@ TEST_F(ParentPickerTest, PickReturnsTheWholeRowAndRemembersTheMaker) {
     EXPECT_EQ(p->lstMakers.listIndex(), 2);
     EXPECT_GT(p->ssGlasses.MaxRows(), 0);
     // A cancel keeps the setting.
-    p->lstMakers.SetListIndex(0);
-    p->lstMakersClick();
+    Choose(*p, p->lstMakers, 0, &popMeltParent::lstMakersClick);
     p->ssGlassesClick(1, 1);
     p->comCancelClick();
     EXPECT_EQ(settings.GetSetting("MeltParent", "MeltParentMaker", "?"), "Hoya");
@@ -98,8 +92,7 @@ TEST_F(ParentPickerTest, AMakerWithoutRowsGivesAnEmptyGrid) {
     popMeltParent p(dialogs, settings, setup.GetPathKelmora(), {"Nobody"});
     ASSERT_TRUE(p.Load());
     dialogs.boxes.clear();
-    p.lstMakers.SetListIndex(0);
-    p.lstMakersClick();
+    Choose(p, p.lstMakers, 0, &popMeltParent::lstMakersClick);
     EXPECT_TRUE(dialogs.boxes.empty());
     EXPECT_EQ(p.ssGlasses.MaxRows(), 0);
     EXPECT_FALSE(p.comOK.enabled);
