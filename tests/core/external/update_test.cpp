@@ -232,7 +232,9 @@ TEST_F(UpdateTest, OneDatabaseRowPerMaterialWhateverTheCase) {
     }
 }
 
-TEST_F(UpdateTest, LeaveKeepsOldDataButRewritesFileAndBackup) {
+// Leave keeps the old data of a glass but rewrites the file and its backup; the questions
+// and refusals of the frame change no store.
+TEST_F(UpdateTest, LeaveQuestionsAndRefusals) {
     const std::vector<MaterialRecord> old{ReadyMaterial("GLASS B", "Lab", 1.5)};
     WriteFile(Lumbrak(), old);
     auto frame = Frame();
@@ -242,27 +244,27 @@ TEST_F(UpdateTest, LeaveKeepsOldDataButRewritesFileAndBackup) {
     EXPECT_TRUE(frame.comExtAddAllClick());
     EXPECT_EQ(dialogs.boxes[0].text,
               "Are you sure that you want to export all 3 materials to Lumbrak3D/Sextane");
-    EXPECT_EQ(FileAt(Lumbrak()), Image({old[0], list[0], list[2]}));
-    EXPECT_EQ(FileAt(Sextane()), FileAt(Lumbrak()));
+    const std::string written = FileAt(Lumbrak());
+    EXPECT_EQ(written, Image({old[0], list[0], list[2]}));
+    EXPECT_EQ(FileAt(Sextane()), written);
     EXPECT_EQ(FileAt(Lumbrak(), kExternalBackupName), Image(old));
     EXPECT_EQ(Rows().size(), 4u);  // the database was not a target
-}
 
-TEST_F(UpdateTest, QuestionsAndRefusals) {
-    auto frame = Frame();
+    auto both = Frame();
     dialogs.answers = {MsgAnswer::No};
-    EXPECT_FALSE(frame.comExtAddSelClick());
-    EXPECT_EQ(dialogs.boxes[0].text,
+    EXPECT_FALSE(both.comExtAddSelClick());
+    EXPECT_EQ(dialogs.boxes[1].text,
               "Are you sure that you want to export GLASS A [Lab] to Lumbrak3D/Sextane & Kelmora");
-    EXPECT_EQ(dialogs.boxes[0].buttons, MsgButtons::YesNo);
+    EXPECT_EQ(dialogs.boxes[1].buttons, MsgButtons::YesNo);
     list[1].TransState.Ready = kFalse;
-    EXPECT_FALSE(frame.comExtSynchClick());
-    EXPECT_EQ(dialogs.boxes[1].text.rfind("The following glass[s] are not ready for export.", 0),
+    EXPECT_FALSE(both.comExtSynchClick());
+    EXPECT_EQ(dialogs.boxes[2].text.rfind("The following glass[s] are not ready for export.", 0),
               0u);
     list.clear();
-    EXPECT_FALSE(frame.comExtAddAllClick());
-    EXPECT_EQ(dialogs.boxes.size(), 2u);
+    EXPECT_FALSE(both.comExtAddAllClick());
+    EXPECT_EQ(dialogs.boxes.size(), 3u);
     EXPECT_EQ(Rows().size(), 4u);
+    EXPECT_EQ(FileAt(Lumbrak()), written);
 }
 
 // The stores of the sibling programs as they stand: both files and every database row.

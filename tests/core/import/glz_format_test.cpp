@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <charconv>
+#include <iterator>
+#include <regex>
 #include <sstream>
 
 #include "core/import/glz_writer.h"
@@ -382,21 +384,13 @@ TEST(ImportText, Utf16DecodesToTheCodePageAtEveryPlace) {
     }
 }
 
-// Lines of a text, cut at CR LF, CR or LF, the slow and obvious way.
+// Lines of a text, cut at CR LF, CR or LF, the slow and obvious way: no line after the last
+// line end.
 std::vector<std::string> LinesOf(const std::string& text) {
-    std::vector<std::string> lines;
-    std::string line;
-    for (size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == '\r' || text[i] == '\n') {
-            lines.push_back(line);
-            line.clear();
-            if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n') ++i;
-        } else {
-            line.push_back(text[i]);
-        }
-    }
-    if (!line.empty()) lines.push_back(line);
-    return lines;
+    static const std::regex end("\r\n|\r|\n");
+    if (text.empty()) return {};
+    return {std::sregex_token_iterator(text.begin(), text.end(), end, -1),
+            std::sregex_token_iterator()};
 }
 
 TEST(ImportText, SplitTextLinesAtEveryKindOfLineEnd) {
@@ -419,17 +413,8 @@ TEST(ImportText, SplitTextLinesAtEveryKindOfLineEnd) {
 
 // Words of a line, cut at runs of blanks and tabs, the slow and obvious way.
 std::vector<std::string> WordsOf(const std::string& line) {
-    std::vector<std::string> words;
-    std::string word;
-    for (const char c : line + " ") {
-        if (c == ' ' || c == '\t') {
-            if (!word.empty()) words.push_back(word);
-            word.clear();
-        } else {
-            word.push_back(c);
-        }
-    }
-    return words;
+    std::istringstream in(line);
+    return {std::istream_iterator<std::string>(in), std::istream_iterator<std::string>()};
 }
 
 TEST(ImportText, SplitBlanksCutsWordsAtEveryPlace) {
