@@ -2,6 +2,7 @@
 // A Dialogs that records every box and answers from queues, for tests.
 #include <deque>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -11,9 +12,14 @@ namespace ostrel::testing {
 
 struct ShownBox {
     std::string text;
-    MsgButtons buttons;
-    MsgIcon icon;
+    MsgButtons buttons = MsgButtons::OK;
+    MsgIcon icon = MsgIcon::None;
     std::string title;
+    bool operator==(const ShownBox&) const = default;
+    friend std::ostream& operator<<(std::ostream& out, const ShownBox& b) {
+        return out << "box \"" << b.text << "\" buttons " << int(b.buttons) << " icon "
+                   << int(b.icon) << " title \"" << b.title << "\"";
+    }
 };
 
 class ScriptedDialogs : public Dialogs {

@@ -25,10 +25,8 @@ class ListOperationsTest : public ListFixture {
 TEST_F(ListOperationsTest, DeleteAsksThenRemovesSavesAndRefreshes) {
     GlassesList& l = WithThree();
     ASSERT_TRUE(DeleteMaterial(l, dialogs, 2));
-    ASSERT_EQ(dialogs.boxes.size(), 1u);
-    EXPECT_EQ(dialogs.boxes[0].text, "Are you sure that you wish to delete B - S?");
-    EXPECT_EQ(dialogs.boxes[0].buttons, MsgButtons::YesNo);
-    EXPECT_EQ(dialogs.boxes[0].icon, MsgIcon::Question);
+    EXPECT_EQ(dialogs.boxes, (std::vector<ShownBox>{{"Are you sure that you wish to delete B - S?",
+                                                     MsgButtons::YesNo, MsgIcon::Question, ""}}));
     EXPECT_EQ(Names(), (std::vector<std::string>{"A", "C"}));
     EXPECT_TRUE(ReadFileBytes(Current()) == Image(l.CustomList()));
     EXPECT_EQ(refreshes, 1);

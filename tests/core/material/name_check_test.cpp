@@ -60,10 +60,8 @@ TEST(NameRefusal, KeptAsTypedOrRefusedWithTheReason) {
 TEST(NameRefusalBox, ShowsTheTypedTextAndTheReason) {
     ScriptedDialogs dialogs;
     ShowNameRefusal(dialogs, true, "A\tB", "Why");
-    ASSERT_EQ(dialogs.boxes.size(), 1u);
-    EXPECT_EQ(dialogs.boxes[0].text, "    'A?B\nWhy: try again.");
-    EXPECT_EQ(dialogs.boxes[0].title, "Invalid Source");
-    EXPECT_EQ(dialogs.boxes[0].icon, MsgIcon::Exclamation);
+    EXPECT_EQ(dialogs.boxes, (std::vector<ShownBox>{{"    'A?B\nWhy: try again.", MsgButtons::OK,
+                                                     MsgIcon::Exclamation, "Invalid Source"}}));
 }
 
 }  // namespace

@@ -89,11 +89,10 @@ TEST_F(Form, CatalogueNameIsRefusedAndTheOldTextComesBack) {
     TypeName("N-A", "maker");
     EXPECT_EQ(form->pnlStatus[0].caption, "General: Ready");
     Enter(*form, form->txtGenGlass, "n-ab", &frm3New::txtGenGlassChange);
-    ASSERT_EQ(dialogs.boxes.size(), 1u);
-    EXPECT_EQ(dialogs.boxes[0].text,
-              "N-AB - MAKER is already in the list of catalog materials, and cannot be "
-              "overwritten!");
-    EXPECT_EQ(dialogs.boxes[0].icon, MsgIcon::Information);
+    EXPECT_EQ(dialogs.boxes,
+              (std::vector<ShownBox>{{"N-AB - MAKER is already in the list of catalog "
+                                      "materials, and cannot be overwritten!",
+                                      MsgButtons::OK, MsgIcon::Information, ""}}));
     EXPECT_EQ(form->txtGenGlass.text, "N-A");
     EXPECT_EQ(form->pnlStatus[0].caption, "General: NOT Ready");
     EXPECT_EQ(form->form.caption, "Editing data  N-A::maker");

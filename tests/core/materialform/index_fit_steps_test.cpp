@@ -83,16 +83,16 @@ TEST(IndexFitSteps, TooFewPointsNamesTheMinimum) {
     for (const Case& c :
          {Case{1, 5, "You need at least 6 full data points to fit a Schott polynomial."},
           Case{2, 5, "You need at least 6 full data points to fit a Sellmeier polynomial."},
-         Case{3, 11, "You need at least 12 full data points to fit a Schott Plus polynomial."},
+          Case{3, 11, "You need at least 12 full data points to fit a Schott Plus polynomial."},
           Case{6, 11, "You need at least 12 full data points to fit a Sellmeier Plus polynomial."},
           Case{4, 2, "You need at least 3 full data points to fit a Cauchy polynomial."}}) {
         FitRun run(c.type);
         const auto out = run.Fit(Nbk7Rows(c.rows));
         EXPECT_FALSE(out.fitted);
         EXPECT_TRUE(out.errorLabel.empty());
-        ASSERT_EQ(run.d.boxes.size(), 1u);
-        EXPECT_EQ(run.d.boxes[0].text, c.text);
-        EXPECT_EQ(run.d.boxes[0].icon, MsgIcon::Exclamation);
+        EXPECT_EQ(
+            run.d.boxes,
+            (std::vector<testing::ShownBox>{{c.text, MsgButtons::OK, MsgIcon::Exclamation, ""}}));
         EXPECT_EQ(run.rec.IndexState.Ready, kFalse);
         EXPECT_FALSE(run.d.everBusy);
     }

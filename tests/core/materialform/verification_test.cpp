@@ -56,13 +56,11 @@ TEST(CheckGlassesReady, ReportsEveryGlassNotReadyInTheRangeInOneBox) {
         ReadyRecord("D4", "S4", {true, false, true, true, true})};
 
     EXPECT_FALSE(CheckGlassesReady(dialogs, 0, 2, glasses));
-    ASSERT_EQ(dialogs.boxes.size(), 1u);
-    EXPECT_EQ(dialogs.boxes[0].text,
-              "The following glass[s] are not ready for export.\n"
-              "B2/S2 - check: Trans\n"
-              "C3/S3 - check: General Other\n");
-    EXPECT_EQ(dialogs.boxes[0].buttons, MsgButtons::OK);
-    EXPECT_EQ(dialogs.boxes[0].icon, MsgIcon::Information);
+    EXPECT_EQ(dialogs.boxes,
+              (std::vector<testing::ShownBox>{{"The following glass[s] are not ready for export.\n"
+                                               "B2/S2 - check: Trans\n"
+                                               "C3/S3 - check: General Other\n",
+                                               MsgButtons::OK, MsgIcon::Information, ""}}));
 
     // A ready glass, an empty range and an empty list show nothing.
     EXPECT_TRUE(CheckGlassesReady(dialogs, 0, 0, glasses));

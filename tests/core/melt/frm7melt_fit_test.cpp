@@ -104,10 +104,10 @@ TEST_F(MeltFixture, RowTextsRefusalOfFewerThanFourPairsAndSort) {
     TypePair(5, "100.00001", "1.8");
     dialogs.boxes.clear();
     form->comIndexFitClick();
-    ASSERT_EQ(dialogs.boxes.size(), 1u);
-    EXPECT_EQ(dialogs.boxes[0].text,
-              "You need at least 4 full melt index/wavelength pairs to create a melt glass");
-    EXPECT_EQ(dialogs.boxes[0].icon, MsgIcon::Exclamation);
+    EXPECT_EQ(dialogs.boxes,
+              (std::vector<ShownBox>{{"You need at least 4 full melt index/wavelength "
+                                      "pairs to create a melt glass",
+                                      MsgButtons::OK, MsgIcon::Exclamation, ""}}));
     const auto& m = form->MeltRecord().Melt;
     EXPECT_EQ(m.MeltIndexPoints, 3);
     EXPECT_EQ(form->MeltRecord().IndexState.Ready, kFalse);

@@ -123,12 +123,11 @@ TEST_F(MeltFixture, SaveSortsTheListOffersOverwriteAndEditAndReviewOpenTheSavedM
     dialogs.boxes.clear();
     dialogs.answers.push_back(MsgAnswer::No);
     form->comAddClick();
-    ASSERT_EQ(dialogs.boxes.size(), 1u);
-    EXPECT_EQ(dialogs.boxes[0].text,
-              "N-BK7 *M1 [SCHOTT] is already in your collection.\n\nDo you want to overwrite the "
-              "existing data?");
-    EXPECT_EQ(dialogs.boxes[0].buttons, MsgButtons::YesNo);
-    EXPECT_EQ(dialogs.boxes[0].icon, MsgIcon::Question);
+    EXPECT_EQ(
+        dialogs.boxes,
+        (std::vector<ShownBox>{{"N-BK7 *M1 [SCHOTT] is already in your collection.\n\nDo you want "
+                                "to overwrite the existing data?",
+                                MsgButtons::YesNo, MsgIcon::Question, ""}}));
     EXPECT_NEAR(IndexOf(list->CustomList()[0], 587.562f) - IndexOf(form->ParentRecord(), 587.562f),
                 0.0003, 2e-6);
 

@@ -196,9 +196,8 @@ TEST_F(SchottSheetTest, EntriesAndTheCheckOfOK) {
             EXPECT_TRUE(dialogs.boxes.empty());
             continue;
         }
-        ASSERT_EQ(dialogs.boxes.size(), 1u);
-        EXPECT_EQ(dialogs.boxes[0].text, c.refusal);
-        EXPECT_EQ(dialogs.boxes[0].icon, MsgIcon::Exclamation);
+        EXPECT_EQ(dialogs.boxes,
+                  (std::vector<ShownBox>{{c.refusal, MsgButtons::OK, MsgIcon::Exclamation, ""}}));
         EXPECT_EQ(sheet.Record().Melt.MeltIndexPoints, 0);
     }
 }

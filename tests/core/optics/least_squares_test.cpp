@@ -62,9 +62,8 @@ TEST(QuadraticFit, FailureShowsTheMessageAndKeepsTheCoefficients) {
         const std::vector<double> y{1, 2, 3};
         std::array<double, 3> coef{7, 8, 9};
         EXPECT_EQ(QuadraticFit(dialogs, static_cast<int>(c.x.size()), c.x, y, c.w, coef), 0);
-        ASSERT_EQ(dialogs.boxes.size(), 1u);
-        EXPECT_EQ(dialogs.boxes[0].text, c.message);
-        EXPECT_EQ(dialogs.boxes[0].buttons, MsgButtons::OK);
+        EXPECT_EQ(dialogs.boxes,
+                  (std::vector<testing::ShownBox>{{c.message, MsgButtons::OK, MsgIcon::None, ""}}));
         EXPECT_EQ(coef, (std::array<double, 3>{7, 8, 9}));
     }
 }
