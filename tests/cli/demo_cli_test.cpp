@@ -134,7 +134,6 @@ TEST_F(DemoCli, MeltFromPairsSaved) {
               "435.8340\t1.5270846\t1.5266846\t0.000400\t0.000400\n"
               "Average error [user-fitted] indices at above wavelengths: 0.000400\n");
     EXPECT_EQ(RunCliIn(dir, "list").out, "1\tN-BK7 *m7\tSchott\n");
-    EXPECT_EQ(nlohmann::json::parse(RunCliIn(dir, "show 1").out)["MeltFlag"], -1);
 }
 
 TEST_F(DemoCli, MeltFromASchottSheetAsJson) {
