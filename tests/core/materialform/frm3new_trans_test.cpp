@@ -40,14 +40,11 @@ TEST_F(Frm3NewTrans, InternalGivesAbsorptionAndTotalInBothDisplays) {
     // -ln(0.9) / 10 and 90 x 0.9230769.
     EXPECT_NEAR(m.TransAbsorb[0], 0.0105361, 1e-6);
     EXPECT_NEAR(m.TransTotal[0], 83.07692, 1e-4);
-    EXPECT_EQ(form->ssTrans.Text(2, 1), "83.08");
-    EXPECT_EQ(form->ssTrans.Text(3, 1), "90.00");
-    EXPECT_EQ(form->ssTrans.Text(4, 1), "0.01054");
+    EXPECT_EQ(form->ssTrans.ClipText({2, 1, 4, 1}), "83.08\t90.00\t0.01054");
 
     Choose(*form, form->cmbTransDisp, 1, &frm3New::cmbTransDispClick);
     EXPECT_EQ(form->ssTrans.Column(3).title, "Internal trans");
-    EXPECT_EQ(form->ssTrans.Text(3, 1), "0.9000");
-    EXPECT_EQ(form->ssTrans.Text(2, 1), "0.8308");
+    EXPECT_EQ(form->ssTrans.ClipText({2, 1, 3, 1}), "0.8308\t0.9000");
     Type(form->ssTrans, 3, 1, "0.8");  // a fraction now
     EXPECT_FLOAT_EQ(m.TransInternal[0], 80.0f);
     Choose(*form, form->cmbTransDisp, 0, &frm3New::cmbTransDispClick);
@@ -156,9 +153,8 @@ TEST_F(Frm3NewTrans, SortAndCheckNeedsThreePoints) {
     EXPECT_FALSE(form->comTransSort.enabled);
     EXPECT_FALSE(form->txtTransGlassWidth.enabled);
     EXPECT_TRUE(form->ssTrans.Column(1).locked);
-}
 
-TEST_F(Frm3NewTrans, ZeroWidthIsRepairedWithAMessageWhenARecordIsOpened) {
+    // A zero width is repaired with a message when a record is opened.
     MaterialRecord rec = frm3New::FreshRecord();
     rec.Measured.TransWidth = 0;
     form->DisplayEdit(rec);

@@ -92,13 +92,11 @@ TEST(NormaliseRecord, GlassCodeFollowsTheIndexSection) {
     rec.General.PolyCoef[0] = 2.25;
     rec.General.GlassCode = 111222;
 
-    rec.IndexState.Ready = kFalse;
-    NormaliseRecord(rec);
-    EXPECT_EQ(rec.General.GlassCode, 111222);
-
-    rec.IndexState.Ready = kTrue;
-    NormaliseRecord(rec);
-    EXPECT_EQ(rec.General.GlassCode, 500000);
+    for (auto [ready, code] : {std::pair{kFalse, 111222}, {kTrue, 500000}}) {
+        rec.IndexState.Ready = ready;
+        NormaliseRecord(rec);
+        EXPECT_EQ(rec.General.GlassCode, code);
+    }
 }
 
 }  // namespace

@@ -79,9 +79,7 @@ TEST_F(Picker, StartWaveIsMarkedInEveryTableThatHoldsIt) {
     script = [](popEditParamWave& f) {
         EXPECT_EQ(f.ssWavesFraun.ActiveRow(), 11);
         EXPECT_EQ(f.ssWavesLaser.ActiveRow(), 34);
-        EXPECT_EQ(f.ssWavesFraun.Text(1, 11), "    632.8");
-        EXPECT_EQ(f.ssWavesFraun.Text(2, 11), "  ");
-        EXPECT_EQ(f.ssWavesFraun.Text(3, 11), "HeNe laser");
+        EXPECT_EQ(f.ssWavesFraun.ClipText({1, 11, 3, 11}), "    632.8\t  \tHeNe laser");
         EXPECT_EQ(f.tabWaveSel.tab, 2);
         EXPECT_EQ(f.lblWave.caption, "Typical wavelengths for tranmission");
         f.comCancelClick();
@@ -141,8 +139,7 @@ TEST_F(Picker, OwnWavelengthFileReplacesTheThirdTab) {
     EXPECT_EQ(Show(2), -1);
     EXPECT_TRUE(picker->CustomLoaded());
     EXPECT_EQ(picker->ssWavesCustom.MaxRows(), 2);
-    EXPECT_EQ(picker->ssWavesCustom.Text(2, 1), "Laser A");
-    EXPECT_EQ(picker->ssWavesCustom.Text(2, 2), "800");
+    EXPECT_EQ(picker->ssWavesCustom.ClipText({2, 1, 2, 2}), "Laser A\n800");
     EXPECT_FLOAT_EQ(wave, 1550.5f);
 }
 
