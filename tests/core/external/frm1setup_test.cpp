@@ -98,12 +98,13 @@ TEST_F(Frm1SetupTest, OkStoresTheFoundPathsAndEndsTheFirstRun) {
     form->comOKClick();
     EXPECT_TRUE(form->Result());
     EXPECT_FALSE(form->IsOpen());
-    EXPECT_EQ(settings.GetSetting("B1SetupPathsTD", "KelmoraTD", ""),
-              Dir(tmp / "apps" / "Kelmora"));
-    EXPECT_EQ(settings.GetSetting("B1SetupPathsTD", "LumbrakPlusTD", ""),
-              Dir(tmp / "drive" / "Lumbrak"));
-    EXPECT_EQ(settings.GetSetting("B1SetupPathsTD", "LumbrakSextaneTD", "none"), "none");
-    EXPECT_EQ(settings.GetSetting("B1SetupPathsTD", "FirstLoad1TD", ""), "False");
+    // Nothing for the program not found.
+    using Key = std::pair<std::string, std::string>;
+    EXPECT_EQ(settings.values(),
+              (std::map<Key, std::string>{
+                  {{"B1SetupPathsTD", "KelmoraTD"}, Dir(tmp / "apps" / "Kelmora")},
+                  {{"B1SetupPathsTD", "LumbrakPlusTD"}, Dir(tmp / "drive" / "Lumbrak")},
+                  {{"B1SetupPathsTD", "FirstLoad1TD"}, "False"}}));
     EXPECT_FALSE(forms->ribTools[1].value);
     EXPECT_EQ(forms->GetCurrentForm(), 0);
     for (int n = 2; n <= 7; ++n) EXPECT_TRUE(forms->ribTools[n].enabled) << n;

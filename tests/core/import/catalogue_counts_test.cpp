@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <iterator>
 #include <limits>
 #include <map>
 #include <set>
@@ -41,9 +42,7 @@ struct CatalogueCounts {
 
 std::vector<std::string> Words(const std::string& line) {
     std::istringstream ls(line);
-    std::vector<std::string> out;
-    for (std::string w; ls >> w;) out.push_back(w);
-    return out;
+    return {std::istream_iterator<std::string>(ls), std::istream_iterator<std::string>()};
 }
 
 // Glasses of an AGF file by formula number, from the NM lines alone.

@@ -137,10 +137,10 @@ TEST(GlzReader, WrongTitleShowsMessageAndStillReads) {
     EXPECT_EQ(r.ok, -1);
     ASSERT_EQ(r.count, 1);
     // Only General: other sections keep the cleared state (dn/dt ready).
-    EXPECT_EQ(r.recs[0].TransState.Ready, 0);
-    EXPECT_EQ(r.recs[0].OtherState.Ready, 0);
-    EXPECT_EQ(r.recs[0].ThermalState.Ready, -1);
-    EXPECT_EQ(r.recs[0].General.GlassKind, 8);
+    const auto& m = r.recs[0];
+    EXPECT_EQ(std::tuple(m.TransState.Ready, m.OtherState.Ready, m.ThermalState.Ready,
+                         m.General.GlassKind),
+              std::tuple(0, 0, -1, 8));
 }
 
 TEST(GlzReader, SectionRulesClampsAndNumberForms) {

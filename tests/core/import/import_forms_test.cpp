@@ -35,9 +35,9 @@ TEST_F(ImportForm, ReadFillsGridAndSettingsAndTheFilterDecides) {
         if (dialogs.fileDialogs.size() > 1) continue;
         EXPECT_EQ(dialogs.fileDialogs[0].filter, frm4Import::kFilter);
         EXPECT_EQ(dialogs.fileDialogs[0].initialPath, "/app/");
-        EXPECT_EQ(form.ssGlasses.Text(1, 1), "N-BK7");
-        EXPECT_EQ(form.ssGlasses.Text(3, 1), "400.0 - 700.0");
-        EXPECT_EQ(form.ssGlasses.Text(5, 1), "OK");
+        EXPECT_EQ((Strings{form.ssGlasses.Text(1, 1), form.ssGlasses.Text(3, 1),
+                           form.ssGlasses.Text(5, 1)}),
+                  (Strings{"N-BK7", "400.0 - 700.0", "OK"}));
         EXPECT_TRUE(form.ssGlasses.Column(frm4Import::kColRefit).hidden);  // nothing refitted
         EXPECT_TRUE(dialogs.boxes.empty());                                // and no notice
         EXPECT_EQ(settings.GetSetting("B4Import", "B4ImportLastType", ""), "4");

@@ -60,19 +60,17 @@ TEST(AgfImport, Utf16ByteOrdersAndContinuationLines) {
     }
 }
 
-TEST(AgfImport, BadNumberKeepsEarlierGlassesAndNamesThePlace) {
+TEST(AgfImport, FailedReadsKeepEarlierGlassesAndSayWhy) {
     const Staged r = ReadCatalogue(Data("bad_number.agf"));
     EXPECT_EQ(r.ok, 0);
     ASSERT_EQ(r.count, 1);
     EXPECT_EQ(r.recs[0].General.GlassName.Text(), "OK1");
     EXPECT_NE(r.errorText.find("line 5, glass BAD2: \"x\" is no number"), std::string::npos)
         << r.errorText;
-}
-
-TEST(AgfImport, FileWithoutLineEnds) {
-    const Staged r = ReadAgfText("NM X 1 0 1.5 60 0 1 " + std::string(250, 'x'));
-    EXPECT_EQ(r.ok, 0);
-    EXPECT_EQ(r.errorText, kNoCarriageReturnMsg);
+    // A file without line ends.
+    const Staged flat = ReadAgfText("NM X 1 0 1.5 60 0 1 " + std::string(250, 'x'));
+    EXPECT_EQ(flat.ok, 0);
+    EXPECT_EQ(flat.errorText, kNoCarriageReturnMsg);
 }
 
 const char* kTwoGlasses =
