@@ -22,17 +22,8 @@ class ListOperationsTest : public ListFixture {
     }
 };
 
+// Out of range nothing is asked; a No changes nothing; a Yes removes, saves and refreshes.
 TEST_F(ListOperationsTest, DeleteAsksThenRemovesSavesAndRefreshes) {
-    GlassesList& l = WithThree();
-    ASSERT_TRUE(DeleteMaterial(l, dialogs, 2));
-    EXPECT_EQ(dialogs.boxes, (std::vector<ShownBox>{{"Are you sure that you wish to delete B - S?",
-                                                     MsgButtons::YesNo, MsgIcon::Question, ""}}));
-    EXPECT_EQ(Names(), (std::vector<std::string>{"A", "C"}));
-    EXPECT_TRUE(ReadFileBytes(Current()) == Image(l.CustomList()));
-    EXPECT_EQ(refreshes, 1);
-}
-
-TEST_F(ListOperationsTest, DeleteOutOfRangeOrAnsweredNoChangesNothing) {
     GlassesList& l = WithThree();
     const std::string before = ReadFileBytes(Current());
     EXPECT_FALSE(DeleteMaterial(l, dialogs, 4));
@@ -43,6 +34,14 @@ TEST_F(ListOperationsTest, DeleteOutOfRangeOrAnsweredNoChangesNothing) {
     EXPECT_TRUE(ReadFileBytes(Current()) == before);
     EXPECT_FALSE(fs::exists(Backup()));
     EXPECT_EQ(refreshes, 0);
+
+    dialogs.boxes.clear();
+    ASSERT_TRUE(DeleteMaterial(l, dialogs, 2));
+    EXPECT_EQ(dialogs.boxes, (std::vector<ShownBox>{{"Are you sure that you wish to delete B - S?",
+                                                     MsgButtons::YesNo, MsgIcon::Question, ""}}));
+    EXPECT_EQ(Names(), (std::vector<std::string>{"A", "C"}));
+    EXPECT_TRUE(ReadFileBytes(Current()) == Image(l.CustomList()));
+    EXPECT_EQ(refreshes, 1);
 }
 
 // A taken name is asked again without a word; a name the file cannot hold is explained first.

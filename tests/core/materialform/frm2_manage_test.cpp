@@ -92,9 +92,20 @@ TEST_F(Frm2ManageTest, EditOpensTheMeltFormForMeltGlassesAndNothingOnAnEmptyList
     EXPECT_TRUE(dialogs.boxes.empty());
 }
 
+// A cancel or nothing chosen changes nothing; the chosen are removed and the rest saved.
 TEST_F(Frm2ManageTest, DeleteRemovesTheChosenAndSavesTheRest) {
     for (const char* n : {"A", "B", "C", "D"}) Add(ReadyRecord(n, "S"));
     auto& f = Form();
+    cancelDelete = true;
+    toDelete = {0};
+    f.comDeleteClick();
+    cancelDelete = false;
+    toDelete = {};
+    f.comDeleteClick();
+    EXPECT_EQ(list->CustomCount(), 4);
+    EXPECT_EQ(refreshes, 0);
+    EXPECT_FALSE(std::filesystem::exists(Current()));
+
     toDelete = {1, 3};
     f.comDeleteClick();
     EXPECT_EQ(offered, (std::vector<std::string>{"A/S", "B/S", "C/S", "D/S"}));
@@ -104,20 +115,6 @@ TEST_F(Frm2ManageTest, DeleteRemovesTheChosenAndSavesTheRest) {
     EXPECT_EQ(f.ssGlassesCurr.Text(frm2Manage::kColIndex, 2), "2");
     EXPECT_EQ(refreshes, 1);
     EXPECT_EQ(ReadFileBytes(Current()), Image(list->CustomList()));
-}
-
-TEST_F(Frm2ManageTest, DeleteCancelledOrNothingChosenChangesNothing) {
-    Add(ReadyRecord("A", "S"));
-    auto& f = Form();
-    cancelDelete = true;
-    toDelete = {0};
-    f.comDeleteClick();
-    cancelDelete = false;
-    toDelete = {};
-    f.comDeleteClick();
-    EXPECT_EQ(list->CustomCount(), 1);
-    EXPECT_EQ(refreshes, 0);
-    EXPECT_FALSE(std::filesystem::exists(Current()));
 }
 
 TEST_F(Frm2ManageTest, SortsGridAndStoresTheOrder) {
