@@ -1,3 +1,4 @@
+// The melt form: its life cycle, the parent picked, and the melt's name and status shown.
 #include "core/melt/frm7melt.h"
 
 #include <exception>
