@@ -27,6 +27,29 @@ TEST_F(Form, NewMaterialReadsEditingAndHasOnlyDnDtReady) {
     EXPECT_EQ(form->Record().General.GlassKind, 8);
     EXPECT_EQ(form->Record().Other.Status.Text(), "A");
     EXPECT_TRUE(dialogs.boxes.empty());
+
+    // The commands follow the tab.
+    const struct {
+        const char* paste;
+        bool pasteOn;
+        const char* clear;
+        bool clearOn;
+        bool waveOn;
+    } tabs[] = {{"&Paste", false, "C&lear", false, false},
+                {"&Paste index", true, "C&lear index", true, true},
+                {"&Paste trans", true, "C&lear trans", true, true},
+                {"&Paste", false, "C&lear dndt", true, false},
+                {"&Paste", false, "C&lear other", true, false}};
+    for (int tab = 0; tab < 5; ++tab) {
+        SCOPED_TRACE(tab);
+        const auto& c = tabs[tab];
+        form->tabPropertiesChange(tab);
+        EXPECT_EQ(form->comClipPaste.caption, c.paste);
+        EXPECT_EQ(form->comClipPaste.enabled, c.pasteOn);
+        EXPECT_EQ(form->comClear.caption, c.clear);
+        EXPECT_EQ(form->comClear.enabled, c.clearOn);
+        EXPECT_EQ(form->comWaveSelRefInd.enabled, c.waveOn);
+    }
 }
 
 TEST_F(Form, TitleOfEditedMaterialAndReviewLocksEverything) {
@@ -53,31 +76,6 @@ TEST_F(Form, TitleOfEditedMaterialAndReviewLocksEverything) {
     form->comOKClick();
     EXPECT_FALSE(form->IsOpen());
     EXPECT_EQ(closes, 1);
-}
-
-TEST_F(Form, CommandsFollowTheTab) {
-    const struct {
-        const char* paste;
-        bool pasteOn;
-        const char* clear;
-        bool clearOn;
-        bool waveOn;
-    } tabs[] = {{"&Paste", false, "C&lear", false, false},
-                {"&Paste index", true, "C&lear index", true, true},
-                {"&Paste trans", true, "C&lear trans", true, true},
-                {"&Paste", false, "C&lear dndt", true, false},
-                {"&Paste", false, "C&lear other", true, false}};
-    form->DisplayNew();
-    for (int tab = 0; tab < 5; ++tab) {
-        SCOPED_TRACE(tab);
-        const auto& c = tabs[tab];
-        form->tabPropertiesChange(tab);
-        EXPECT_EQ(form->comClipPaste.caption, c.paste);
-        EXPECT_EQ(form->comClipPaste.enabled, c.pasteOn);
-        EXPECT_EQ(form->comClear.caption, c.clear);
-        EXPECT_EQ(form->comClear.enabled, c.clearOn);
-        EXPECT_EQ(form->comWaveSelRefInd.enabled, c.waveOn);
-    }
 }
 
 TEST_F(Form, CatalogueNameIsRefusedAndTheOldTextComesBack) {

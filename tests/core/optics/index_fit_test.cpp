@@ -257,13 +257,6 @@ TEST(FitSellmeier, WeightsDoNotMoveTheCoefficients) {
     EXPECT_DOUBLE_EQ(m2.FitError, m1.FitError - m1.IndexError[4] * m1.IndexError[4]);
 }
 
-TEST(FitSellmeier, TooFewPointsIsShownUnlessSilent) {
-    auto m = Measured(Sample(400.0, 1000.0, 4, Nbk7));
-    Fit shown, silent;
-    shown.ExpectFailed(shown.Sellmeier(m, 4, 5), {kTooFewPoints});
-    silent.ExpectFailed(silent.Sellmeier(m, 4, 5, {}, 0, 0), {});
-}
-
 // A smooth curve that the three-term form only settles on after more than 30 steps.
 MeasuredData SlowData() {
     return Measured(Sample(365.0, 2325.0, 20, [](double um) {
@@ -274,7 +267,7 @@ MeasuredData SlowData() {
 
 // After 30 steps the fit asks whether to stop: Yes stops it, No goes on, and a silent fit
 // gives up without asking.
-TEST(FitSellmeier, AsksAfterThirtyStepsUnlessSilent) {
+TEST(FitSellmeier, AsksAfterThirtyStepsAndShowsTooFewPointsUnlessSilent) {
     auto m = SlowData(), m2 = SlowData(), m3 = SlowData();
     Fit yes, no, silent;
     yes.d.answers = {MsgAnswer::Yes};
@@ -288,6 +281,12 @@ TEST(FitSellmeier, AsksAfterThirtyStepsUnlessSilent) {
     EXPECT_FALSE(no.d.boxes.empty());
     EXPECT_LT(Rms(m2, 20), 2e-3);
     silent.ExpectFailed(silent.Sellmeier(m3, 20, 3, {}, 0, 0), {});
+
+    // Too few points are shown unless silent.
+    auto few = Measured(Sample(400.0, 1000.0, 4, Nbk7));
+    Fit shown, quiet;
+    shown.ExpectFailed(shown.Sellmeier(few, 4, 5), {kTooFewPoints});
+    quiet.ExpectFailed(quiet.Sellmeier(few, 4, 5, {}, 0, 0), {});
 }
 
 // For five terms the shared start values put C2 = C3 = 0.7307 um^2, two equal poles inside
