@@ -22,7 +22,7 @@ std::vector<std::string> Column(const Grid& g, int col) {
     return out;
 }
 
-TEST(Grid, CellsOutsideTheGridAreEmptyAndIgnored) {
+TEST(Grid, CellsOutsideNumbersAndRefusedEntries) {
     Grid g(2, 2);
     g.SetText(3, 1, "x");
     g.SetText(0, 1, "x");
@@ -32,17 +32,26 @@ TEST(Grid, CellsOutsideTheGridAreEmptyAndIgnored) {
     g.SetMaxRows(1);
     g.SetMaxRows(2);
     EXPECT_EQ(g.Text(2, 2), "") << "shrinking drops the cells outside";
-}
 
-// A float column keeps the number given, not the decimals it shows.
-TEST(Grid, NonNumericCellReadsZero) {
-    Grid g(1, 3);
-    g.SetColumnFloat(1, 3);
-    g.SetText(1, 1, "abc");
-    g.SetValue(1, 2, 1.51680123);
-    EXPECT_EQ(g.Value(1, 1), 0.0);
-    EXPECT_EQ(g.Value(1, 2), 1.51680123);
-    EXPECT_EQ(g.Value(1, 3), 0.0);
+    // A cell that is no number reads zero; a float column keeps the number given, not the
+    // decimals it shows.
+    Grid f(1, 3);
+    f.SetColumnFloat(1, 3);
+    f.SetText(1, 1, "abc");
+    f.SetValue(1, 2, 1.51680123);
+    EXPECT_EQ(f.Value(1, 1), 0.0);
+    EXPECT_EQ(f.Value(1, 2), 1.51680123);
+    EXPECT_EQ(f.Value(1, 3), 0.0);
+
+    // Locked and hidden columns refuse entries; the logic writes anywhere.
+    Grid h(3, 1);
+    h.SetColumnLocked(1, true);
+    h.SetColumnHidden(3, true);
+    EXPECT_FALSE(h.EditText(1, 1, "a"));
+    EXPECT_TRUE(h.EditText(2, 1, "a"));
+    EXPECT_FALSE(h.EditText(3, 1, "a"));
+    h.SetText(1, 1, "logic may");  // the logic writes anywhere
+    EXPECT_EQ(h.Text(1, 1), "logic may");
 }
 
 TEST(Grid, FloatEntryLimitsNumbersAndTakesADecimalComma) {
@@ -90,17 +99,6 @@ TEST(Grid, IgnoredEntryMarkEndsWithTheNextWrite) {
     EXPECT_EQ(g.Text(1, 2), "1.5168");
     g.ClearAll();
     EXPECT_FALSE(g.IsIgnoredEntry(1, 1));
-}
-
-TEST(Grid, LockedAndHiddenColumnsRefuseEntries) {
-    Grid g(3, 1);
-    g.SetColumnLocked(1, true);
-    g.SetColumnHidden(3, true);
-    EXPECT_FALSE(g.EditText(1, 1, "a"));
-    EXPECT_TRUE(g.EditText(2, 1, "a"));
-    EXPECT_FALSE(g.EditText(3, 1, "a"));
-    g.SetText(1, 1, "logic may");  // the logic writes anywhere
-    EXPECT_EQ(g.Text(1, 1), "logic may");
 }
 
 TEST(Grid, ClipTextRoundTrip) {
