@@ -225,8 +225,7 @@ TEST_F(Form, CloseWithUnsavedChangesAsksAndSavesOnYes) {
 TEST_F(Form, OtherTabDensityStatusAndRemark) {
     form->DisplayNew();
     form->tabPropertiesChange(frm3New::kTabOther);
-    EXPECT_EQ(form->ssOther.Text(1, 9), "p [g/cm³]");
-    EXPECT_EQ(form->ssOther.Text(3, 9), "Density   [REQUIRED]");
+    EXPECT_EQ(form->ssOther.ClipText({1, 9, 3, 9}), "p [g/cm³]\t0.000\tDensity   [REQUIRED]");
     Type(form->ssOther, 2, 9, "0");
     EXPECT_EQ(form->pnlStatus[4].caption, "Other: NOT Ready");
     Type(form->ssOther, 2, 9, "2.5");
