@@ -1,47 +1,33 @@
 // The glass map and comparison windows offscreen: what the user works with is bound to the
 // units, and the pictures saved hold what is drawn.
-#include <gtest/gtest.h>
 
-#include <QApplication>
-#include <QCheckBox>
-#include <QImage>
-#include <QLineEdit>
-#include <random>
-
-#include "core/glassmap/frm_compare.h"
-#include "core/glassmap/frm_glass_map.h"
 #include "gui/glassmap/frm_compare_window.h"
 #include "gui/glassmap/frm_glass_map_window.h"
 #include "gui/glassmap/glass_map_canvas.h"
-#include "support/temp_dir.h"
+#include "gui_fixture.h"
 
 namespace ostrel {
 namespace {
 
+// `count` catalogue glasses over three sources, and one custom glass last.
 GlassMapData SampleMap(int count) {
     GlassMapData data;
     data.sources = {"North", "South", "West"};
-    std::mt19937 rng(7);
-    std::uniform_real_distribution<double> vd(20, 90), nd(1.45, 1.95);
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0; i <= count; ++i) {
         GlassPoint p;
-        p.name = "G" + std::to_string(i);
+        p.name = QString("G%1").arg(i).toStdString();
         p.sourceIndex = i % 3;
         p.source = data.sources[p.sourceIndex];
-        p.vd = vd(rng);
-        p.nd = nd(rng);
+        p.vd = 20 + (i * 37) % 70;
+        p.nd = 1.45 + 0.0016 * i;
         p.pgf = 0.64 - 0.0016 * p.vd;
         data.points.push_back(p);
     }
-    GlassPoint custom;
+    GlassPoint& custom = data.points.back();
     custom.name = "MINE";
     custom.source = "LAB";
     custom.kind = GlassKind::Custom;
     custom.listPosition = 1;
-    custom.nd = 1.6;
-    custom.vd = 50;
-    custom.pgf = 0.56;
-    data.points.push_back(custom);
     return data;
 }
 

@@ -1,25 +1,11 @@
 // The grids' keyboard habits and number entry on a real view: Enter moves down, a decimal
 // comma is read as a point, an entry that is no number stays marked, Ctrl+C / Ctrl+V exchange
 // tab-separated text, Delete empties the selection; and the edit commands on real entries.
-#include <gtest/gtest.h>
 
-#include <QApplication>
-#include <QClipboard>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMdiArea>
-#include <QMdiSubWindow>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QVBoxLayout>
-
-#include "gui/platform/binders.h"
 #include "gui/platform/clipboard_edit.h"
 #include "gui/platform/elided_label.h"
-#include "gui/platform/grid_view.h"
 #include "gui/platform/mdi_form.h"
-#include "support/scripted_dialogs.h"
-#include "user_input.h"
+#include "gui_fixture.h"
 
 namespace ostrel::gui {
 namespace {
@@ -50,6 +36,9 @@ class GridKeyboard : public ::testing::Test {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 
+    ScriptedDialogs dialogs;
+    QtClipboard clip;
+    CSWindow edit{clip, dialogs};
     Grid grid{3, 4};
     GridView view;
     std::vector<std::pair<int, int>> changes;
@@ -100,9 +89,6 @@ TEST_F(GridKeyboard, CopyPasteAndDeleteExchangeTabSeparatedText) {
     }
 
     // The Edit menu's commands reach the same grid.
-    ostrel::testing::ScriptedDialogs dialogs;
-    QtClipboard clip;
-    CSWindow edit(clip, dialogs);
     WidgetEditTarget target(view.viewport());
     grid.SetSelection({1, 1, 2, 1});
     ASSERT_TRUE(edit.EditCut(target));
@@ -122,17 +108,7 @@ TEST_F(GridKeyboard, CopyPasteAndDeleteExchangeTabSeparatedText) {
     EXPECT_TRUE(dialogs.boxes.empty());
 }
 
-TEST_F(GridKeyboard, EnterInAGridThatIsOnlyReadGoesToTheForm) {
-    EXPECT_FALSE(view.model()->flags(view.model()->index(0, 2)) & Qt::ItemIsEditable);
-    for (int c = 1; c <= 2; ++c) grid.SetColumnLocked(c, true);
-    view.setCurrentIndex(view.model()->index(0, 0));
-    QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
-    QCoreApplication::sendEvent(&view, &enter);
-    EXPECT_FALSE(enter.isAccepted());
-    EXPECT_EQ(view.currentIndex().row(), 0);
-}
-
-TEST_F(GridKeyboard, EnterAndEscapePressTheFormsDefaultAndCancelButtons) {
+TEST_F(GridKeyboard, EnterAndEscapePressTheFormsDefaultAndCancelButtonsUnlessAGridTakesEnter) {
     QMdiArea area;
     auto* form = new QWidget;
     auto* layout = new QVBoxLayout(form);
@@ -161,9 +137,15 @@ TEST_F(GridKeyboard, EnterAndEscapePressTheFormsDefaultAndCancelButtons) {
     EXPECT_EQ(saves, 1);
     EXPECT_EQ(closes, 1);
     EXPECT_EQ(view.currentIndex().row(), 1);
+    // In a grid that is only read, Enter goes to the form.
+    EXPECT_FALSE(view.model()->flags(view.model()->index(0, 2)) & Qt::ItemIsEditable);
+    for (int c = 1; c <= 2; ++c) grid.SetColumnLocked(c, true);
+    PressKey(&view, Qt::Key_Return);
+    EXPECT_EQ(saves, 2);
+    EXPECT_EQ(view.currentIndex().row(), 1);
     save->setEnabled(false);
     PressKey(box, Qt::Key_Enter, Qt::KeypadModifier);
-    EXPECT_EQ(saves, 1) << "a disabled default button is not pressed";
+    EXPECT_EQ(saves, 2) << "a disabled default button is not pressed";
     view.setParent(nullptr);
 }
 
@@ -192,24 +174,17 @@ TEST(HelpLine, KeepsOneLineWithTheWholeTextInText) {
     EXPECT_EQ(line.ShownText(), note);
 }
 
-class ClipboardEdit : public ::testing::Test {
-  protected:
-    ostrel::testing::ScriptedDialogs dialogs;
-    QtClipboard clip;
-    CSWindow w{clip, dialogs};
-};
-
-TEST_F(ClipboardEdit, CutAndPasteBetweenLineAndTextEdits) {
+TEST_F(GridKeyboard, EditCommandsCutAndPasteBetweenLineAndTextEdits) {
     QLineEdit line("nd=1.5168");
     line.setSelection(3, 6);
     WidgetEditTarget lineTarget(&line);
-    ASSERT_TRUE(w.EditCut(lineTarget));
+    ASSERT_TRUE(edit.EditCut(lineTarget));
     EXPECT_EQ(line.text(), "nd=");
     EXPECT_EQ(QGuiApplication::clipboard()->text(), "1.5168");
 
     QPlainTextEdit text;
     WidgetEditTarget textTarget(&text);
-    ASSERT_TRUE(w.EditPaste(textTarget));
+    ASSERT_TRUE(edit.EditPaste(textTarget));
     EXPECT_EQ(text.toPlainText(), "1.5168");
     EXPECT_TRUE(dialogs.boxes.empty());
 
@@ -219,7 +194,7 @@ TEST_F(ClipboardEdit, CutAndPasteBetweenLineAndTextEdits) {
     QLabel label("caption");
     for (QWidget* target : {static_cast<QWidget*>(&readOnly), static_cast<QWidget*>(&label)}) {
         WidgetEditTarget t(target);
-        EXPECT_FALSE(w.EditPaste(t));
+        EXPECT_FALSE(edit.EditPaste(t));
     }
     EXPECT_EQ(readOnly.text(), "fixed");
     EXPECT_EQ(dialogs.boxes.size(), 2u);

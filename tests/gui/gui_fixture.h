@@ -1,16 +1,23 @@
 #pragma once
 // What the window tests stand on: a fresh folder with its list of materials, scripted answers,
 // a fixed clock and settings in memory; a record by name; a modal box run with the user's
-// action queued inside its loop.
-#include <QTimer>
+// action queued inside its loop; the user's mouse and keys; the Alt letters a form shows.
+#include <gtest/gtest.h>
+
+#include <QtWidgets>
 #include <functional>
+#include <memory>
 #include <string>
 
 #include "core/material/glasses_list.h"
 #include "core/platform/clock.h"
 #include "core/platform/error_display.h"
 #include "core/platform/settings_store.h"
+#include "core/shell/frm_main_mdi.h"
 #include "core/shell/new_msg.h"
+#include "gui/platform/binders.h"
+#include "gui/platform/grid_view.h"
+#include "gui/shell/frm_main_mdi_window.h"
 #include "support/scripted_dialogs.h"
 #include "support/temp_dir.h"
 
@@ -32,6 +39,19 @@ struct UnitEnv {
     CNewMsg newMsg{dialogs, settings};
 };
 
+// The main window and its tool strip over the same folder, wired as the program wires them.
+struct MainEnv : UnitEnv {
+    std::function<bool()> kelmoraFound = [] { return false; };
+    std::function<bool()> firstLoad = [] { return false; };
+    std::function<void()> unload = [] {};
+    ManageForms forms{dialogs,
+                      {[this] { return kelmoraFound(); }, [this] { return firstLoad(); }, [] {}}};
+    HelpNotes notes{dialogs, [this] { return forms.GetCurrentForm(); }};
+    frmMainMDI mainUnit{
+        forms, list, dialogs, notes, newMsg, "Version: 3.0.1", {{}, {}, {}, [this] { unload(); }}};
+    frmMainMDIWindow mainWindow{mainUnit, nullptr};
+};
+
 inline MaterialRecord Record(const std::string& name, const std::string& source,
                              bool melt = false) {
     MaterialRecord r = ClearedMaterialRecord();
@@ -50,6 +70,94 @@ int RunModal(Unit& unit, const std::function<void(Box&)>& action) {
         if (box.isVisible()) box.close();
     });
     return box.exec();
+}
+
+// The first row whose second column reads `text`, blanks aside; -1 for none.
+inline int RowOf(const QAbstractItemModel* m, const QString& text) {
+    for (int r = 0; r < m->rowCount(); ++r)
+        if (m->index(r, 1).data().toString().trimmed() == text) return r;
+    return -1;
+}
+
+// The user's own mouse and keyboard, sent to widgets as the window system delivers them, so that
+// a test sees the signals in the order a real click or key gives them.
+// A left click at `at` in `w`.
+inline void ClickAt(QWidget* w, QPointF at) {
+    for (QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        QMouseEvent click(type, at, w->mapToGlobal(at), Qt::LeftButton,
+                          type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton,
+                          Qt::NoModifier);
+        QCoreApplication::sendEvent(w, &click);
+    }
+}
+
+// A left click on the middle of a list's item.
+inline void ClickItem(QListWidget* list, QListWidgetItem* item) {
+    ClickAt(list->viewport(), QRectF(list->visualItemRect(item)).center());
+}
+
+inline void PressKey(QWidget* to, int key, Qt::KeyboardModifiers mods = Qt::NoModifier) {
+    QKeyEvent press(QEvent::KeyPress, key, mods);
+    QCoreApplication::sendEvent(to, &press);
+}
+
+// Typed characters, one key press each.
+inline void TypeText(QWidget* to, const QString& text) {
+    for (const QChar c : text) {
+        QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString(c));
+        QCoreApplication::sendEvent(to, &press);
+    }
+}
+
+// A left click on the middle of a widget.
+inline void ClickWidget(QWidget* w) {
+    ClickAt(w, QRectF(w->rect()).center());
+}
+
+// The focus arriving by Tab.
+inline void TabInto(QWidget* to) {
+    QFocusEvent tabIn(QEvent::FocusIn, Qt::TabFocusReason);
+    QCoreApplication::sendEvent(to, &tabIn);
+}
+
+// Ctrl+End, Ctrl+Home, then Down to the row (0-based) of a grid.
+inline void KeyToRow(QWidget* grid, int row) {
+    PressKey(grid, Qt::Key_End, Qt::ControlModifier);
+    PressKey(grid, Qt::Key_Home, Qt::ControlModifier);
+    for (int r = 0; r < row; ++r) PressKey(grid, Qt::Key_Down);
+}
+
+// The Alt letters of a form as the user meets them: those of its shown buttons, of labels
+// that lead to a box, and of its tabs.
+// The letters used more than once among what `form` shows now.
+inline QStringList DuplicateMnemonics(QWidget* form) {
+    QMap<QChar, int> count;
+    auto add = [&count](const QString& text) {
+        for (int i = 0; i + 1 < text.size(); ++i) {
+            if (text[i] != '&') continue;
+            if (text[i + 1] == '&') {
+                ++i;
+                continue;
+            }
+            ++count[text[i + 1].toUpper()];
+            return;
+        }
+    };
+    for (auto* b : form->findChildren<QAbstractButton*>()) {
+        if (b->isVisibleTo(form)) add(b->text());
+    }
+    for (auto* l : form->findChildren<QLabel*>()) {
+        if (l->isVisibleTo(form) && l->buddy()) add(l->text());
+    }
+    for (auto* t : form->findChildren<QTabBar*>()) {
+        if (!t->isVisibleTo(form)) continue;
+        for (int i = 0; i < t->count(); ++i) add(t->tabText(i));
+    }
+    QStringList twice;
+    for (auto it = count.cbegin(); it != count.cend(); ++it) {
+        if (it.value() > 1) twice << QString(it.key());
+    }
+    return twice;
 }
 
 }  // namespace ostrel::gui

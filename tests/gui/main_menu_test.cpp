@@ -1,22 +1,9 @@
 // The main window's menu bar and welcome panel, offscreen: the menu items reach the same
 // commands as the tool strip and follow its enabled state, the welcome panel shows over an
 // empty list only.
-#include <gtest/gtest.h>
 
-#include <QAction>
-#include <QApplication>
-#include <QLabel>
-#include <QMdiArea>
-#include <QMdiSubWindow>
-#include <QMenu>
-#include <QMenuBar>
-#include <QPushButton>
-#include <QToolButton>
-
-#include "core/shell/frm_main_mdi.h"
 #include "core/shell/main_menu.h"
 #include "core/shell/welcome.h"
-#include "gui/shell/frm_main_mdi_window.h"
 #include "gui/shell/main_menu_bar.h"
 #include "gui/shell/welcome_panel.h"
 #include "gui_fixture.h"
@@ -31,9 +18,11 @@ struct CountingForm : WorkingForm {
     int shown = 0;
 };
 
-class MainMenuTest : public ::testing::Test, protected UnitEnv {
+class MainMenuTest : public ::testing::Test, protected MainEnv {
   protected:
     MainMenuTest() {
+        kelmoraFound = [] { return true; };
+        firstLoad = [this] { return firstRun; };
         for (int n = 2; n <= 7; ++n) forms.RegisterForm(n, &counting[n]);
         mainWindow.SetMenu(menu);
         mainWindow.SetWelcome(welcome);
@@ -42,11 +31,7 @@ class MainMenuTest : public ::testing::Test, protected UnitEnv {
 
     QAction* Action(const char* name) const { return mainWindow.findChild<QAction*>(name); }
 
-    bool firstLoad = false;
-    ManageForms forms{dialogs, {[] { return true; }, [this] { return firstLoad; }, [] {}}};
-    HelpNotes notes{dialogs, [this] { return forms.GetCurrentForm(); }};
-    frmMainMDI mainUnit{forms, list, dialogs, notes, newMsg, "Version: 3.0.1", frmMainMDI::Hooks{}};
-    frmMainMDIWindow mainWindow{mainUnit, nullptr};
+    bool firstRun = false;
     std::vector<EditCommand> edits;
     MainMenu menu{mainUnit, dialogs, "Version: 3.0.1",
                   MainMenu::Hooks{[this](EditCommand c) { edits.push_back(c); }, {}, {}, {}}};
@@ -69,10 +54,10 @@ TEST_P(MenuToolTest, ItemPressesItsToolButton) {
     QAction* a = Action(c.action);
     ASSERT_NE(a, nullptr);
     EXPECT_TRUE(a->shortcuts().contains(c.key)) << a->shortcut().toString().toStdString();
-    firstLoad = true;
+    firstRun = true;
     forms.EnableTools();
     EXPECT_EQ(a->isEnabled(), c.tool == kFormSetup);
-    firstLoad = false;
+    firstRun = false;
     forms.EnableTools();
     ASSERT_TRUE(a->isEnabled());
     if (c.tool == kFormSetup) return;  // no setup form in this window
@@ -97,7 +82,7 @@ INSTANTIATE_TEST_SUITE_P(
                       ToolCase{"mnuMelt", kFormMelt, QKeySequence(Qt::CTRL | Qt::Key_7)},
                       ToolCase{"mnuSetup", kFormSetup, QKeySequence(Qt::CTRL | Qt::Key_1)}));
 
-TEST_F(MainMenuTest, BarHelpAndEditItems) {
+TEST_F(MainMenuTest, BarHelpAndEditItemsAndTheHelpButton) {
     QStringList titles;
     for (QAction* a : mainWindow.menuBar()->actions()) titles << a->text();
     EXPECT_EQ(titles, QStringList({"&File", "&Edit", "&Materials", "&Tools", "&Help"}));
@@ -114,11 +99,9 @@ TEST_F(MainMenuTest, BarHelpAndEditItems) {
     menu.AddItem(menu.mnuTools, "mnuExtra", "E&xtra", "", MenuKey::None, [] {});
     mainWindow.SetMenu(menu);
     EXPECT_NE(Action("mnuExtra"), nullptr);
-}
 
-// The help button asks for the page of the form whose window is active, else the current
-// form's, else the contents.
-TEST_F(MainMenuTest, HelpButtonNamesTheActiveForm) {
+    // The help button asks for the page of the form whose window is active, else the current
+    // form's, else the contents.
     std::vector<int> asked;
     mainWindow.SetGuideOpener([&](int form) { asked.push_back(form); });
     mainWindow.show();

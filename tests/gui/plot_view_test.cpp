@@ -1,15 +1,13 @@
 // The plots' view: values under the pointer, wheel zoom and its reset, the context menu and
 // the saved pictures.
-#include <gtest/gtest.h>
 
 #include <QChart>
-#include <QMenu>
 #include <QScatterSeries>
 #include <QValueAxis>
 
 #include "gui/platform/chart_parts.h"
 #include "gui/platform/plot_view.h"
-#include "support/temp_dir.h"
+#include "gui_fixture.h"
 
 namespace ostrel::gui {
 namespace {

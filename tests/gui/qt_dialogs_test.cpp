@@ -1,19 +1,9 @@
 // The answers of the Qt dialogs: input that reaches the program while it is busy is dropped, not
 // run after the work; a message text longer than the screen can show scrolls, and the buttons
 // stay in reach.
-#include <gtest/gtest.h>
 
-#include <QApplication>
-#include <QLabel>
-#include <QMessageBox>
-#include <QMouseEvent>
-#include <QPushButton>
-#include <QScreen>
-#include <QScrollArea>
-#include <QTimer>
-
-#include "gui/platform/binders.h"
 #include "gui/platform/qt_dialogs.h"
+#include "gui_fixture.h"
 
 namespace ostrel::gui {
 namespace {

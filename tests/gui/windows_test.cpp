@@ -1,37 +1,17 @@
 // Each window built over its logic unit, one command driven, and the widgets checked to
 // follow the unit's controls.
-#include <gtest/gtest.h>
 
-#include <QApplication>
-#include <QContextMenuEvent>
-#include <QDockWidget>
-#include <QLabel>
-#include <QMainWindow>
-#include <QMdiArea>
-#include <QMdiSubWindow>
-#include <QMenu>
-#include <QPushButton>
-#include <QToolButton>
-
-#include "core/material/frm_glasses_list.h"
-#include "core/materialform/frm2_manage.h"
-#include "core/materialform/frm3new.h"
-#include "core/shell/frm_main_mdi.h"
+#include "core/platform/maker.h"
 #include "gui/material/frm_glasses_list_window.h"
 #include "gui/materialform/frm2_manage_window.h"
-#include "gui/materialform/frm3_new_window.h"
 #include "gui/platform/edit_finisher.h"
-#include "gui/platform/grid_view.h"
 #include "gui/platform/qt_dialogs.h"
-#include "gui/shell/frm_main_mdi_window.h"
 #include "gui_fixture.h"
-#include "mnemonics.h"
-#include "user_input.h"
 
 namespace ostrel::gui {
 namespace {
 
-class WindowsTest : public ::testing::Test, protected UnitEnv {
+class WindowsTest : public ::testing::Test, protected MainEnv {
   protected:
     void SetUp() override {
         list.ListAdd(Record("F2", "Schott"), false);
@@ -40,47 +20,56 @@ class WindowsTest : public ::testing::Test, protected UnitEnv {
     }
 };
 
-// The tools on a first run are walked in the setup window's tests.
-TEST_F(WindowsTest, MainWindowFollowsToolsPanelsAndPopup) {
-    ManageForms forms(dialogs, {[] { return false; }, [] { return false; }, [] {}});
-    HelpNotes notes(dialogs, [&] { return forms.GetCurrentForm(); });
-    MemorySettingsStore settings;
-    CNewMsg newMsg(dialogs, settings);
-    frmMainMDI unit(forms, list, dialogs, notes, newMsg, "Version: 3.0.1", {});
-    frmMainMDIWindow w(unit, nullptr);
-
-    unit.Load(false, {true, false, false});
-    EXPECT_EQ(w.windowTitle().toStdString(), frmMainMDI::CaptionText("Version: 3.0.1"));
+// The caption and the panels of the programs found follow the load; the help line follows
+// the mouse over the tools.
+TEST_F(WindowsTest, MainWindowFollowsCaptionToolTipsPanelsAndPopup) {
+    frmMainMDIWindow& w = mainWindow;
+    EXPECT_EQ(w.windowTitle(), "Ostrel for Lumbrak3D/SextaneTD & KelmoraTD");
+    mainUnit.Load(false, {true, false, true});
+    EXPECT_EQ(w.windowTitle().toStdString(),
+              std::string(maker::kName) + " - Ostrel for Lumbrak & KelmoraTD:   Version: 3.0.1");
     EXPECT_EQ(w.ribTools(4)->toolTip(), "Import data from text files [selected formats]");
-    EXPECT_EQ(w.pnlInstalled(0)->text(), " KelmoraTD found");
-    EXPECT_EQ(w.pnlInstalled(0)->palette().color(QPalette::Window),
-              QColor(kStatusGreen.r, kStatusGreen.g, kStatusGreen.b));
+    const char* panels[] = {" KelmoraTD found", " Lumbrak3D not found", " SextaneTD found"};
+    for (int i = 0; i < 3; ++i) {
+        const Colour c = i == 1 ? kStatusRed : kStatusGreen;
+        EXPECT_EQ(w.pnlInstalled(i)->text(), panels[i]);
+        EXPECT_EQ(w.pnlInstalled(i)->palette().color(QPalette::Window), QColor(c.r, c.g, c.b));
+    }
+    for (int n = 1; n <= 7; ++n) EXPECT_TRUE(w.ribTools(n)->isEnabled()) << n;
+    EXPECT_EQ(forms.GetCurrentForm(), 0);
 
-    // A click on the tool opens no form here (none registered) but goes through the strip.
-    w.ribTools(3)->click();
-    EXPECT_EQ(forms.GetCurrentForm(), 3);
-    EXPECT_TRUE(w.ribTools(3)->isChecked());
+    for (QWidget* tool :
+         {static_cast<QWidget*>(w.ribTools(3)), static_cast<QWidget*>(w.ribEnd())}) {
+        QEvent enter(QEvent::Enter);
+        QCoreApplication::sendEvent(tool, &enter);
+    }
+    ASSERT_EQ(dialogs.helpNotes.size(), 2u);
+    EXPECT_EQ(dialogs.helpNotes[0].rfind("Form to create a new material, ", 0), 0u);
+    EXPECT_EQ(dialogs.helpNotes[1], "");
 
-    unit.PrepForPopup(2, "BK7/Schott");
+    mainUnit.PrepForPopup(2, "BK7/Schott");
     const auto actions = w.mnuPopup()->actions();
     ASSERT_EQ(actions.size(), 3);
     EXPECT_EQ(actions[0]->text(), "&Duplicate   BK7/Schott");
 
-    unit.HelpNote("Searching...", true);
+    mainUnit.HelpNote("Searching...", true);
     EXPECT_EQ(w.lblHelp()->text(), "Searching...");
     EXPECT_TRUE(w.lblHelp()->font().bold());
 }
 
-TEST_F(WindowsTest, FloatingListShowsTheListAndRefreshes) {
-    QWidget owner;
-    int prepared = 0;
-    int lastPreparedRow = 0;
-    frmGlassesList unit(list, {[] { return 0; },
-                               [&](int row, const std::string&) {
-                                   ++prepared;
-                                   lastPreparedRow = row;
-                               }});
-    frmGlassesListWindow w(unit, nullptr, &owner);
+// Docked at the side of the main window the list shows the list and never covers a form; it
+// follows changes of the list, can float, comes back by the menu's action once closed, and a
+// row asks for its popup by the mouse or the menu key, the melt menu for a melt glass.
+TEST_F(WindowsTest, DockedListShowsTheListBesideTheFormsAndAsksForPopups) {
+    QMainWindow main;
+    auto* area = new QMdiArea(&main);
+    main.setCentralWidget(area);
+    std::vector<int> prepared;
+    frmGlassesList unit(
+        list, {[] { return 0; }, [&](int row, const std::string&) { prepared.push_back(row); },
+               [&](int row, const std::string&) { prepared.push_back(-row); }});
+    frmGlassesListWindow w(unit, nullptr, &main);
+    QDockWidget* dock = w.DockIn(&main);
     unit.Display();
     auto* model = w.grid()->model();
     ASSERT_EQ(model->rowCount(), 3);
@@ -88,39 +77,6 @@ TEST_F(WindowsTest, FloatingListShowsTheListAndRefreshes) {
     EXPECT_EQ(model->index(1, 0).data().toString(), "BK7");
     EXPECT_EQ(model->index(1, 0).data(Qt::BackgroundRole).value<QColor>(),
               QColor(kMeltRowColour.r, kMeltRowColour.g, kMeltRowColour.b));
-    EXPECT_TRUE(w.isVisible());
-
-    // The menu key opens the popup of the current row, as the window system places it: at the
-    // middle of the current cell as the grid reports it.
-    w.grid()->setCurrentIndex(model->index(2, 0));
-    const QPoint at = w.grid()->inputMethodQuery(Qt::ImCursorRectangle).toRect().center();
-    QContextMenuEvent key(QContextMenuEvent::Keyboard, at, w.grid()->mapToGlobal(at));
-    QCoreApplication::sendEvent(w.grid(), &key);
-    EXPECT_EQ(lastPreparedRow, 3);
-
-    ASSERT_TRUE(list.CommitList({Record("N-SF11", "Schott")}));
-    ASSERT_EQ(model->rowCount(), 1);
-    EXPECT_EQ(model->index(0, 0).data().toString(), "N-SF11");
-
-    int popups = 0;
-    QObject::connect(&w, &frmGlassesListWindow::popupRequested, [&](const QPoint&) { ++popups; });
-    emit w.grid()->cellRightClicked(1, 1, QPoint());
-    EXPECT_EQ(prepared, 2);
-    EXPECT_EQ(popups, 1);
-}
-
-// Docked at the side of the main window the list never covers a form; it can float, it comes
-// back by the menu's action once closed, and a melt glass's row asks for the melt menu.
-TEST_F(WindowsTest, DockedListNeverCoversAFormFloatsAndComesBack) {
-    QMainWindow main;
-    auto* area = new QMdiArea(&main);
-    main.setCentralWidget(area);
-    frmGlassesList unit(
-        list,
-        {[] { return 0; }, [](int, const std::string&) {}, [](int, const std::string&) {}, {}});
-    frmGlassesListWindow w(unit, nullptr, &main);
-    QDockWidget* dock = w.DockIn(&main);
-    unit.Display();
     QMdiSubWindow* form = area->addSubWindow(new QWidget);
     main.resize(900, 600);
     main.show();
@@ -141,13 +97,23 @@ TEST_F(WindowsTest, DockedListNeverCoversAFormFloatsAndComesBack) {
     dock->toggleViewAction()->trigger();
     EXPECT_TRUE(w.isVisible());
 
-    bool melt = false;
+    // The menu key opens the popup of the current row, as the window system places it: at the
+    // middle of the current cell as the grid reports it.
+    w.grid()->setCurrentIndex(model->index(2, 0));
+    const QPoint at = w.grid()->inputMethodQuery(Qt::ImCursorRectangle).toRect().center();
+    QContextMenuEvent key(QContextMenuEvent::Keyboard, at, w.grid()->mapToGlobal(at));
+    QCoreApplication::sendEvent(w.grid(), &key);
+    std::vector<bool> melt;
     QObject::connect(&w, &frmGlassesListWindow::popupRequested,
-                     [&](const QPoint&, bool isMelt) { melt = isMelt; });
+                     [&](const QPoint&, bool isMelt) { melt.push_back(isMelt); });
     emit w.grid()->cellRightClicked(1, 2, QPoint());
-    EXPECT_TRUE(melt);
     emit w.grid()->cellRightClicked(1, 1, QPoint());
-    EXPECT_FALSE(melt);
+    EXPECT_EQ(prepared, (std::vector<int>{3, -2, 1}));
+    EXPECT_EQ(melt, (std::vector<bool>{true, false}));
+
+    ASSERT_TRUE(list.CommitList({Record("N-SF11", "Schott")}));
+    ASSERT_EQ(model->rowCount(), 1);
+    EXPECT_EQ(model->index(0, 0).data().toString(), "N-SF11");
 }
 
 TEST_F(WindowsTest, ManageFormShowsHidesAndSortsThroughItsButtons) {
@@ -182,52 +148,35 @@ TEST_F(WindowsTest, ManageFormShowsHidesAndSortsThroughItsButtons) {
     EXPECT_TRUE(w.subWindow()->isHidden());
 }
 
-// A material form holding unsaved changes is asked before its tool is released, before the
-// end button ends the program and before the main window's close box closes it: Cancel keeps
-// everything, No lets it go. The question comes once for each attempt.
-TEST_F(WindowsTest, UnsavedMaterialIsAskedAboutOnReleaseEndAndCloseBox) {
-    enum Action { kRelease, kEnd, kCloseBox };
-    for (const Action action : {kRelease, kEnd, kCloseBox}) {
-        for (const MsgAnswer answer : {MsgAnswer::Cancel, MsgAnswer::No}) {
-            SCOPED_TRACE(std::to_string(action) + (answer == MsgAnswer::No ? " no" : " cancel"));
-            ManageForms forms(dialogs, {[] { return false; }, [] { return false; }, [] {}});
-            HelpNotes notes(dialogs, [&] { return forms.GetCurrentForm(); });
-            MemorySettingsStore settings;
-            CNewMsg newMsg(dialogs, settings);
-            frmMainMDIWindow* window = nullptr;
-            frmMainMDI::Hooks hooks;
-            hooks.unload = [&] { window->close(); };
-            frmMainMDI unit(forms, list, dialogs, notes, newMsg, "Version: 3.0.1", hooks);
-            frmMainMDIWindow w(unit, nullptr);
-            window = &w;
-            frm3New material(list, dialogs, {{}, [&] { forms.FormClosed(kFormNew); }, {}});
-            frm3NewWindow materialWindow(material, nullptr, w.mdiArea());
-            forms.RegisterForm(kFormNew, &material);
-            unit.Load(false, {false, false, false});
-            w.show();
-            w.ribTools(kFormNew)->click();
-            material.txtGenGlass.text = "Q-1";
-            material.txtGenGlassChange();
-
-            dialogs.boxes.clear();
-            dialogs.answers = {answer};
-            if (action == kRelease) w.ribTools(kFormNew)->click();
-            if (action == kEnd) w.ribEnd()->click();
-            if (action == kCloseBox) w.close();
-            ASSERT_EQ(dialogs.boxes.size(), 1u);
-            EXPECT_EQ(dialogs.boxes[0].text, "Save changes to Q-1?");
-            const bool gone = answer == MsgAnswer::No;
-            if (action == kRelease) {
-                EXPECT_EQ(material.IsOpen(), !gone);
-                EXPECT_EQ(w.ribTools(kFormNew)->isChecked(), !gone);
-                EXPECT_EQ(forms.GetCurrentForm(), gone ? 0 : int(kFormNew));
-            } else {
-                EXPECT_EQ(w.isVisible(), !gone);
-                EXPECT_TRUE(material.IsOpen()) << "only the end unloads it";
-            }
-            w.hide();
+// An open form that will not close (unsaved changes kept) is asked when its tool is released,
+// when the end button is pressed and when the main window's close box is clicked, and each
+// time the tool stays down and the window open; once it agrees, the close box ends the program.
+TEST_F(WindowsTest, AFormThatWillNotCloseKeepsItsToolAndTheMainWindow) {
+    struct Refusing : WorkingForm {
+        void Display() override {}
+        void ForceUnload() override {}
+        bool QueryClose() override {
+            ++asked;
+            return agree;
         }
-    }
+        bool agree = false;
+        int asked = 0;
+    } open;
+    forms.RegisterForm(kFormExport, &open);
+    unload = [this] { mainWindow.close(); };
+    mainUnit.Load(false, {false, false, false});
+    mainWindow.show();
+    mainWindow.ribTools(kFormExport)->click();
+    mainWindow.ribTools(kFormExport)->click();
+    EXPECT_TRUE(mainWindow.ribTools(kFormExport)->isChecked());
+    mainWindow.ribEnd()->click();
+    mainWindow.close();
+    EXPECT_EQ(open.asked, 3);
+    EXPECT_TRUE(mainWindow.isVisible());
+    EXPECT_EQ(forms.GetCurrentForm(), int(kFormExport));
+    open.agree = true;
+    mainWindow.close();
+    EXPECT_FALSE(mainWindow.isVisible());
 }
 
 TEST(QtFileFilter, PairsBecomeQtFilters) {

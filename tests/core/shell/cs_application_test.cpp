@@ -38,7 +38,7 @@ class CSApplicationTest : public ::testing::Test {
     }
 };
 
-TEST_F(CSApplicationTest, PathEndsInOneSeparatorAndTitlesCarryTheVersion) {
+TEST_F(CSApplicationTest, PathEndsInOneSeparatorTitlesCarryTheVersionAndTheGuideIsFound) {
     EXPECT_EQ(app.Path(), dir.path().string() + "/");
     CSApplication again(dir.path().string() + "/", ini, errors);
     EXPECT_EQ(again.Path(), dir.path().string() + "/");
@@ -46,9 +46,8 @@ TEST_F(CSApplicationTest, PathEndsInOneSeparatorAndTitlesCarryTheVersion) {
     EXPECT_EQ(app.TitleVer(), "OstrelTD 3.0.1");
     EXPECT_EQ(app.TitleVerShort(), "OstrelTD 3.0");
     EXPECT_EQ(app.Version(), "Version: 3.0.1");
-}
 
-TEST_F(CSApplicationTest, SetHelpFileFindsTheHtmlFileInAnyCase) {
+    // The html guide is found in any case of its name.
     const std::string before = app.HelpFile();
     EXPECT_FALSE(SetHelpFile(app, dir.path().string()));
     EXPECT_EQ(app.HelpFile(), before);
@@ -106,7 +105,7 @@ TEST_F(CSApplicationTest, ErrorDisplayGoesToTheLogAndABox) {
 }
 
 // The settings file of window positions.
-TEST_F(CSApplicationTest, IniWritesSectionsAndKeysAsWindowsText) {
+TEST_F(CSApplicationTest, IniWritesSectionsAndKeysAsWindowsTextAndAddsKeysAtTheirSectionsEnd) {
     EXPECT_TRUE(ini.IniPutText("FormPosNonChild_frm2Manage", "fTop", "10"));
     EXPECT_TRUE(ini.IniPutText("FormPosNonChild_frm2Manage", "fLeft", "20"));
     EXPECT_TRUE(ini.IniPutText("FormPosNonChild_frmMainMDI", "fTop", "0"));
@@ -114,15 +113,13 @@ TEST_F(CSApplicationTest, IniWritesSectionsAndKeysAsWindowsText) {
     EXPECT_EQ(File(),
               "[FormPosNonChild_frm2Manage]\r\nfTop=15\r\nfLeft=20\r\n\r\n"
               "[FormPosNonChild_frmMainMDI]\r\nfTop=0\r\n");
-}
-
-TEST_F(CSApplicationTest, IniAddsAKeyAtTheEndOfItsSection) {
+    // A key new to a section of a written file goes at the end of that section.
     Write("; positions\r\n[A]\r\nx=1\r\n\r\n[B]\r\ny=2\r\n");
     ASSERT_TRUE(ini.IniPutText("A", "z", "3"));
     EXPECT_EQ(File(), "; positions\r\n[A]\r\nx=1\r\nz=3\r\n\r\n[B]\r\ny=2\r\n");
 }
 
-TEST_F(CSApplicationTest, IniReadsValuesOfAHandWrittenFile) {
+TEST_F(CSApplicationTest, IniReadsValuesOfAHandWrittenFileAndNoFileAsEmpty) {
     std::string content =
         "[Pos]\nfTop = -12px\nfLeft=abc\nName=  two words  \nQuoted=\" q \"\n[Other]\nfTop=99\n"
         "long=" +
@@ -140,9 +137,7 @@ TEST_F(CSApplicationTest, IniReadsValuesOfAHandWrittenFile) {
     // Text is cut at 200 characters and NULs become blanks.
     EXPECT_EQ(ini.IniGetText("Other", "long"), std::string(200, 'x'));
     EXPECT_EQ(ini.IniGetText("Other", "nul"), "ab c");
-}
 
-TEST_F(CSApplicationTest, IniNoFileReadsAsEmpty) {
     IniFile absent(dir.path() / "absent");
     EXPECT_EQ(absent.IniGetText("S", "k"), "");
     EXPECT_EQ(absent.IniGetInt("S", "k"), 0);

@@ -132,7 +132,7 @@ TEST_F(RibbonTest, ArchiveWithoutKelmoraIsRefusedAndItsButtonReleased) {
     EXPECT_EQ(calls, "");
 }
 
-TEST_F(RibbonTest, WallpaperChangesForEveryWorkingFormShownButNotForTheSetup) {
+TEST_F(RibbonTest, WallpaperChangesForEveryWorkingFormShownButNotForTheSetupAndTheEndClosesAll) {
     forms->RibbonClick(1, true);
     EXPECT_EQ(wallpapers, 0);
     forms->RibbonClick(1, false);
@@ -141,10 +141,8 @@ TEST_F(RibbonTest, WallpaperChangesForEveryWorkingFormShownButNotForTheSetup) {
     forms->RibbonClick(3, true);  // beside the manage form: nothing shown, wallpaper anew
     EXPECT_EQ(calls, "show 1, unload 1, show 2");
     EXPECT_EQ(wallpapers, 2);
-}
 
-TEST_F(RibbonTest, UnloadAllAtTheEndClosesEveryOpenForm) {
-    forms->RibbonClick(2, true);
+    // At the end every open form is closed, once.
     forms->SetNewFormOpen(true);
     calls.clear();
     forms->UnloadAll();
@@ -158,7 +156,7 @@ TEST_F(RibbonTest, UnloadAllAtTheEndClosesEveryOpenForm) {
     EXPECT_EQ(calls, "");
 }
 
-TEST_F(RibbonTest, EditFromManageOpensTheMaterialFormBesideItAndClosesItAlone) {
+TEST_F(RibbonTest, EditOpensTheMaterialFormBesideTheManageFormOrInPlaceOfTheOpenOne) {
     forms->RibbonClick(2, true);
     calls.clear();
     forms->OpenForEdit(3);
@@ -172,9 +170,9 @@ TEST_F(RibbonTest, EditFromManageOpensTheMaterialFormBesideItAndClosesItAlone) {
     EXPECT_FALSE(forms->ribTools[3].value);
     EXPECT_EQ(forms->GetCurrentForm(), 2) << "the manage form stays";
     EXPECT_TRUE(forms->ribTools[2].value);
-}
 
-TEST_F(RibbonTest, EditWithNoFormOpenMakesTheMaterialFormCurrent) {
+    // With no manage form open, the material form becomes the current one.
+    Build();
     forms->RibbonClick(5, true);
     calls.clear();
     forms->OpenForEdit(3);

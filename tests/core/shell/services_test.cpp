@@ -19,7 +19,7 @@ using ostrel::testing::ScriptedDialogs;
 using ostrel::testing::TempDir;
 using ostrel::testing::WriteFileBytes;
 
-TEST(HelpNotes, ShowEachNoteOnceAndOnlyTheMakerWhileAFormIsOpen) {
+TEST(HelpNotes, ShowEachNoteOnceAndOnlyTheMakerWhileAFormIsOpenInTheirWording) {
     ScriptedDialogs d;
     int form = 0;
     HelpNotes notes(d, [&] { return form; });
@@ -33,9 +33,6 @@ TEST(HelpNotes, ShowEachNoteOnceAndOnlyTheMakerWhileAFormIsOpen) {
                                "Ostrel Utility from Harvenz Photonics",
                                "Ostrel Utility from Harvenz Photonics"}));
     EXPECT_EQ(notes.LastHelpNote(), 0);
-}
-
-TEST(HelpNotes, NoteTextsKeepTheirWording) {
     EXPECT_EQ(HelpNotes::NoteText(5),
               "You may save one or more materials from the current list, in the Harvenz Photonics "
               "format text file.  This can be used for backup or for providing data to another "
@@ -90,7 +87,18 @@ TEST_F(CNewMsgTest, ADelayedMessageWaitsForTheTimer) {
     EXPECT_EQ(d.boxes.size(), 1u);
 }
 
-TEST(Contacts, OpensTheChosenSite) {
+TEST(Contacts, ListsTheDetailsAndOpensTheChosenSite) {
+    const std::string t = ContactsText();
+    for (const char* part :
+         {"Harvenz Photonics Ltd\n", "\nphone: ", "\nfax:   ", "\nemail: ",
+          "\nnet:   https://www.harvenz.example.com/\n", "\nLumbrak website [for updates etc]\n"}) {
+        EXPECT_NE(t.find(part), std::string::npos) << part;
+    }
+    const std::string end =
+        "Click YES to visit the Harvenz Photonics website NOW\n"
+        "Click NO to visit the Lumbrak website NOW";
+    EXPECT_EQ(t.substr(t.size() - end.size()), end);
+
     const struct {
         MsgAnswer answer;
         bool browserStarts;
@@ -107,25 +115,13 @@ TEST(Contacts, OpensTheChosenSite) {
         ShowContacts(d);
         EXPECT_EQ(d.urls, c.urls);
         ASSERT_EQ(d.boxes.size(), c.boxes);
+        EXPECT_EQ(d.boxes[0].text, t);
         EXPECT_EQ(d.boxes[0].buttons, MsgButtons::YesNoCancel);
         EXPECT_EQ(d.boxes[0].icon, MsgIcon::Question);
         if (c.boxes == 2) {
             EXPECT_EQ(d.boxes[1].text, "Sorry: cannot launch your browser at this time.");
         }
     }
-}
-
-TEST(Contacts, TextListsTheDetailsAndEndsWithTheChoice) {
-    const std::string t = ContactsText();
-    for (const char* part :
-         {"Harvenz Photonics Ltd\n", "\nphone: ", "\nfax:   ", "\nemail: ",
-          "\nnet:   https://www.harvenz.example.com/\n", "\nLumbrak website [for updates etc]\n"}) {
-        EXPECT_NE(t.find(part), std::string::npos) << part;
-    }
-    const std::string end =
-        "Click YES to visit the Harvenz Photonics website NOW\n"
-        "Click NO to visit the Lumbrak website NOW";
-    EXPECT_EQ(t.substr(t.size() - end.size()), end);
 }
 
 TEST(DataEntry, RejectedNumberShowsTheInvalidNumberBox) {
