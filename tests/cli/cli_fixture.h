@@ -43,6 +43,41 @@ inline CliResult RunOk(const TempDir& dir, const std::string& args) {
     return r;
 }
 
+// A run of the command line as one row of a table: what it is given, its exit status and
+// texts its output and its errors must hold. A text that begins with '=' must be the whole
+// output, with '^' its start, with '!' it must not be there; an empty list asks nothing.
+struct CliRow {
+    std::string args;
+    int status = 0;
+    std::vector<std::string> out = {}, err = {};
+};
+
+inline void ExpectHolds(const std::string& stream, const std::string& got,
+                        const std::vector<std::string>& wants) {
+    for (const auto& want : wants) {
+        if (!want.empty() && want[0] == '=') {
+            EXPECT_EQ(got, want.substr(1)) << stream;
+        } else if (!want.empty() && want[0] == '^') {
+            EXPECT_EQ(got.rfind(want.substr(1), 0), 0u) << stream << ":\n" << got;
+        } else if (!want.empty() && want[0] == '!') {
+            EXPECT_EQ(got.find(want.substr(1)), std::string::npos) << stream << ":\n" << got;
+        } else {
+            EXPECT_NE(got.find(want), std::string::npos) << stream << " lacks " << want << ":\n"
+                                                         << got;
+        }
+    }
+}
+
+// Runs the row in dir (with another data folder when given) and checks what it printed.
+inline CliResult ExpectRow(const TempDir& dir, const CliRow& row, const std::string& data = {}) {
+    SCOPED_TRACE(row.args);
+    CliResult r = data.empty() ? RunCliIn(dir, row.args) : RunCliWithDataDir(dir, data, row.args);
+    EXPECT_EQ(r.status, row.status) << r.err;
+    ExpectHolds("stdout", r.out, row.out);
+    ExpectHolds("stderr", r.err, row.err);
+    return r;
+}
+
 // Installs the demonstration programs in DEMO, from the demonstration catalogue.
 inline CliResult InstallDemo(const TempDir& dir, const std::string& dataDir,
                              const std::string& demo) {

@@ -45,11 +45,8 @@ void ExpectFields(const nlohmann::json& got, const std::string& want) {
 constexpr const char* kListed = "1\tA\tS\n2\tMELT *M1\tLAB\n3\tC\tS\n";
 
 TEST_F(ListCli, ListsAsTextAndAsJson) {
-    CliResult r = RunCliIn(dir, "list");
-    EXPECT_EQ(r.status, 0) << r.err;
-    EXPECT_EQ(r.out, kListed);
-    r = RunCliIn(dir, "list --json");
-    ASSERT_EQ(r.status, 0) << r.err;
+    ExpectRow(dir, {"list", 0, {std::string("=") + kListed}});
+    const CliResult r = RunOk(dir, "list --json");
     auto j = nlohmann::json::parse(r.out);
     ASSERT_EQ(j.size(), 3u);
     ExpectFields(j[1], R"({"index": 2, "GlassName": "MELT *M1", "Polytype": 2, "IndexWvMin": 365,
@@ -58,9 +55,7 @@ TEST_F(ListCli, ListsAsTextAndAsJson) {
 }
 
 TEST_F(ListCli, ShowGivesEveryFieldByName) {
-    CliResult r = RunCliIn(dir, "show 2 --json");
-    ASSERT_EQ(r.status, 0) << r.err;
-    auto j = nlohmann::json::parse(r.out);
+    auto j = nlohmann::json::parse(RunOk(dir, "show 2 --json").out);
     ExpectFields(j, R"({"GlassName": "MELT *M1", "Density": 2.51, "TT6": "",
         "GeneralState": {"Ready": -1}, "ThermalState": {"Ready": -1}})");
     EXPECT_EQ(j["PolyCoef"].size(), 14u);
@@ -70,67 +65,55 @@ TEST_F(ListCli, ShowGivesEveryFieldByName) {
     EXPECT_EQ(j["MeltParentName"], std::string(30, '\0'));
 }
 
-TEST_F(ListCli, DeleteAsksOnStderrAndFollowsTheAnswer) {
-    const std::string before = FileBytes();
-    CliResult no = RunCliIn(dir, "--answer no delete 1");
-    EXPECT_EQ(no.status, 1);
-    EXPECT_EQ(no.err, "Are you sure that you wish to delete A - S?\n");
-    EXPECT_TRUE(FileBytes() == before);
-
-    CliResult yes = RunCliIn(dir, "delete 1");
-    EXPECT_EQ(yes.status, 0) << yes.err;
-    EXPECT_EQ(RunCliIn(dir, "list").out, "1\tMELT *M1\tLAB\n2\tC\tS\n");
-}
-
-TEST_F(ListCli, DuplicatePutsTheCopyBehindTheOriginal) {
-    CliResult r = RunCliIn(dir, "duplicate 1 'A copy'");
-    EXPECT_EQ(r.status, 0) << r.err;
-    EXPECT_EQ(RunCliIn(dir, "list").out, "1\tA\tS\n2\tA copy\tS\n3\tMELT *M1\tLAB\n4\tC\tS\n");
-}
-
-TEST_F(ListCli, DuplicateThatCannotBeSavedReportsTheSaveAlone) {
-    // A folder where the backup must go makes the save fail as a full disk would.
-    fs::create_directories(dir / kCustomBackupName / "x");
-    CliResult r = RunCliIn(dir, "duplicate 1 Copy");
-    EXPECT_EQ(r.status, 1);
-    EXPECT_NE(r.err.find("The custom material list could not be saved"), std::string::npos);
-    EXPECT_EQ(r.err.find("No copy was made"), std::string::npos) << r.err;
-}
-
-TEST_F(ListCli, DuplicateUnderACatalogueNameIsRefused) {
+// Delete asks on stderr and follows the answer; a copy goes behind its original, never
+// under a name of the lens design program's catalogue, and a save that fails is reported
+// alone.
+TEST_F(ListCli, DeleteAndDuplicate) {
     // a lens design folder whose catalogue holds "NEW / S"
     fs::create_directory(dir / "lumbrak");
     std::string cat(495, '\0');
-    std::string name = "NEW" + std::string(27, ' ');
-    std::string source = "S" + std::string(29, ' ');
-    cat.replace(0, 30, name);
-    cat.replace(32, 30, source);
+    cat.replace(0, 30, "NEW" + std::string(27, ' '));
+    cat.replace(32, 30, "S" + std::string(29, ' '));
     WriteFileBytes(dir / "lumbrak" / kCatalogueFileName, cat);
-    CliResult r = RunCliIn(dir, "--lumbrak \"" + (dir / "lumbrak").string() + "\" duplicate 1 new");
-    EXPECT_EQ(r.status, 1);
-    EXPECT_EQ(r.err,
-              "No copy was made: new - S is already in the list of catalog materials, "
-              "and cannot be overwritten!\n");
-    EXPECT_EQ(RunCliIn(dir, "list").out, kListed);
+    const std::string before = FileBytes();
+    const CliRow rows[] = {
+        {"--answer no delete 1", 1, {}, {"=Are you sure that you wish to delete A - S?\n"}},
+        {"--lumbrak \"" + (dir / "lumbrak").string() + "\" duplicate 1 new",
+         1,
+         {},
+         {"=No copy was made: new - S is already in the list of catalog materials, and cannot "
+          "be overwritten!\n"}},
+        {"duplicate 1 'A copy'", 0},
+        {"list", 0, {"=1\tA\tS\n2\tA copy\tS\n3\tMELT *M1\tLAB\n4\tC\tS\n"}},
+        {"delete 1", 0},
+        {"list", 0, {"=1\tA copy\tS\n2\tMELT *M1\tLAB\n3\tC\tS\n"}},
+    };
+    for (size_t i = 0; i < std::size(rows); ++i) {
+        ExpectRow(dir, rows[i]);
+        if (i < 2) {
+            EXPECT_TRUE(FileBytes() == before);
+        }
+    }
+    // A folder where the backup must go makes the save fail as a full disk would.
+    fs::remove(dir / kCustomBackupName);
+    fs::create_directories(dir / kCustomBackupName / "x");
+    ExpectRow(dir, {"duplicate 1 Copy",
+                    1,
+                    {},
+                    {"The custom material list could not be saved", "!No copy was made"}});
 }
 
-TEST(ListCliStart, ConvertsAnOlderFileFirst) {
+// An older list is converted before the command runs; a missing data folder is a clear
+// error and is not made.
+TEST(ListCliStart, ConvertsAnOlderFileFirstAndNeedsTheDataFolder) {
     TempDir dir;
     std::string v1(12098, '\0');
     v1.replace(6, 30, "OLD" + std::string(27, ' '));
     v1.replace(38, 30, "SRC" + std::string(27, ' '));
     WriteFileBytes(dir / kCustomFileV1Name, v1);
-    CliResult r = RunCliIn(dir, "list");
-    EXPECT_EQ(r.status, 0) << r.err;
-    EXPECT_EQ(r.out, "1\tOLD\tSRC\n");
-}
-
-TEST(ListCliStart, MissingDataFolderIsAClearError) {
-    TempDir dir;
-    fs::path missing = dir / "nowhere";
-    CliResult r = RunCliWithDataDir(dir, missing.string(), "list");
-    EXPECT_EQ(r.status, 1);
-    EXPECT_NE(r.err.find("The data folder does not exist"), std::string::npos);
+    ExpectRow(dir, {"list", 0, {"=1\tOLD\tSRC\n"}});
+    const fs::path missing = dir / "nowhere";
+    ExpectRow(dir, {"list", 1, {}, {"The data folder does not exist"}}, missing.string());
     EXPECT_FALSE(fs::exists(missing));
 }
 
