@@ -173,7 +173,7 @@ TEST_F(Frm7MeltWindowTest, ACancelledPickTakesNothingAndTheCloseBoxClosesTheForm
 
 // A band clicked or reached with the arrow keys fills the wavelengths; entering the list by
 // Tab picks nothing.
-TEST_F(Frm7MeltWindowTest, WavebandsFollowTheListByMouseAndKeyboard) {
+TEST_F(Frm7MeltWindowTest, WavebandsFollowTheListByMouseAndKeyboardAndTheSheetFillsTheGrid) {
     OpenWithBk7();
     QListWidget* bands = window->list("lstWaveBand");
     ASSERT_EQ(bands->count(), 3);
@@ -186,10 +186,8 @@ TEST_F(Frm7MeltWindowTest, WavebandsFollowTheListByMouseAndKeyboard) {
 
     PressKey(bands, Qt::Key_Up);
     EXPECT_EQ(Cell(2, 10), "404.6560");  // Ohara advanced: ten lines
-}
 
-TEST_F(Frm7MeltWindowTest, TheSheetBoxReturnsSevenPairsToTheGrid) {
-    OpenWithBk7();
+    // The sheet box returns seven pairs to the grid.
     sheetAction = [](popMeltSchottDialog& box) {
         EXPECT_FALSE(box.button("comOK")->isEnabled());
         box.picture()->click();  // the parent's figures as a start

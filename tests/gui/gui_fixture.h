@@ -131,32 +131,20 @@ inline void KeyToRow(QWidget* grid, int row) {
 // that lead to a box, and of its tabs.
 // The letters used more than once among what `form` shows now.
 inline QStringList DuplicateMnemonics(QWidget* form) {
-    QMap<QChar, int> count;
-    auto add = [&count](const QString& text) {
-        for (int i = 0; i + 1 < text.size(); ++i) {
-            if (text[i] != '&') continue;
-            if (text[i + 1] == '&') {
-                ++i;
-                continue;
-            }
-            ++count[text[i + 1].toUpper()];
-            return;
-        }
-    };
-    for (auto* b : form->findChildren<QAbstractButton*>()) {
-        if (b->isVisibleTo(form)) add(b->text());
-    }
-    for (auto* l : form->findChildren<QLabel*>()) {
-        if (l->isVisibleTo(form) && l->buddy()) add(l->text());
-    }
-    for (auto* t : form->findChildren<QTabBar*>()) {
-        if (!t->isVisibleTo(form)) continue;
-        for (int i = 0; i < t->count(); ++i) add(t->tabText(i));
-    }
+    QStringList texts;
+    for (auto* b : form->findChildren<QAbstractButton*>())
+        if (b->isVisibleTo(form)) texts << b->text();
+    for (auto* l : form->findChildren<QLabel*>())
+        if (l->isVisibleTo(form) && l->buddy()) texts << l->text();
+    for (auto* t : form->findChildren<QTabBar*>())
+        for (int i = 0; t->isVisibleTo(form) && i < t->count(); ++i) texts << t->tabText(i);
+    QMap<QString, int> count;
+    for (const QString& text : texts)
+        if (const QKeySequence key = QKeySequence::mnemonic(text); !key.isEmpty())
+            ++count[key.toString()];
     QStringList twice;
-    for (auto it = count.cbegin(); it != count.cend(); ++it) {
-        if (it.value() > 1) twice << QString(it.key());
-    }
+    for (auto it = count.cbegin(); it != count.cend(); ++it)
+        if (it.value() > 1) twice << it.key().right(1);
     return twice;
 }
 

@@ -39,48 +39,44 @@ class MainMenuTest : public ::testing::Test, protected MainEnv {
     std::array<CountingForm, 8> counting;
 };
 
-struct ToolCase {
-    const char* action;
-    int tool;
-    QKeySequence key;
-};
-
-class MenuToolTest : public MainMenuTest, public ::testing::WithParamInterface<ToolCase> {};
-
 // Each item opens its form exactly as its tool button does (the button goes down, the form
 // becomes current), from the menu and from its keys; on a first run it is off with its tool.
-TEST_P(MenuToolTest, ItemPressesItsToolButton) {
-    const ToolCase c = GetParam();
-    QAction* a = Action(c.action);
-    ASSERT_NE(a, nullptr);
-    EXPECT_TRUE(a->shortcuts().contains(c.key)) << a->shortcut().toString().toStdString();
-    firstRun = true;
-    forms.EnableTools();
-    EXPECT_EQ(a->isEnabled(), c.tool == kFormSetup);
-    firstRun = false;
-    forms.EnableTools();
-    ASSERT_TRUE(a->isEnabled());
-    if (c.tool == kFormSetup) return;  // no setup form in this window
-    a->trigger();
-    EXPECT_EQ(forms.GetCurrentForm(), c.tool);
-    EXPECT_TRUE(mainWindow.ribTools(c.tool)->isChecked());
-    EXPECT_EQ(counting[c.tool].shown, 1);
-    // The same as a click on the tool button: a second press of an open form does nothing.
-    mainWindow.ribTools(c.tool)->click();
-    EXPECT_EQ(forms.GetCurrentForm(), 0) << "the button released closes it";
-    a->trigger();
-    EXPECT_EQ(counting[c.tool].shown, 2);
+TEST_F(MainMenuTest, EachItemPressesItsToolButton) {
+    const struct {
+        const char* action;
+        int tool;
+        QKeySequence key;
+    } cases[] = {{"mnuNew", kFormNew, QKeySequence(QKeySequence::New)},
+                 {"mnuImport", kFormImport, QKeySequence(QKeySequence::Open)},
+                 {"mnuBackup", kFormExport, QKeySequence(QKeySequence::Save)},
+                 {"mnuManage", kFormManage, QKeySequence(Qt::CTRL | Qt::Key_2)},
+                 {"mnuArchive", kFormArchive, QKeySequence(Qt::CTRL | Qt::Key_6)},
+                 {"mnuMelt", kFormMelt, QKeySequence(Qt::CTRL | Qt::Key_7)},
+                 {"mnuSetup", kFormSetup, QKeySequence(Qt::CTRL | Qt::Key_1)}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.action);
+        QAction* a = Action(c.action);
+        ASSERT_NE(a, nullptr);
+        EXPECT_TRUE(a->shortcuts().contains(c.key)) << a->shortcut().toString().toStdString();
+        firstRun = true;
+        forms.EnableTools();
+        EXPECT_EQ(a->isEnabled(), c.tool == kFormSetup);
+        firstRun = false;
+        forms.EnableTools();
+        ASSERT_TRUE(a->isEnabled());
+        if (c.tool == kFormSetup) continue;  // no setup form in this window
+        a->trigger();
+        EXPECT_EQ(forms.GetCurrentForm(), c.tool);
+        EXPECT_TRUE(mainWindow.ribTools(c.tool)->isChecked());
+        EXPECT_EQ(counting[c.tool].shown, 1);
+        // The same as a click on the tool button: the button released closes it.
+        mainWindow.ribTools(c.tool)->click();
+        EXPECT_EQ(forms.GetCurrentForm(), 0);
+        a->trigger();
+        EXPECT_EQ(counting[c.tool].shown, 2);
+        mainWindow.ribTools(c.tool)->click();
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Items, MenuToolTest,
-    ::testing::Values(ToolCase{"mnuNew", kFormNew, QKeySequence(QKeySequence::New)},
-                      ToolCase{"mnuImport", kFormImport, QKeySequence(QKeySequence::Open)},
-                      ToolCase{"mnuBackup", kFormExport, QKeySequence(QKeySequence::Save)},
-                      ToolCase{"mnuManage", kFormManage, QKeySequence(Qt::CTRL | Qt::Key_2)},
-                      ToolCase{"mnuArchive", kFormArchive, QKeySequence(Qt::CTRL | Qt::Key_6)},
-                      ToolCase{"mnuMelt", kFormMelt, QKeySequence(Qt::CTRL | Qt::Key_7)},
-                      ToolCase{"mnuSetup", kFormSetup, QKeySequence(Qt::CTRL | Qt::Key_1)}));
 
 TEST_F(MainMenuTest, BarHelpAndEditItemsAndTheHelpButton) {
     QStringList titles;

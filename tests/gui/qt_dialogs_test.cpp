@@ -45,36 +45,26 @@ TEST(BusyInput, ClicksQueuedDuringBusyWorkAreDroppedWhenItEnds) {
     EXPECT_EQ(clicks, 1);
 }
 
-QMessageBox* ShownBox() {
-    for (QWidget* w : QApplication::topLevelWidgets()) {
-        if (auto* box = qobject_cast<QMessageBox*>(w); box && box->isVisible()) return box;
-    }
-    return nullptr;
-}
-
 TEST(MessageBox, ALongTextScrollsWholeAndTheButtonsStayOnTheScreen) {
     std::string names;
-    for (int i = 0; i < 400; ++i) {
+    for (int i = 0; i < 400; ++i)
         names += (i ? ", " : "") + ("N-GLASS" + std::to_string(i) + "/SCHOTT");
-    }
     const std::string longText = "The following materials are already in your collection:\n\n" +
                                  names + "\n\nDo you want to overwrite the existing data?";
     const std::string shortText = "Do you want to overwrite the existing data?";
     for (const std::string& text : {longText, shortText}) {
         const bool isLong = text.size() > 1200;
         QtDialogs dialogs;
-        QRect frame;
-        QRect room;
+        QRect frame, room;
         QString scrolledText;
         bool scrolls = false;
         QTimer::singleShot(0, [&] {
-            QMessageBox* box = ShownBox();
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
             if (!box) return;
             frame = box->frameGeometry();
             room = box->screen()->availableGeometry();
-            if (auto* label = box->findChild<QLabel*>("longMessageText")) {
+            if (auto* label = box->findChild<QLabel*>("longMessageText"))
                 scrolledText = label->text();
-            }
             scrolls = box->findChild<QScrollArea*>("longMessageScroll") != nullptr;
             box->button(QMessageBox::No)->click();
         });

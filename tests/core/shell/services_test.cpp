@@ -44,15 +44,10 @@ TEST(HelpNotes, ShowEachNoteOnceAndOnlyTheMakerWhileAFormIsOpenInTheirWording) {
     EXPECT_EQ(HelpNotes::NoteText(8), "");
 }
 
-class CNewMsgTest : public ::testing::Test {
-  protected:
+TEST(CNewMsg, OnlyADeclinedMessageNeverComesAgainAndADelayedOneWaitsForTheTimer) {
     ScriptedDialogs d;
     MemorySettingsStore settings;
-    CNewMsg msg{d, settings};
-    Timer tmrNewMsg{100};
-};
-
-TEST_F(CNewMsgTest, OnlyADeclinedMessageNeverComesAgain) {
+    CNewMsg msg(d, settings);
     const char* text = "Polynomials will be refitted.";
     msg.Display(text, "Import", false, 0, "ImportPolyRefit");  // Yes: nothing stored
     EXPECT_EQ(settings.GetSetting("CNM_NewUserMsg", "ImportPolyRefit", "unset"), "unset");
@@ -71,9 +66,9 @@ TEST_F(CNewMsgTest, OnlyADeclinedMessageNeverComesAgain) {
     settings.SaveSetting("CNM_NewUserMsg", "popMeltSchott", "-1");
     later.Display("m", "t", false, 0, "popMeltSchott");
     EXPECT_EQ(d.boxes.size(), 2u);
-}
 
-TEST_F(CNewMsgTest, ADelayedMessageWaitsForTheTimer) {
+    d.boxes.clear();
+    Timer tmrNewMsg{100};
     msg.UseThisTimer(&tmrNewMsg);
     msg.Display("m", "t", true, 1500, "MeltMaker");
     EXPECT_TRUE(d.boxes.empty());
