@@ -111,7 +111,6 @@ TEST(NormalLine, ThroughK7AndF2OfTheCatalogue) {
         {"a custom K7 does not count", {customK7, k7, f2}, true},
         {"no F2", {k7}, false},
         {"F2 without PgF", {k7, f2NoPgF}, false},
-        {"only a custom K7", {customK7, f2}, false},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);

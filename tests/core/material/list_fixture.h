@@ -88,6 +88,12 @@ class ListFixture : public ::testing::Test {
     std::filesystem::path Current() const { return dir / kCustomFileName; }
     std::filesystem::path Backup() const { return dir / kCustomBackupName; }
     bool Exists(const char* name) const { return std::filesystem::exists(dir / name); }
+    // The names of the list, in order.
+    std::vector<std::string> Names() const {
+        std::vector<std::string> n;
+        for (const auto& r : list->CustomList()) n.push_back(r.General.GlassName.Text());
+        return n;
+    }
 
     GlassesList& Fresh() {
         list = std::make_unique<GlassesList>(dir.path().string(), errors);

@@ -15,11 +15,6 @@ class ListOperationsTest : public ListFixture {
         return Loaded(
             Image({MakeRecord("A", "S", 1), MakeRecord("B", "S", 2), MakeRecord("C", "T", 3)}));
     }
-    std::vector<std::string> Names() const {
-        std::vector<std::string> n;
-        for (const auto& r : list->CustomList()) n.push_back(r.General.GlassName.Text());
-        return n;
-    }
 };
 
 // Out of range nothing is asked; a No changes nothing; a Yes removes, saves and refreshes.
@@ -58,6 +53,8 @@ TEST_F(ListOperationsTest, DuplicateKeepsAskingUntilTheNameIsFreeAndUsable) {
     EXPECT_NE(dialogs.boxes[1].text.find("1 more than the 30"), std::string::npos);
     EXPECT_EQ(Names(), (std::vector<std::string>{"A", "B", "C", "C"}));
     EXPECT_EQ(l.CustomList()[2].General.GlassName.Raw(), "C" + std::string(29, ' '));
+    EXPECT_EQ(l.CustomList()[2].General.Source.Text(), "S");
+    EXPECT_TRUE(ReadFileBytes(Current()) == Image(l.CustomList()));
 }
 
 TEST_F(ListOperationsTest, DuplicateWithAnEmptyOrCancelledAnswerChangesNothing) {

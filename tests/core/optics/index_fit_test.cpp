@@ -99,20 +99,6 @@ struct Fit {
     ScriptedDialogs d;
 };
 
-TEST(FitSchott, RecoversThePolynomialTheDataLieOn) {
-    for (int count : {6, 12}) {
-        auto m = Measured(Sample(380.0, 1100.0, count, SchottIndex));
-        Fit f;
-        ASSERT_EQ(f.Linear(FitSchott, m, count), -1) << count;
-        EXPECT_TRUE(f.d.boxes.empty());
-        for (int i = 0; i < 6; ++i)
-            EXPECT_NEAR(f.coef[i], kSchott[i], 1e-7 + 1e-6 * std::fabs(kSchott[i]));
-        for (int i = 6; i < 14; ++i) EXPECT_EQ(f.coef[i], 0.0);
-        for (int i = 0; i < count; ++i) EXPECT_NEAR(m.IndexError[i], 0.0, 1e-8);
-        EXPECT_LT(m.FitError, 1e-17);
-    }
-}
-
 TEST(FitCauchy, PassesThroughThreePoints) {
     auto m = Measured({{700.0, 1.5130}, {550.0, 1.5190}, {400.0, 1.5310}});
     Fit f;
@@ -149,6 +135,8 @@ TEST(Nbk7, SchottFitHasCatalogueAccuracy) {
     EXPECT_NEAR(Rms(m, 20), 2.02646e-5, 1e-9);
     EXPECT_NEAR(f.coef[0], 2.2739767924, 1e-8);
     EXPECT_NEAR(f.coef[5], 1.38988e-05, 1e-9);
+    for (int i = 6; i < 14; ++i) EXPECT_EQ(f.coef[i], 0.0);
+    EXPECT_TRUE(f.d.boxes.empty());
 }
 
 TEST(FitWeights, ZeroWeightNeitherPullsNorCountsButIsRecalculated) {
