@@ -18,40 +18,6 @@ void CompleteWeight(IndexRow& row) {
     if (row.wave > 0.0f && row.index > 1.0 && row.weight <= 0.0f) row.weight = 1.0f;
 }
 
-std::vector<IndexRow> IndexRowsFromText(std::string_view text, bool readWeights) {
-    std::vector<IndexRow> rows;
-    size_t start = 0;
-    while (start < text.size()) {
-        size_t end = text.find('\n', start);
-        if (end == std::string_view::npos) end = text.size();
-        std::string_view line = text.substr(start, end - start);
-        start = end + 1;
-        if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
-        if (line.find_first_not_of(" \t") == std::string_view::npos) continue;
-
-        std::vector<std::string_view> cells;
-        size_t from = 0;
-        while (true) {
-            const size_t sep = line.find_first_of(",;\t", from);
-            cells.push_back(line.substr(from, sep == std::string_view::npos ? sep : sep - from));
-            if (sep == std::string_view::npos) break;
-            from = sep + 1;
-        }
-        IndexRow row;
-        row.wave = static_cast<float>(CellNumber(cells[0]));
-        if (cells.size() > 1) row.index = CellNumber(cells[1]);
-        const bool weightGiven = readWeights && cells.size() > 2 &&
-                                 cells[2].find_first_not_of(" ") != std::string_view::npos;
-        if (weightGiven) {
-            row.weight = static_cast<float>(CellNumber(cells[2]));
-        } else {
-            CompleteWeight(row);
-        }
-        rows.push_back(row);
-    }
-    return rows;
-}
-
 int ReadIndexRows(const std::vector<IndexRow>& rows, MaterialRecord& rec) {
     std::vector<IndexRow> kept;
     for (size_t i = 0; i < rows.size() && i < size_t(kMaxIndexPoints); ++i) {

@@ -26,11 +26,6 @@ double CellNumber(std::string_view text);
 // A typed row gets weight 1 when it has a wave, an index above 1 and no positive weight.
 void CompleteWeight(IndexRow& row);
 
-// Rows of a text, one a line, cells separated by a comma, a semicolon or a tab. A row
-// without a third cell (or every row, when readWeights is false) has its weight completed
-// as a typed row; a weight given in the text is kept as it is, 0 included.
-std::vector<IndexRow> IndexRowsFromText(std::string_view text, bool readWeights);
-
 // Reads rows into the record: of the first 150, those with wave and index both not zero,
 // sorted by descending wavelength (equal wavelengths keep their order), with micrometres,
 // squares and the waveband. Returns how many were kept; with none the record is untouched.

@@ -185,15 +185,6 @@ void Grid::SetValue(int col, int row, double value) {
     SetText(col, row, std::string(buf, res.ptr));
 }
 
-std::string Grid::DisplayText(int col, int row) const {
-    std::string text = Text(col, row);
-    const auto& c = Column(col);
-    if (c.type == CellType::Float && !text.empty() && IsValidNumber(text)) {
-        return FormatNumber(Val(text), DecimalsPattern(c.decimals));
-    }
-    return text;
-}
-
 std::string Grid::FloatText(int col, float value) const {
     const std::string text = FormatNumber(value, DecimalsPattern(Column(col).decimals));
     return static_cast<float>(Val(text)) == value ? text : ShortestFloatText(value);

@@ -90,8 +90,6 @@ class Grid {
     // The cell read as a number: a non-numeric or empty cell is 0.
     double Value(int col, int row) const;
     void SetValue(int col, int row, double value);
-    // What the view shows: a number in a float column with the column's decimals.
-    std::string DisplayText(int col, int row) const;
     // The text a form writes for a 32-bit number in a float column: with the column's
     // decimals, or in its shortest form where those decimals would not give back the same
     // float, so that nothing typed is lost by showing it.

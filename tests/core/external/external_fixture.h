@@ -2,6 +2,7 @@
 // A demo installation of the three sibling programs in a fresh folder, and ready materials.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -134,6 +135,35 @@ class ExternalFixture : public ::testing::Test {
             }
         }
         return out;
+    }
+
+    // "table:name:C1" of the custom rows (s1 8) of both tables.
+    std::vector<std::string> CustomRows() {
+        std::vector<std::string> out;
+        for (const auto& r : Rows()) {
+            std::vector<std::string> parts;
+            for (size_t at = 0, end; at <= r.size(); at = end + 1) {
+                end = std::min(r.find(':', at), r.size());
+                parts.push_back(r.substr(at, end - at));
+            }
+            if (parts[4] == "8") out.push_back(parts[0] + ":" + parts[2] + ":" + parts[5]);
+        }
+        return out;
+    }
+    // The glass names of a program's custom glass file, joined by commas.
+    static std::string FileNames(const std::string& folder) {
+        std::vector<MaterialRecord> recs;
+        FileError error;
+        EXPECT_TRUE(ReadExternalFile(folder, recs, error)) << error.message;
+        std::string names;
+        for (const auto& r : recs) names += (names.empty() ? "" : ",") + r.General.GlassName.Text();
+        return names;
+    }
+    // No half-written file of a replace is left in the folders.
+    static void ExpectNoTempFiles(const std::vector<std::string>& folders) {
+        for (const auto& folder : folders)
+            for (const auto& entry : std::filesystem::directory_iterator(folder))
+                EXPECT_EQ(entry.path().filename().string().find(".ostrel-tmp."), std::string::npos);
     }
 
     TempDir dir;

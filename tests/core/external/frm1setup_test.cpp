@@ -54,7 +54,7 @@ class Frm1SetupTest : public ::testing::Test {
     int splashClosed = 0;
 };
 
-TEST_F(Frm1SetupTest, FirstRunSearchesShowsThePathsAndTheInformationBox) {
+TEST_F(Frm1SetupTest, FirstRunSearchesShowsThePathsAndTheBoxAndOkStoresThem) {
     EXPECT_FALSE(form->form.visible);
     // Unloading a form that is not open does nothing, in particular it ends no first run.
     form->ForceUnload();
@@ -91,10 +91,8 @@ TEST_F(Frm1SetupTest, FirstRunSearchesShowsThePathsAndTheInformationBox) {
     EXPECT_EQ(panelRefreshes, 1);
     EXPECT_EQ(dialogs.busyDepth, 0);
     EXPECT_FALSE(forms->ribTools[2].enabled);
-}
 
-TEST_F(Frm1SetupTest, OkStoresTheFoundPathsAndEndsTheFirstRun) {
-    OpenSetup();
+    // OK stores the paths found and ends the first run.
     form->comOKClick();
     EXPECT_TRUE(form->Result());
     EXPECT_FALSE(form->IsOpen());

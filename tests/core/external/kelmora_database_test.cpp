@@ -138,20 +138,6 @@ TEST_F(KelmoraDatabaseTest, TextRulesOfTheWrite) {
               "SELECT ALL * From GlassData  WHERE (GlassData.Source = 'Schott');");
 }
 
-TEST_F(KelmoraDatabaseTest, ParentQueryReadsTheMakersRows) {
-    auto db = Open();
-    std::vector<DbRow> rows;
-    DbError error;
-    ASSERT_TRUE(RunGlassQuery(*db, GlassQuery("Schott"), rows, error));
-    ASSERT_EQ(rows.size(), 4u);
-    MaterialRecord rec = ClearedMaterialRecord();
-    ASSERT_TRUE(ReadGlassRow(rows[0], rec, error));
-    EXPECT_EQ(rec.General.GlassName.Text(), "N-BK7");
-    EXPECT_FLOAT_EQ(rec.Derived.nd, 1.5168f);
-    EXPECT_NEAR(rec.Derived.vd, 64.17f, 0.01);
-    EXPECT_GT(rec.Measured.TransPoints, 10);
-}
-
 TEST_F(KelmoraDatabaseTest, AFileHeldByAnotherWriterIsAlreadyOpen) {
     sqlite3* other = nullptr;
     ASSERT_EQ(sqlite3_open(GlassDatabasePath(Kelmora()).c_str(), &other), SQLITE_OK);

@@ -1,7 +1,6 @@
 // The custom glass files, the update frame, removal and archive over a demo installation.
 #include <filesystem>
 #include <functional>
-#include <sstream>
 
 #include "core/external/external_file.h"
 #include "core/external/frm2_manage_update.h"
@@ -153,12 +152,7 @@ TEST_F(UpdateTest, UpdatesSayWhatTheyDid) {
         EXPECT_EQ(frame.Summary(), c.summary);
         ASSERT_FALSE(dialogs.helpNotes.empty());
         EXPECT_EQ(dialogs.helpNotes.back(), c.summary);
-        std::vector<MaterialRecord> recs;
-        FileError error;
-        ASSERT_TRUE(ReadExternalFile(dir.path().string() + "/Lumbrak/", recs, error));
-        std::string names;
-        for (const auto& r : recs) names += (names.empty() ? "" : ",") + r.General.GlassName.Text();
-        EXPECT_EQ(names, c.file) << what;
+        EXPECT_EQ(FileNames(dir.path().string() + "/Lumbrak/"), c.file) << what;
     }
 }
 
@@ -221,14 +215,7 @@ TEST_F(UpdateTest, OneDatabaseRowPerMaterialWhateverTheCase) {
                 EXPECT_TRUE(form.comDeArchiveClick()) << c.name;
             }
         }
-        std::vector<std::string> rows;
-        for (const auto& r : Rows()) {
-            std::vector<std::string> parts;
-            std::istringstream in(r);
-            for (std::string part; std::getline(in, part, ':');) parts.push_back(part);
-            if (parts[4] == "8") rows.push_back(parts[0] + ":" + parts[2] + ":" + parts[5]);
-        }
-        EXPECT_EQ(rows, c.rows) << c.name;
+        EXPECT_EQ(CustomRows(), c.rows) << c.name;
     }
 }
 
@@ -354,9 +341,7 @@ TEST_F(UpdateTest, AFailureBeforeTheCommitChangesNoStore) {
             EXPECT_EQ(now, committed ? fresh : old) << "command " << command << ", statement " << k;
         }
     }
-    for (const auto& folder : {Lumbrak(), Sextane(), Kelmora()})
-        for (const auto& entry : fs::directory_iterator(folder))
-            EXPECT_EQ(entry.path().filename().string().find(".ostrel-tmp."), std::string::npos);
+    ExpectNoTempFiles({Lumbrak(), Sextane(), Kelmora()});
 }
 
 // A database held by another program: no store changes, and the message names it.
@@ -400,9 +385,7 @@ TEST_F(UpdateTest, ABusyDatabaseChangesNothing) {
     }
     other.reset();
     EXPECT_EQ(Rows(), oldRows);
-    for (const auto& folder : {Lumbrak(), Sextane()})
-        for (const auto& entry : fs::directory_iterator(folder))
-            EXPECT_EQ(entry.path().filename().string().find(".ostrel-tmp."), std::string::npos);
+    ExpectNoTempFiles({Lumbrak(), Sextane()});
 }
 
 TEST_F(UpdateTest, RemovalFromTheFileLeavesTheLastEntry) {
@@ -538,20 +521,15 @@ TEST_F(UpdateTest, ArchiveAllButK7AndF2AndRestore) {
     EXPECT_EQ(Rows().size(), 4u);
     EXPECT_EQ(Rows()[0].rfind("GlassData", 0), 0u);
 
+    // What stays and what comes back is the command line's test; restoring asks nothing.
     dialogs.answers = {MsgAnswer::OK};
     form.ssGlassCurr.SetSelection({0, -1, 0, -1});
     EXPECT_TRUE(form.comArchiveClick());
-    ASSERT_EQ(form.ssGlassCurr.MaxRows(), 2);
-    EXPECT_EQ(form.ssGlassCurr.Text(2, 1), "  K7");
-    EXPECT_EQ(form.ssGlassCurr.Text(2, 2), "  F2");
-    ASSERT_EQ(form.ssGlassArchive.MaxRows(), 2);
     EXPECT_EQ(form.ssGlassArchive.Text(3, 1), " Schott");
-
     const size_t boxes = dialogs.boxes.size();
     form.ssGlassArchive.SetSelection({0, 1, 0, 2});
     EXPECT_TRUE(form.comDeArchiveClick());
     EXPECT_EQ(dialogs.boxes.size(), boxes);
-    EXPECT_EQ(form.ssGlassCurr.MaxRows(), 4);
     EXPECT_EQ(form.ssGlassArchive.MaxRows(), 0);
 
     form.cmbSortOrder.SetListIndex(1);

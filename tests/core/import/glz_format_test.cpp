@@ -154,17 +154,15 @@ TEST(GlzReader, SectionRulesClampsAndNumberForms) {
                               kEnd + " \r\nEOF\r\n");
     ASSERT_EQ(r.count, 1);
     const auto& m = r.recs[0];
-    EXPECT_FLOAT_EQ(m.Thermal.dndt_lin, 0.5f);
-    EXPECT_FLOAT_EQ(m.Thermal.dndt_LamdaTK, 0.2f);  // the second copy wins
-    EXPECT_FLOAT_EQ(m.Thermal.ThermalAux, 1.5e-10f);
-    EXPECT_EQ(m.Measured.IndexValue[0], 9.0);
-    EXPECT_EQ(m.Measured.IndexWeight[0], 1.0f);
-    EXPECT_EQ(m.Measured.IndexValue[1], 0.0);
-    EXPECT_EQ(m.Measured.IndexWeight[1], 0.0f);
-    EXPECT_EQ(m.TransState.Ready, 0);  // one row is not enough
-    EXPECT_FLOAT_EQ(m.General.TransShortValue[0], 0.01f);
-    EXPECT_FLOAT_EQ(m.General.TransShortValue[1], 99.0f);
-    EXPECT_FLOAT_EQ(m.General.TransShortValue[40], 0.0f);
+    // The second copy of lambda TK wins; indices and weights clamped; one row is not enough.
+    EXPECT_EQ(std::tuple(m.Thermal.dndt_lin, m.Thermal.dndt_LamdaTK, m.Thermal.ThermalAux),
+              std::tuple(0.5f, 0.2f, 1.5e-10f));
+    EXPECT_EQ(std::tuple(m.Measured.IndexValue[0], m.Measured.IndexWeight[0],
+                         m.Measured.IndexValue[1], m.Measured.IndexWeight[1]),
+              std::tuple(9.0, 1.0f, 0.0, 0.0f));
+    EXPECT_EQ(std::tuple(m.TransState.Ready, m.General.TransShortValue[0],
+                         m.General.TransShortValue[1], m.General.TransShortValue[40]),
+              std::tuple(0, 0.01f, 99.0f, 0.0f));
 }
 
 TEST(GlzReader, NegativeIndexCountReadsAsNoPoints) {
@@ -183,12 +181,10 @@ TEST(GlzReader, PaddedBackupRestoresItsRealRows) {
                               kEnd + " \r\nEOF\r\n");
     ASSERT_EQ(r.count, 1);
     const auto& m = r.recs[0];
-    EXPECT_EQ(m.Measured.TransPoints, 2);
-    EXPECT_EQ(m.TransState.Ready, -1);
-    EXPECT_FLOAT_EQ(m.General.TransShortWave[1], 400.0f);
-    EXPECT_FLOAT_EQ(m.General.TransShortValue[1], 0.01f);
-    EXPECT_FLOAT_EQ(m.General.TransShortValue[2], 99.0f);
-    EXPECT_FLOAT_EQ(m.General.TransShortValue[39], 99.0f);
+    const auto& g = m.General;
+    EXPECT_EQ(std::tuple(m.Measured.TransPoints, m.TransState.Ready, g.TransShortWave[1],
+                         g.TransShortValue[1], g.TransShortValue[2], g.TransShortValue[39]),
+              std::tuple(2, -1, 400.0f, 0.01f, 99.0f, 99.0f));
 }
 
 TEST(GlzReader, OldIndexSectionAndMelt) {
@@ -199,11 +195,9 @@ TEST(GlzReader, OldIndexSectionAndMelt) {
                 "1\r\n1,2,3\r\n#-- Material Data End --\r\nEOF\r\n");
     ASSERT_EQ(r.count, 1);
     const auto& m = r.recs[0];
-    EXPECT_EQ(m.Measured.IndexValue[1], 1.53);
-    EXPECT_EQ(m.Measured.IndexWeight[1], 1.0f);
-    EXPECT_EQ(m.Melt.MeltFlag, -1);
-    EXPECT_EQ(m.Melt.MeltCode.Text(), "M1");
-    EXPECT_EQ(m.Melt.MeltTransThird[0], 3.0);
+    EXPECT_EQ(std::tuple(m.Measured.IndexValue[1], m.Measured.IndexWeight[1], m.Melt.MeltFlag,
+                         m.Melt.MeltCode.Text(), m.Melt.MeltTransThird[0]),
+              std::tuple(1.53, 1.0f, -1, "M1", 3.0));
 }
 
 class GlzBadFile : public ::testing::TestWithParam<std::string> {};

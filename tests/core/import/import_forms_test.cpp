@@ -92,30 +92,6 @@ TEST_F(ImportForm, CheckGlassesAreAddedOnlyWhenTheUserSaysSo) {
     }
 }
 
-// A file whose glasses are all passed over says why, GLC as AGF.
-TEST_F(ImportForm, NothingStagedSaysWhy) {
-    if (!std::filesystem::exists(Shared("glc/hikari.glc"))) GTEST_SKIP() << "no data";
-    const struct {
-        const char* file;
-        int type;
-        const char* why;
-    } cases[] = {
-        {"glc/hikari.glc", frm4Import::kGLC,
-         "150 glasses were passed over (J-BAF10, J-BAF11, J-BAF12, ...): formula 6 has no "
-         "stored form."},
-        {"agf/2020/NIKON.agf", frm4Import::kAGF,
-         "12 glasses were skipped: their AGF formula is not supported."},
-    };
-    for (const auto& c : cases) {
-        dialogs.boxes.clear();
-        form.ImportFile(Shared(c.file), c.type);
-        ASSERT_EQ(dialogs.boxes.size(), 1u);
-        EXPECT_EQ(dialogs.boxes[0].text,
-                  "Unable to import any glasses from file " + Shared(c.file) + "!\r\n" + c.why);
-        EXPECT_EQ(form.lblSkipped.caption.get(), c.why);
-    }
-}
-
 TEST_F(ImportForm, CatalogueNameBlocksEverythingAndRenameFreesIt) {
     form.ImportFile(Data("sample.glc"), frm4Import::kGLC);
     // One staged glass already in the list: answering No adds nothing.
@@ -142,55 +118,66 @@ TEST_F(ImportForm, CatalogueNameBlocksEverythingAndRenameFreesIt) {
     EXPECT_EQ(list.CustomCount(), 3);
 }
 
-TEST_F(ImportForm, NothingStagedAsksToOpen) {
-    dialogs.answers.push_back(MsgAnswer::No);
-    form.comAddAllClick();
-    ASSERT_EQ(dialogs.boxes.size(), 1u);
-    EXPECT_EQ(dialogs.boxes[0].text,
-              "No materials have been imported, so none can be added to the main list!\n\n"
-              "Do you wish to open a material text file now?");
-    EXPECT_EQ(dialogs.boxes[0].buttons, MsgButtons::YesNo);
-}
-
-// A file that cannot be read says where and why; a GLA file says it in its own words. A
-// damaged field is shown cut, its control characters as "?". Nothing is staged.
+// A file that cannot be read says where and why, and one whose glasses are all passed over
+// says why, GLC as AGF; a GLA file says it in its own words. A damaged field is shown cut,
+// its control characters as "?". Nothing is staged.
 TEST_F(ImportForm, FailedReadMessagesSayWhereAndWhy) {
+    const std::string failed = "Failure in file read ",
+                      none = "Unable to import any glasses from file ";
     const struct {
-        const char* name;
+        std::string file;     // in the test's folder, or of the shared data with "shared:"
         std::string content;  // none: no such file
         int type;
-        std::string why;  // empty: no such file
+        std::string box;       // the start of the message, its file name and "!\r\n" follow
+        std::string why;       // empty: no such file
+        bool skipped = false;  // the reason is shown below the grid as well
     } cases[] = {
-        {"missing.glz", "", frm4Import::kGLZ, ""},
+        {"missing.glz", "", frm4Import::kGLZ, failed, ""},
         {"bad.glz",
          "Harvenz Photonics - Ostrel  - text file V2\r\n#-- Material Data Start --\r\n"
          "#     -- General --\r\n\"X\",\"S\"\r\n2,3x0,2500,3.5\r\n",
-         frm4Import::kGLZ, "Line 5: \"3x0\" is no number."},
-        {"missing.agf", "", frm4Import::kAGF, ""},
-        {"empty.glc", "", frm4Import::kGLC, "The file is empty."},
-        {"missing.gla", "", frm4Import::kGLA, ""},
-        {"bad.gla", "\"Z\",8,\"S\",0,0\r\n0,x\r\n", frm4Import::kGLA,
+         frm4Import::kGLZ, failed, "Line 5: \"3x0\" is no number."},
+        {"missing.agf", "", frm4Import::kAGF, failed, ""},
+        {"empty.glc", "", frm4Import::kGLC, failed, "The file is empty."},
+        {"missing.gla", "", frm4Import::kGLA, none, ""},
+        {"bad.gla", "\"Z\",8,\"S\",0,0\r\n0,x\r\n", frm4Import::kGLA, none,
          "Line 2: \"x\" is no number."},
         {"long.gla", "\"Z\",8,\"S\",0,0\r\n0,\x01" + std::string(60, 'x') + "\r\n",
-         frm4Import::kGLA, "Line 2: \"?" + std::string(29, 'x') + "...\" is no number."},
+         frm4Import::kGLA, none, "Line 2: \"?" + std::string(29, 'x') + "...\" is no number."},
         {"notrans.gla",
          "\"Z\",8,\"S\",0,0\r\n0,0\r\n400,700,1\r\n1,0,0,0,0,0,0,0,0,0,0,0,0,0\r\n0,1,10\r\n",
-         frm4Import::kGLA, "Transmission row count 0 out of range."},
+         frm4Import::kGLA, none, "Transmission row count 0 out of range."},
+        {"shared:glc/hikari.glc", "-", frm4Import::kGLC, none,
+         "150 glasses were passed over (J-BAF10, J-BAF11, J-BAF12, ...): formula 6 has no "
+         "stored form.",
+         true},
+        {"shared:agf/2020/NIKON.agf", "-", frm4Import::kAGF, none,
+         "12 glasses were skipped: their AGF formula is not supported.", true},
     };
     for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
-        const std::string path = (dir / c.name).string();
-        if (!c.why.empty()) WriteFileBytes(dir / c.name, c.content);
+        SCOPED_TRACE(c.file);
+        const bool shared = c.file.rfind("shared:", 0) == 0;
+        if (shared && !std::filesystem::exists(Shared(c.file.substr(7)))) continue;
+        const std::string path = shared ? Shared(c.file.substr(7)) : (dir / c.file).string();
+        if (!shared && !c.why.empty()) WriteFileBytes(dir / c.file, c.content);
         dialogs.boxes.clear();
         form.ImportFile(path, c.type);
-        ASSERT_FALSE(dialogs.boxes.empty());
+        ASSERT_EQ(dialogs.boxes.size(), 1u);
         EXPECT_EQ(dialogs.boxes.back().text,
-                  (c.type == frm4Import::kGLA ? "Unable to import any glasses from file "
-                                              : "Failure in file read ") +
-                      path + "!\r\n" +
+                  c.box + path + "!\r\n" +
                       (c.why.empty() ? "No such file or directory: " + path + "." : c.why));
         EXPECT_EQ(form.ImportCount(), 0);
+        if (c.skipped) EXPECT_EQ(form.lblSkipped.caption.get(), c.why);
     }
+    // With nothing staged, adding asks to open a file.
+    dialogs.boxes.clear();
+    dialogs.answers.push_back(MsgAnswer::No);
+    form.comAddAllClick();
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(dialogs.boxes.back().text,
+              "No materials have been imported, so none can be added to the main list!\n\n"
+              "Do you wish to open a material text file now?");
+    EXPECT_EQ(dialogs.boxes.back().buttons, MsgButtons::YesNo);
 }
 
 // The form stages glasses with their transmission tables left for later; whichever way a

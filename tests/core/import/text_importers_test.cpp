@@ -6,6 +6,7 @@
 #include "core/import/import_fixture.h"
 #include "core/import/import_old_files.h"
 #include "core/materialform/verification.h"
+#include "core/optics/trans_calcs.h"
 
 namespace ostrel::testing {
 namespace {
@@ -114,11 +115,17 @@ TEST(AgfImport, MoreThan41RowsAllKept) {
     const Staged r = ReadAgfText(text);
     ASSERT_EQ(r.count, 1);
     EXPECT_EQ(r.recs[0].Measured.TransPoints, 44);
-    // The short tables span the band: its two ends and rows spread evenly between them.
-    const auto& shortWave = r.recs[0].General.TransShortWave;
-    EXPECT_NEAR(shortWave[0], 2450, 1e-3);
-    EXPECT_NEAR(shortWave[20], 1350, 1e-3);
-    EXPECT_NEAR(shortWave[40], 300, 1e-3);
+    // The short tables span the band: its two ends and rows spread evenly between them, as
+    // ShortTableRow picks them.
+    const auto& m = r.recs[0].Measured;
+    const auto& g = r.recs[0].General;
+    EXPECT_NEAR(g.TransShortWave[0], 2450, 1e-3);
+    EXPECT_NEAR(g.TransShortWave[20], 1350, 1e-3);
+    EXPECT_NEAR(g.TransShortWave[40], 300, 1e-3);
+    for (size_t place = 0; place < 41; ++place) {
+        EXPECT_EQ(g.TransShortWave[place], m.TransWave[ShortTableRow(place, 44)]) << place;
+        EXPECT_EQ(g.TransShortValue[place], m.TransAbsorb[ShortTableRow(place, 44)]) << place;
+    }
 }
 
 // The check of a staged glass allows what the printed figures allow: one unit in their last
