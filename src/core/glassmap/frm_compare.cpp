@@ -9,6 +9,7 @@
 #include "core/glassmap/map_scene.h"
 #include "core/optics/index_from_polynomial.h"
 #include "core/optics/trans_calcs.h"
+#include "core/platform/number_text.h"
 #include "core/platform/sqlite_database.h"
 
 namespace ostrel {
@@ -265,7 +266,7 @@ std::string CompareSvg(const CompareCurves& c, int width, int height) {
 
 frmCompare::frmCompare(std::vector<CompareItem> items) : items_(std::move(items)) {
     for (const CompareItem& it : items_) lstMaterials.AddItem(it.label);
-    txtWidth.text = "10";
+    txtWidth.ShowNumber("10");
     lblStatus.caption = "Select two or more materials to compare.";
 }
 
@@ -300,10 +301,9 @@ void frmCompare::txtWidthChange() {
 void frmCompare::Recompute() {
     std::vector<const CompareItem*> chosen;
     for (int p : order_) chosen.push_back(&items_[static_cast<size_t>(p)]);
-    char* end = nullptr;
     const std::string t = txtWidth.text;
-    double width = std::strtod(t.c_str(), &end);
-    if (end == t.c_str() || !std::isfinite(width) || width <= 0) width = 10;
+    double width = IsValidNumber(t) ? Val(t) : 0;
+    if (!std::isfinite(width) || width <= 0) width = 10;
     std::string message;
     ok_ = CompareMaterials(chosen, static_cast<float>(width), 200, curves_, message);
     lblStatus.caption = ok_ ? std::to_string(chosen.size()) + " materials compared over " +

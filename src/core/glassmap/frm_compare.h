@@ -59,7 +59,7 @@ class frmCompare {
     explicit frmCompare(std::vector<CompareItem> items);
 
     ListControl lstMaterials{true};  // the materials; the selected ones are compared
-    TextBox txtWidth;                // mm
+    NumberBox txtWidth;              // mm
     Label lblStatus;
     Picture picPlots;  // notified whenever the curves change
 

@@ -6,6 +6,7 @@
 
 #include "core/external/kelmora_database.h"
 #include "core/optics/glass_code.h"
+#include "core/platform/number_text.h"
 #include "core/platform/sqlite_database.h"
 #include "core/platform/text.h"
 
@@ -33,9 +34,10 @@ frmGlassMap::frmGlassMap(SettingsStore& settings) : settings_(settings) {
         settings_.GetSetting(kGlassMapSection, "NdScale", Fmt("%g", kDefaultNdScale));
     const double s = std::strtod(scale.c_str(), &end);
     if (end != scale.c_str() && std::isfinite(s) && s > 0) ndScale_ = s;
-    txtNdScale.text = Fmt("%g", ndScale_);
+    txtNdScale.ShowNumber(Fmt("%g", ndScale_));
     txtCount.text =
         settings_.GetSetting(kGlassMapSection, "Count", std::to_string(kDefaultNearestCount));
+    txtCount.countsAs = std::to_string(kDefaultNearestCount);
     txtSearch.toolTip = "Type a glass name to find it on the map";
     txtNdScale.toolTip =
         "Weight of nd in the distance: a difference of 1/scale in nd counts as 1 in vd";
@@ -213,11 +215,12 @@ void frmGlassMap::txtSearchChange() {
 }
 
 void frmGlassMap::txtNdScaleChange() {
-    char* end = nullptr;
     const std::string t = txtNdScale.text;
-    const double s = std::strtod(t.c_str(), &end);
-    if (end == t.c_str() || *end != '\0' || !std::isfinite(s) || s <= 0) return;
+    if (!IsValidNumber(t)) return;  // kept as typed, the last scale stands
+    const double s = Val(t);
+    if (!std::isfinite(s) || s <= 0) return;
     ndScale_ = s;
+    txtNdScale.countsAs = Fmt("%g", s);
     settings_.SaveSetting(kGlassMapSection, "NdScale", Fmt("%g", s));
     if (nearestFrom_ >= 0) comNearestClick();
 }
@@ -232,7 +235,8 @@ void frmGlassMap::comNearestClick() {
         return;
     }
     const int from = static_cast<int>(cmbCustom.ItemData(item));
-    int count = std::atoi(txtCount.text.get().c_str());
+    const std::string typed = txtCount.text;
+    int count = IsValidNumber(typed) ? static_cast<int>(std::min(Val(typed), 1000.0)) : 0;
     if (count < 1 || count > 100) count = kDefaultNearestCount;
     txtCount.text = std::to_string(count);
     settings_.SaveSetting(kGlassMapSection, "Count", std::to_string(count));

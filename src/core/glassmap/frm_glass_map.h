@@ -38,8 +38,8 @@ class frmGlassMap {
     TextBox txtSearch;
     Label lblSearch;
     ListControl cmbCustom;  // the custom materials on the map; item data is the point
-    TextBox txtCount;
-    TextBox txtNdScale;
+    NumberBox txtCount;
+    NumberBox txtNdScale;
     Button comNearest{"Nearest"};
     ListControl lstNearest;  // item data is the point
     Button comReset{"Reset view"};

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <cstdio>
 
+#include "core/glassmap/bitmap_font.h"
+
 namespace ostrel {
 
 namespace {
@@ -97,6 +99,22 @@ struct Canvas {
             Set(static_cast<int>(std::lround(x1 + t * (x2 - x1))),
                 static_cast<int>(std::lround(y1 + t * (y2 - y1))), c);
         }
+    }
+    // Text at (x, y), placed by `alignX` (0 left, 1 centre, 2 right) and `alignY` (0 top,
+    // 1 centre).
+    void Text(const std::string& text, double x, double y, int scale, int alignX, int alignY,
+              uint32_t c = 0x000000) {
+        const int width = TextWidth(text, scale);
+        const int left = static_cast<int>(std::lround(x)) - width * alignX / 2;
+        const int top = static_cast<int>(std::lround(y)) - TextHeight(scale) * alignY / 2;
+        DrawText(text, left, top, scale, [&](int px, int py) { Set(px, py, c); });
+    }
+    // Text reading upwards, centred on (x, y) along its line, its tops at x.
+    void TurnedText(const std::string& text, double x, double y, int scale, uint32_t c = 0) {
+        const int width = TextWidth(text, scale);
+        DrawText(
+            text, static_cast<int>(std::lround(x)), static_cast<int>(std::lround(y)) + width / 2,
+            scale, [&](int px, int py) { Set(px, py, c); }, true);
     }
     void Marker(const MapMarker& m) {
         const int cx = static_cast<int>(std::lround(m.x)), cy = static_cast<int>(std::lround(m.y));
@@ -264,8 +282,14 @@ std::string MapScenePng(const MapScene& s) {
         m.kind = e.kind;
         m.colour = e.colour;
         c.Marker(m);
+        c.Text(e.text, m.x + 10, ly, 1, 0, 1);
         ly += 18;
     }
+    c.Text(s.title, s.left, 8, 2, 0, 0);
+    for (const MapTick& t : s.xTicks) c.Text(t.text, t.pos, s.bottom + 6, 1, 1, 0);
+    for (const MapTick& t : s.yTicks) c.Text(t.text, s.left - 5, t.pos, 1, 2, 1);
+    c.Text(s.xLabel, (s.left + s.right) / 2, s.bottom + 20, 2, 1, 0);
+    c.TurnedText(s.yLabel, 8, (s.top + s.bottom) / 2, 2);
 
     // Scan lines with filter byte 0, in stored (uncompressed) deflate blocks.
     std::string raw;

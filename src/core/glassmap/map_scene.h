@@ -86,7 +86,8 @@ std::vector<double> NiceTicks(double lo, double hi, int wanted);
 // The image as SVG text: one <circle> per catalogue glass, one <rect> per custom glass, one
 // <path> diamond per melt glass, each with class "catalogue", "custom" or "melt".
 std::string MapSceneSvg(const MapScene& scene);
-// The image as PNG bytes (shapes only; texts are left to the SVG and the window).
+// The image as PNG bytes, its texts (title, axis titles, tick values, legend) in the
+// program's built-in font.
 std::string MapScenePng(const MapScene& scene);
 
 }  // namespace ostrel

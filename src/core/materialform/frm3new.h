@@ -179,13 +179,13 @@ class frm3New : public WorkingForm {
 
     ListControl cmbTransType;
     ListControl cmbTransDisp;
-    TextBox txtTransGlassWidth;
+    NumberBox txtTransGlassWidth;
     Grid ssTrans;
     Button comTransSort{"&Sort && check"};
 
     Label lblThermHeading{"Change of refractive index with temperature:"};
     ListControl lstThermal;
-    std::array<TextBox, 7> txtTherm;
+    std::array<NumberBox, 7> txtTherm;
     std::array<Label, 7> lblTherm;
     Label lblDnDtLinear;
 

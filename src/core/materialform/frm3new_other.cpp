@@ -134,7 +134,7 @@ void frm3New::ShowThermal() {
                              t.dndt_E1,
                              t.dndt_LamdaTK,
                              t.dndt_RefTemp};
-    for (size_t k = 0; k < 7; ++k) txtTherm[k].text = FormatNumber(values[k], kThermFormat);
+    for (size_t k = 0; k < 7; ++k) txtTherm[k].ShowNumber(FormatNumber(values[k], kThermFormat));
 }
 
 void frm3New::lstThermalClick() {
@@ -151,21 +151,20 @@ void frm3New::txtThermValidate(int box) {
     if (mode_ == kModeReview || box < 0 || box > 6) return;
     auto& t = rec_.Thermal;
     const std::string text = txtTherm[static_cast<size_t>(box)].text;
-    if (IsValidNumber(text)) {
-        float* fields[7] = {t.dndttype == 1 ? &t.dndt_lin : &t.dndt_D0,
-                            &t.dndt_D1,
-                            &t.dndt_D2,
-                            &t.dndt_E0,
-                            &t.dndt_E1,
-                            &t.dndt_LamdaTK,
-                            &t.dndt_RefTemp};
-        const auto v = static_cast<float>(Val(text));
-        float& field = *fields[box];
-        if (t.dndttype != 0 && v != field) {
-            field = v;
-            MarkModified();
-            ++rec_.ThermalState.Changes;
-        }
+    if (!IsValidNumber(text)) return;  // kept as typed, the stored figure stands
+    float* fields[7] = {t.dndttype == 1 ? &t.dndt_lin : &t.dndt_D0,
+                        &t.dndt_D1,
+                        &t.dndt_D2,
+                        &t.dndt_E0,
+                        &t.dndt_E1,
+                        &t.dndt_LamdaTK,
+                        &t.dndt_RefTemp};
+    const auto v = static_cast<float>(Val(text));
+    float& field = *fields[box];
+    if (t.dndttype != 0 && v != field) {
+        field = v;
+        MarkModified();
+        ++rec_.ThermalState.Changes;
     }
     ShowThermal();
 }

@@ -77,8 +77,9 @@ void frm3New::ShowTransRow(int row) {
     g.SetText(1, row, m.TransWave[k] == 0.0f ? std::string() : PlainNumberText(m.TransWave[k]));
     g.SetText(2, row, trans(2, m.TransTotal[k]));
     g.SetText(3, row, trans(3, m.TransInternal[k]));
-    g.SetText(4, row, missing(4, m.TransAbsorb[k]) ? std::string("----")
-                                                   : FormatNumber(m.TransAbsorb[k], "0.00000;\\----"));
+    g.SetText(4, row,
+              missing(4, m.TransAbsorb[k]) ? std::string("----")
+                                           : FormatNumber(m.TransAbsorb[k], "0.00000;\\----"));
 }
 
 void frm3New::TransDisplayRefresh(bool silent) {
@@ -86,14 +87,14 @@ void frm3New::TransDisplayRefresh(bool silent) {
     auto& m = rec_.Measured;
     if (m.TransWidth <= 0.0f) {
         m.TransWidth = 10.0f;
-        txtTransGlassWidth.text = FormatNumber(m.TransWidth, "0.0");
+        txtTransGlassWidth.ShowNumber(FormatNumber(m.TransWidth, "0.0"));
         if (!silent) {
             dialogs_.MsgBox("Transmition Data: thickness was zero, set to" +
                                 PlainNumberText(m.TransWidth) + "mm",
                             MsgButtons::OK);
         }
     }
-    txtTransGlassWidth.text = FormatNumber(m.TransWidth, "0.0");
+    txtTransGlassWidth.ShowNumber(FormatNumber(m.TransWidth, "0.0"));
     ssTrans.SetRedraw(false);
     ssTrans.ClearAll();
     for (int r = 1; r <= std::min<int>(m.TransPoints, kTransRows); ++r) ShowTransRow(r);
@@ -164,10 +165,7 @@ void frm3New::txtTransGlassWidthValidate() {
     if (mode_ == kModeReview) return;
     const std::string text = txtTransGlassWidth.text;
     auto& m = rec_.Measured;
-    if (!IsValidNumber(text)) {
-        txtTransGlassWidth.text = FormatNumber(m.TransWidth, "0.0");
-        return;
-    }
+    if (!IsValidNumber(text)) return;  // kept as typed, the stored width stands
     const auto width = static_cast<float>(Val(text));
     if (width > 0.0f && width != m.TransWidth) {
         MarkModified();
@@ -179,7 +177,7 @@ void frm3New::txtTransGlassWidthValidate() {
         SetSectionReady(rec_.TransState, false);
         RefreshPanels();
     }
-    txtTransGlassWidth.text = FormatNumber(m.TransWidth, "0.0");
+    txtTransGlassWidth.ShowNumber(FormatNumber(m.TransWidth, "0.0"));
 }
 
 void frm3New::ssTransChange(int col, int row) {
@@ -312,7 +310,7 @@ void frm3New::comTransSortClick() {
         ssTrans.ClearAll();
         for (int r = 1; r <= m.TransPoints; ++r) ShowTransRow(r);
         ssTrans.SetRedraw(true);
-        txtTransGlassWidth.text = FormatNumber(m.TransWidth, "0.0");
+        txtTransGlassWidth.ShowNumber(FormatNumber(m.TransWidth, "0.0"));
 
         FillTransTable(rec_.TransTable, m.TransWidth, m.TransWave, m.TransAbsorb);
         SetSectionReady(rec_.TransState, m.TransPoints >= 3);

@@ -81,8 +81,8 @@ std::array<double, popMeltSchott::kFields + 1> popMeltSchott::CatalogueValues() 
 
 void popMeltSchott::ShowValue(int field) {
     const double v = Stored(field);
-    txtIndex[static_cast<size_t>(field)].text =
-        v == 0 ? std::string() : FormatNumber(v, "0.000000");
+    txtIndex[static_cast<size_t>(field)].ShowNumber(v == 0 ? std::string()
+                                                           : FormatNumber(v, "0.000000"));
 }
 
 std::string popMeltSchott::EntryRefusal(int field, const std::string& text) {

@@ -67,9 +67,9 @@ class popMeltSchott {
     static const std::array<const char*, kFields + 1>& FieldLabels();
 
     Control form{"Schott melt data"};
-    std::array<TextBox, kFields + 1> txtIndex;   // [0] is not used
-    std::array<Label, kFields + 1> lblIndex;     // [0] is not used
-    std::array<Label, kFields + 1> lblIndexCat;  // [0] is not used
+    std::array<NumberBox, kFields + 1> txtIndex;  // [0] is not used
+    std::array<Label, kFields + 1> lblIndex;      // [0] is not used
+    std::array<Label, kFields + 1> lblIndexCat;   // [0] is not used
     Panel fraDCFg{"d, C, F && g wavelengths:"};
     Panel fraEC1F1{"e, C' && F' wavelengths:"};
     Button comOK{"&OK"};

@@ -1,9 +1,19 @@
 #include "core/platform/controls.h"
 
+#include "core/platform/number_text.h"
+
 namespace ostrel {
 
 std::ostream& operator<<(std::ostream& os, const Colour& c) {
     return os << "RGB(" << int(c.r) << ", " << int(c.g) << ", " << int(c.b) << ")";
+}
+
+std::string IgnoredEntryText(const std::string& text, const std::string& countsAs) {
+    return "\"" + text + "\" is not a number: it is ignored and counts as " + countsAs + ".";
+}
+
+bool NumberBox::IsIgnoredEntry() const {
+    return !text.get().empty() && !IsValidNumber(text.get());
 }
 
 void ListControl::Clear() {

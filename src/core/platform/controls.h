@@ -213,6 +213,33 @@ class TextBox : public Control {
     Property<bool> locked{this, false};
 };
 
+// Why an entry that is no number is ignored, in a text box and in a grid cell alike:
+// "\"abc\" is not a number: it is ignored and counts as 0."
+std::string IgnoredEntryText(const std::string& text, const std::string& countsAs);
+
+// A text box that takes a number. Text that is no number is kept as typed, never erased:
+// the form ignores it and goes on with `countsAs` (0, or the number it last took), and the
+// window marks the box and says why, as a grid marks such a cell.
+class NumberBox : public TextBox {
+  public:
+    using TextBox::TextBox;
+    Property<std::string> countsAs{this, "0"};
+
+    // Shows a number the form took: the text, and what an entry that is no number counts as.
+    void ShowNumber(const std::string& number) {
+        text = number;
+        countsAs = number.empty() ? std::string("0") : number;
+    }
+    // True while the box holds text that is no number.
+    bool IsIgnoredEntry() const;
+    // Why the entry is ignored: the box's tool tip and the help line.
+    std::string IgnoredEntryNote() const { return IgnoredEntryText(text, countsAs); }
+};
+
+// What marks an entry that is no number, in a text box and in a grid cell alike.
+inline constexpr Colour kIgnoredEntryBack{255, 205, 205};
+inline constexpr Colour kIgnoredEntryText{170, 0, 0};
+
 // A check box or an option button.
 class CheckBox : public Control {
   public:

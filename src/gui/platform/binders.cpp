@@ -13,6 +13,7 @@
 #include <QTimer>
 #include <QWidget>
 #include <algorithm>
+#include <memory>
 #include <vector>
 
 namespace ostrel::gui {
@@ -35,6 +36,11 @@ class Binding : public QObject {
 
 QColor ToQColor(const Colour& c) {
     return QColor(c.r, c.g, c.b);
+}
+
+std::function<void(const std::string&)>& NoteSink() {
+    static std::function<void(const std::string&)> sink;
+    return sink;
 }
 
 void ApplyCommon(QWidget* w, const Control& m) {
@@ -130,6 +136,38 @@ void Bind(QLineEdit* edit, TextBox& model) {
         }
         model.text = text;
     });
+}
+
+void Bind(QLineEdit* edit, NumberBox& model) {
+    // The mark waits for the entry to end: a number half typed ("-", "1e") is no number yet.
+    auto typing = std::make_shared<bool>(false);
+    QObject::connect(edit, &QLineEdit::textEdited, edit, [typing] { *typing = true; });
+    Bind(edit, static_cast<TextBox&>(model));
+    const QPalette plain = edit->palette();
+    auto mark = [edit, &model, typing, plain] {
+        const bool ignored = !*typing && model.IsIgnoredEntry();
+        QPalette p = plain;
+        if (ignored) {
+            p.setColor(QPalette::Base, ToQColor(kIgnoredEntryBack));
+            p.setColor(QPalette::Text, ToQColor(kIgnoredEntryText));
+        }
+        edit->setPalette(p);
+        edit->setToolTip(ToQt(ignored ? model.IgnoredEntryNote() : model.toolTip.get()));
+    };
+    new Binding(edit, model, mark);
+    QObject::connect(edit, &QLineEdit::editingFinished, edit, [&model, typing, mark] {
+        *typing = false;
+        mark();
+        if (model.IsIgnoredEntry()) EntryNote(model.IgnoredEntryNote());
+    });
+}
+
+void SetEntryNoteSink(std::function<void(const std::string&)> sink) {
+    NoteSink() = std::move(sink);
+}
+
+void EntryNote(const std::string& text) {
+    if (NoteSink()) NoteSink()(text);
 }
 
 void Bind(QListWidget* list, ListControl& model) {

@@ -33,6 +33,12 @@ void Bind(QLabel* panel, Panel& model);
 // A panel that holds other widgets: back colour, enabled, visible.
 void BindPanel(QWidget* panel, Panel& model);
 void Bind(QLineEdit* edit, TextBox& model);
+// A number box as a text box; an entry that is no number, once finished, is marked in red,
+// its tool tip and the help line saying why it is ignored.
+void Bind(QLineEdit* edit, NumberBox& model);
+// Where the boxes and grids say why an entry is ignored: the main window's help line.
+void SetEntryNoteSink(std::function<void(const std::string&)> sink);
+void EntryNote(const std::string& text);
 // Items, current item and (multi-select) selection; the user's choices are written back.
 void Bind(QListWidget* list, ListControl& model);
 // Runs `pick` when the user picks a row of a single-selection list bound to `model`, by mouse

@@ -15,24 +15,19 @@ namespace ostrel::gui {
 
 namespace {
 
-std::function<void(const std::string&)>& NoteSink() {
-    static std::function<void(const std::string&)> sink;
-    return sink;
-}
-
 // Why a cell that holds no number is ignored: its tool tip and the help line.
-std::string IgnoredEntryText(const std::string& text) {
-    return "\"" + text + "\" is not a number: it is ignored and counts as 0.";
+std::string IgnoredCellText(const std::string& text) {
+    return IgnoredEntryText(text, "0");
 }
 
 }  // namespace
 
 void GridView::SetNoteSink(std::function<void(const std::string&)> sink) {
-    NoteSink() = std::move(sink);
+    SetEntryNoteSink(std::move(sink));
 }
 
 void GridView::Note(const std::string& text) {
-    if (NoteSink()) NoteSink()(text);
+    EntryNote(text);
 }
 
 GridTableModel::GridTableModel(Grid& grid, std::function<void(int, int)> changed, QObject* parent)
@@ -77,15 +72,17 @@ QVariant GridTableModel::data(const QModelIndex& index, int role) const {
             return ToQt(grid_.Text(col, row));
         // An entry that is no number stays on show, marked, and says why it is ignored.
         case Qt::BackgroundRole:
-            if (grid_.IsIgnoredEntry(col, row)) return QColor(255, 205, 205);
+            if (grid_.IsIgnoredEntry(col, row))
+                return QColor(kIgnoredEntryBack.r, kIgnoredEntryBack.g, kIgnoredEntryBack.b);
             if (auto c = grid_.CellColour(col, row)) return QColor(c->r, c->g, c->b);
             return {};
         case Qt::ForegroundRole:
-            if (grid_.IsIgnoredEntry(col, row)) return QColor(170, 0, 0);
+            if (grid_.IsIgnoredEntry(col, row))
+                return QColor(kIgnoredEntryText.r, kIgnoredEntryText.g, kIgnoredEntryText.b);
             if (grid_.CellColour(col, row)) return QColor(Qt::black);
             return {};
         case Qt::ToolTipRole:
-            if (grid_.IsIgnoredEntry(col, row)) return ToQt(IgnoredEntryText(grid_.Text(col, row)));
+            if (grid_.IsIgnoredEntry(col, row)) return ToQt(IgnoredCellText(grid_.Text(col, row)));
             return {};
         case Qt::TextAlignmentRole:
             if (grid_.Column(col).type == CellType::Float)
@@ -100,7 +97,7 @@ bool GridTableModel::setData(const QModelIndex& index, const QVariant& value, in
     if (role != Qt::EditRole || !index.isValid()) return false;
     const int col = index.column() + 1, row = index.row() + 1;
     if (!grid_.EditText(col, row, FromQt(value.toString().trimmed()))) return false;
-    if (grid_.IsIgnoredEntry(col, row)) GridView::Note(IgnoredEntryText(grid_.Text(col, row)));
+    if (grid_.IsIgnoredEntry(col, row)) GridView::Note(IgnoredCellText(grid_.Text(col, row)));
     if (changed_) changed_(col, row);
     return true;
 }
