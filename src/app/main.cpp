@@ -3,24 +3,13 @@
 #include <QApplication>
 #include <QBoxLayout>
 #include <QCommandLineParser>
-#include <QDialog>
 #include <QDir>
 #include <QDockWidget>
-#include <QEventLoop>
-#include <QFileInfo>
 #include <QIcon>
 #include <QMainWindow>
 #include <QMdiSubWindow>
-#include <QMenu>
-#include <QMenuBar>
-#include <QPainter>
-#include <QPixmap>
-#include <QScreen>
-#include <QStyle>
-#include <QTextBrowser>
 #include <QTimer>
 #include <QToolButton>
-#include <QUrl>
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
@@ -67,14 +56,11 @@
 #include "gui/external/frm_glasses_del_ext_dialog.h"
 #include "gui/glassmap/frm_compare_window.h"
 #include "gui/glassmap/frm_glass_map_window.h"
-#include "gui/glassmap/glass_map_samples.h"
 #include "gui/import/frm4_import_window.h"
 #include "gui/import/frm5_export_window.h"
 #include "gui/material/frm_glasses_list_window.h"
 #include "gui/materialform/frm2_manage_window.h"
-#include "gui/materialform/frm3_new_samples.h"
 #include "gui/materialform/frm3_new_window.h"
-#include "gui/melt/frm7_melt_samples.h"
 #include "gui/melt/frm7_melt_window.h"
 #include "gui/melt/pop_melt_parent_dialog.h"
 #include "gui/melt/pop_melt_schott_dialog.h"
@@ -86,72 +72,10 @@
 #include "gui/platform/qt_settings_store.h"
 #include "gui/shell/frm_main_mdi_window.h"
 #include "gui/shell/main_menu_bar.h"
+#include "gui/shell/screenshot_tour.h"
 #include "gui/wave/pop_edit_param_wave_window.h"
 
 using namespace ostrel;
-
-namespace {
-
-// Saves a picture of the program's visible windows as they lie on the screen: the main
-// window first, then the floating list and other windows, dialogs and menus on top. Each
-// window is drawn from its own contents, so nothing left on the screen by an earlier picture
-// shows through.
-void SaveScreen(const QString& path) {
-    auto layer = [](const QWidget* w) {
-        if (qobject_cast<const QMainWindow*>(w)) return 0;
-        return qobject_cast<const QDialog*>(w) || qobject_cast<const QMenu*>(w) ? 2 : 1;
-    };
-    QList<QWidget*> windows;
-    for (QWidget* w : QApplication::topLevelWidgets())
-        if (w->isVisible() && !w->isMinimized() && !w->size().isEmpty()) windows.push_back(w);
-    std::stable_sort(windows.begin(), windows.end(),
-                     [&](QWidget* a, QWidget* b) { return layer(a) < layer(b); });
-    QRect area;
-    for (const QWidget* w : windows) area |= w->geometry();
-    if (area.isEmpty()) return;
-    QPixmap picture(area.size());
-    picture.fill(Qt::black);
-    QPainter painter(&picture);
-    for (QWidget* w : windows)
-        painter.drawPixmap(w->geometry().topLeft() - area.topLeft(), w->grab());
-    painter.end();
-    picture.save(path);
-}
-
-// Lets the windows settle for a while before a picture is taken.
-void Settle(int ms) {
-    QEventLoop loop;
-    QTimer::singleShot(ms, &loop, &QEventLoop::quit);
-    loop.exec();
-}
-
-// Saves a picture of a page of the user guide (the one the program found, else the
-// pages of the source tree) as a browser would show it.
-void SaveGuidePage(const std::string& helpFile, const QString& name, const QString& path) {
-    QString page = QFileInfo(gui::ToQt(helpFile)).dir().filePath(name);
-    if (!QFileInfo::exists(page)) page = QDir::current().filePath("docs/help/" + name);
-    if (!QFileInfo::exists(page)) return;
-    QTextBrowser browser;
-    browser.setWindowTitle("Ostrel user guide");
-    browser.setSource(QUrl::fromLocalFile(page));
-    browser.resize(820, 700);
-    browser.show();
-    Settle(600);
-    browser.grab().save(path);
-}
-
-// Opens one menu of the bar, lets `take` picture it, and closes it.
-void ShowMenuOpen(QMainWindow& window, const char* name, const std::function<void()>& take) {
-    auto* menu = window.menuBar()->findChild<QMenu*>(name);
-    if (!menu) return;
-    window.menuBar()->setActiveAction(menu->menuAction());
-    Settle(500);
-    take();
-    menu->hide();
-    window.menuBar()->setActiveAction(nullptr);
-}
-
-}  // namespace
 
 int main(int argc, char** argv) {
     // --version needs no display: it is answered before the application starts.
@@ -408,7 +332,8 @@ int main(int argc, char** argv) {
     // On a first run this opens the setup form, which searches the disks first.
     mainForm.Load(setup.GetFirstLoad(), installed());
 
-    // The floating list.
+    // The floating list; what it compares is connected once the comparison is built.
+    std::function<void(const std::vector<int>&)> compareSelected;
     frmGlassesList glassesList(
         list,
         {[&forms] { return forms.GetCurrentForm(); },
@@ -416,7 +341,10 @@ int main(int argc, char** argv) {
          [&mainForm](int index, const std::string& label) {
              mainForm.PrepForPopupMelt(index, label);
          },
-         [&dialogs](const std::string& text) { dialogs.HelpNote(text, false); }});
+         [&dialogs](const std::string& text) { dialogs.HelpNote(text, false); },
+         [&compareSelected](const std::vector<int>& positions) {
+             if (compareSelected) compareSelected(positions);
+         }});
     gui::frmGlassesListWindow listWindow(glassesList, &app, &mainWindow);
     listWindow.DockIn(&mainWindow);
     QObject::connect(
@@ -466,9 +394,19 @@ int main(int argc, char** argv) {
         if (!note.empty() && chosen.size() < 2) compare->lblStatus.caption = note;
         compareWindow->show();
         compareWindow->raise();
+        return static_cast<QWidget*>(compareWindow.get());
     };
     auto openCompare = [&](const std::vector<std::string>& labels) {
         compareOf(list.CustomList(), labels);
+    };
+    // The materials selected in the list, from its menu and the Materials menu.
+    compareSelected = [&](const std::vector<int>& positions) {
+        std::vector<std::string> labels;
+        for (int position : positions) {
+            MaterialRecord rec;
+            if (list.GetMaterial(position, rec)) labels.push_back(CompareLabel(rec));
+        }
+        openCompare(labels);
     };
     gui::frmGlassMapWindow glassMapWindow(glassMap,
                                           {[&](int position) {
@@ -501,42 +439,19 @@ int main(int argc, char** argv) {
         QObject::connect(comGlassMap, &QToolButton::clicked, &mainWindow, openGlassMap);
         strip->insertWidget(strip->indexOf(mainWindow.ribEnd()), comGlassMap);
     }
-    // The pictures of the map and of a comparison, with a few custom and melt glasses made
-    // in memory: the first custom glass with its nearest catalogue glasses.
-    auto showGlassMapSamples = [&](const QString& dir) {
-        std::vector<MaterialRecord> materials = list.CustomList();
-        for (MaterialRecord& rec : gui::GlassMapSampleMaterials(setup.GetPathKelmora()))
-            materials.push_back(std::move(rec));
-        glassMap.Load(materials, setup.GetPathKelmora(), setup.GetKelmoraFound());
-        glassMapWindow.RebuildSources();
-        glassMapWindow.show();
-        glassMapWindow.resize(1200, 780);
-        if (glassMap.cmbCustom.ListCount() > 0) glassMap.comNearestClick();
-        Settle(600);
-        glassMapWindow.grab().save(dir + "/glass_map_abbe.png");
-        glassMap.optViewClick(true);
-        Settle(400);
-        glassMapWindow.grab().save(dir + "/glass_map_pgf.png");
-        glassMap.optViewClick(false);
-        std::vector<std::string> labels;
-        for (int i = 0; i < glassMap.cmbCustom.ListCount() && labels.empty(); ++i)
-            labels.push_back(glassMap.cmbCustom.List(i));
-        for (const NearGlass& n : glassMap.nearest()) {
-            if (labels.size() >= 3) break;
-            const GlassPoint& p = glassMap.Data().points[n.point];
-            labels.push_back(p.name + " (" + p.source + ")");
-        }
-        compareOf(materials, labels);
-        Settle(600);
-        if (compareWindow) compareWindow->grab().save(dir + "/compare.png");
-        compareWindow.reset();
-        glassMapWindow.hide();
-    };
     MainMenu menu(mainForm, dialogs, app.Version(), menuHooks);
     menu.AddItem(
         menu.mnuTools, "mnuGlassMap", "&Glass map",
         "The custom glasses among the catalogue's, on the Abbe and partial dispersion diagrams",
         MenuKey::None, openGlassMap);
+    MenuItem& compareItem =
+        menu.AddItem(menu.mnuMaterials, "mnuCompare", glassesList.mnuCompare.caption,
+                     glassesList.mnuCompare.toolTip, MenuKey::None,
+                     [&glassesList] { glassesList.mnuCompareClick(); });
+    compareItem.separatorBefore = true;
+    Subscription compareSub = glassesList.mnuCompare.Observe(
+        [&] { compareItem.button.enabled = glassesList.mnuCompare.enabled.get(); });
+    compareItem.button.enabled = glassesList.mnuCompare.enabled.get();
     // The list of materials, once closed, comes back from the menu.
     menu.AddItem(menu.mnuTools, "mnuMaterialList", "&List of materials",
                  "Shows the list of custom materials again", MenuKey::None, [&listWindow] {
@@ -568,77 +483,32 @@ int main(int argc, char** argv) {
                            [&welcome, &setup] { welcome.ShowDemoNotice(setup.GetPathLumbrak()); });
     }
 
-    if (parser.isSet(screenshots)) {
-        const QString dir = parser.value(screenshots);
-        QDir().mkpath(dir);
-        QTimer::singleShot(1000, &mainWindow, [&, dir] {
-            // An empty list shows the welcome panel; then the guide's contents page.
-            if (welcome.pnlWelcome.visible) SaveScreen(dir + "/welcome.png");
-            SaveGuidePage(app.HelpFile(), "setup.html", dir + "/guide.png");
-            gui::ShowMaterialFormSamples(
-                forms, newForm, newWindow, picker, &app, &mainWindow, &listWindow,
-                [dir](const QString& file) { SaveScreen(dir + "/" + file); });
-            gui::ShowMeltFormSamples(forms, meltForm, meltWindow, dialogs, newMsg, &app,
-                                     &mainWindow, &listWindow, [dir](const QString& file) {
-                                         Settle(700);
-                                         SaveScreen(dir + "/" + file);
-                                     });
-            mainForm.ribToolsMouseMove(2);
-            QApplication::processEvents();
-            SaveScreen(dir + "/main_window.png");
-            ShowMenuOpen(mainWindow, "mnuMaterials", [dir] { SaveScreen(dir + "/menu.png"); });
-            mainForm.ribToolsMouseMove(1);
-            forms.RibbonClick(kFormSetup, true);
-            QTimer::singleShot(800, &mainWindow, [&, dir] {
-                SaveScreen(dir + "/frm1_setup.png");
-                forms.RibbonClick(kFormManage, true);
-                // Clear of the floating list, so that the whole form shows.
-                manageWindow.subWindow()->setGeometry(8, 8, 760, 480);
-                QTimer::singleShot(800, &mainWindow, [&, dir] {
-                    SaveScreen(dir + "/frm2_manage.png");
-                    forms.RibbonClick(kFormImport, true);
-                    if (parser.isSet(screenshotImport)) {
-                        const std::string file = gui::FromQt(parser.value(screenshotImport));
-                        importForm.ImportFile(file, frm4Import::FileTypeOf(file, frm4Import::kAGF));
-                    }
-                    // The whole grid, its status and Check columns included, in view.
-                    QWidget* importFrame = importWindow.subWindow();
-                    importFrame->setGeometry(8, 8, importFrame->parentWidget()->width() - 16,
-                                             importFrame->height());
-                    listWindow.hide();
-                    Settle(800);
-                    SaveScreen(dir + "/frm4_import.png");
-                    listWindow.show();
-                    if (importForm.ImportCount() > 0) {
-                        // The first staged glass previewed, its transmission tab in view.
-                        importForm.ssGlassesDblClick(1, 1);
-                        newWindow.tabs()->setCurrentIndex(frm3New::kTabTrans);
-                        Settle(800);
-                        SaveScreen(dir + "/frm4_import_preview.png");
-                    }
-                    forms.RibbonClick(kFormExport, true);
-                    Settle(800);
-                    SaveScreen(dir + "/frm5_export.png");
-                    forms.RibbonClick(kFormArchive, true);
-                    archiveWindow.subWindow()->move(8, 8);
-                    QTimer::singleShot(800, &mainWindow, [&, dir] {
-                        SaveScreen(dir + "/frm6_archive.png");
-                        forms.RibbonClick(kFormArchive, false);
-                        auto del = std::make_shared<frmGlassesDelExt>(setup, dialogs);
-                        del->Load();
-                        auto* dlg = new gui::frmGlassesDelExtDialog(*del, &mainWindow);
-                        dlg->show();
-                        QTimer::singleShot(800, &mainWindow, [dir, del, dlg, &showGlassMapSamples] {
-                            SaveScreen(dir + "/frm_glasses_del_ext.png");
-                            delete dlg;
-                            showGlassMapSamples(dir);
-                            QApplication::quit();
-                        });
-                    });
-                });
-            });
-        });
-    }
+    // The picture tour, with every unit and window start-up made.
+    gui::ScreenshotTour tour{app,
+                             forms,
+                             dialogs,
+                             newMsg,
+                             setup,
+                             welcome,
+                             mainForm,
+                             mainWindow,
+                             listWindow,
+                             manageWindow,
+                             newForm,
+                             newWindow,
+                             picker,
+                             meltForm,
+                             meltWindow,
+                             importForm,
+                             importWindow,
+                             archiveWindow,
+                             glassMap,
+                             glassMapWindow,
+                             [&list] { return list.CustomList(); },
+                             compareOf,
+                             [&compareWindow] { compareWindow.reset(); },
+                             gui::FromQt(parser.value(screenshotImport))};
+    if (parser.isSet(screenshots)) gui::StartScreenshotTour(tour, parser.value(screenshots));
     const int rc = QApplication::exec();
     // Ending the program closes the open working form the way its own close would (a setup
     // left open still ends the first run).

@@ -24,10 +24,6 @@ std::string Fmt(const char* format, double v) {
     return buf;
 }
 
-std::string ItemLabel(const MaterialRecord& rec) {
-    return rec.General.GlassName.Text() + " (" + rec.General.Source.Text() + ")";
-}
-
 std::string CsvField(const std::string& s) {
     if (s.find_first_of(",\"\n") == std::string::npos) return s;
     std::string o = "\"";
@@ -109,6 +105,10 @@ void SvgPanel(std::string& o, double x, double y, double w, double h, const std:
 
 }  // namespace
 
+std::string CompareLabel(const MaterialRecord& rec) {
+    return rec.General.GlassName.Text() + " (" + rec.General.Source.Text() + ")";
+}
+
 uint32_t CompareColour(int i) {
     static constexpr uint32_t kColours[] = {0x000000, 0xD00000, 0x1F77B4, 0x2CA02C,
                                             0xFF7F0E, 0x7A00B0, 0x8C564B, 0x17BECF};
@@ -119,7 +119,7 @@ std::vector<CompareItem> CompareItems(const std::vector<MaterialRecord>& customL
                                       const std::string& kelmoraFolder, bool kelmoraFound,
                                       std::string& note) {
     std::vector<CompareItem> items;
-    for (const MaterialRecord& r : customList) items.push_back({ItemLabel(r), r, false});
+    for (const MaterialRecord& r : customList) items.push_back({CompareLabel(r), r, false});
     note.clear();
     if (!kelmoraFound) {
         note = "KelmoraTD was not found: only the custom list can be compared.";
@@ -139,7 +139,7 @@ std::vector<CompareItem> CompareItems(const std::vector<MaterialRecord>& customL
         MaterialRecord rec = ClearedMaterialRecord();
         DbError rowError;
         if (!ReadGlassRow(row, rec, rowError)) continue;
-        items.push_back({ItemLabel(rec), std::move(rec), true});
+        items.push_back({CompareLabel(rec), std::move(rec), true});
     }
     return items;
 }

@@ -18,6 +18,9 @@ struct CompareItem {
     bool catalogue = false;
 };
 
+// The label of a material among those compared: "name (source)".
+std::string CompareLabel(const MaterialRecord& rec);
+
 // The custom list's materials, then the catalogue's from the database's current table
 // (its custom rows left out: they are the list's own). `note` says why no catalogue glass
 // is there when the database could not be read.

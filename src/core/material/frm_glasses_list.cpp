@@ -32,6 +32,9 @@ frmGlassesList::frmGlassesList(GlassesList& list, Hooks hooks)
     ssGlassesList.SetColumnTitle(1, "Material");
     ssGlassesList.SetColumnTitle(2, "Source");
     form.visible = false;
+    mnuCompare.enabled = false;
+    selectionSub_ = ssGlassesList.Observe(
+        [this](const GridChange&) { mnuCompare.enabled = SelectedPositions().size() >= 2; });
 }
 
 frmGlassesList::~frmGlassesList() {
@@ -59,6 +62,9 @@ bool frmGlassesList::ssGlassesListRightClick(int row) {
         return false;
     }
     if (row < 1 || row > ssGlassesList.MaxRows()) return false;
+    popupSelection_ = mnuCompare.enabled && ssGlassesList.IsSelected(1, row);
+    popupMelt_ = false;
+    if (popupSelection_) return true;
     const std::string label = ssGlassesList.Text(1, row) + "/" + ssGlassesList.Text(2, row);
     if (label.find('\0') != std::string::npos) return false;
     ssGlassesList.SetActiveCell(1, row);
@@ -72,6 +78,21 @@ bool frmGlassesList::ssGlassesListRightClick(int row) {
         hooks_.prepForPopup(row, label);
     }
     return true;
+}
+
+std::vector<int> frmGlassesList::SelectedPositions() const {
+    std::vector<int> rows = ssGlassesList.SelectedRows();
+    std::erase_if(rows, [this](int row) { return row < 1 || row > list_.CustomCount(); });
+    return rows;
+}
+
+void frmGlassesList::mnuCompareClick() {
+    const std::vector<int> rows = SelectedPositions();
+    if (rows.size() < 2) {
+        if (hooks_.note) hooks_.note("Select two or more materials in the list to compare them.");
+        return;
+    }
+    if (hooks_.compare) hooks_.compare(rows);
 }
 
 }  // namespace ostrel

@@ -1,9 +1,11 @@
 #pragma once
 // The floating list of custom materials: two columns, "Material" and "Source", melt glasses
 // on light yellow. A right click on a row, while no working form is open, prepares the main
-// window's popup menu for that material.
+// window's popup menu for that material; on a row of a selection of several, the
+// selection's own menu, which compares them.
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "core/material/glasses_list.h"
 #include "core/platform/controls.h"
@@ -26,6 +28,8 @@ class frmGlassesList {
         std::function<void(int, const std::string&)> prepForPopupMelt = {};
         // A line on the help line.
         std::function<void(const std::string&)> note = {};
+        // Opens the comparison of the materials at these list positions (1-based).
+        std::function<void(const std::vector<int>&)> compare = {};
     };
 
     // Said on the help line when the list is right clicked while a form is open.
@@ -49,14 +53,25 @@ class frmGlassesList {
     bool ssGlassesListRightClick(int row);
     // True when the last opened popup is the melt menu.
     bool PopupIsMelt() const { return popupMelt_; }
+    // True when the last opened popup is the menu of a selection of several rows.
+    bool PopupIsSelection() const { return popupSelection_; }
+
+    // The list positions (1-based) of the selected rows, in list order.
+    std::vector<int> SelectedPositions() const;
+    // Compares the selected materials; enabled while two or more are selected.
+    void mnuCompareClick();
 
     Control form{"Materials"};
     Grid ssGlassesList;
+    Button mnuCompare{"&Compare selected",
+                      "Compare the index and transmission of the materials selected in the list"};
 
   private:
     GlassesList& list_;
     Hooks hooks_;
     bool popupMelt_ = false;
+    bool popupSelection_ = false;
+    Subscription selectionSub_;
 };
 
 }  // namespace ostrel

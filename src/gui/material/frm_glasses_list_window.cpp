@@ -5,6 +5,7 @@
 #include <QDockWidget>
 #include <QHeaderView>
 #include <QMainWindow>
+#include <QMenu>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -30,14 +31,26 @@ frmGlassesListWindow::frmGlassesListWindow(frmGlassesList& unit, CSApplication* 
     grid_ = new GridView(this);
     grid_->setObjectName("ssGlassesList");
     grid_->setSelectionBehavior(QAbstractItemView::SelectRows);
-    grid_->setSelectionMode(QAbstractItemView::SingleSelection);
+    // Several rows can be selected (Ctrl and Shift), to be compared.
+    grid_->setSelectionMode(QAbstractItemView::ExtendedSelection);
     grid_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     grid_->horizontalHeader()->setStretchLastSection(true);
     grid_->Bind(unit_.ssGlassesList);
     grid_->setColumnWidth(0, 150);
     layout->addWidget(grid_);
+    selectionMenu_ = new QMenu(this);
+    selectionMenu_->setObjectName("mnuSelection");
+    QAction* compare = selectionMenu_->addAction(QString());
+    compare->setObjectName("mnuCompare");
+    Bind(compare, unit_.mnuCompare);
+    connect(compare, &QAction::triggered, this, [this] { unit_.mnuCompareClick(); });
     connect(grid_, &GridView::cellRightClicked, this, [this](int, int row, const QPoint& pos) {
-        if (unit_.ssGlassesListRightClick(row)) emit popupRequested(pos, unit_.PopupIsMelt());
+        if (!unit_.ssGlassesListRightClick(row)) return;
+        if (unit_.PopupIsSelection()) {
+            selectionMenu_->popup(pos);
+        } else {
+            emit popupRequested(pos, unit_.PopupIsMelt());
+        }
     });
     BindWindow(this, unit_.form);
     resize(300, 420);

@@ -10,6 +10,7 @@ class CSApplication;
 
 class QDockWidget;
 class QMainWindow;
+class QMenu;
 
 namespace ostrel::gui {
 
@@ -21,6 +22,8 @@ class frmGlassesListWindow : public QWidget {
     frmGlassesListWindow(frmGlassesList& unit, CSApplication* app, QWidget* owner);
 
     GridView* grid() const { return grid_; }
+    // The menu of a selection of several rows.
+    QMenu* selectionMenu() const { return selectionMenu_; }
     // Keeps the list inside the owner's frame while it floats.
     void ForceResize();
     // Puts the list in a dock of `main`, at the right side unless its stored place says
@@ -44,6 +47,7 @@ class frmGlassesListWindow : public QWidget {
     frmGlassesList& unit_;
     CSApplication* app_;
     GridView* grid_;
+    QMenu* selectionMenu_ = nullptr;
     QDockWidget* dock_ = nullptr;
 };
 
