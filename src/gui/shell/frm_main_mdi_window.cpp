@@ -5,11 +5,14 @@
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QHelpEvent>
+#include <QIcon>
+#include <QImage>
 #include <QLabel>
 #include <QLinearGradient>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
+#include <QPixmap>
 #include <QScreen>
 #include <QStyle>
 #include <QTimer>
@@ -32,7 +35,7 @@ constexpr const char* kFormName = "frmMainMDI";
 QStyle::StandardPixmap ToolIcon(int n) {
     switch (n) {
         case 1:
-            return QStyle::SP_ComputerIcon;
+            return QStyle::SP_DriveCDIcon;
         case 2:
             return QStyle::SP_FileDialogDetailedView;
         case 3:
@@ -42,7 +45,7 @@ QStyle::StandardPixmap ToolIcon(int n) {
         case 5:
             return QStyle::SP_DialogSaveButton;
         case 6:
-            return QStyle::SP_DirClosedIcon;
+            return QStyle::SP_DirIcon;
         case 7:
             return QStyle::SP_FileDialogContentsView;
         default:
@@ -50,9 +53,32 @@ QStyle::StandardPixmap ToolIcon(int n) {
     }
 }
 
+// The style's icon at each of its sizes, with a disabled look of its own: grey and faint, so
+// that a tool out of reach reads as such whatever its colours (the look Qt makes leaves
+// dark icons almost as they are). The sizes kept stay sharp on screens scaled 200%.
+QIcon WithDisabledLook(const QIcon& base) {
+    QList<QSize> sizes = base.availableSizes();
+    if (sizes.isEmpty()) sizes = {QSize(32, 32), QSize(64, 64)};
+    QIcon icon;
+    for (const QSize& size : sizes) {
+        const QPixmap normal = base.pixmap(size, 1.0);
+        icon.addPixmap(normal, QIcon::Normal);
+        QImage faint = normal.toImage().convertToFormat(QImage::Format_ARGB32);
+        for (int y = 0; y < faint.height(); ++y) {
+            auto* line = reinterpret_cast<QRgb*>(faint.scanLine(y));
+            for (int x = 0; x < faint.width(); ++x) {
+                const int grey = 96 + qGray(line[x]) * 5 / 8;
+                line[x] = qRgba(grey, grey, grey, qAlpha(line[x]) * 2 / 5);
+            }
+        }
+        icon.addPixmap(QPixmap::fromImage(faint), QIcon::Disabled);
+    }
+    return icon;
+}
+
 QToolButton* MakeTool(QWidget* parent, QStyle::StandardPixmap icon) {
     auto* b = new QToolButton(parent);
-    b->setIcon(parent->style()->standardIcon(icon));
+    b->setIcon(WithDisabledLook(parent->style()->standardIcon(icon)));
     b->setIconSize(QSize(32, 32));
     b->setAutoRaise(true);
     b->setFocusPolicy(Qt::TabFocus);
@@ -82,7 +108,7 @@ frmMainMDIWindow::frmMainMDIWindow(frmMainMDI& unit, CSApplication* app, QWidget
     BindPanel(header, unit_.pnlHeader);
     auto* headerRow = new QHBoxLayout(header);
     headerRow->setContentsMargins(4, 2, 4, 2);
-    auto* comLogo = MakeTool(header, QStyle::SP_MessageBoxInformation);
+    auto* comLogo = MakeTool(header, QStyle::SP_FileDialogInfoView);
     Bind(comLogo, unit_.comLogo);
     connect(comLogo, &QToolButton::clicked, this, [this] { unit_.comLogoClick(); });
     headerRow->addWidget(comLogo);
