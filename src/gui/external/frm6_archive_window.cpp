@@ -76,6 +76,10 @@ frm6ArchiveWindow::frm6ArchiveWindow(frm6Archive& unit, CSApplication* app, QMdi
     moves->addWidget(toCurrent);
     moves->addStretch(1);
     grids->addLayout(moves, 1, 1);
+    // Tab reads across: the current glasses, the buttons between, the archived glasses.
+    setTabOrder(curr_, toArchive);
+    setTabOrder(toArchive, toCurrent);
+    setTabOrder(toCurrent, archive_);
     grids->setColumnStretch(0, 1);
     grids->setColumnStretch(2, 1);
     grids->setRowStretch(1, 1);

@@ -10,6 +10,7 @@
 #include <QMdiSubWindow>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <vector>
 
 #include "core/platform/ole_date.h"
 #include "gui/platform/binders.h"
@@ -100,6 +101,15 @@ QPushButton* frm2ManageWindow::button(const char* name) const {
 void frm2ManageWindow::AddPanel(QWidget* panel) {
     panel->setParent(this);
     static_cast<QVBoxLayout*>(layout())->insertWidget(1, panel);
+    // Tab reaches the panel where it lies: after the grid, before the buttons below it.
+    std::vector<QWidget*> stops;
+    for (QWidget* w = panel->nextInFocusChain(); panel->isAncestorOf(w); w = w->nextInFocusChain())
+        stops.push_back(w);
+    QWidget* before = grid();
+    for (QWidget* w : stops) {
+        setTabOrder(before, w);
+        before = w;
+    }
 }
 
 }  // namespace ostrel::gui
