@@ -1,6 +1,6 @@
 // Every form as the keyboard meets it: Tab visits its controls in reading order (left to
 // right, top to bottom, a column at a time, a grid as one stop) and each Alt letter leads to
-// one control only, on every tab of the form.
+// one control only, on every tab of the form. A form of the main area, maximised, fills it.
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
@@ -90,7 +90,12 @@ class FormKeys : public ::testing::Test, protected UnitEnv {
     void Check(const char* what, QWidget* form) {
         SCOPED_TRACE(what);
         form->show();
-        if (auto* sub = qobject_cast<QMdiSubWindow*>(form->parentWidget())) sub->show();
+        // A form of the main area, maximised, fills it.
+        if (auto* sub = qobject_cast<QMdiSubWindow*>(form->parentWidget())) {
+            sub->showMaximized();
+            QApplication::processEvents();
+            EXPECT_EQ(sub->geometry(), sub->mdiArea()->viewport()->rect());
+        }
         QApplication::processEvents();
         auto* tabs = form->findChild<QTabWidget*>();
         const int pages = tabs ? tabs->count() : 1;
