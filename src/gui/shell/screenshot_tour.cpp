@@ -63,7 +63,10 @@ void SaveScreen(const QString& path) {
     QRect area;
     for (const QWidget* w : windows) area |= w->geometry();
     if (area.isEmpty()) return;
-    QPixmap picture(area.size());
+    // At the screen's own pixel density, so that a scaled screen gives a sharp picture.
+    const qreal ratio = windows.front()->devicePixelRatioF();
+    QPixmap picture(area.size() * ratio);
+    picture.setDevicePixelRatio(ratio);
     picture.fill(Qt::black);
     QPainter painter(&picture);
     for (QWidget* w : windows)
