@@ -89,7 +89,10 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(maker::kProgramTitle);
     QApplication::setApplicationVersion(ProgramVersion());
     QApplication::setOrganizationName("Ostrel");
-    QApplication::setWindowIcon(QIcon(":/icons/ostrel.png"));
+    // The drawing, sharp at any scale; the picture where no SVG support is installed.
+    QIcon programIcon(":/icons/ostrel.svg");
+    programIcon.addFile(":/icons/ostrel.png");
+    QApplication::setWindowIcon(programIcon);
     gui::EditFinisher finisher;
     qapp.installEventFilter(&finisher);
 
@@ -432,7 +435,7 @@ int main(int argc, char** argv) {
         auto* comGlassMap = new QToolButton(mainWindow.ribEnd()->parentWidget());
         comGlassMap->setObjectName("comGlassMap");
         // The program's own prism: the file-view icon is the import tool's already.
-        comGlassMap->setIcon(QIcon(":/icons/ostrel.png"));
+        comGlassMap->setIcon(QApplication::windowIcon());
         comGlassMap->setIconSize(mainWindow.ribEnd()->iconSize());
         comGlassMap->setAutoRaise(mainWindow.ribEnd()->autoRaise());
         comGlassMap->setToolTip("Glass map: the custom glasses among the catalogue's");
