@@ -163,21 +163,21 @@ Json RecordToJson(const MaterialRecord& r) {
     return j;
 }
 
-Json ListEntryToJson(int index, const MaterialRecord& r) {
+Json ListEntryToJson(int index, const MaterialSummary& s) {
     Json j;
     j["index"] = index;
-    j["GlassName"] = Text(r.General.GlassName);
-    j["Source"] = Text(r.General.Source);
-    j["Polytype"] = r.General.Polytype;
-    j["IndexWvMin"] = r.General.IndexWvMin;
-    j["IndexWvMax"] = r.General.IndexWvMax;
-    j["MeltFlag"] = r.Melt.MeltFlag;
-    j["DateChanged"] = r.DateChanged;
-    j["Ready"] = Json{{"General", r.GeneralState.Ready},
-                      {"Index", r.IndexState.Ready},
-                      {"Trans", r.TransState.Ready},
-                      {"dndt", r.ThermalState.Ready},
-                      {"Other", r.OtherState.Ready}};
+    j["GlassName"] = Text(s.GlassName);
+    j["Source"] = Text(s.Source);
+    j["Polytype"] = s.Polytype;
+    j["IndexWvMin"] = s.IndexWvMin;
+    j["IndexWvMax"] = s.IndexWvMax;
+    j["MeltFlag"] = s.MeltFlag;
+    j["DateChanged"] = s.DateChanged;
+    j["Ready"] = Json{{"General", s.Ready[0]},
+                      {"Index", s.Ready[1]},
+                      {"Trans", s.Ready[2]},
+                      {"dndt", s.Ready[3]},
+                      {"Other", s.Ready[4]}};
     return j;
 }
 

@@ -9,6 +9,6 @@ namespace ostrel::cli {
 // numbers written with the shortest text that reads back to the same float.
 nlohmann::ordered_json RecordToJson(const MaterialRecord& rec);
 // The summary of one list entry.
-nlohmann::ordered_json ListEntryToJson(int index, const MaterialRecord& rec);
+nlohmann::ordered_json ListEntryToJson(int index, const MaterialSummary& summary);
 
 }  // namespace ostrel::cli
