@@ -44,11 +44,7 @@ void RegisterListCommands(CLI::App& app, CliContext& ctx) {
                 }
             }
             if (args->json) {
-                auto arr = nlohmann::ordered_json::array();
-                for (size_t i = 0; i < entries->size(); ++i) {
-                    arr.push_back(ListEntryToJson(static_cast<int>(i + 1), (*entries)[i]));
-                }
-                *ctx.out << Dump(arr) << '\n';
+                *ctx.out << ListToJsonText(*entries) << '\n';
             } else {
                 std::string text;
                 for (size_t i = 0; i < entries->size(); ++i) {

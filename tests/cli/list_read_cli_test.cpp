@@ -101,16 +101,20 @@ constexpr const char* kMixedJson =
 {"index":5,"GlassName":"LAST","Source":"S","Polytype":0,"IndexWvMin":0,"IndexWvMax":0,"MeltFlag":0,"DateChanged":0.0,"Ready":{"General":0,"Index":0,"Trans":0,"dndt":0,"Other":0}}
 )";
 
-// A JSON array written one element a line, for comparing with the lines above.
+// A JSON array written one element a line, for comparing with the lines above; its layout
+// must be the indented dump's.
 std::string OneEntryALine(const std::string& json) {
+    const auto array = nlohmann::ordered_json::parse(json);
+    EXPECT_EQ(json, array.dump(2) + '\n');
     std::string lines;
-    for (const auto& entry : nlohmann::ordered_json::parse(json)) lines += entry.dump() + '\n';
+    for (const auto& entry : array) lines += entry.dump() + '\n';
     return lines;
 }
 
 TEST(ListReadCli, CommandsPrintWhatTheyAlwaysPrinted) {
     const struct {
-        const char* file;  // "mixed", or "cut" (two materials and part of a name)
+        // "mixed", "cut" (two materials and part of a name) or "none" (no list file)
+        const char* file;
         const char* args;
         int status;
         std::string out;
@@ -118,6 +122,7 @@ TEST(ListReadCli, CommandsPrintWhatTheyAlwaysPrinted) {
     } cases[] = {
         {"mixed", "list", 0, kMixedText, ""},
         {"mixed", "list --json", 0, kMixedJson, ""},
+        {"none", "list --json", 0, "", ""},
         {"mixed", "show 0", 2, "", "There is no material 0 in the list (it holds 5).\n"},
         {"mixed", "show 6", 2, "", "There is no material 6 in the list (it holds 5).\n"},
         {"mixed", "index 6 --wave 500", 2, "",
@@ -131,7 +136,7 @@ TEST(ListReadCli, CommandsPrintWhatTheyAlwaysPrinted) {
         if (std::string(c.file) == "cut") {
             bytes = ListBytes({NamedRecord("A", "S"), NamedRecord("B", "S")}) + "\x01\x02GLA";
         }
-        WriteFileBytes(dir / kCustomFileName, bytes);
+        if (std::string(c.file) != "none") WriteFileBytes(dir / kCustomFileName, bytes);
         const CliResult r = RunCliIn(dir, c.args);
         EXPECT_EQ(r.status, c.status);
         EXPECT_EQ(std::string(c.args) == "list --json" ? OneEntryALine(r.out) : r.out, c.out);

@@ -131,6 +131,9 @@ namespace {
 // its name and source are usable and no record before it had the same key.
 class ListingRule {
   public:
+    explicit ListingRule(std::uintmax_t records) {
+        keys_.reserve(static_cast<size_t>(std::min<std::uintmax_t>(records, 1u << 20)));
+    }
     bool Lists(const unsigned char* image) {
         const auto* bytes = reinterpret_cast<const char*>(image);
         const std::string_view name(bytes + material_offset::kGlassName, 30);
@@ -155,7 +158,7 @@ std::optional<MaterialRecord> GlassesList::ReadListedMaterial(const std::string&
     // A short last record reads as if padded with zero bytes, as the list reads it.
     const std::uintmax_t records = (file.Size() + kMaterialRecordSize - 1) / kMaterialRecordSize;
     MaterialImage image{};
-    ListingRule rule;
+    ListingRule rule(std::min<std::uintmax_t>(records, static_cast<std::uintmax_t>(index)));
     int position = 0;
     for (std::uintmax_t i = 0; i < records; ++i) {
         const std::uintmax_t at = i * kMaterialRecordSize;
@@ -179,8 +182,9 @@ std::optional<std::vector<MaterialSummary>> GlassesList::ReadListedSummaries(
     if (!fs::exists(current, ec)) return std::nullopt;
     std::vector<MaterialSummary> out;
     const auto size = fs::file_size(current, ec);
-    if (!ec) out.reserve(static_cast<size_t>(size) / kMaterialRecordSize + 1);
-    ListingRule rule;
+    const std::uintmax_t records = ec ? 0 : size / kMaterialRecordSize + 1;
+    out.reserve(static_cast<size_t>(records));
+    ListingRule rule(records);
     MaterialImage tail{};
     auto take = [&](std::string_view piece) {
         const auto* bytes = reinterpret_cast<const unsigned char*>(piece.data());
