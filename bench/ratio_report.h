@@ -46,6 +46,10 @@ inline int RunWithRatios(int argc, char** argv, const std::vector<RatioPair>& pa
     RatioReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     benchmark::Shutdown();
+    // The console report leaves its colour reset at the start of a line of its own; the table
+    // starts on a fresh line so that every one of its lines begins with "ratio |".
+    std::fflush(stdout);
+    std::printf("\n");
     for (const RatioPair& p : pairs) {
         const auto work = reporter.fastest.find(p.benchmark);
         const auto base = reporter.fastest.find(p.baseline);

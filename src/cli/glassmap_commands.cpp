@@ -124,24 +124,35 @@ int RunMap(CliContext& ctx, const MapArgs& a) {
 }
 
 int RunNearest(CliContext& ctx, const MapArgs& a) {
-    Loaded l(ctx);
-    if (!l.Open()) return kExitRefused;
-    frmGlassMap form(l.settings);
-    form.Load(l.list.list().CustomList(), l.setup.GetPathKelmora(), l.setup.GetKelmoraFound());
-    // The material by list position or name among the custom glasses of the map.
-    int item = -1;
-    const int count = l.list.list().CustomCount();
     const std::string& arg = a.material;
     const bool position = !arg.empty() && std::all_of(arg.begin(), arg.end(), ::isdigit);
+    int wanted = position ? std::atoi(arg.c_str()) : 0;
+    // The nearest glasses are catalogue glasses only, so a material given by its position
+    // is put on the map alone, read without loading the list where the file allows.
+    Loaded l(ctx);
+    std::vector<MaterialRecord> alone;
+    if (position) {
+        if (auto one = GlassesList::ReadListedMaterial(ctx.dataDir, wanted)) {
+            alone.push_back(std::move(*one));
+            wanted = 1;
+            l.setup.LoadPaths();
+        }
+    }
+    if (alone.empty() && !l.Open()) return kExitRefused;
+    const std::vector<MaterialRecord>& custom = alone.empty() ? l.list.list().CustomList() : alone;
+    frmGlassMap form(l.settings);
+    form.Load(custom, l.setup.GetPathKelmora(), l.setup.GetKelmoraFound());
+    // The material by list position or name among the custom glasses of the map.
+    int item = -1;
     for (int i = 0; i < form.cmbCustom.ListCount() && item < 0; ++i) {
         const GlassPoint& p = form.Data().points[form.cmbCustom.ItemData(i)];
-        if (position ? p.listPosition == std::atoi(arg.c_str())
+        if (position ? p.listPosition == wanted
                      : Upper(arg) == Upper(p.name) || Upper(arg) == Upper(p.name + "/" + p.source))
             item = i;
     }
     if (item < 0) {
-        if (position && (std::atoi(arg.c_str()) < 1 || std::atoi(arg.c_str()) > count)) {
-            l.list.CheckIndex(std::atoi(arg.c_str()));
+        if (alone.empty() && position && (wanted < 1 || wanted > l.list.list().CustomCount())) {
+            l.list.CheckIndex(wanted);
         } else {
             *ctx.err << "Material " << arg << " is not on the map (no such material, or no "
                      << "valid nd and vd)\n";

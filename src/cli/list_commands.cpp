@@ -31,20 +31,31 @@ void RegisterListCommands(CLI::App& app, CliContext& ctx) {
     list->add_flag("--json", args->json, "Write JSON instead of tab-separated text");
     list->callback([&ctx, args] {
         ctx.run = [&ctx, args] {
-            CliList opened(ctx);
-            if (!opened.Open()) return kExitRefused;
-            const auto& recs = opened.list().CustomList();
+            // Only the listed fields of each record are read; the whole list is loaded when
+            // that cannot be done (an older file to convert, a file that cannot be read).
+            auto entries = GlassesList::ReadListedSummaries(ctx.dataDir);
+            if (!entries) {
+                CliList opened(ctx);
+                if (!opened.Open()) return kExitRefused;
+                entries.emplace();
+                entries->reserve(opened.list().CustomList().size());
+                for (const auto& rec : opened.list().CustomList()) {
+                    entries->push_back(SummaryOf(rec));
+                }
+            }
             if (args->json) {
-                auto arr = nlohmann::ordered_json::array();
-                for (size_t i = 0; i < recs.size(); ++i) {
-                    arr.push_back(ListEntryToJson(static_cast<int>(i + 1), recs[i]));
-                }
-                *ctx.out << Dump(arr) << '\n';
+                *ctx.out << ListToJsonText(*entries) << '\n';
             } else {
-                for (size_t i = 0; i < recs.size(); ++i) {
-                    *ctx.out << (i + 1) << '\t' << recs[i].General.GlassName.Text() << '\t'
-                             << recs[i].General.Source.Text() << '\n';
+                std::string text;
+                for (size_t i = 0; i < entries->size(); ++i) {
+                    text += std::to_string(i + 1);
+                    text += '\t';
+                    text += (*entries)[i].GlassName.Text();
+                    text += '\t';
+                    text += (*entries)[i].Source.Text();
+                    text += '\n';
                 }
+                *ctx.out << text;
             }
             return kExitOk;
         };

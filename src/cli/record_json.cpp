@@ -163,22 +163,61 @@ Json RecordToJson(const MaterialRecord& r) {
     return j;
 }
 
-Json ListEntryToJson(int index, const MaterialRecord& r) {
-    Json j;
-    j["index"] = index;
-    j["GlassName"] = Text(r.General.GlassName);
-    j["Source"] = Text(r.General.Source);
-    j["Polytype"] = r.General.Polytype;
-    j["IndexWvMin"] = r.General.IndexWvMin;
-    j["IndexWvMax"] = r.General.IndexWvMax;
-    j["MeltFlag"] = r.Melt.MeltFlag;
-    j["DateChanged"] = r.DateChanged;
-    j["Ready"] = Json{{"General", r.GeneralState.Ready},
-                      {"Index", r.IndexState.Ready},
-                      {"Trans", r.TransState.Ready},
-                      {"dndt", r.ThermalState.Ready},
-                      {"Other", r.OtherState.Ready}};
-    return j;
+namespace {
+
+// One value as the JSON dump writes it, invalid UTF-8 replaced.
+template <typename T>
+void AppendValue(std::string& out, const T& value) {
+    if constexpr (std::is_integral_v<T>) {
+        out += std::to_string(value);
+    } else {
+        out += Json(value).dump(-1, ' ', false, Json::error_handler_t::replace);
+    }
+}
+
+template <typename T>
+void AppendMember(std::string& out, const char* indent, const char* key, const T& value,
+                  bool last = false) {
+    out += indent;
+    out += '"';
+    out += key;
+    out += "\": ";
+    AppendValue(out, value);
+    out += last ? "\n" : ",\n";
+}
+
+}  // namespace
+
+std::string ListToJsonText(const std::vector<MaterialSummary>& entries) {
+    // Written member by member, in the layout of a dump with an indent of two, so that a
+    // list of thousands of materials is not first built as a tree.
+    if (entries.empty()) return "[]";
+    std::string out = "[\n";
+    out.reserve(entries.size() * 320);
+    for (size_t i = 0; i < entries.size(); ++i) {
+        const MaterialSummary& s = entries[i];
+        const char* in = "    ";
+        out += "  {\n";
+        AppendMember(out, in, "index", static_cast<int>(i + 1));
+        AppendMember(out, in, "GlassName", s.GlassName.Text());
+        AppendMember(out, in, "Source", s.Source.Text());
+        AppendMember(out, in, "Polytype", s.Polytype);
+        AppendMember(out, in, "IndexWvMin", s.IndexWvMin);
+        AppendMember(out, in, "IndexWvMax", s.IndexWvMax);
+        AppendMember(out, in, "MeltFlag", s.MeltFlag);
+        AppendMember(out, in, "DateChanged", s.DateChanged);
+        out += "    \"Ready\": {\n";
+        const char* ready = "      ";
+        AppendMember(out, ready, "General", s.Ready[0]);
+        AppendMember(out, ready, "Index", s.Ready[1]);
+        AppendMember(out, ready, "Trans", s.Ready[2]);
+        AppendMember(out, ready, "dndt", s.Ready[3]);
+        AppendMember(out, ready, "Other", s.Ready[4], true);
+        out += "    }\n";
+        out += i + 1 < entries.size() ? "  },\n" : "  }\n";
+    }
+    out += ']';
+    return out;
 }
 
 }  // namespace ostrel::cli

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <span>
 
 #include "core/material/catalogue_record.h"
@@ -126,36 +125,88 @@ void GlassesList::RebuildKeys() {
     }
 }
 
+namespace {
+
+// The list's rule for the records of its file, met in file order: a record is listed when
+// its name and source are usable and no record before it had the same key.
+class ListingRule {
+  public:
+    explicit ListingRule(std::uintmax_t records) {
+        keys_.reserve(static_cast<size_t>(std::min<std::uintmax_t>(records, 1u << 20)));
+    }
+    bool Lists(const unsigned char* image) {
+        const auto* bytes = reinterpret_cast<const char*>(image);
+        const std::string_view name(bytes + material_offset::kGlassName, 30);
+        const std::string_view source(bytes + material_offset::kSource, 30);
+        return UsableText(name) && UsableText(source) && keys_.insert(KeyOf(name, source)).second;
+    }
+
+  private:
+    std::unordered_set<std::string> keys_;
+};
+
+}  // namespace
+
 std::optional<MaterialRecord> GlassesList::ReadListedMaterial(const std::string& dataFolder,
                                                               int index) {
     if (index < 1) return std::nullopt;
-    std::ifstream in(fs::path(dataFolder) / kCustomFileName, std::ios::binary);
-    if (!in) return std::nullopt;
-    // The name (offset 6) and the source (offset 38) end within a record's first 68 bytes.
-    constexpr std::streamsize kKeyBytes = 68;
-    std::unordered_set<std::string> keys;
-    MaterialImage image;
-    MaterialRecord rec;
+    PositionedFile file;
+    FileError err;
+    if (!file.Open(fs::path(dataFolder) / kCustomFileName, err)) return std::nullopt;
+    // Of each record before it only the name and source are read: the material's place in
+    // the file is its position in the list when no record before it was passed over.
+    // A short last record reads as if padded with zero bytes, as the list reads it.
+    const std::uintmax_t records = (file.Size() + kMaterialRecordSize - 1) / kMaterialRecordSize;
+    MaterialImage image{};
+    ListingRule rule(std::min<std::uintmax_t>(records, static_cast<std::uintmax_t>(index)));
     int position = 0;
-    for (;;) {
+    for (std::uintmax_t i = 0; i < records; ++i) {
+        const std::uintmax_t at = i * kMaterialRecordSize;
+        std::fill_n(image.begin(), material_offset::kKeyEnd, 0);
+        if (file.ReadAt(at, image.data(), material_offset::kKeyEnd, err) < 0) return std::nullopt;
+        if (!rule.Lists(image.data()) || ++position != index) continue;
         image.fill(0);
-        in.read(reinterpret_cast<char*>(image.data()), kKeyBytes);
-        if (in.gcount() <= 0) return std::nullopt;
+        if (file.ReadAt(at, image.data(), image.size(), err) < 0) return std::nullopt;
+        MaterialRecord rec;
         FromBytes(image.data(), rec);
-        // The same rule as the list's: unusable names and repeated keys are passed over.
-        const bool listed = NameUsable(rec) && keys.insert(MaterialKey(rec)).second;
-        if (listed && ++position == index) {
-            in.read(reinterpret_cast<char*>(image.data()) + kKeyBytes,
-                    static_cast<std::streamsize>(kMaterialRecordSize) - kKeyBytes);
-            FromBytes(image.data(), rec);
-            FitCountsToTables(rec);
-            return rec;
-        }
-        if (!in || !in.seekg(static_cast<std::streamoff>(kMaterialRecordSize) - kKeyBytes,
-                             std::ios::cur)) {
-            return std::nullopt;
-        }
+        FitCountsToTables(rec);
+        return rec;
     }
+    return std::nullopt;
+}
+
+std::optional<std::vector<MaterialSummary>> GlassesList::ReadListedSummaries(
+    const std::string& dataFolder) {
+    const fs::path current = fs::path(dataFolder) / kCustomFileName;
+    std::error_code ec;
+    if (!fs::exists(current, ec)) return std::nullopt;
+    std::vector<MaterialSummary> out;
+    const auto size = fs::file_size(current, ec);
+    const std::uintmax_t records = ec ? 0 : size / kMaterialRecordSize + 1;
+    out.reserve(static_cast<size_t>(records));
+    ListingRule rule(records);
+    MaterialImage tail{};
+    auto take = [&](std::string_view piece) {
+        const auto* bytes = reinterpret_cast<const unsigned char*>(piece.data());
+        const size_t whole = piece.size() / kMaterialRecordSize;
+        for (size_t i = 0; i < whole; ++i) {
+            const unsigned char* image = bytes + i * kMaterialRecordSize;
+            if (rule.Lists(image)) SummaryFromBytes(image, out.emplace_back());
+        }
+        // Only the last piece can end in part of a record: it reads as if padded with zeros.
+        const size_t rest = piece.size() - whole * kMaterialRecordSize;
+        if (rest == 0) return;
+        tail.fill(0);
+        std::memcpy(tail.data(), bytes + whole * kMaterialRecordSize, rest);
+        if (rule.Lists(tail.data())) SummaryFromBytes(tail.data(), out.emplace_back());
+    };
+    // Pieces small enough to stay in the processor's cache while their fields are read.
+    constexpr size_t kRecordsPerPiece = 8;
+    FileError err;
+    if (!ReadFileInPieces(current, kRecordsPerPiece * kMaterialRecordSize, take, err)) {
+        return std::nullopt;
+    }
+    return out;
 }
 
 bool GlassesList::LoadCustomFile() {

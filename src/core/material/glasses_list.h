@@ -54,6 +54,12 @@ class GlassesList {
     // it cannot be read, or it lists fewer materials; the caller then loads the list.
     static std::optional<MaterialRecord> ReadListedMaterial(const std::string& dataFolder,
                                                             int index);
+    // The summary of every material of the current file in `dataFolder`, in the order and
+    // with the passing over of LoadCustomFile, read without building the records. Nothing
+    // (and no report) when there is no current file or it cannot be read; the caller then
+    // loads the list, which reports.
+    static std::optional<std::vector<MaterialSummary>> ReadListedSummaries(
+        const std::string& dataFolder);
     // Writes the list to the current file (backup first). False when it could not be
     // written (reported); the file on disk is then as it was.
     bool SaveCustomFile();

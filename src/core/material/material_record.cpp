@@ -27,6 +27,20 @@ MaterialRecord ZeroMaterialRecord() {
     return FromBytes(zeros);
 }
 
+MaterialSummary SummaryOf(const MaterialRecord& rec) {
+    MaterialSummary s;
+    s.GlassName = rec.General.GlassName;
+    s.Source = rec.General.Source;
+    s.Polytype = rec.General.Polytype;
+    s.IndexWvMin = rec.General.IndexWvMin;
+    s.IndexWvMax = rec.General.IndexWvMax;
+    s.MeltFlag = rec.Melt.MeltFlag;
+    s.DateChanged = rec.DateChanged;
+    s.Ready = {rec.GeneralState.Ready, rec.IndexState.Ready, rec.TransState.Ready,
+               rec.ThermalState.Ready, rec.OtherState.Ready};
+    return s;
+}
+
 bool AllSectionsReady(const MaterialRecord& rec) {
     return rec.GeneralState.Ready && rec.IndexState.Ready && rec.TransState.Ready &&
            rec.ThermalState.Ready && rec.OtherState.Ready;

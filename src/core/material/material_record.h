@@ -133,6 +133,24 @@ struct MaterialRecord {
     double DateChanged = 0;
 };
 
+// What a list of materials shows of each: its name and source, dispersion form, index
+// range, melt flag, date and which sections are ready. It can be read from a record's
+// image without the rest of the record.
+struct MaterialSummary {
+    FixedText<30> GlassName;
+    FixedText<30> Source;
+    int16_t Polytype = 0;
+    int16_t IndexWvMin = 0;
+    int16_t IndexWvMax = 0;
+    Flag MeltFlag = 0;
+    double DateChanged = 0;
+    // Ready of the General, Index, Trans, Thermal and Other sections.
+    std::array<Flag, 5> Ready{};
+    bool operator==(const MaterialSummary&) const = default;
+};
+
+MaterialSummary SummaryOf(const MaterialRecord& rec);
+
 // Empty record: numbers and flags 0, every fixed text blank, and only the dn/dt section
 // ready (a material without dn/dt data is complete as far as that section goes).
 void ClearMaterialRecord(MaterialRecord& rec);

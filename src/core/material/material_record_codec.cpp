@@ -39,15 +39,15 @@ void WalkLayout(Io& io, Rec& r) {
     num(0, g.IndexDataType);
     num(2, g.IndexReserved);
     num(4, g.IndexPoints);
-    txt(6, g.GlassName);
+    txt(material_offset::kGlassName, g.GlassName);
     num(36, g.GlassKind);
-    txt(38, g.Source);
+    txt(material_offset::kSource, g.Source);
     num(68, g.GlassCode);
     num(72, g.Density);
-    num(76, g.Polytype);
+    num(material_offset::kPolytype, g.Polytype);
     arr(78, g.PolyCoef);
-    num(190, g.IndexWvMin);
-    num(192, g.IndexWvMax);
+    num(material_offset::kIndexWvMin, g.IndexWvMin);
+    num(material_offset::kIndexWvMax, g.IndexWvMax);
     arr(194, g.TransShortWave);
     arr(358, g.TransShortValue);
 
@@ -120,7 +120,7 @@ void WalkLayout(Io& io, Rec& r) {
     arr(11470, m.TransInternal);
 
     auto& me = r.Melt;
-    num(12070, me.MeltFlag);
+    num(material_offset::kMeltFlag, me.MeltFlag);
     txt(12072, me.MeltSpareText);
     txt(12102, me.MeltParentName);
     txt(12132, me.MeltParentSource);
@@ -146,10 +146,10 @@ void WalkLayout(Io& io, Rec& r) {
     SectionState* states[] = {&r.GeneralState, &r.IndexState, &r.TransState, &r.ThermalState,
                               &r.OtherState};
     for (size_t i = 0; i < 5; ++i) {
-        num(12936 + 4 * i, states[i]->Changes);
-        num(12938 + 4 * i, states[i]->Ready);
+        num(material_offset::kSectionStates + 4 * i, states[i]->Changes);
+        num(material_offset::kSectionStates + 2 + 4 * i, states[i]->Ready);
     }
-    num(12956, r.DateChanged);
+    num(material_offset::kDateChanged, r.DateChanged);
 }
 
 }  // namespace
@@ -174,6 +174,20 @@ MaterialRecord FromBytes(std::span<const unsigned char, kMaterialRecordSize> ima
     MaterialRecord rec;
     FromBytes(image.data(), rec);
     return rec;
+}
+
+void SummaryFromBytes(const unsigned char* image, MaterialSummary& summary) {
+    ByteReader r(image, kMaterialRecordSize);
+    r.GetText(material_offset::kGlassName, summary.GlassName);
+    r.GetText(material_offset::kSource, summary.Source);
+    r.Get(material_offset::kPolytype, summary.Polytype);
+    r.Get(material_offset::kIndexWvMin, summary.IndexWvMin);
+    r.Get(material_offset::kIndexWvMax, summary.IndexWvMax);
+    r.Get(material_offset::kMeltFlag, summary.MeltFlag);
+    for (size_t i = 0; i < summary.Ready.size(); ++i) {
+        r.Get(material_offset::kSectionStates + 2 + 4 * i, summary.Ready[i]);
+    }
+    r.Get(material_offset::kDateChanged, summary.DateChanged);
 }
 
 }  // namespace ostrel

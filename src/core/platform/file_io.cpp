@@ -192,6 +192,37 @@ bool ReadFileInPieces(const std::filesystem::path& path, size_t piece,
     return true;
 }
 
+PositionedFile::~PositionedFile() {
+    if (fd_ >= 0) ::close(fd_);
+}
+
+bool PositionedFile::Open(const std::filesystem::path& path, FileError& error) {
+    if (fd_ >= 0) ::close(fd_);
+    struct stat st {};
+    fd_ = OpenRegularFile(path, st, error);
+    if (fd_ < 0) return false;
+    size_ = static_cast<std::uintmax_t>(st.st_size);
+    path_ = path;
+    return true;
+}
+
+std::int64_t PositionedFile::ReadAt(std::uintmax_t offset, void* bytes, size_t count,
+                                    FileError& error) {
+    auto* out = static_cast<char*>(bytes);
+    size_t done = 0;
+    while (done < count) {
+        const ssize_t n = ::pread(fd_, out + done, count - done, static_cast<off_t>(offset + done));
+        if (n < 0) {
+            if (errno == EINTR) continue;
+            SetError(error, errno, path_);
+            return -1;
+        }
+        if (n == 0) break;
+        done += static_cast<size_t>(n);
+    }
+    return static_cast<std::int64_t>(done);
+}
+
 bool WriteFileAtomic(const std::filesystem::path& path, std::string_view content,
                      FileError& error) {
     bool given = false;

@@ -38,6 +38,27 @@ bool ReadWholeFile(const std::filesystem::path& path, std::string& content, File
 bool ReadFileInPieces(const std::filesystem::path& path, size_t piece,
                       const std::function<void(std::string_view)>& take, FileError& error);
 bool WriteFileAtomic(const std::filesystem::path& path, std::string_view content, FileError& error);
+
+// A regular file read at chosen places, for the few fields wanted of a large file of
+// fixed-size records.
+class PositionedFile {
+  public:
+    PositionedFile() = default;
+    ~PositionedFile();
+    PositionedFile(const PositionedFile&) = delete;
+    PositionedFile& operator=(const PositionedFile&) = delete;
+
+    bool Open(const std::filesystem::path& path, FileError& error);
+    std::uintmax_t Size() const { return size_; }
+    // Reads `count` bytes from `offset` on, fewer where the file ends first; the number
+    // read, or -1 (with the error) when the read failed.
+    std::int64_t ReadAt(std::uintmax_t offset, void* bytes, size_t count, FileError& error);
+
+  private:
+    int fd_ = -1;
+    std::uintmax_t size_ = 0;
+    std::filesystem::path path_;
+};
 // The same, the content made piece by piece: `next` sets the next piece (which must stay
 // valid until it is called again) and returns false when there is none left.
 using PieceSource = std::function<bool(std::string_view& piece)>;
