@@ -89,14 +89,17 @@ OSTREL_INLINE bool Settled(const Pair& v) {
     return std::fabs(v.lo) <= ulp * (15.0 / 32.0);
 }
 
-// Settled without branches, for lanes side by side.
+// Settled in whole-number operations only, for lanes side by side: the order of the bit
+// patterns of non-negative doubles is the order of their values, and 15/32 of an ulp of a
+// value with exponent field e has the pattern of 1.875 * 2^(e - 1023 - 54).
 OSTREL_INLINE bool SettledLane(double hi, double lo) {
-    const double a = std::fabs(hi);
-    const auto bits = std::bit_cast<uint64_t>(a);
-    const double ulp = std::bit_cast<double>((bits & 0x7FF0000000000000ull) - (uint64_t{52} << 52));
-    const bool inRange = (a >= 0x1p-64) & (a <= 0x1p64);
+    const uint64_t bits = std::bit_cast<uint64_t>(hi) & 0x7FFFFFFFFFFFFFFFull;
+    const uint64_t loBits = std::bit_cast<uint64_t>(lo) & 0x7FFFFFFFFFFFFFFFull;
+    const uint64_t field = bits >> 52;
+    const uint64_t limit = ((field - 54) << 52) | 0x000E000000000000ull;
+    const bool inRange = (field >= 1023 - 64) & (field < 1023 + 64);
     const bool offPowerOfTwo = (bits & 0x000FFFFFFFFFFFFFull) != 0;
-    return inRange & ((lo == 0.0) | (offPowerOfTwo & (std::fabs(lo) <= ulp * (15.0 / 32.0))));
+    return inRange & ((loBits == 0) | (offPowerOfTwo & (loBits <= limit)));
 }
 
 bool Usable(double x) {
@@ -197,7 +200,12 @@ OSTREL_INLINE void LanePowers(std::span<const Pair> bases, std::span<const doubl
             const double* lo = k > 0 ? ul[k] : dl[-k];
             bool settled[kLanes];
             for (size_t j = 0; j < kLanes; ++j) settled[j] = usable[j] & SettledLane(hi[j], lo[j]);
-            std::copy_n(hi, lanes, row);
+            // A whole block is copied with a fixed count, which stays a few vector moves.
+            if (lanes == kLanes) {
+                for (size_t j = 0; j < kLanes; ++j) row[j] = hi[j];
+            } else {
+                for (size_t j = 0; j < lanes; ++j) row[j] = hi[j];
+            }
             for (size_t j = 0; j < lanes; ++j) {
                 if (!settled[j]) row[j] = LibraryPow(powBase[start + j], scale * double(k));
             }
