@@ -89,17 +89,19 @@ OSTREL_INLINE bool Settled(const Pair& v) {
     return std::fabs(v.lo) <= ulp * (15.0 / 32.0);
 }
 
-// Settled in whole-number operations only, for lanes side by side: the order of the bit
-// patterns of non-negative doubles is the order of their values, and 15/32 of an ulp of a
-// value with exponent field e has the pattern of 1.875 * 2^(e - 1023 - 54).
-OSTREL_INLINE bool SettledLane(double hi, double lo) {
-    const uint64_t bits = std::bit_cast<uint64_t>(hi) & 0x7FFFFFFFFFFFFFFFull;
-    const uint64_t loBits = std::bit_cast<uint64_t>(lo) & 0x7FFFFFFFFFFFFFFFull;
-    const uint64_t field = bits >> 52;
-    const uint64_t limit = ((field - 54) << 52) | 0x000E000000000000ull;
-    const bool inRange = (field >= 1023 - 64) & (field < 1023 + 64);
-    const bool offPowerOfTwo = (bits & 0x000FFFFFFFFFFFFFull) != 0;
-    return inRange & ((loBits == 0) | (offPowerOfTwo & (loBits <= limit)));
+// Settled in whole-number operations only, for lanes side by side: 1 where pow must be
+// asked, else 0. The order of the bit patterns of non-negative doubles is the order of their
+// values, and 15/32 of an ulp of a value with exponent field e has the pattern of
+// 1.875 * 2^(e - 1023 - 54). Signed, as vector units compare.
+OSTREL_INLINE int64_t UnsettledLane(double hi, double lo) {
+    constexpr int64_t kMagnitude = 0x7FFFFFFFFFFFFFFF;
+    const int64_t bits = std::bit_cast<int64_t>(hi) & kMagnitude;
+    const int64_t loBits = std::bit_cast<int64_t>(lo) & kMagnitude;
+    const int64_t field = bits >> 52;
+    const int64_t limit = ((field - 54) << 52) | 0x000E000000000000;
+    const int64_t inRange = (field >= 1023 - 64) & (field < 1023 + 64);
+    const int64_t offPowerOfTwo = (bits & 0x000FFFFFFFFFFFFF) != 0;
+    return 1 - (inRange & ((loBits == 0) | (offPowerOfTwo & (loBits <= limit))));
 }
 
 bool Usable(double x) {
@@ -169,13 +171,14 @@ OSTREL_INLINE void LanePowers(std::span<const Pair> bases, std::span<const doubl
     const size_t n = bases.size();
     double uh[kMostPower + 1][kLanes], ul[kMostPower + 1][kLanes];
     double dh[kMostPower + 1][kLanes], dl[kMostPower + 1][kLanes];
-    bool usable[kLanes];
+    int64_t unusable[kLanes];
     for (size_t start = 0; start < n; start += kLanes) {
         const size_t lanes = std::min(kLanes, n - start);
         for (size_t j = 0; j < kLanes; ++j) {
-            usable[j] = j < lanes && Usable(bases[start + j].hi);
-            uh[1][j] = usable[j] ? bases[start + j].hi : 1.0;
-            ul[1][j] = usable[j] ? bases[start + j].lo : 0.0;
+            const bool usable = j < lanes && Usable(bases[start + j].hi);
+            unusable[j] = usable ? 0 : 1;
+            uh[1][j] = usable ? bases[start + j].hi : 1.0;
+            ul[1][j] = usable ? bases[start + j].lo : 0.0;
         }
         for (int k = 2; k <= highest; ++k) {
             MulLanes<Fused>(uh[k / 2], ul[k / 2], uh[k - k / 2], ul[k - k / 2], uh[k], ul[k]);
@@ -198,16 +201,22 @@ OSTREL_INLINE void LanePowers(std::span<const Pair> bases, std::span<const doubl
             }
             const double* hi = k > 0 ? uh[k] : dh[-k];
             const double* lo = k > 0 ? ul[k] : dl[-k];
-            bool settled[kLanes];
-            for (size_t j = 0; j < kLanes; ++j) settled[j] = usable[j] & SettledLane(hi[j], lo[j]);
+            int64_t unsettled[kLanes];
+            for (size_t j = 0; j < kLanes; ++j) {
+                unsettled[j] = unusable[j] | UnsettledLane(hi[j], lo[j]);
+            }
+            uint64_t ask = 0;
+            for (size_t j = 0; j < kLanes; ++j) ask |= static_cast<uint64_t>(unsettled[j]) << j;
+            ask &= (uint64_t{1} << lanes) - 1;
             // A whole block is copied with a fixed count, which stays a few vector moves.
             if (lanes == kLanes) {
                 for (size_t j = 0; j < kLanes; ++j) row[j] = hi[j];
             } else {
                 for (size_t j = 0; j < lanes; ++j) row[j] = hi[j];
             }
-            for (size_t j = 0; j < lanes; ++j) {
-                if (!settled[j]) row[j] = LibraryPow(powBase[start + j], scale * double(k));
+            for (; ask != 0; ask &= ask - 1) {
+                const auto j = static_cast<size_t>(std::countr_zero(ask));
+                row[j] = LibraryPow(powBase[start + j], scale * double(k));
             }
         }
     }
