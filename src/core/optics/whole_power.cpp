@@ -6,6 +6,10 @@
 #include <cstdint>
 #include <cstring>
 
+#if defined(__GNUC__) && (defined(__x86_64__) || defined(__i386__))
+#include <immintrin.h>
+#endif
+
 #if defined(__GNUC__)
 #define OSTREL_INLINE [[gnu::always_inline]] inline
 #else
@@ -151,6 +155,51 @@ OSTREL_INLINE void PowersOf(const Pair& base, int lowest, std::span<double> out,
 // is asked where a lane is not settled.
 constexpr size_t kLanes = 8;
 
+#if defined(__GNUC__) && (defined(__x86_64__) || defined(__i386__))
+// UnsettledLane for the eight lanes at once, one bit a lane, four lanes to a register.
+__attribute__((target("avx2"))) inline uint64_t UnsettledMask(const double* hi, const double* lo,
+                                                              const int64_t* unusable) {
+    const __m256i magnitude = _mm256_set1_epi64x(0x7FFFFFFFFFFFFFFF);
+    const __m256i mantissa = _mm256_set1_epi64x(0x000FFFFFFFFFFFFF);
+    const __m256i zero = _mm256_setzero_si256();
+    uint64_t mask = 0;
+    for (size_t h = 0; h < kLanes; h += 4) {
+        const __m256i bits =
+            _mm256_and_si256(_mm256_castpd_si256(_mm256_loadu_pd(hi + h)), magnitude);
+        const __m256i loBits =
+            _mm256_and_si256(_mm256_castpd_si256(_mm256_loadu_pd(lo + h)), magnitude);
+        const __m256i field = _mm256_srli_epi64(bits, 52);
+        const __m256i limit =
+            _mm256_or_si256(_mm256_slli_epi64(_mm256_sub_epi64(field, _mm256_set1_epi64x(54)), 52),
+                            _mm256_set1_epi64x(0x000E000000000000));
+        const __m256i inRange =
+            _mm256_and_si256(_mm256_cmpgt_epi64(field, _mm256_set1_epi64x(1023 - 65)),
+                             _mm256_cmpgt_epi64(_mm256_set1_epi64x(1023 + 64), field));
+        const __m256i powerOfTwo = _mm256_cmpeq_epi64(_mm256_and_si256(bits, mantissa), zero);
+        const __m256i beyond = _mm256_cmpgt_epi64(loBits, limit);
+        // Settled: in range, and the tail zero or (off a power of two and within the limit).
+        const __m256i settled = _mm256_and_si256(
+            inRange, _mm256_or_si256(_mm256_cmpeq_epi64(loBits, zero),
+                                     _mm256_andnot_si256(_mm256_or_si256(powerOfTwo, beyond),
+                                                         _mm256_set1_epi64x(-1))));
+        const __m256i unusableLanes = _mm256_cmpgt_epi64(
+            _mm256_loadu_si256(reinterpret_cast<const __m256i*>(unusable + h)), zero);
+        const __m256i ask =
+            _mm256_or_si256(_mm256_andnot_si256(settled, _mm256_set1_epi64x(-1)), unusableLanes);
+        mask |= static_cast<uint64_t>(_mm256_movemask_pd(_mm256_castsi256_pd(ask))) << h;
+    }
+    return mask;
+}
+#else
+inline uint64_t UnsettledMask(const double* hi, const double* lo, const int64_t* unusable) {
+    uint64_t ask = 0;
+    for (size_t j = 0; j < kLanes; ++j) {
+        ask |= static_cast<uint64_t>(unusable[j] | UnsettledLane(hi[j], lo[j])) << j;
+    }
+    return ask;
+}
+#endif
+
 template <bool Fused>
 OSTREL_INLINE void MulLanes(const double* __restrict ah, const double* __restrict al,
                             const double* __restrict bh, const double* __restrict bl,
@@ -201,12 +250,14 @@ OSTREL_INLINE void LanePowers(std::span<const Pair> bases, std::span<const doubl
             }
             const double* hi = k > 0 ? uh[k] : dh[-k];
             const double* lo = k > 0 ? ul[k] : dl[-k];
-            int64_t unsettled[kLanes];
-            for (size_t j = 0; j < kLanes; ++j) {
-                unsettled[j] = unusable[j] | UnsettledLane(hi[j], lo[j]);
-            }
             uint64_t ask = 0;
-            for (size_t j = 0; j < kLanes; ++j) ask |= static_cast<uint64_t>(unsettled[j]) << j;
+            if constexpr (Fused) {
+                ask = UnsettledMask(hi, lo, unusable);
+            } else {
+                for (size_t j = 0; j < kLanes; ++j) {
+                    ask |= static_cast<uint64_t>(unusable[j] | UnsettledLane(hi[j], lo[j])) << j;
+                }
+            }
             ask &= (uint64_t{1} << lanes) - 1;
             // A whole block is copied with a fixed count, which stays a few vector moves.
             if (lanes == kLanes) {
