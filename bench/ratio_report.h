@@ -21,8 +21,11 @@ struct RatioPair {
 };
 
 // The console report, keeping the fastest run of each benchmark.
+// Without colour: a reporter handed to the library does not follow --benchmark_color, and the
+// colour codes it would print lead the first table line, which run_all.sh then misses.
 class RatioReporter : public benchmark::ConsoleReporter {
   public:
+    RatioReporter() : ConsoleReporter(OO_Tabular) {}
     void ReportRuns(const std::vector<Run>& runs) override {
         ConsoleReporter::ReportRuns(runs);
         for (const Run& run : runs) {

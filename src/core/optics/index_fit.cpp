@@ -1,13 +1,15 @@
 #include "core/optics/index_fit.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <map>
+#include <span>
 
 #include "core/optics/matrix_calcs.h"
 #include "core/optics/non_linear_optimise.h"
+#include "core/optics/whole_power.h"
 #include "core/platform/number_text.h"
 
 namespace ostrel {
@@ -15,24 +17,16 @@ namespace ostrel {
 namespace {
 
 struct LinearForm {
-    const char* failedName;      // as in "Failed to fit <name> Polynomial"
-    std::vector<int> exponents;  // power of x of each basis function, in storage order
+    const char* failedName;         // as in "Failed to fit <name> Polynomial"
+    int count;                      // basis functions
+    std::array<int, 10> exponents;  // power of x of each basis function, in storage order
     void (*constantsText)(std::string&, const PolyCoefBlock&);
 };
 
-const LinearForm& CauchyForm() {
-    static const LinearForm form{"Cauchy", {0, -1, -2}, &CauchyConstantsText};
-    return form;
-}
-const LinearForm& SchottForm() {
-    static const LinearForm form{"Schott", {0, 1, -1, -2, -3, -4}, &SchottConstantsText};
-    return form;
-}
-const LinearForm& SchottPlusForm() {
-    static const LinearForm form{
-        "Extended Schott", {-5, -4, -3, -2, -1, 0, 1, 2, 3, 4}, &SchottPlusConstantsText};
-    return form;
-}
+constexpr LinearForm kCauchyForm{"Cauchy", 3, {0, -1, -2}, &CauchyConstantsText};
+constexpr LinearForm kSchottForm{"Schott", 6, {0, 1, -1, -2, -3, -4}, &SchottConstantsText};
+constexpr LinearForm kSchottPlusForm{
+    "Extended Schott", 10, {-5, -4, -3, -2, -1, 0, 1, 2, 3, 4}, &SchottPlusConstantsText};
 
 std::string FailedFitMessage(const std::string& name) {
     return "Failed to fit " + name + " Polynomial\n" + kCheckDataLine;
@@ -41,7 +35,8 @@ std::string FailedFitMessage(const std::string& name) {
 int16_t FitLinear(const LinearForm& form, int16_t& coefficientCount, int16_t pointCount,
                   std::string& constantsText, PolyCoefBlock& coef, MeasuredData& measured,
                   Dialogs& dialogs) {
-    const int m = static_cast<int>(form.exponents.size());
+    const int m = form.count;
+    const std::span<const int> exponents(form.exponents.data(), static_cast<size_t>(m));
     coefficientCount = static_cast<int16_t>(m);
     if (pointCount < m) {
         dialogs.MsgBox(kInsufficientPointsMsg, MsgButtons::OK);
@@ -49,28 +44,37 @@ int16_t FitLinear(const LinearForm& form, int16_t& coefficientCount, int16_t poi
     }
     const int points = std::min<int>(pointCount, kMaxIndexPoints);
 
-    // Every distinct power of x is summed once, the weight entering as a plain factor.
-    std::map<int, double> powerSum;
-    std::map<int, double> rightSum;
-    for (int i = 0; i < m; ++i) {
-        for (int j = 0; j < m; ++j) powerSum[form.exponents[i] + form.exponents[j]] = 0.0;
-        rightSum[form.exponents[i]] = 0.0;
-    }
+    // Every power of x from the lowest to the highest sum of two exponents is summed once, the
+    // weight entering as a plain factor; the right-hand sums reuse the same powers (every form
+    // holds the constant, so its exponents lie within those sums).
+    const int lowest = *std::min_element(exponents.begin(), exponents.end());
+    const int highest = *std::max_element(exponents.begin(), exponents.end());
+    const int span = highest - lowest + 1;
+    const int sumCount = 2 * span - 1;
+    std::array<double, 19> powerSum{};
+    std::array<double, 10> rightSum{};
+    std::array<double, kMaxIndexPoints> x{};
+    for (int p = 0; p < points; ++p) x[p] = std::pow(measured.IndexWaveUm[p], 2.0);
+    // Row k holds the power 2 * lowest + k of every point.
+    std::array<double, 19 * kMaxIndexPoints> xPower;
+    const auto n = static_cast<size_t>(points);
+    WholePowers(std::span<const double>(x.data(), n), 2 * lowest, sumCount, xPower);
     for (int p = 0; p < points; ++p) {
         const double w = measured.IndexWeight[p];
-        const double x = std::pow(measured.IndexWaveUm[p], 2.0);
         const double y = measured.IndexSquared[p];
-        for (auto& [k, sum] : powerSum) sum += w * std::pow(x, static_cast<double>(k));
-        for (auto& [k, sum] : rightSum) sum += w * std::pow(x, static_cast<double>(k)) * y;
+        for (int k = 0; k < sumCount; ++k) powerSum[k] += w * xPower[size_t(k) * n + size_t(p)];
+        for (int k = 0; k < span; ++k) {
+            rightSum[k] += w * xPower[size_t(k - lowest) * n + size_t(p)] * y;
+        }
     }
 
     Matrix<double> normal(m, m);
-    std::vector<double> right(size_t(m) + 1, 0.0);
+    std::array<double, 11> right{};
     for (int i = 1; i <= m; ++i) {
         for (int j = 1; j <= m; ++j) {
-            normal(i, j) = powerSum[form.exponents[i - 1] + form.exponents[j - 1]];
+            normal(i, j) = powerSum[exponents[i - 1] + exponents[j - 1] - 2 * lowest];
         }
-        right[i] = rightSum[form.exponents[i - 1]];
+        right[i] = rightSum[exponents[i - 1] - lowest];
     }
 
     double determinant = 0.0;
@@ -86,21 +90,23 @@ int16_t FitLinear(const LinearForm& form, int16_t& coefficientCount, int16_t poi
         return 0;
     }
 
-    std::vector<double> a(size_t(m) + 1, 0.0);
+    std::array<double, 10> a{};
     for (int i = 1; i <= m; ++i) {
         double sum = 0.0;
         for (int j = 1; j <= m; ++j) sum += normal(i, j) * right[j];
-        a[i] = sum;
+        a[i - 1] = sum;
     }
 
     // Residuals. A negative n squared (or an overflow) abandons the fit; the points reached
     // so far keep what was written to them.
+    // Row e holds lambda^(2 * (lowest + e)) of every point.
+    std::array<double, 10 * kMaxIndexPoints> lambdaPower;
+    EvenPowers(std::span<const double>(measured.IndexWaveUm.data(), n), lowest, span, lambdaPower);
     measured.FitError = 0.0;
     for (int p = 0; p < points; ++p) {
-        const double lambda = measured.IndexWaveUm[p];
         double nSquared = 0.0;
-        for (int i = 1; i <= m; ++i) {
-            nSquared += a[i] * std::pow(lambda, 2.0 * form.exponents[i - 1]);
+        for (int i = 0; i < m; ++i) {
+            nSquared += a[i] * lambdaPower[size_t(exponents[i] - lowest) * n + size_t(p)];
         }
         if (!std::isfinite(nSquared) || nSquared < 0.0) {
             dialogs.MsgBox(FailedFitMessage(form.failedName), MsgButtons::OK);
@@ -117,7 +123,8 @@ int16_t FitLinear(const LinearForm& form, int16_t& coefficientCount, int16_t poi
         return 0;
     }
 
-    StoreCoefficients(coef, a);
+    coef.fill(0.0);
+    std::copy_n(a.begin(), m, coef.begin());
     form.constantsText(constantsText, coef);
     return -1;
 }
@@ -149,19 +156,19 @@ void AppendLines(std::string& text, const char* title,
 
 int16_t FitCauchy(int16_t& coefficientCount, int16_t pointCount, std::string& constantsText,
                   PolyCoefBlock& coef, MeasuredData& measured, Dialogs& dialogs) {
-    return FitLinear(CauchyForm(), coefficientCount, pointCount, constantsText, coef, measured,
+    return FitLinear(kCauchyForm, coefficientCount, pointCount, constantsText, coef, measured,
                      dialogs);
 }
 
 int16_t FitSchott(int16_t& coefficientCount, int16_t pointCount, std::string& constantsText,
                   PolyCoefBlock& coef, MeasuredData& measured, Dialogs& dialogs) {
-    return FitLinear(SchottForm(), coefficientCount, pointCount, constantsText, coef, measured,
+    return FitLinear(kSchottForm, coefficientCount, pointCount, constantsText, coef, measured,
                      dialogs);
 }
 
 int16_t FitSchottPlus(int16_t& coefficientCount, int16_t pointCount, std::string& constantsText,
                       PolyCoefBlock& coef, MeasuredData& measured, Dialogs& dialogs) {
-    return FitLinear(SchottPlusForm(), coefficientCount, pointCount, constantsText, coef, measured,
+    return FitLinear(kSchottPlusForm, coefficientCount, pointCount, constantsText, coef, measured,
                      dialogs);
 }
 

@@ -1,9 +1,12 @@
 #include "core/optics/index_from_polynomial.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+
+#include "core/optics/whole_power.h"
 
 namespace ostrel {
 
@@ -30,9 +33,9 @@ double Cauchy(const PolyCoefBlock& c, double x, bool& fault) {
     return t.sum;
 }
 
-// x^3 and x^4 as pow gives them. pow is the costly part of the Schott form, and the same
-// few wavelengths come back again and again (the lines of the derived data, a catalogue's
-// transmission rows), so the last powers of a few dozen wavelengths are kept.
+// x^3 and x^4 as pow gives them, the costly part of the Schott form. The same few wavelengths
+// come back again and again (the lines of the derived data, a catalogue's transmission rows),
+// so the last powers of a few dozen wavelengths are kept.
 void CubeAndFourth(double x, double& cube, double& fourth) {
     struct Entry {
         uint64_t key = 0;
@@ -46,8 +49,10 @@ void CubeAndFourth(double x, double& cube, double& fourth) {
     if (!e.used || e.key != bits) {
         e.key = bits;
         e.used = true;
-        e.cube = std::pow(x, 3.0);
-        e.fourth = std::pow(x, 4.0);
+        double powers[2];
+        WholePowers(x, 3, powers);
+        e.cube = powers[0];
+        e.fourth = powers[1];
     }
     cube = e.cube;
     fourth = e.fourth;
@@ -119,14 +124,103 @@ double PoleIndex(const PolyCoefBlock& c, double x, bool& fault) {
     return t.sum;
 }
 
+// The micrometre value is rounded to a 32-bit float before any formula sees it.
+double LambdaOf(float wavelengthNm) {
+    return static_cast<float>(static_cast<double>(wavelengthNm) * 0.001);
+}
+
+// The Schott and Sellmeier forms as above without the check of every term: a term that is not
+// finite (a zero denominator included) leaves the sum not finite, so the sum alone tells.
+double SchottSum(const PolyCoefBlock& c, const SweepWave& w) {
+    const double x = w.x;
+    double sum = 0.0;
+    sum += c[0];
+    sum += c[1] * x;
+    sum += c[2] / x;
+    sum += c[3] / std::pow(x, 2.0);
+    sum += c[4] / w.cube;
+    sum += c[5] / w.fourth;
+    return sum;
+}
+
+template <int Terms>
+double SellmeierSum(const PolyCoefBlock& c, double x) {
+    double sum = 0.0;
+    sum += 1.0;
+    for (int i = 0; i < Terms; ++i) sum += c[i] * x / (x - c[Terms + i]);
+    return sum;
+}
+
+// The index from n squared, 0 with ok 0 where there is none.
+double RootOf(double v, int16_t& ok) {
+    if (!std::isfinite(v) || v <= 0.0) {
+        ok = 0;
+        return 0.0;
+    }
+    ok = -1;
+    return std::sqrt(v);
+}
+
 }  // namespace
+
+SweepWave PrepareWave(float wavelengthNm) {
+    SweepWave w;
+    w.nm = wavelengthNm;
+    w.lambda = LambdaOf(wavelengthNm);
+    w.x = std::pow(w.lambda, 2.0);
+    double powers[2];
+    WholePowers(w.x, 3, powers);
+    w.cube = powers[0];
+    w.fourth = powers[1];
+    return w;
+}
+
+double IndexAt(const PolyCoefBlock& coef, const SweepWave& wave, int16_t type, int16_t& ok) {
+    switch (type) {
+        case 1:
+            return RootOf(SchottSum(coef, wave), ok);
+        case 2:
+            return RootOf(SellmeierSum<3>(coef, wave.x), ok);
+        case 6:
+            return RootOf(SellmeierSum<5>(coef, wave.x), ok);
+        default:
+            return IndexFromPolynomial(coef, wave.nm, type, ok);
+    }
+}
+
+void IndexSweep(const PolyCoefBlock& coef, int16_t type, std::span<const SweepWave> waves,
+                std::span<double> n, std::span<int16_t> ok) {
+    const size_t count = waves.size();
+    switch (type) {
+        case 1:
+            for (size_t i = 0; i < count; ++i) n[i] = RootOf(SchottSum(coef, waves[i]), ok[i]);
+            break;
+        case 2:
+            for (size_t i = 0; i < count; ++i) {
+                n[i] = RootOf(SellmeierSum<3>(coef, waves[i].x), ok[i]);
+            }
+            break;
+        default:
+            for (size_t i = 0; i < count; ++i) n[i] = IndexAt(coef, waves[i], type, ok[i]);
+    }
+}
+
+void IndexSweep(const PolyCoefBlock& coef, int16_t type, std::span<const float> wavelengthsNm,
+                std::span<double> n, std::span<int16_t> ok) {
+    constexpr size_t kBlock = 64;
+    SweepWave block[kBlock];
+    for (size_t start = 0; start < wavelengthsNm.size(); start += kBlock) {
+        const size_t count = std::min(kBlock, wavelengthsNm.size() - start);
+        for (size_t i = 0; i < count; ++i) block[i] = PrepareWave(wavelengthsNm[start + i]);
+        IndexSweep(coef, type, std::span<const SweepWave>(block, count), n.subspan(start, count),
+                   ok.subspan(start, count));
+    }
+}
 
 double IndexFromPolynomial(const PolyCoefBlock& coef, float wavelengthNm, int16_t type,
                            int16_t& ok) {
     ok = 0;
-    // The micrometre value is rounded to a 32-bit float before any formula sees it.
-    const float lambdaSingle = static_cast<float>(static_cast<double>(wavelengthNm) * 0.001);
-    const double lambda = lambdaSingle;
+    const double lambda = LambdaOf(wavelengthNm);
     const double x = std::pow(lambda, 2.0);
     bool fault = false;
     double v = 0.0;

@@ -1,5 +1,6 @@
 #include "core/optics/matrix_calcs.h"
 
+#include <array>
 #include <cmath>
 #include <utility>
 
@@ -12,9 +13,23 @@ int16_t MatrixInvert(Matrix<double>& a, double& determinant, int n, InvertFault*
     };
     if (fault) *fault = InvertFault::None;
     determinant = 1.0;
-    std::vector<int16_t> flag(size_t(n) + 1, 0);
-    std::vector<int> passRow(size_t(n) + 1, 0);
-    std::vector<int> passCol(size_t(n) + 1, 0);
+    // The bookkeeping of the fits' small systems stays on the stack.
+    constexpr int kInPlace = 16;
+    std::array<int16_t, kInPlace + 1> flagSmall{};
+    std::array<int, kInPlace + 1> passRowSmall{}, passColSmall{};
+    std::vector<int16_t> flagLarge;
+    std::vector<int> passRowLarge, passColLarge;
+    int16_t* flag = flagSmall.data();
+    int* passRow = passRowSmall.data();
+    int* passCol = passColSmall.data();
+    if (n > kInPlace) {
+        flagLarge.assign(size_t(n) + 1, 0);
+        passRowLarge.assign(size_t(n) + 1, 0);
+        passColLarge.assign(size_t(n) + 1, 0);
+        flag = flagLarge.data();
+        passRow = passRowLarge.data();
+        passCol = passColLarge.data();
+    }
 
     for (int i = 1; i <= n; ++i) {
         int row = 0;

@@ -1,28 +1,38 @@
 #pragma once
 // Small dense matrices indexed from 1, and the in-place inversion used by the linear fits
 // and the quadratic fit.
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
 
 namespace ostrel {
 
-// A rows-by-columns matrix whose elements are reached as m(i, j) with i, j from 1.
+// A rows-by-columns matrix whose elements are reached as m(i, j) with i, j from 1. Up to 100
+// elements (the fits' systems) are held in place, larger matrices on the heap.
 template <typename T>
 class Matrix {
   public:
     Matrix() = default;
-    Matrix(int rows, int cols) : rows_(rows), cols_(cols), data_(std::size_t(rows) * cols, T{}) {}
+    Matrix(int rows, int cols) : rows_(rows), cols_(cols) {
+        const std::size_t size = std::size_t(rows) * cols;
+        if (size > kInPlace) large_.assign(size, T{});
+    }
 
-    T& operator()(int i, int j) { return data_[std::size_t(i - 1) * cols_ + (j - 1)]; }
-    const T& operator()(int i, int j) const { return data_[std::size_t(i - 1) * cols_ + (j - 1)]; }
+    T& operator()(int i, int j) { return Data()[std::size_t(i - 1) * cols_ + (j - 1)]; }
+    const T& operator()(int i, int j) const { return Data()[std::size_t(i - 1) * cols_ + (j - 1)]; }
     int rows() const { return rows_; }
     int cols() const { return cols_; }
 
   private:
+    static constexpr std::size_t kInPlace = 100;
+    T* Data() { return large_.empty() ? small_.data() : large_.data(); }
+    const T* Data() const { return large_.empty() ? small_.data() : large_.data(); }
+
     int rows_ = 0;
     int cols_ = 0;
-    std::vector<T> data_;
+    std::array<T, kInPlace> small_{};
+    std::vector<T> large_;
 };
 
 // Why an inversion stopped.
