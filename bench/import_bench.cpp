@@ -14,8 +14,6 @@
 #include "core/import/import_oslo_glc.h"
 #include "core/import/import_text.h"
 #include "core/import/import_zemax_agf.h"
-#include "core/optics/derived_data.h"
-#include "core/optics/glass_code.h"
 #include "core/platform/file_io.h"
 #include "ratio_report.h"
 
@@ -75,13 +73,12 @@ void ImportAll(benchmark::State& state, bool takeOut) {
     const auto files = Catalogues();
     QuietDialogs dialogs;
     ostrel::ImportOptions options;
-    options.leaveTransTables = true;
     size_t glasses = 0;
     PeakReset();
     for (auto _ : state) {
         glasses = 0;
         // Every file has a staging list of its own, kept until all are read.
-        std::vector<std::vector<ostrel::MaterialRecord>> staged(files.size());
+        std::vector<std::vector<ostrel::StagedGlass>> staged(files.size());
         for (size_t f = 0; f < files.size(); ++f) {
             const fs::path& p = files[f];
             int count = 0, refits = 0;
@@ -97,10 +94,8 @@ void ImportAll(benchmark::State& state, bool takeOut) {
                                   errors, errorText, 8, ok);
             }
             if (takeOut) {
-                for (auto& rec : staged[f]) {
-                    ostrel::FinishImportedTrans(rec);
-                    ostrel::UpdateDerivedData(rec);
-                    ostrel::UpdateGlassCode(rec);
+                for (const auto& glass : staged[f]) {
+                    const ostrel::MaterialRecord rec = ostrel::LeaveStaging(glass);
                     benchmark::DoNotOptimize(rec);
                 }
             }

@@ -70,8 +70,16 @@ int PrintedDecimals(std::string_view text) {
     return std::max(decimals, 0);
 }
 
-float FirstWaveWithoutIndex(const MaterialRecord& rec) {
+DispersionForm DispersionOf(const MaterialRecord& rec) {
     const auto& g = rec.General;
+    return {g.Polytype, g.PolyCoef, g.IndexWvMin, g.IndexWvMax};
+}
+
+float FirstWaveWithoutIndex(const MaterialRecord& rec) {
+    return FirstWaveWithoutIndex(DispersionOf(rec));
+}
+
+float FirstWaveWithoutIndex(const DispersionForm& g) {
     const float low = g.IndexWvMin;
     const float high = g.IndexWvMax;
     if (!(high > low) || low <= 0) return 0;
@@ -100,7 +108,10 @@ constexpr double kVdResolution = 0.1;
 }  // namespace
 
 ImportCheck CheckImported(const MaterialRecord& rec, const StatedIndex& stated) {
-    const auto& g = rec.General;
+    return CheckImported(DispersionOf(rec), stated);
+}
+
+ImportCheck CheckImported(const DispersionForm& g, const StatedIndex& stated) {
     ImportCheck out;
     auto add = [&out](const std::string& part) {
         if (!out.text.empty()) out.text += ", ";
@@ -108,7 +119,7 @@ ImportCheck CheckImported(const MaterialRecord& rec, const StatedIndex& stated) 
         out.flagged = true;
     };
     float gap = stated.noIndexAt;
-    if (gap == 0) gap = FirstWaveWithoutIndex(rec);
+    if (gap == 0) gap = FirstWaveWithoutIndex(g);
     if (gap != 0) add("no index at " + FormatNumber(gap, "0") + " nm");
     if (!stated.present) {
         if (!out.flagged) out.text = "no nd, vd in file";
