@@ -40,6 +40,17 @@ void FinishImportedTrans(MaterialRecord& rec) {
     }
 }
 
+void FillTransTotals(MaterialRecord& rec) {
+    const auto& g = rec.General;
+    auto& m = rec.Measured;
+    const auto points = static_cast<size_t>(std::clamp<int>(m.TransPoints, 0, kMaxTransPoints));
+    for (size_t k = 0; k < points; ++k) {
+        int16_t ok = 0;
+        const double n = IndexFromPolynomial(g.PolyCoef, m.TransWave[k], g.Polytype, ok);
+        m.TransTotal[k] = m.TransInternal[k] * ReflectionFactor(ok ? n : 0.0);
+    }
+}
+
 bool SetSchottDndt(ThermalData& t, const double (&d)[6]) {
     t.dndt_D0 = static_cast<float>(d[0]);
     t.dndt_D1 = static_cast<float>(d[1]);

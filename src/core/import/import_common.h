@@ -49,6 +49,11 @@ void FinishTransTables(MaterialRecord& rec, int noDataFrom);
 // rows read from an AGF file (TransType 2) the colour code.
 void FinishImportedTrans(MaterialRecord& rec);
 
+// The total transmission of the first TransPoints rows from their internal transmittance
+// and the reflection loss of the stored polynomial's index at their wavelength (none where
+// it gives no index).
+void FillTransTotals(MaterialRecord& rec);
+
 // Decimals a number is printed with, the exponent counted in ("1.5168" 4, "1.5168E+00" 4,
 // "6.417E+01" 2, "64" 0); never below 0.
 int PrintedDecimals(std::string_view text);

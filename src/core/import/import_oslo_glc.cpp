@@ -310,12 +310,12 @@ void CImportOsloGLC::ReadFile(const std::string& path, std::vector<StagedGlass>&
     size_t lastReport = 0;
     for (size_t i = 1; i < lines.size(); ++i) {
         if (HasName(lines[i])) {
-            ClearMaterialRecord(*work);
+            ClearStagedFields(*work);
             bool refitted = false;
             float meanError = 0;
             StatedIndex stated;
             if (ReadRecord(lines[i], source, *work, refitted, meanError, stated)) {
-                records.push_back(StageCatalogueRecord(*work, true));
+                records.push_back(StageCatalogueRecord(*work, false));
                 refitErrors.push_back(refitted ? meanError : 0.0f);
                 stated_.push_back(stated);
                 if (refitted) ++refitCount;

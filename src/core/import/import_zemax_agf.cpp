@@ -329,15 +329,8 @@ CImportZemaxAGF::Outcome CImportZemaxAGF::ReadRecord(const GlassLines& lines,
             m.TransInternal[k] = static_cast<float>(fraction * 100.0);
         }
     }
-    // The total transmission needs the polynomial as it stands now; the rest waits until the
-    // glass leaves staging.
-    const auto points = static_cast<size_t>(m.TransPoints);
-    for (size_t k = 0; k < points; ++k) {
-        int16_t ok = 0;
-        const double n = IndexFromPolynomial(g.PolyCoef, m.TransWave[k], g.Polytype, ok);
-        m.TransTotal[k] = m.TransInternal[k] * ReflectionFactor(ok ? n : 0.0);
-    }
-
+    // The total transmission takes the polynomial as it is stored, so it waits with the rest
+    // of the transmission work until the glass leaves staging (FillTransTotals).
     rec.GeneralState.Ready = kTrue;
     rec.IndexState.Ready = kTrue;
     rec.ThermalState.Ready = kTrue;
@@ -406,7 +399,7 @@ void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareN
     auto finishGlass = [&]() {
         if (!inGlass) return true;
         MaterialRecord& rec = *work;
-        ClearMaterialRecord(rec);
+        ClearStagedFields(rec);
         bool refitted = false;
         float meanError = 0;
         StatedIndex stated;

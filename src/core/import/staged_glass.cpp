@@ -42,7 +42,22 @@ std::pair<double, double> StagedGlass::IndexRange() const {
             IndexFromPolynomial(Form.PolyCoef, Form.IndexWvMax, Form.Polytype, ok)};
 }
 
-StagedGlass StageCatalogueRecord(const MaterialRecord& rec, bool tablesPending) {
+void ClearStagedFields(MaterialRecord& rec) {
+    static const MaterialRecord cleared = ClearedMaterialRecord();
+    rec.General = cleared.General;
+    rec.Other = cleared.Other;
+    rec.Thermal = cleared.Thermal;
+    rec.GeneralState = cleared.GeneralState;
+    rec.IndexState = cleared.IndexState;
+    rec.TransState = cleared.TransState;
+    rec.ThermalState = cleared.ThermalState;
+    rec.OtherState = cleared.OtherState;
+    rec.Measured.TransType = cleared.Measured.TransType;
+    rec.Measured.TransPoints = cleared.Measured.TransPoints;
+    rec.Measured.TransWidth = cleared.Measured.TransWidth;
+}
+
+StagedGlass StageCatalogueRecord(const MaterialRecord& rec, bool totalsPending) {
     StagedGlass s;
     CopyCompact(rec, s);
     const auto& o = rec.Other;
@@ -69,9 +84,10 @@ StagedGlass StageCatalogueRecord(const MaterialRecord& rec, bool tablesPending) 
     const auto points = static_cast<size_t>(std::clamp<int>(m.TransPoints, 0, kMaxTransPoints));
     s.trans.resize(points);
     for (size_t k = 0; k < points; ++k) {
-        s.trans[k] = {m.TransWave[k], m.TransInternal[k], m.TransTotal[k]};
+        s.trans[k] = {m.TransWave[k], m.TransInternal[k], totalsPending ? 0.0f : m.TransTotal[k]};
     }
-    s.tablesPending = tablesPending;
+    s.tablesPending = true;
+    s.totalsPending = totalsPending;
     return s;
 }
 
@@ -132,6 +148,7 @@ void RecordAsRead(const StagedGlass& s, MaterialRecord& rec) {
         m.TransInternal[k] = s.trans[k].internal;
         m.TransTotal[k] = s.trans[k].total;
     }
+    if (s.totalsPending) FillTransTotals(rec);
     rec.GeneralState = s.states[0];
     rec.IndexState = s.states[1];
     rec.TransState = s.states[2];

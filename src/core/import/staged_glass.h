@@ -45,8 +45,10 @@ struct StagedGlass {
     std::vector<TransRow> trans;
     // General, Index, Trans, dn/dt and Other, as in the record.
     std::array<SectionState, 5> states{};
-    // The read left the transmission work only a stored material needs to FinishImportedTrans.
+    // The read left the transmission work only a stored material needs to FinishImportedTrans,
+    // and the total transmission of the rows to FillTransTotals.
     bool tablesPending = false;
+    bool totalsPending = false;
     // A record read whole; its compact figures above are copies, but for Source, which the
     // staging list may change.
     std::shared_ptr<const MaterialRecord> whole;
@@ -58,9 +60,13 @@ struct StagedGlass {
     std::pair<double, double> IndexRange() const;
 };
 
-// The compact form of a record a catalogue reader made. tablesPending: its transmission
-// tables are still to be finished.
-StagedGlass StageCatalogueRecord(const MaterialRecord& rec, bool tablesPending);
+// Clears what a catalogue reader fills and StageCatalogueRecord takes (the General, Other
+// and dn/dT sections, the section states, the kind, width and count of the transmission
+// rows), so that one work record serves glass after glass.
+void ClearStagedFields(MaterialRecord& rec);
+// The compact form of a record a catalogue reader made, its transmission tables still to be
+// finished. totalsPending: the total transmission of its rows is still to be worked out.
+StagedGlass StageCatalogueRecord(const MaterialRecord& rec, bool totalsPending);
 // A record read whole.
 StagedGlass StageWholeRecord(MaterialRecord rec);
 
