@@ -42,21 +42,6 @@ std::pair<double, double> StagedGlass::IndexRange() const {
             IndexFromPolynomial(Form.PolyCoef, Form.IndexWvMax, Form.Polytype, ok)};
 }
 
-void ClearStagedFields(MaterialRecord& rec) {
-    static const MaterialRecord cleared = ClearedMaterialRecord();
-    rec.General = cleared.General;
-    rec.Other = cleared.Other;
-    rec.Thermal = cleared.Thermal;
-    rec.GeneralState = cleared.GeneralState;
-    rec.IndexState = cleared.IndexState;
-    rec.TransState = cleared.TransState;
-    rec.ThermalState = cleared.ThermalState;
-    rec.OtherState = cleared.OtherState;
-    rec.Measured.TransType = cleared.Measured.TransType;
-    rec.Measured.TransPoints = cleared.Measured.TransPoints;
-    rec.Measured.TransWidth = cleared.Measured.TransWidth;
-}
-
 StagedGlass StageCatalogueRecord(const MaterialRecord& rec, bool totalsPending) {
     StagedGlass s;
     CopyCompact(rec, s);
@@ -98,13 +83,11 @@ StagedGlass StageWholeRecord(MaterialRecord rec) {
     return s;
 }
 
-void RecordAsRead(const StagedGlass& s, MaterialRecord& rec) {
-    if (s.whole) {
-        rec = *s.whole;
-        rec.General.Source = s.Source;
-        return;
-    }
-    ClearMaterialRecord(rec);
+namespace {
+
+// Writes the compact figures of a catalogue glass into their places in rec, and nothing else
+// but the transmission rows.
+void PutCompact(const StagedGlass& s, MaterialRecord& rec) {
     auto& g = rec.General;
     g.GlassName = s.GlassName;
     g.Source = s.Source;
@@ -148,12 +131,29 @@ void RecordAsRead(const StagedGlass& s, MaterialRecord& rec) {
         m.TransInternal[k] = s.trans[k].internal;
         m.TransTotal[k] = s.trans[k].total;
     }
-    if (s.totalsPending) FillTransTotals(rec);
     rec.GeneralState = s.states[0];
     rec.IndexState = s.states[1];
     rec.TransState = s.states[2];
     rec.ThermalState = s.states[3];
     rec.OtherState = s.states[4];
+}
+
+}  // namespace
+
+void ClearStagedFields(MaterialRecord& rec) {
+    static const StagedGlass cleared = StageCatalogueRecord(ClearedMaterialRecord(), false);
+    PutCompact(cleared, rec);
+}
+
+void RecordAsRead(const StagedGlass& s, MaterialRecord& rec) {
+    if (s.whole) {
+        rec = *s.whole;
+        rec.General.Source = s.Source;
+        return;
+    }
+    ClearMaterialRecord(rec);
+    PutCompact(s, rec);
+    if (s.totalsPending) FillTransTotals(rec);
 }
 
 void RecordsAsRead(const std::vector<StagedGlass>& staged, bool leaveTables,

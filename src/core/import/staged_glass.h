@@ -60,9 +60,8 @@ struct StagedGlass {
     std::pair<double, double> IndexRange() const;
 };
 
-// Clears what a catalogue reader fills and StageCatalogueRecord takes (the General, Other
-// and dn/dT sections, the section states, the kind, width and count of the transmission
-// rows), so that one work record serves glass after glass.
+// Clears what a catalogue reader fills and StageCatalogueRecord takes, as a cleared record
+// has it, so that one work record serves glass after glass.
 void ClearStagedFields(MaterialRecord& rec);
 // The compact form of a record a catalogue reader made, its transmission tables still to be
 // finished. totalsPending: the total transmission of its rows is still to be worked out.
