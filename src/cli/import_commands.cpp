@@ -112,7 +112,7 @@ void RegisterImportCommands(CLI::App& app, CliContext& ctx) {
                         const auto k = static_cast<size_t>(i);
                         nlohmann::ordered_json j;
                         j["file"] = file;
-                        j["record"] = RecordToJson(form.ImportList()[k]);
+                        j["record"] = RecordToJson(form.StagedRecord(k));
                         j["refitError"] = form.RefitErrors()[k];
                         j["status"] = form.ssGlasses.Text(frm4Import::kColStatus, i + 1);
                         j["check"] = form.CheckTexts()[k];

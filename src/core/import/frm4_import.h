@@ -8,6 +8,9 @@
 // Hooks.reviewInNewForm / reviewInMeltForm open the material or melt form read-only, and
 // Hooks.progress may drive a progress bar while a large catalogue is read.
 //
+// A catalogue's glasses are staged compact (StagedGlass); the full record of a glass is built
+// when it leaves staging: added to the list, previewed, or asked for by StagedRecord.
+//
 // Every staged glass is checked against its file (CheckImported): the Check column says
 // whether it agrees, and a glass that does not, or that has no index somewhere in its
 // waveband, has the status "Check" on a cell of its own colour instead of "OK". The add
@@ -17,6 +20,7 @@
 #include <vector>
 
 #include "core/import/import_common.h"
+#include "core/import/staged_glass.h"
 #include "core/material/glasses_list.h"
 #include "core/platform/controls.h"
 #include "core/platform/dialogs.h"
@@ -119,8 +123,12 @@ class frm4Import : public WorkingForm {
     // --- state, read-only for the window and the command line ---
     int FileType() const { return fileType_; }
     int ImportCount() const { return importCount_; }
-    // The staging list, every record complete (what a read left to later is done first).
-    const std::vector<MaterialRecord>& ImportList();
+    // The staging list as it is kept, and the full record of staged glass i (0-based) as it
+    // leaves staging.
+    const std::vector<StagedGlass>& StagedGlasses() const { return importList_; }
+    MaterialRecord StagedRecord(size_t i) const;
+    // Every staged glass as a full record, built on each call.
+    std::vector<MaterialRecord> ImportList() const;
     const std::vector<float>& RefitErrors() const { return refitErrors_; }
     const std::vector<std::string>& CheckTexts() const { return checkTexts_; }
     // One per staged record: true when its check flags it.
@@ -147,14 +155,18 @@ class frm4Import : public WorkingForm {
 
   private:
     void ShowInfo(const std::string& text);
-    // tablesPending: the read left the transmission tables of its records to Staged.
-    void ResetStaging(bool tablesPending = false);
-    // Checks every staged record against what its file stated (one entry per record, or
+    // The reads of ImportFile by file type; true when the read gave ok.
+    bool ReadGlz(const std::string& fullPath, const ImportOptions& options);
+    bool ReadOldFile(const std::string& fullPath, int fileType);
+    bool ReadGlc(const std::string& fullPath, const ImportOptions& options);
+    bool ReadAgf(const std::string& fullPath, const ImportOptions& options);
+    // Clears what the last read left beside the staging list, sized to the list.
+    void ResetStaging();
+    // Stages records read whole.
+    void StageWhole(std::vector<MaterialRecord> records);
+    // Checks every staged glass against what its file stated (one entry per glass, or
     // none for a file that states nothing).
     void CheckStaged(const std::vector<StatedIndex>& stated);
-    // Staged record i (0-based) as it leaves staging: its transmission tables completed if
-    // the read left them, its derived data and glass code worked out from its polynomial.
-    const MaterialRecord& Staged(size_t i);
 
     GlassesList& list_;
     Dialogs& dialogs_;
@@ -164,9 +176,7 @@ class frm4Import : public WorkingForm {
     Hooks hooks_;
     int fileType_ = 1;
     int importCount_ = 0;
-    std::vector<MaterialRecord> importList_;
-    std::vector<bool> tablesPending_;
-    std::vector<bool> finished_;
+    std::vector<StagedGlass> importList_;
     std::vector<bool> flagged_;
     std::vector<float> refitErrors_;
     std::vector<std::string> checkTexts_;

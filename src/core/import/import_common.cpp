@@ -40,6 +40,17 @@ void FinishImportedTrans(MaterialRecord& rec) {
     }
 }
 
+void FillTransTotals(MaterialRecord& rec) {
+    const auto& g = rec.General;
+    auto& m = rec.Measured;
+    const auto points = static_cast<size_t>(std::clamp<int>(m.TransPoints, 0, kMaxTransPoints));
+    for (size_t k = 0; k < points; ++k) {
+        int16_t ok = 0;
+        const double n = IndexFromPolynomial(g.PolyCoef, m.TransWave[k], g.Polytype, ok);
+        m.TransTotal[k] = m.TransInternal[k] * ReflectionFactor(ok ? n : 0.0);
+    }
+}
+
 bool SetSchottDndt(ThermalData& t, const double (&d)[6]) {
     t.dndt_D0 = static_cast<float>(d[0]);
     t.dndt_D1 = static_cast<float>(d[1]);
@@ -70,8 +81,16 @@ int PrintedDecimals(std::string_view text) {
     return std::max(decimals, 0);
 }
 
-float FirstWaveWithoutIndex(const MaterialRecord& rec) {
+DispersionForm DispersionOf(const MaterialRecord& rec) {
     const auto& g = rec.General;
+    return {g.Polytype, g.PolyCoef, g.IndexWvMin, g.IndexWvMax};
+}
+
+float FirstWaveWithoutIndex(const MaterialRecord& rec) {
+    return FirstWaveWithoutIndex(DispersionOf(rec));
+}
+
+float FirstWaveWithoutIndex(const DispersionForm& g) {
     const float low = g.IndexWvMin;
     const float high = g.IndexWvMax;
     if (!(high > low) || low <= 0) return 0;
@@ -100,7 +119,10 @@ constexpr double kVdResolution = 0.1;
 }  // namespace
 
 ImportCheck CheckImported(const MaterialRecord& rec, const StatedIndex& stated) {
-    const auto& g = rec.General;
+    return CheckImported(DispersionOf(rec), stated);
+}
+
+ImportCheck CheckImported(const DispersionForm& g, const StatedIndex& stated) {
     ImportCheck out;
     auto add = [&out](const std::string& part) {
         if (!out.text.empty()) out.text += ", ";
@@ -108,7 +130,7 @@ ImportCheck CheckImported(const MaterialRecord& rec, const StatedIndex& stated) 
         out.flagged = true;
     };
     float gap = stated.noIndexAt;
-    if (gap == 0) gap = FirstWaveWithoutIndex(rec);
+    if (gap == 0) gap = FirstWaveWithoutIndex(g);
     if (gap != 0) add("no index at " + FormatNumber(gap, "0") + " nm");
     if (!stated.present) {
         if (!out.flagged) out.text = "no nd, vd in file";

@@ -8,6 +8,7 @@
 
 #include "core/import/import_text.h"
 #include "core/material/material_record.h"
+#include "core/optics/index_from_polynomial.h"
 
 namespace ostrel {
 
@@ -17,10 +18,9 @@ struct ImportOptions {
     // AGF only: glasses whose formula has no stored form are evaluated by the AGF formula
     // and refitted to Schott instead of being skipped.
     bool refitOtherFormulas = false;
-    // AGF and GLC: leave the transmission work only a stored material needs (the absorption
-    // of each row, the short tables, the resampled table and the colour code) to
-    // FinishImportedTrans, which the import form runs when a glass leaves its staging list.
-    // A whole catalogue is then staged in about four fifths of the time.
+    // AGF and GLC read into full records: leave the transmission work only a stored material
+    // needs (the absorption of each row, the short tables, the resampled table and the colour
+    // code) to FinishImportedTrans. Compact staged glasses always leave it to their leaving.
     bool leaveTransTables = false;
 };
 
@@ -49,6 +49,11 @@ void FinishTransTables(MaterialRecord& rec, int noDataFrom);
 // rows read from an AGF file (TransType 2) the colour code.
 void FinishImportedTrans(MaterialRecord& rec);
 
+// The total transmission of the first TransPoints rows from their internal transmittance
+// and the reflection loss of the stored polynomial's index at their wavelength (none where
+// it gives no index).
+void FillTransTotals(MaterialRecord& rec);
+
 // Decimals a number is printed with, the exponent counted in ("1.5168" 4, "1.5168E+00" 4,
 // "6.417E+01" 2, "64" 0); never below 0.
 int PrintedDecimals(std::string_view text);
@@ -67,11 +72,23 @@ struct ImportCheck {
     bool flagged = false;
     std::string text;
 };
+
+// The stored polynomial of a glass and the waveband it is given for: what the check looks at.
+struct DispersionForm {
+    int16_t Polytype = 0;
+    PolyCoefBlock PolyCoef{};
+    int16_t IndexWvMin = 0;
+    int16_t IndexWvMax = 0;
+};
+DispersionForm DispersionOf(const MaterialRecord& rec);
+
+ImportCheck CheckImported(const DispersionForm& form, const StatedIndex& stated);
 ImportCheck CheckImported(const MaterialRecord& rec, const StatedIndex& stated);
 
 // The first of 101 points spread over IndexWvMin..IndexWvMax in steps of equal ratio (both
 // ends included) where the stored polynomial gives no index; 0 when it gives one at every
 // point or the band is empty.
+float FirstWaveWithoutIndex(const DispersionForm& form);
 float FirstWaveWithoutIndex(const MaterialRecord& rec);
 
 // A glass line or block that a read passed over, and why ("formula 6 has no stored form").

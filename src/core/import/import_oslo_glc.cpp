@@ -4,6 +4,7 @@
 #include <cctype>
 #include <cmath>
 #include <filesystem>
+#include <memory>
 #include <span>
 
 #include "core/import/refit_to_schott.h"
@@ -256,7 +257,6 @@ bool CImportOsloGLC::ReadRecord(std::string_view line, const std::string& source
         }
         refitted = true;
     }
-    if (!options_.leaveTransTables) FinishImportedTrans(rec);
     rec.GeneralState.Ready = kTrue;
     rec.IndexState.Ready = smallest > 0 && largest > 0 ? kTrue : kFalse;
     rec.TransState.Ready = m.TransPoints >= 1 ? kTrue : kFalse;
@@ -266,6 +266,14 @@ bool CImportOsloGLC::ReadRecord(std::string_view line, const std::string& source
 }
 
 void CImportOsloGLC::ReadFile(const std::string& path, std::vector<MaterialRecord>& records,
+                              int& count, int& refitCount, std::vector<float>& refitErrors,
+                              int16_t& ok) {
+    std::vector<StagedGlass> staged;
+    ReadFile(path, staged, count, refitCount, refitErrors, ok);
+    RecordsAsRead(staged, options_.leaveTransTables, records);
+}
+
+void CImportOsloGLC::ReadFile(const std::string& path, std::vector<StagedGlass>& records,
                               int& count, int& refitCount, std::vector<float>& refitErrors,
                               int16_t& ok) {
     ok = kFalse;
@@ -291,27 +299,28 @@ void CImportOsloGLC::ReadFile(const std::string& path, std::vector<MaterialRecor
     const auto header = SplitBlanks(lines[0]);
     const std::string last = header.empty() ? std::string() : std::string(header.back());
     const std::string source = IsMakerWord(last) ? last : SourceFromFileName(path);
-    // Each glass is built in its place at the end of the list, with room made for all of
-    // them at once.
+    // Every glass is read into one full record, kept from line to line, and staged from
+    // there; room for all of them is made at once.
     size_t named = 0;
     for (size_t i = 1; i < lines.size(); ++i) {
         if (HasName(lines[i])) ++named;
     }
     records.reserve(named);
+    const auto work = std::make_unique<MaterialRecord>();
     size_t lastReport = 0;
     for (size_t i = 1; i < lines.size(); ++i) {
         if (HasName(lines[i])) {
-            AppendClearedRecord(records);
+            ClearStagedFields(*work);
             bool refitted = false;
             float meanError = 0;
             StatedIndex stated;
-            if (ReadRecord(lines[i], source, records.back(), refitted, meanError, stated)) {
+            if (ReadRecord(lines[i], source, *work, refitted, meanError, stated)) {
+                records.push_back(StageCatalogueRecord(*work, false));
                 refitErrors.push_back(refitted ? meanError : 0.0f);
                 stated_.push_back(stated);
                 if (refitted) ++refitCount;
             } else {
                 passedOver_.push_back({std::string(VbTrim(lines[i].substr(0, 10))), why_});
-                records.pop_back();
             }
         }
         if (options_.progress && i - lastReport >= 200) {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "core/import/import_common.h"
+#include "core/import/staged_glass.h"
 #include "core/material/material_record.h"
 #include "core/platform/dialogs.h"
 
@@ -24,6 +25,9 @@ class CImportOsloGLC {
     // file was read (count may then be 0), ok 0 with count 0 when it could not be read or
     // has no header line.
     void ReadFile(const std::string& path, std::vector<MaterialRecord>& records, int& count,
+                  int& refitCount, std::vector<float>& refitErrors, int16_t& ok);
+    // The same into compact staged glasses, their transmission tables left to the leaving.
+    void ReadFile(const std::string& path, std::vector<StagedGlass>& staged, int& count,
                   int& refitCount, std::vector<float>& refitErrors, int16_t& ok);
 
     // One glass line; false when the line is to be passed over.

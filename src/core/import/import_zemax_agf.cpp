@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
+#include <memory>
 #include <span>
 
 #include "core/import/refit_to_schott.h"
@@ -328,15 +329,8 @@ CImportZemaxAGF::Outcome CImportZemaxAGF::ReadRecord(const GlassLines& lines,
             m.TransInternal[k] = static_cast<float>(fraction * 100.0);
         }
     }
-    // The total transmission needs the polynomial as it stands now; the rest can wait.
-    const auto points = static_cast<size_t>(m.TransPoints);
-    for (size_t k = 0; k < points; ++k) {
-        int16_t ok = 0;
-        const double n = IndexFromPolynomial(g.PolyCoef, m.TransWave[k], g.Polytype, ok);
-        m.TransTotal[k] = m.TransInternal[k] * ReflectionFactor(ok ? n : 0.0);
-    }
-    if (!options_.leaveTransTables) FinishImportedTrans(rec);
-
+    // The total transmission takes the polynomial as it is stored, so it waits with the rest
+    // of the transmission work until the glass leaves staging (FillTransTotals).
     rec.GeneralState.Ready = kTrue;
     rec.IndexState.Ready = kTrue;
     rec.ThermalState.Ready = kTrue;
@@ -348,6 +342,15 @@ CImportZemaxAGF::Outcome CImportZemaxAGF::ReadRecord(const GlassLines& lines,
 
 void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareName,
                                std::vector<MaterialRecord>& records, int& count, int& refitCount,
+                               std::vector<float>& refitErrors, std::string& errorText,
+                               int16_t glassKind, int16_t& ok) {
+    std::vector<StagedGlass> staged;
+    ReadFile(path, bareName, staged, count, refitCount, refitErrors, errorText, glassKind, ok);
+    RecordsAsRead(staged, options_.leaveTransTables, records);
+}
+
+void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareName,
+                               std::vector<StagedGlass>& records, int& count, int& refitCount,
                                std::vector<float>& refitErrors, std::string& errorText,
                                int16_t glassKind, int16_t& ok) {
     ok = kFalse;
@@ -376,13 +379,14 @@ void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareN
     }
 
     const auto lines = SplitTextLines(text);
-    // Every glass is built in its place at the end of the list; room for all of them is made
-    // at once, so that no record is moved while the list grows.
+    // Every glass is read into one full record, kept from glass to glass, and staged from
+    // there; room for all of them is made at once.
     size_t glasses = 0;
     for (const std::string_view line : lines) {
         if (StartsWithKey(line, "NM")) ++glasses;
     }
     records.reserve(glasses);
+    const auto work = std::make_unique<MaterialRecord>();
 
     GlassLines glass;
     bool inGlass = false;
@@ -394,20 +398,21 @@ void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareN
 
     auto finishGlass = [&]() {
         if (!inGlass) return true;
-        MaterialRecord& rec = AppendClearedRecord(records);
+        MaterialRecord& rec = *work;
+        ClearStagedFields(rec);
         bool refitted = false;
         float meanError = 0;
         StatedIndex stated;
         const Outcome outcome =
             ReadRecord(glass, source, glassKind, rec, refitted, meanError, stated);
         if (outcome == Outcome::Added) {
+            records.push_back(StageCatalogueRecord(rec, true));
             refitErrors.push_back(refitted ? meanError : 0.0f);
             stated_.push_back(stated);
             if (refitted) ++refitCount;
             return true;
         }
         if (outcome == Outcome::Failed) failedName = VbTrim(rec.General.GlassName.Raw());
-        records.pop_back();
         return outcome != Outcome::Failed;
     };
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/import/import_common.h"
+#include "core/import/staged_glass.h"
 #include "core/material/material_record.h"
 #include "core/platform/dialogs.h"
 
@@ -30,6 +31,11 @@ class CImportZemaxAGF {
     // read (the glasses read before it stay in records and count).
     void ReadFile(const std::string& path, const std::string& bareName,
                   std::vector<MaterialRecord>& records, int& count, int& refitCount,
+                  std::vector<float>& refitErrors, std::string& errorText, int16_t glassKind,
+                  int16_t& ok);
+    // The same into compact staged glasses, their transmission tables left to the leaving.
+    void ReadFile(const std::string& path, const std::string& bareName,
+                  std::vector<StagedGlass>& staged, int& count, int& refitCount,
                   std::vector<float>& refitErrors, std::string& errorText, int16_t glassKind,
                   int16_t& ok);
 

@@ -41,6 +41,8 @@ class GlassesList {
     // Stamps DateChanged with the clock's present date and time, then ListAdd.
     bool ListAddDated(MaterialRecord rec, bool overwrite);
     bool ListContains(const MaterialRecord& rec) const;
+    // The same for the key of a material (MaterialKey, MaterialKeyOf).
+    bool ListContainsKey(const std::string& key) const { return customKeys_.count(key) > 0; }
     bool GetMaterial(int index, MaterialRecord& rec) const;
     std::vector<MaterialRecord> CopyListOut() const { return customList_; }
     void ReplaceList(std::vector<MaterialRecord> list);
@@ -80,6 +82,9 @@ class GlassesList {
     void LoadCatalogueNames(const std::string& lumbrakFolder);
     void LoadGenericNames(const std::string& lumbrakFolder);
     bool ListContainsSupplied(const MaterialRecord& rec) const;
+    bool ListContainsSuppliedKey(const std::string& key) const {
+        return catalogueKeys_.count(key) > 0 || genericKeys_.count(key) > 0;
+    }
     // The rule applied wherever a name is proposed; false with the reason in message.
     bool CheckOverwrite(const MaterialRecord& rec, bool allowOverwrite, std::string& message) const;
 

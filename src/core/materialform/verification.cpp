@@ -17,17 +17,16 @@ void NormaliseRecord(MaterialRecord& rec) {
 }
 
 std::string NotReadySections(const MaterialRecord& rec) {
+    return NotReadySections({rec.GeneralState.Ready, rec.IndexState.Ready, rec.TransState.Ready,
+                             rec.ThermalState.Ready, rec.OtherState.Ready});
+}
+
+std::string NotReadySections(const std::array<Flag, 5>& ready) {
+    static const char* const kNames[] = {" Index", " Trans", " dn/dt", " Other"};
     std::string list;
-    if (rec.GeneralState.Ready == kFalse) list = "General";
-    const struct {
-        const SectionState& state;
-        const char* name;
-    } sections[] = {{rec.IndexState, " Index"},
-                    {rec.TransState, " Trans"},
-                    {rec.ThermalState, " dn/dt"},
-                    {rec.OtherState, " Other"}};
-    for (const auto& s : sections) {
-        if (s.state.Ready == kFalse) list = VbTrimCopy(list + s.name);
+    if (ready[0] == kFalse) list = "General";
+    for (size_t k = 1; k < ready.size(); ++k) {
+        if (ready[k] == kFalse) list = VbTrimCopy(list + kNames[k - 1]);
     }
     return list;
 }
@@ -53,7 +52,12 @@ bool CheckGlassesReady(Dialogs& dialogs, int first, int last,
 }
 
 ReadyStatus ReadyStatusCell(const MaterialRecord& rec) {
-    std::string list = NotReadySections(rec);
+    return ReadyStatusCell({rec.GeneralState.Ready, rec.IndexState.Ready, rec.TransState.Ready,
+                            rec.ThermalState.Ready, rec.OtherState.Ready});
+}
+
+ReadyStatus ReadyStatusCell(const std::array<Flag, 5>& ready) {
+    std::string list = NotReadySections(ready);
     if (list.empty()) return {"OK", ReadyColour::Green};
     return {std::move(list), ReadyColour::Red};
 }

@@ -1,6 +1,7 @@
 #pragma once
 // Whether a record is complete enough to be saved or exported, judged from its five
 // section ready flags alone, and the normal form a record is put into before it is saved.
+#include <array>
 #include <span>
 #include <string>
 
@@ -16,6 +17,8 @@ void NormaliseRecord(MaterialRecord& rec);
 // The sections not ready, as "General Index Trans dn/dt Other" with the ready ones left
 // out; empty when all five are ready.
 std::string NotReadySections(const MaterialRecord& rec);
+// The same from the ready flags of General, Index, Trans, dn/dt and Other, in that order.
+std::string NotReadySections(const std::array<Flag, 5>& ready);
 
 // True when all five sections are ready; otherwise appends the line
 // "name/source - check: sections" and a line break to report.
@@ -36,5 +39,6 @@ struct ReadyStatus {
 };
 
 ReadyStatus ReadyStatusCell(const MaterialRecord& rec);
+ReadyStatus ReadyStatusCell(const std::array<Flag, 5>& ready);
 
 }  // namespace ostrel

@@ -224,7 +224,7 @@ TEST_P(KnownGlassTest, NdAndColumnsMatchTheCatalogue) {
         EXPECT_EQ(form.ssGlasses.Text(frm4Import::kColStatus, row), k.status);
         EXPECT_EQ(form.ssGlasses.Text(frm4Import::kColSource, row), k.source);
     }
-    const MaterialRecord& m = form.ImportList()[static_cast<size_t>(row - 1)];
+    const MaterialRecord m = form.StagedRecord(static_cast<size_t>(row - 1));
     ASSERT_EQ(m.General.GlassName.Text(), k.glass);
     if (!std::isnan(k.nd)) {
         int16_t ok = 0;
