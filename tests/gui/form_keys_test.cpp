@@ -41,7 +41,6 @@
 #include "gui/melt/pop_melt_schott_dialog.h"
 #include "gui/wave/pop_edit_param_wave_window.h"
 #include "gui_fixture.h"
-#include "mnemonics.h"
 
 namespace ostrel::gui {
 namespace {
