@@ -1,7 +1,6 @@
 // The desktop program: reads the stored setup and the custom list, then shows the main
 // window with the floating list of materials.
 #include <QApplication>
-#include <QBoxLayout>
 #include <QCommandLineParser>
 #include <QDir>
 #include <QDockWidget>
@@ -9,20 +8,16 @@
 #include <QMainWindow>
 #include <QMdiSubWindow>
 #include <QTimer>
-#include <QToolButton>
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <functional>
-#include <memory>
 #include <string_view>
 
 #include "core/external/bas1_setup.h"
 #include "core/external/frm1setup.h"
 #include "core/external/frm2_manage_update.h"
 #include "core/external/frm6_archive.h"
-#include "core/glassmap/frm_compare.h"
-#include "core/glassmap/frm_glass_map.h"
 #include "core/import/frm4_import.h"
 #include "core/import/frm5_export.h"
 #include "core/material/frm_glasses_list.h"
@@ -54,8 +49,6 @@
 #include "gui/external/frm2_manage_update_panel.h"
 #include "gui/external/frm6_archive_window.h"
 #include "gui/external/frm_glasses_del_ext_dialog.h"
-#include "gui/glassmap/frm_compare_window.h"
-#include "gui/glassmap/frm_glass_map_window.h"
 #include "gui/import/frm4_import_window.h"
 #include "gui/import/frm5_export_window.h"
 #include "gui/material/frm_glasses_list_window.h"
@@ -74,6 +67,7 @@
 #include "gui/shell/main_menu_bar.h"
 #include "gui/shell/screenshot_tour.h"
 #include "gui/wave/pop_edit_param_wave_window.h"
+#include "map_windows.h"
 
 using namespace ostrel;
 
@@ -371,90 +365,14 @@ int main(int argc, char** argv) {
     menuHooks.openGuide = [&guide, &mainWindow](const std::string&) {
         guide.Open(mainWindow.ActiveFormNumber());
     };
-    // The glass map and the comparison of materials: windows of their own, opened from the
-    // tool strip and the Tools menu. Each opening reads the list and the database afresh.
-    frmGlassMap glassMap(settings);
-    std::unique_ptr<frmCompare> compare;
-    std::unique_ptr<gui::frmCompareWindow> compareWindow;
-    auto compareOf = [&](const std::vector<MaterialRecord>& materials,
-                         const std::vector<std::string>& labels) {
-        std::string note;
-        compareWindow.reset();
-        compare = std::make_unique<frmCompare>(
-            CompareItems(materials, setup.GetPathKelmora(), setup.GetKelmoraFound(), note));
-        std::vector<int> chosen;
-        for (const std::string& label : labels) {
-            const auto& items = compare->Items();
-            for (size_t i = 0; i < items.size(); ++i) {
-                if (items[i].label == label) {
-                    chosen.push_back(static_cast<int>(i));
-                    break;
-                }
-            }
-        }
-        compareWindow = std::make_unique<gui::frmCompareWindow>(*compare, &mainWindow);
-        compare->SelectMaterials(chosen);
-        if (!note.empty() && chosen.size() < 2) compare->lblStatus.caption = note;
-        compareWindow->show();
-        compareWindow->raise();
-        return static_cast<QWidget*>(compareWindow.get());
-    };
-    auto openCompare = [&](const std::vector<std::string>& labels) {
-        compareOf(list.CustomList(), labels);
-    };
+    MapWindows maps(list, setup, settings, mainWindow, editNew, editMelt);
     // The materials selected in the list, from its menu and the Materials menu.
-    compareSelected = [&](const std::vector<int>& positions) {
-        std::vector<std::string> labels;
-        for (int position : positions) {
-            MaterialRecord rec;
-            if (list.GetMaterial(position, rec)) labels.push_back(CompareLabel(rec));
-        }
-        openCompare(labels);
+    compareSelected = [&maps](const std::vector<int>& positions) {
+        maps.CompareSelected(positions);
     };
-    gui::frmGlassMapWindow glassMapWindow(glassMap,
-                                          {[&](int position) {
-                                               MaterialRecord rec;
-                                               if (!list.GetMaterial(position, rec)) return;
-                                               if (rec.Melt.MeltFlag != 0) {
-                                                   editMelt(position, rec);
-                                               } else {
-                                                   editNew(position, rec);
-                                               }
-                                           },
-                                           openCompare},
-                                          &mainWindow);
-    auto openGlassMap = [&] {
-        glassMap.Load(list.CustomList(), setup.GetPathKelmora(), setup.GetKelmoraFound());
-        glassMapWindow.RebuildSources();
-        glassMapWindow.show();
-        glassMapWindow.raise();
-        glassMapWindow.activateWindow();
-    };
-    // Its tool button sits before the end button, outside the numbered tools of the forms.
-    if (auto* strip = qobject_cast<QBoxLayout*>(mainWindow.ribEnd()->parentWidget()->layout())) {
-        auto* comGlassMap = new QToolButton(mainWindow.ribEnd()->parentWidget());
-        comGlassMap->setObjectName("comGlassMap");
-        // The program's own prism: the file-view icon is the import tool's already.
-        comGlassMap->setIcon(QApplication::windowIcon());
-        comGlassMap->setIconSize(mainWindow.ribEnd()->iconSize());
-        comGlassMap->setAutoRaise(mainWindow.ribEnd()->autoRaise());
-        comGlassMap->setToolTip("Glass map: the custom glasses among the catalogue's");
-        QObject::connect(comGlassMap, &QToolButton::clicked, &mainWindow, openGlassMap);
-        strip->insertWidget(strip->indexOf(mainWindow.ribEnd()), comGlassMap);
-    }
+    maps.AddToolButton();
     MainMenu menu(mainForm, dialogs, app.Version(), menuHooks);
-    menu.AddItem(
-        menu.mnuTools, "mnuGlassMap", "&Glass map",
-        "The custom glasses among the catalogue's, on the Abbe and partial dispersion diagrams",
-        MenuKey::None, openGlassMap);
-    MenuItem& compareItem =
-        menu.AddItem(menu.mnuMaterials, "mnuCompare", glassesList.mnuCompare.caption,
-                     glassesList.mnuCompare.toolTip, MenuKey::None,
-                     [&glassesList] { glassesList.mnuCompareClick(); });
-    compareItem.separatorBefore = true;
-    Subscription compareSub = glassesList.mnuCompare.Observe(
-        [&] { compareItem.button.enabled = glassesList.mnuCompare.enabled.get(); });
-    compareItem.button.enabled = glassesList.mnuCompare.enabled.get();
+    maps.AddMenuItems(menu, glassesList);
     // The list of materials, once closed, comes back from the menu.
     menu.AddItem(menu.mnuTools, "mnuMaterialList", "&List of materials",
                  "Shows the list of custom materials again", MenuKey::None, [&listWindow] {
@@ -505,11 +423,14 @@ int main(int argc, char** argv) {
                              importForm,
                              importWindow,
                              archiveWindow,
-                             glassMap,
-                             glassMapWindow,
+                             maps.GlassMap(),
+                             maps.GlassMapWindow(),
                              [&list] { return list.CustomList(); },
-                             compareOf,
-                             [&compareWindow] { compareWindow.reset(); },
+                             [&maps](const std::vector<MaterialRecord>& materials,
+                                     const std::vector<std::string>& labels) {
+                                 return maps.CompareOf(materials, labels);
+                             },
+                             [&maps] { maps.CloseCompare(); },
                              gui::FromQt(parser.value(screenshotImport))};
     if (parser.isSet(screenshots)) gui::StartScreenshotTour(tour, parser.value(screenshots));
     const int rc = QApplication::exec();

@@ -282,6 +282,20 @@ void frmCompare::SelectMaterials(const std::vector<int>& positions) {
     Recompute();
 }
 
+void frmCompare::SelectLabelled(const std::vector<std::string>& labels, const std::string& note) {
+    std::vector<int> chosen;
+    for (const std::string& label : labels) {
+        for (size_t i = 0; i < items_.size(); ++i) {
+            if (items_[i].label == label) {
+                chosen.push_back(static_cast<int>(i));
+                break;
+            }
+        }
+    }
+    SelectMaterials(chosen);
+    if (!note.empty() && chosen.size() < 2) lblStatus.caption = note;
+}
+
 void frmCompare::lstMaterialsClick() {
     // The order of choosing is kept: materials still selected stay where they were and new
     // ones follow, so the reference of Δn does not move while others are added.

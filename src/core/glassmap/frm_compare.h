@@ -69,6 +69,9 @@ class frmCompare {
     // Selects the materials at the given positions of the list (in the order given: the
     // first is the reference of Δn) and compares them.
     void SelectMaterials(const std::vector<int>& positions);
+    // The same for the materials with the given labels; with fewer than two of them found,
+    // the status line says `note` (why the catalogue's glasses are missing), if there is one.
+    void SelectLabelled(const std::vector<std::string>& labels, const std::string& note);
     void lstMaterialsClick();
     void txtWidthChange();
 

@@ -381,13 +381,15 @@ TEST(CompareMaterials, RefusedWithTheReason) {
 TEST(CompareForm, FirstChosenStaysTheReference) {
     frmCompare form({Sellmeier("A", kBK7, 310, 2500), Sellmeier("B", kF2, 310, 2500),
                      Sellmeier("C", kBK7, 400, 800)});
-    form.SelectMaterials({1, 0});
+    form.SelectLabelled({"B (S)", "Z (S)", "A (S)"}, "no catalogue");
     ASSERT_TRUE(form.HasCurves());
     EXPECT_EQ(form.Curves().labels, (std::vector<std::string>{"B (S)", "A (S)"}));
     form.lstMaterials.SetSelected(2, true);
     form.lstMaterialsClick();
     EXPECT_EQ(form.Curves().labels, (std::vector<std::string>{"B (S)", "A (S)", "C (S)"}));
     EXPECT_EQ(form.lblStatus.caption.get(), "3 materials compared over 400 - 800 nm");
+    form.SelectLabelled({"C (S)"}, "no catalogue");
+    EXPECT_EQ(form.lblStatus.caption.get(), "no catalogue");
 }
 
 }  // namespace
