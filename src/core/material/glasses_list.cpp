@@ -157,6 +157,7 @@ std::optional<MaterialRecord> GlassesList::ReadListedMaterial(const std::string&
     // the file is its position in the list when no record before it was passed over.
     // A short last record reads as if padded with zero bytes, as the list reads it.
     const std::uintmax_t records = (file.Size() + kMaterialRecordSize - 1) / kMaterialRecordSize;
+    file.MapForReading();
     MaterialImage image{};
     ListingRule rule(std::min<std::uintmax_t>(records, static_cast<std::uintmax_t>(index)));
     int position = 0;

@@ -1,6 +1,7 @@
 #include "core/platform/file_io.h"
 
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -193,10 +194,13 @@ bool ReadFileInPieces(const std::filesystem::path& path, size_t piece,
 }
 
 PositionedFile::~PositionedFile() {
+    if (map_) ::munmap(map_, size_);
     if (fd_ >= 0) ::close(fd_);
 }
 
 bool PositionedFile::Open(const std::filesystem::path& path, FileError& error) {
+    if (map_) ::munmap(map_, size_);
+    map_ = nullptr;
     if (fd_ >= 0) ::close(fd_);
     struct stat st {};
     fd_ = OpenRegularFile(path, st, error);
@@ -208,6 +212,12 @@ bool PositionedFile::Open(const std::filesystem::path& path, FileError& error) {
 
 std::int64_t PositionedFile::ReadAt(std::uintmax_t offset, void* bytes, size_t count,
                                     FileError& error) {
+    if (map_) {
+        if (offset >= size_) return 0;
+        const size_t n = static_cast<size_t>(std::min<std::uintmax_t>(count, size_ - offset));
+        std::memcpy(bytes, static_cast<const char*>(map_) + offset, n);
+        return static_cast<std::int64_t>(n);
+    }
     auto* out = static_cast<char*>(bytes);
     size_t done = 0;
     while (done < count) {
@@ -221,6 +231,15 @@ std::int64_t PositionedFile::ReadAt(std::uintmax_t offset, void* bytes, size_t c
         done += static_cast<size_t>(n);
     }
     return static_cast<std::int64_t>(done);
+}
+
+bool PositionedFile::MapForReading() {
+    if (map_) return true;
+    if (fd_ < 0 || size_ == 0 || size_ > SIZE_MAX) return false;
+    void* m = ::mmap(nullptr, static_cast<size_t>(size_), PROT_READ, MAP_PRIVATE, fd_, 0);
+    if (m == MAP_FAILED) return false;
+    map_ = m;
+    return true;
 }
 
 bool WriteFileAtomic(const std::filesystem::path& path, std::string_view content,

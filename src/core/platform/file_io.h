@@ -53,9 +53,14 @@ class PositionedFile {
     // Reads `count` bytes from `offset` on, fewer where the file ends first; the number
     // read, or -1 (with the error) when the read failed.
     std::int64_t ReadAt(std::uintmax_t offset, void* bytes, size_t count, FileError& error);
+    // Maps the file, so that many small reads cost no system call each; false where it
+    // cannot be mapped, and reads go on through the file. Files are replaced by a rename,
+    // never cut short in place, so a mapping stays whole while it is read.
+    bool MapForReading();
 
   private:
     int fd_ = -1;
+    void* map_ = nullptr;
     std::uintmax_t size_ = 0;
     std::filesystem::path path_;
 };
