@@ -52,7 +52,6 @@ TEST_F(WindowsTest, MainWindowFollowsCaptionToolTipsPanelsAndPopup) {
         EXPECT_EQ(w.pnlInstalled(i)->text(), panels[i]);
         EXPECT_EQ(w.pnlInstalled(i)->palette().color(QPalette::Window), QColor(c.r, c.g, c.b));
     }
-    for (int n = 1; n <= 7; ++n) EXPECT_TRUE(w.ribTools(n)->isEnabled()) << n;
     // Without Kelmora the archive tool is refused and goes back up.
     w.ribTools(kFormArchive)->click();
     EXPECT_FALSE(w.ribTools(kFormArchive)->isChecked());
