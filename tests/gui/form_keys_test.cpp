@@ -1,37 +1,16 @@
 // Every form as the keyboard meets it: Tab visits its controls in reading order (left to
 // right, top to bottom, a column at a time, a grid as one stop) and each Alt letter leads to
 // one control only, on every tab of the form. A form of the main area, maximised, fills it.
-#include <gtest/gtest.h>
-
-#include <QAbstractButton>
-#include <QApplication>
-#include <QMdiArea>
-#include <QMdiSubWindow>
-#include <QTabWidget>
-#include <functional>
-#include <memory>
-
-#include "core/external/bas1_setup.h"
-#include "core/external/frm1setup.h"
-#include "core/external/frm2_manage_update.h"
-#include "core/external/frm6_archive.h"
-#include "core/external/frm_glasses_del_ext.h"
-#include "core/glassmap/frm_compare.h"
-#include "core/glassmap/frm_glass_map.h"
-#include "core/import/frm4_import.h"
-#include "core/import/frm5_export.h"
-#include "core/materialform/frm2_manage.h"
-#include "core/materialform/frm3new.h"
-#include "core/melt/frm7melt.h"
-#include "core/melt/pop_melt_parent.h"
-#include "core/melt/pop_melt_schott.h"
-#include "core/wave/pop_edit_param_wave.h"
+// Every box that takes a number keeps text that is no number, marked in red once the entry
+// ends, with its tool tip and the help line saying what the entry counts as instead. The glass
+// map and comparison windows are bound to their units, and the pictures saved hold what is drawn.
 #include "gui/external/frm1_setup_window.h"
 #include "gui/external/frm2_manage_update_panel.h"
 #include "gui/external/frm6_archive_window.h"
 #include "gui/external/frm_glasses_del_ext_dialog.h"
 #include "gui/glassmap/frm_compare_window.h"
 #include "gui/glassmap/frm_glass_map_window.h"
+#include "gui/glassmap/glass_map_canvas.h"
 #include "gui/import/frm4_import_window.h"
 #include "gui/import/frm5_export_window.h"
 #include "gui/materialform/frm2_manage_window.h"
@@ -83,10 +62,62 @@ QStringList OutOfOrder(QWidget* form) {
     return wrong;
 }
 
-class FormKeys : public ::testing::Test, protected UnitEnv {
+// Every form and box of the program over one folder, none of them shown yet.
+class Forms : public ::testing::Test, protected UnitEnv {
   protected:
-    // Shows the form and checks it on each of its tabs.
-    void Check(const char* what, QWidget* form) {
+    void TearDown() override { SetEntryNoteSink({}); }
+
+    QLineEdit* Box(const QString& name) {
+        for (QWidget* form : std::initializer_list<QWidget*>{&materialWindow, &sheetBox, &mapWindow,
+                                                             &compareWindow})
+            if (auto* box = form->findChild<QLineEdit*>(name)) return box;
+        return nullptr;
+    }
+
+    QMdiArea area;
+    Bas1Setup setup{settings, dialogs};
+    frm1Setup setupForm{setup, dialogs, {}};
+    frm1SetupWindow setupWindow{setupForm, nullptr, &area};
+    frm2Manage manage{list, dialogs, {}};
+    frm2ManageWindow manageWindow{manage, nullptr, &area};
+    frm2ManageUpdate update{frm2ManageUpdate::SourceOf(manage), setup, dialogs};
+    popEditParamWave picker{dialogs, newMsg, Folder(), {}};
+    frm3New material{list, dialogs, {}};
+    frm3NewWindow materialWindow{material, nullptr, &area};
+    popEditParamWaveWindow pickerWindow{picker, nullptr, nullptr};
+    frm4Import import{list, dialogs, settings, newMsg, Folder(), {}};
+    frm4ImportWindow importWindow{import, nullptr, &area};
+    frm5Export backup{list, dialogs, clock, {}};
+    frm5ExportWindow backupWindow{backup, nullptr, &area};
+    frm6Archive archive{setup, dialogs, {}};
+    frm6ArchiveWindow archiveWindow{archive, nullptr, &area};
+    frmGlassesDelExt removal{setup, dialogs};
+    frmGlassesDelExtDialog removalBox{removal, nullptr};
+    frm7Melt melt{list, dialogs, newMsg, Folder(), {}};
+    frm7MeltWindow meltWindow{melt, nullptr, &area};
+    popMeltParent parent{dialogs, settings, Folder(), {}, {}};
+    popMeltParentDialog parentBox{parent, nullptr, nullptr};
+    popMeltSchott sheet{dialogs, newMsg, {}};
+    popMeltSchottDialog sheetBox{sheet, nullptr, nullptr};
+    frmGlassMap map{settings};
+    frmGlassMapWindow mapWindow{map, {}};
+    frmCompare compare{std::vector<CompareItem>{}};
+    frmCompareWindow compareWindow{compare};
+    const std::pair<const char*, QWidget*> forms[13] = {
+        {"setup", &setupWindow},        {"manage", &manageWindow}, {"material", &materialWindow},
+        {"wavelengths", &pickerWindow}, {"import", &importWindow}, {"backup", &backupWindow},
+        {"archive", &archiveWindow},    {"removal", &removalBox},  {"melt", &meltWindow},
+        {"melt parent", &parentBox},    {"melt sheet", &sheetBox}, {"glass map", &mapWindow},
+        {"compare", &compareWindow}};
+};
+
+TEST_F(Forms, TabFollowsTheLayoutAndAltLettersAreUniqueInEveryForm) {
+    area.resize(1300, 900);
+    area.show();
+    manageWindow.AddPanel(new frm2ManageUpdatePanel(update));
+    material.DisplayNew();
+    melt.DisplayNew(false);
+    for (const auto& [what, form] : forms) {
         SCOPED_TRACE(what);
         form->show();
         // A form of the main area, maximised, fills it.
@@ -97,70 +128,140 @@ class FormKeys : public ::testing::Test, protected UnitEnv {
         }
         QApplication::processEvents();
         auto* tabs = form->findChild<QTabWidget*>();
-        const int pages = tabs ? tabs->count() : 1;
-        for (int page = 0; page < pages; ++page) {
+        for (int page = 0; page < (tabs ? tabs->count() : 1); ++page) {
             if (tabs) tabs->setCurrentIndex(page);
             QApplication::processEvents();
             EXPECT_EQ(OutOfOrder(form).join(", ").toStdString(), "") << "tab " << page;
             EXPECT_EQ(DuplicateMnemonics(form).join(" ").toStdString(), "") << "tab " << page;
         }
     }
+}
 
-    QMdiArea area;
-    Bas1Setup setup{settings, dialogs};
-};
-
-TEST_F(FormKeys, TabFollowsTheLayoutAndAltLettersAreUniqueInEveryForm) {
-    area.resize(1300, 900);
-    area.show();
-    frm1Setup setupForm(setup, dialogs, {});
-    frm1SetupWindow setupWindow(setupForm, nullptr, &area);
-    Check("setup", &setupWindow);
-
-    frm2Manage manage(list, dialogs, {});
-    frm2ManageWindow manageWindow(manage, nullptr, &area);
-    frm2ManageUpdate update(frm2ManageUpdate::SourceOf(manage), setup, dialogs);
-    manageWindow.AddPanel(new frm2ManageUpdatePanel(update));
-    Check("manage", &manageWindow);
-
-    popEditParamWave picker(dialogs, newMsg, Folder(), {});
-    frm3New material(list, dialogs, {});
-    frm3NewWindow materialWindow(material, nullptr, &area);
+TEST_F(Forms, TextThatIsNoNumberIsKeptMarkedAndExplained) {
+    std::vector<std::string> notes;
+    SetEntryNoteSink([&](const std::string& text) { notes.push_back(text); });
     material.DisplayNew();
-    Check("material", &materialWindow);
-    popEditParamWaveWindow pickerWindow(picker, nullptr, nullptr);
-    Check("wavelengths", &pickerWindow);
+    material.lstThermal.SetListIndex(2);
+    material.lstThermalClick();
+    const std::pair<const char*, const char*> cases[] = {// the box, the figure it counts as
+                                                         {"txtTransGlassWidth", "10.0"},
+                                                         {"txtTherm0", "0.000e+00"},
+                                                         {"txtTherm6", "0.000e+00"},
+                                                         {"txtIndex1", "0"},
+                                                         {"txtIndex9", "0"},
+                                                         {"txtCount", "5"},
+                                                         {"txtNdScale", "100"},
+                                                         {"txtWidth", "10"}};
+    const QColor red(kIgnoredEntryBack.r, kIgnoredEntryBack.g, kIgnoredEntryBack.b);
+    for (const auto& [name, countsAs] : cases) {
+        SCOPED_TRACE(name);
+        QLineEdit* box = Box(name);
+        ASSERT_NE(box, nullptr);
+        const QString plainTip = box->toolTip();
+        notes.clear();
 
-    frm4Import import(list, dialogs, settings, newMsg, Folder(), {});
-    frm4ImportWindow importWindow(import, nullptr, &area);
-    Check("import", &importWindow);
-    frm5Export backup(list, dialogs, clock, {});
-    frm5ExportWindow backupWindow(backup, nullptr, &area);
-    Check("backup", &backupWindow);
-    frm6Archive archive(setup, dialogs, {});
-    frm6ArchiveWindow archiveWindow(archive, nullptr, &area);
-    Check("archive", &archiveWindow);
-    frmGlassesDelExt removal(setup, dialogs);
-    frmGlassesDelExtDialog removalBox(removal, nullptr);
-    Check("removal", &removalBox);
+        box->setText("1x");
+        emit box->textEdited("1x");
+        EXPECT_NE(box->palette().color(QPalette::Base), red) << "not while typing";
+        emit box->editingFinished();
+        const std::string why =
+            "\"1x\" is not a number: it is ignored and counts as " + std::string(countsAs) + ".";
+        EXPECT_EQ(box->text(), "1x");
+        EXPECT_EQ(box->palette().color(QPalette::Base), red);
+        EXPECT_EQ(FromQt(box->toolTip()), why);
+        EXPECT_EQ(notes, std::vector<std::string>{why});
 
-    frm7Melt melt(list, dialogs, newMsg, Folder(), {});
-    frm7MeltWindow meltWindow(melt, nullptr, &area);
-    melt.DisplayNew(false);
-    Check("melt", &meltWindow);
-    popMeltParent parent(dialogs, settings, Folder(), {}, {});
-    popMeltParentDialog parentBox(parent, nullptr, nullptr);
-    Check("melt parent", &parentBox);
-    popMeltSchott sheet(dialogs, newMsg, {});
-    popMeltSchottDialog sheetBox(sheet, nullptr, nullptr);
-    Check("melt sheet", &sheetBox);
+        box->setText("1,5");
+        emit box->textEdited("1,5");
+        emit box->editingFinished();
+        EXPECT_TRUE(box->text().startsWith("1.5")) << box->text().toStdString();
+        EXPECT_NE(box->palette().color(QPalette::Base), red);
+        EXPECT_EQ(box->toolTip(), plainTip);
+        EXPECT_EQ(notes.size(), 1u);
+    }
+}
 
-    frmGlassMap map(settings);
-    frmGlassMapWindow mapWindow(map, {});
-    Check("glass map", &mapWindow);
-    frmCompare compare(std::vector<CompareItem>{});
-    frmCompareWindow compareWindow(compare);
-    Check("compare", &compareWindow);
+// `count` catalogue glasses over three sources, and one custom glass last.
+GlassMapData SampleMap(int count) {
+    GlassMapData data;
+    data.sources = {"North", "South", "West"};
+    for (int i = 0; i <= count; ++i) {
+        GlassPoint p;
+        p.name = QString("G%1").arg(i).toStdString();
+        p.sourceIndex = i % 3;
+        p.source = data.sources[p.sourceIndex];
+        p.vd = 20 + (i * 37) % 70;
+        p.nd = 1.45 + 0.0016 * i;
+        p.pgf = 0.64 - 0.0016 * p.vd;
+        data.points.push_back(p);
+    }
+    GlassPoint& custom = data.points.back();
+    custom.name = "MINE";
+    custom.source = "LAB";
+    custom.kind = GlassKind::Custom;
+    custom.listPosition = 1;
+    return data;
+}
+
+TEST(GlassMapWindow, SourcesSearchAndSavedPictures) {
+    MemorySettingsStore settings;
+    frmGlassMap unit(settings);
+    unit.SetData(SampleMap(300));
+    int opened = 0;
+    gui::frmGlassMapWindow window(unit, {[&](int p) { opened = p; }, {}});
+    window.show();
+    QApplication::processEvents();
+
+    auto boxes = window.findChildren<QCheckBox*>();
+    ASSERT_EQ(boxes.size(), 3);
+    boxes[1]->click();
+    EXPECT_FALSE(unit.chkSource[1]->value.get());
+    EXPECT_EQ(unit.ShownCount(), 201);
+    auto* search = window.findChild<QLineEdit*>("txtSearch");
+    search->setText("mine");
+    emit search->textEdited("mine");
+    EXPECT_EQ(unit.highlighted(), 300);
+
+    testing::TempDir dir;
+    const QString png = QString::fromStdString((dir / "map.png").string());
+    ASSERT_TRUE(window.SaveImage(png));
+    QImage image(png);
+    EXPECT_EQ(image.width(), window.canvas()->width());
+    ASSERT_TRUE(window.SaveImage(QString::fromStdString((dir / "map.svg").string())));
+    const std::string svg = testing::ReadFileBytes(dir / "map.svg");
+    size_t circles = 0;
+    for (size_t at = svg.find("<circle class=\"catalogue\""); at != std::string::npos;
+         at = svg.find("<circle class=\"catalogue\"", at + 1))
+        ++circles;
+    EXPECT_EQ(circles, 200u);
+    if (const char* shot = std::getenv("OSTREL_SHOT")) window.grab().save(shot);
+}
+
+TEST(CompareWindow, ThreePlotsOneCurvePerMaterial) {
+    std::vector<CompareItem> items;
+    for (const char* name : {"A", "B", "C"}) {
+        CompareItem it;
+        it.rec = ClearedMaterialRecord();
+        it.rec.General.Polytype = 2;
+        it.rec.General.PolyCoef = {1.04, 0.23, 1.01, 0.006, 0.02, 103.6};
+        it.rec.General.PolyCoef[0] += name[0] * 0.01;
+        it.rec.General.IndexWvMin = 400;
+        it.rec.General.IndexWvMax = 1000;
+        it.rec.TransTable.fill(0.001f);
+        it.label = name;
+        items.push_back(it);
+    }
+    frmCompare unit(items);
+    gui::frmCompareWindow window(unit);
+    window.show();
+    unit.SelectMaterials({0, 2});
+    QApplication::processEvents();
+    EXPECT_EQ(window.CurveCount(), 6);
+    testing::TempDir dir;
+    ASSERT_TRUE(window.SaveTo(QString::fromStdString((dir / "c.csv").string())));
+    EXPECT_EQ(testing::ReadFileBytes(dir / "c.csv").substr(0, 27), "Wavelength (nm),n A,n C,dn ");
+    ASSERT_TRUE(window.SaveTo(QString::fromStdString((dir / "c.png").string())));
+    EXPECT_FALSE(QImage(QString::fromStdString((dir / "c.png").string())).isNull());
 }
 
 }  // namespace

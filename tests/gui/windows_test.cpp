@@ -1,15 +1,32 @@
 // Each window built over its logic unit, one command driven, and the widgets checked to
-// follow the unit's controls.
+// follow the unit's controls. The main window's menu bar reaches the same commands as the tool
+// strip and follows its enabled state; the welcome panel shows over an empty list only.
 
 #include "core/platform/maker.h"
+#include "core/shell/main_menu.h"
+#include "core/shell/welcome.h"
 #include "gui/material/frm_glasses_list_window.h"
 #include "gui/materialform/frm2_manage_window.h"
 #include "gui/platform/edit_finisher.h"
 #include "gui/platform/qt_dialogs.h"
+#include "gui/shell/main_menu_bar.h"
+#include "gui/shell/welcome_panel.h"
 #include "gui_fixture.h"
 
 namespace ostrel::gui {
 namespace {
+
+// A working form that counts how often it was shown and asked to close, and answers `agree`.
+struct FakeForm : WorkingForm {
+    void Display() override { ++shown; }
+    void ForceUnload() override {}
+    bool QueryClose() override {
+        ++asked;
+        return agree;
+    }
+    bool agree = true;
+    int shown = 0, asked = 0;
+};
 
 class WindowsTest : public ::testing::Test, protected MainEnv {
   protected:
@@ -35,7 +52,6 @@ TEST_F(WindowsTest, MainWindowFollowsCaptionToolTipsPanelsAndPopup) {
         EXPECT_EQ(w.pnlInstalled(i)->text(), panels[i]);
         EXPECT_EQ(w.pnlInstalled(i)->palette().color(QPalette::Window), QColor(c.r, c.g, c.b));
     }
-    for (int n = 1; n <= 7; ++n) EXPECT_TRUE(w.ribTools(n)->isEnabled()) << n;
     // Without Kelmora the archive tool is refused and goes back up.
     w.ribTools(kFormArchive)->click();
     EXPECT_FALSE(w.ribTools(kFormArchive)->isChecked());
@@ -71,10 +87,12 @@ TEST_F(WindowsTest, DockedListShowsTheListBesideTheFormsAndAsksForPopups) {
     QMainWindow main;
     auto* area = new QMdiArea(&main);
     main.setCentralWidget(area);
-    std::vector<int> prepared;
-    frmGlassesList unit(
-        list, {[] { return 0; }, [&](int row, const std::string&) { prepared.push_back(row); },
-               [&](int row, const std::string&) { prepared.push_back(-row); }});
+    std::vector<int> prepared, compared;
+    frmGlassesList unit(list, {[] { return 0; },
+                               [&](int row, const std::string&) { prepared.push_back(row); },
+                               [&](int row, const std::string&) { prepared.push_back(-row); },
+                               {},
+                               [&](const std::vector<int>& rows) { compared = rows; }});
     frmGlassesListWindow w(unit, nullptr, &main);
     QDockWidget* dock = w.DockIn(&main);
     unit.Display();
@@ -117,6 +135,24 @@ TEST_F(WindowsTest, DockedListShowsTheListBesideTheFormsAndAsksForPopups) {
     EXPECT_EQ(prepared, (std::vector<int>{3, -2, 1}));
     EXPECT_EQ(melt, (std::vector<bool>{true, false}));
 
+    // Rows selected together open a comparison from the selection's menu; a right click
+    // outside the selection keeps the material's own menu.
+    QAction* compare = w.selectionMenu()->findChild<QAction*>("mnuCompare");
+    ASSERT_NE(compare, nullptr);
+    const auto rows = QItemSelectionModel::Select | QItemSelectionModel::Rows;
+    w.grid()->selectionModel()->select(model->index(0, 0), rows | QItemSelectionModel::Clear);
+    EXPECT_FALSE(compare->isEnabled()) << "one row compares with nothing";
+    w.grid()->selectionModel()->select(model->index(2, 0), rows);
+    EXPECT_TRUE(compare->isEnabled());
+    emit w.grid()->cellRightClicked(1, 2, QPoint());
+    EXPECT_EQ(melt.size(), 3u) << "outside the selection: the material's menu";
+    emit w.grid()->cellRightClicked(1, 3, QPoint());
+    EXPECT_EQ(melt.size(), 3u);
+    EXPECT_TRUE(unit.PopupIsSelection());
+    w.selectionMenu()->hide();
+    compare->trigger();
+    EXPECT_EQ(compared, (std::vector<int>{1, 3}));
+
     ASSERT_TRUE(list.CommitList({Record("N-SF11", "Schott")}));
     ASSERT_EQ(model->rowCount(), 1);
     EXPECT_EQ(model->index(0, 0).data().toString(), "N-SF11");
@@ -134,7 +170,6 @@ TEST_F(WindowsTest, ManageFormShowsHidesAndSortsThroughItsButtons) {
     unit.Display();
     EXPECT_FALSE(w.subWindow()->isHidden());
     EXPECT_EQ(w.subWindow()->windowTitle(), "Manage materials in Ostrel database");
-    EXPECT_EQ(DuplicateMnemonics(&w), QStringList());
     EXPECT_TRUE(w.grid()->isColumnHidden(frm2Manage::kColIndex - 1));
 
     dialogs.answers.push_back(MsgAnswer::Yes);
@@ -158,16 +193,8 @@ TEST_F(WindowsTest, ManageFormShowsHidesAndSortsThroughItsButtons) {
 // when the end button is pressed and when the main window's close box is clicked, and each
 // time the tool stays down and the window open; once it agrees, the close box ends the program.
 TEST_F(WindowsTest, AFormThatWillNotCloseKeepsItsToolAndTheMainWindow) {
-    struct Refusing : WorkingForm {
-        void Display() override {}
-        void ForceUnload() override {}
-        bool QueryClose() override {
-            ++asked;
-            return agree;
-        }
-        bool agree = false;
-        int asked = 0;
-    } open;
+    FakeForm open;
+    open.agree = false;
     forms.RegisterForm(kFormExport, &open);
     unload = [this] { mainWindow.close(); };
     mainUnit.Load(false, {false, false, false});
@@ -183,6 +210,117 @@ TEST_F(WindowsTest, AFormThatWillNotCloseKeepsItsToolAndTheMainWindow) {
     open.agree = true;
     mainWindow.close();
     EXPECT_FALSE(mainWindow.isVisible());
+}
+
+class MainMenuTest : public ::testing::Test, protected MainEnv {
+  protected:
+    MainMenuTest() {
+        kelmoraFound = [] { return true; };
+        firstLoad = [this] { return firstRun; };
+        for (int n = 2; n <= 7; ++n) forms.RegisterForm(n, &counting[n]);
+        mainWindow.SetMenu(menu);
+        mainWindow.SetWelcome(welcome);
+        mainWindow.resize(900, 600);
+    }
+
+    QAction* Action(const char* name) const { return mainWindow.findChild<QAction*>(name); }
+
+    bool firstRun = false;
+    std::vector<EditCommand> edits;
+    MainMenu menu{mainUnit, dialogs, "Version: 3.0.1",
+                  MainMenu::Hooks{[this](EditCommand c) { edits.push_back(c); }, {}, {}, {}}};
+    Welcome welcome{forms, dialogs, settings, [this] { return list.CustomCount(); }};
+    std::array<FakeForm, 8> counting;
+};
+
+// Each item opens its form exactly as its tool button does (the button goes down, the form
+// becomes current), from the menu and from its keys; on a first run it is off with its tool.
+TEST_F(MainMenuTest, EachItemPressesItsToolButton) {
+    const struct {
+        const char* action;
+        int tool;
+        QKeySequence key;
+    } cases[] = {{"mnuNew", kFormNew, QKeySequence(QKeySequence::New)},
+                 {"mnuImport", kFormImport, QKeySequence(QKeySequence::Open)},
+                 {"mnuBackup", kFormExport, QKeySequence(QKeySequence::Save)},
+                 {"mnuManage", kFormManage, QKeySequence(Qt::CTRL | Qt::Key_2)},
+                 {"mnuArchive", kFormArchive, QKeySequence(Qt::CTRL | Qt::Key_6)},
+                 {"mnuMelt", kFormMelt, QKeySequence(Qt::CTRL | Qt::Key_7)},
+                 {"mnuSetup", kFormSetup, QKeySequence(Qt::CTRL | Qt::Key_1)}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.action);
+        QAction* a = Action(c.action);
+        ASSERT_NE(a, nullptr);
+        EXPECT_TRUE(a->shortcuts().contains(c.key)) << a->shortcut().toString().toStdString();
+        firstRun = true;
+        forms.EnableTools();
+        EXPECT_EQ(a->isEnabled(), c.tool == kFormSetup);
+        firstRun = false;
+        forms.EnableTools();
+        ASSERT_TRUE(a->isEnabled());
+        if (c.tool == kFormSetup) continue;  // no setup form in this window
+        a->trigger();
+        EXPECT_EQ(forms.GetCurrentForm(), c.tool);
+        EXPECT_TRUE(mainWindow.ribTools(c.tool)->isChecked());
+        EXPECT_EQ(counting[c.tool].shown, 1);
+        // The same as a click on the tool button: the button released closes it.
+        mainWindow.ribTools(c.tool)->click();
+        EXPECT_EQ(forms.GetCurrentForm(), 0);
+        a->trigger();
+        EXPECT_EQ(counting[c.tool].shown, 2);
+        mainWindow.ribTools(c.tool)->click();
+    }
+}
+
+TEST_F(MainMenuTest, BarHelpAndEditItemsAndTheHelpButton) {
+    QStringList titles;
+    for (QAction* a : mainWindow.menuBar()->actions()) titles << a->text();
+    EXPECT_EQ(titles, QStringList({"&File", "&Edit", "&Materials", "&Tools", "&Help"}));
+    EXPECT_TRUE(Action("mnuGuide")->shortcuts().contains(QKeySequence(QKeySequence::HelpContents)));
+    EXPECT_TRUE(Action("mnuQuit")->shortcuts().contains(QKeySequence(Qt::CTRL | Qt::Key_Q)));
+    Action("mnuCopy")->trigger();
+    Action("mnuPaste")->trigger();
+    EXPECT_EQ(edits, (std::vector<EditCommand>{EditCommand::Copy, EditCommand::Paste}));
+    Action("mnuAbout")->trigger();
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_NE(dialogs.boxes[0].text.find("Version: 3.0.1"), std::string::npos);
+    EXPECT_EQ(dialogs.boxes[0].title, "About Ostrel");
+    // One more item is one call; the bar built afterwards shows it.
+    menu.AddItem(menu.mnuTools, "mnuExtra", "E&xtra", "", MenuKey::None, [] {});
+    mainWindow.SetMenu(menu);
+    EXPECT_NE(Action("mnuExtra"), nullptr);
+
+    // The help button asks for the page of the form whose window is active, else the current
+    // form's, else the contents.
+    std::vector<int> asked;
+    mainWindow.SetGuideOpener([&](int form) { asked.push_back(form); });
+    mainWindow.show();
+    mainWindow.comHelp()->click();
+    auto* page = new QWidget;
+    page->setObjectName("frm3New");
+    QMdiSubWindow* sub = mainWindow.mdiArea()->addSubWindow(page);
+    sub->show();
+    mainWindow.mdiArea()->setActiveSubWindow(sub);
+    mainWindow.comHelp()->click();
+    EXPECT_EQ(asked, (std::vector<int>{0, 3}));
+    EXPECT_NE(mainWindow.comHelp()->toolTip().indexOf("F1"), -1);
+}
+
+TEST_F(MainMenuTest, WelcomeShowsOverAnEmptyListOnly) {
+    mainWindow.show();
+    auto* panel = mainWindow.welcomePanel();
+    ASSERT_NE(panel, nullptr);
+    EXPECT_TRUE(panel->isVisible());
+    EXPECT_TRUE(mainWindow.mdiArea()->viewport()->rect().contains(panel->geometry()));
+    panel->findChild<QPushButton*>("comWelcomeImport")->click();
+    EXPECT_EQ(forms.GetCurrentForm(), kFormImport);
+    EXPECT_FALSE(panel->isVisible()) << "a working form hides it";
+    forms.RibbonClick(kFormImport, false);
+    EXPECT_TRUE(panel->isVisible());
+    // A material in the list: no welcome.
+    list.ListAddDated(Record("N-BK7", "TEST"), false);
+    welcome.Refresh();
+    EXPECT_FALSE(panel->isVisible());
 }
 
 TEST(QtFileFilter, PairsBecomeQtFilters) {

@@ -1,10 +1,21 @@
-// The grids' keyboard habits and number entry on a real view: Enter moves down, a decimal
-// comma is read as a point, an entry that is no number stays marked, Ctrl+C / Ctrl+V exchange
-// tab-separated text, Delete empties the selection; and the edit commands on real entries.
+// The window toolkit's parts on real widgets. The grids' keyboard habits and number entry:
+// Enter moves down, a decimal comma is read as a point, an entry that is no number stays
+// marked, Ctrl+C / Ctrl+V exchange tab-separated text, Delete empties the selection; the edit
+// commands on real entries. The Qt dialogs: input that reaches the program while it is busy is
+// dropped, not run after the work; a message text longer than the screen scrolls with its
+// buttons in reach. The plots' view: values under the pointer, wheel zoom and its reset, the
+// context menu and the saved pictures.
 
+#include <QChart>
+#include <QScatterSeries>
+#include <QValueAxis>
+
+#include "gui/platform/chart_parts.h"
 #include "gui/platform/clipboard_edit.h"
 #include "gui/platform/elided_label.h"
 #include "gui/platform/mdi_form.h"
+#include "gui/platform/plot_view.h"
+#include "gui/platform/qt_dialogs.h"
 #include "gui_fixture.h"
 
 namespace ostrel::gui {
@@ -198,6 +209,123 @@ TEST_F(GridKeyboard, EditCommandsCutAndPasteBetweenLineAndTextEdits) {
     }
     EXPECT_EQ(readOnly.text(), "fixed");
     EXPECT_EQ(dialogs.boxes.size(), 2u);
+}
+
+// A click on the button's middle, queued as the window system would queue it.
+void QueueClick(QPushButton& button) {
+    const QPointF at = QRectF(button.rect()).center();
+    const QPointF global = button.mapToGlobal(at);
+    QCoreApplication::postEvent(
+        &button, new QMouseEvent(QEvent::MouseButtonPress, at, global, Qt::LeftButton,
+                                 Qt::LeftButton, Qt::NoModifier));
+    QCoreApplication::postEvent(
+        &button, new QMouseEvent(QEvent::MouseButtonRelease, at, global, Qt::LeftButton,
+                                 Qt::NoButton, Qt::NoModifier));
+}
+
+TEST(BusyInput, ClicksQueuedDuringBusyWorkAreDroppedWhenItEnds) {
+    QtDialogs dialogs;
+    QPushButton button("Scan");
+    button.resize(80, 30);
+    button.show();
+    int clicks = 0;
+    QObject::connect(&button, &QPushButton::clicked, [&clicks] { ++clicks; });
+
+    // Nested busy work: the clicks wait for the outer end and go there.
+    dialogs.SetBusy(true);
+    dialogs.SetBusy(true);
+    QueueClick(button);
+    dialogs.SetBusy(false);
+    EXPECT_EQ(QApplication::overrideCursor() != nullptr, true);
+    dialogs.SetBusy(false);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(clicks, 0);
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+
+    // Once the program listens again, the same click acts.
+    QueueClick(button);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(clicks, 1);
+}
+
+TEST(MessageBox, ALongTextScrollsWholeAndTheButtonsStayOnTheScreen) {
+    std::string names;
+    for (int i = 0; i < 400; ++i)
+        names += (i ? ", " : "") + ("N-GLASS" + std::to_string(i) + "/SCHOTT");
+    const std::string longText = "The following materials are already in your collection:\n\n" +
+                                 names + "\n\nDo you want to overwrite the existing data?";
+    const std::string shortText = "Do you want to overwrite the existing data?";
+    for (const std::string& text : {longText, shortText}) {
+        const bool isLong = text.size() > 1200;
+        QtDialogs dialogs;
+        QRect frame, room;
+        QString scrolledText;
+        bool scrolls = false;
+        QTimer::singleShot(0, [&] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (!box) return;
+            frame = box->frameGeometry();
+            room = box->screen()->availableGeometry();
+            if (auto* label = box->findChild<QLabel*>("longMessageText"))
+                scrolledText = label->text();
+            scrolls = box->findChild<QScrollArea*>("longMessageScroll") != nullptr;
+            box->button(QMessageBox::No)->click();
+        });
+        EXPECT_EQ(dialogs.MsgBox(text, MsgButtons::YesNo, MsgIcon::Question, {}), MsgAnswer::No);
+        EXPECT_EQ(scrolls, isLong);
+        if (isLong) {
+            EXPECT_EQ(FromQt(scrolledText), text);
+            EXPECT_LE(frame.height(), room.height());
+        }
+    }
+}
+
+TEST(PlotView, ToolTipZoomMenuAndPictures) {
+    auto* chart = new QChart();
+    QValueAxis* x = MakeAxis(chart, Qt::AlignBottom, "Wavelength [nm]", "%.0f");
+    QValueAxis* y = MakeAxis(chart, Qt::AlignLeft, "dn [1e-6]", "%.1f");
+    auto* points = new QScatterSeries(chart);
+    points->append(587.56, 1.5);
+    Attach(chart, points, x, y);
+    x->setRange(400, 700);
+    y->setRange(-2, 2);
+    PlotView view(chart);
+    view.resize(400, 300);
+    view.grab();  // lays the chart out
+
+    const QPoint at = view.mapFromScene(chart->mapToScene(chart->mapToPosition({587.56, 1.5})));
+    EXPECT_EQ(view.ValuesAt(at + QPoint(2, 1)), "Wavelength [nm]: 587.56\ndn [1e-6]: 1.5");
+    EXPECT_EQ(view.ValuesAt(QPoint(1, 1)), "") << "outside the plot area";
+
+    view.ZoomAt(at, 2.0);
+    EXPECT_NEAR(x->max() - x->min(), 150, 1);
+    EXPECT_GT(x->max(), 587.56) << "the point under the pointer stays in view";
+    QMenu* menu = view.MakeContextMenu();
+    ASSERT_EQ(menu->actions().size(), 3);
+    EXPECT_EQ(menu->actions()[0]->text(), "Reset zoom");
+    EXPECT_TRUE(menu->actions()[0]->isEnabled());
+    EXPECT_EQ(menu->actions()[2]->text(), "Save image...");
+    menu->actions()[0]->trigger();
+    EXPECT_DOUBLE_EQ(x->min(), 400);
+    EXPECT_DOUBLE_EQ(x->max(), 700);
+
+    ostrel::testing::TempDir dir;
+    ASSERT_TRUE(view.SaveImage(QString::fromStdString((dir / "plot.png").string())));
+    EXPECT_EQ(ostrel::testing::ReadFileBytes(dir / "plot.png").substr(1, 3), "PNG");
+#ifdef OSTREL_HAVE_SVG
+    ASSERT_TRUE(view.SaveImage(QString::fromStdString((dir / "plot.svg").string())));
+    EXPECT_NE(ostrel::testing::ReadFileBytes(dir / "plot.svg").find("<svg"), std::string::npos);
+#endif
+}
+
+TEST(ChartParts, StepLabelsShowTheStepsDecimalsOnly) {
+    QValueAxis axis;
+    const std::pair<double, const char*> cases[] = {{50, "%.0f"},  {1, "%.0f"},    {0.5, "%.1f"},
+                                                    {0.2, "%.1f"}, {0.05, "%.2f"}, {0.001, "%.3f"}};
+    for (const auto& [step, format] : cases) {
+        SetStepLabels(&axis, step);
+        EXPECT_EQ(axis.labelFormat(), format) << step;
+    }
 }
 
 }  // namespace
