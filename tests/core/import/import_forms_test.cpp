@@ -246,8 +246,6 @@ TEST_F(ExportForm, EmptyListMessageThenDefaultNameAndWrite) {
     list.ListAdd(a, false);
     list.ListAdd(b, false);
     backup.Display();
-    EXPECT_EQ(backup.ssGlassesCurr.MaxRows(), 2);
-    EXPECT_EQ(backup.ssGlassesCurr.RowColour(2), (Colour{255, 255, 128}));
     EXPECT_EQ(backup.DefaultFileName(1, 1), "A-B.GLZ");
     EXPECT_EQ(backup.DefaultFileName(1, 2), "");
     const std::string out = (dir / "out.glz").string();
