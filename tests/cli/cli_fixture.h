@@ -46,10 +46,13 @@ inline CliResult RunOk(const TempDir& dir, const std::string& args) {
 // A run of the command line as one row of a table: what it is given, its exit status and
 // texts its output and its errors must hold. A text that begins with '=' must be the whole
 // output, with '^' its start, with '!' it must not be there; an empty list asks nothing.
+// A file of the test's folder named by `file` must hold the texts of `inFile` alike.
 struct CliRow {
     std::string args;
     int status = 0;
     std::vector<std::string> out = {}, err = {};
+    std::string file = {};
+    std::vector<std::string> inFile = {};
 };
 
 inline void ExpectHolds(const std::string& stream, const std::string& got,
@@ -75,6 +78,7 @@ inline CliResult ExpectRow(const TempDir& dir, const CliRow& row, const std::str
     EXPECT_EQ(r.status, row.status) << r.err;
     ExpectHolds("stdout", r.out, row.out);
     ExpectHolds("stderr", r.err, row.err);
+    if (!row.file.empty()) ExpectHolds(row.file, ReadFileBytes(dir / row.file), row.inFile);
     return r;
 }
 

@@ -42,18 +42,6 @@ void ExpectFields(const nlohmann::json& got, const std::string& want) {
     }
 }
 
-constexpr const char* kListed = "1\tA\tS\n2\tMELT *M1\tLAB\n3\tC\tS\n";
-
-TEST_F(ListCli, ListsAsTextAndAsJson) {
-    ExpectRow(dir, {"list", 0, {std::string("=") + kListed}});
-    const CliResult r = RunOk(dir, "list --json");
-    auto j = nlohmann::json::parse(r.out);
-    ASSERT_EQ(j.size(), 3u);
-    ExpectFields(j[1], R"({"index": 2, "GlassName": "MELT *M1", "Polytype": 2, "IndexWvMin": 365,
-        "IndexWvMax": 2325, "MeltFlag": -1, "DateChanged": 46349.5,
-        "Ready": {"General": -1, "dndt": -1, "Index": 0}})");
-}
-
 TEST_F(ListCli, ShowGivesEveryFieldByName) {
     auto j = nlohmann::json::parse(RunOk(dir, "show 2 --json").out);
     ExpectFields(j, R"({"GlassName": "MELT *M1", "Density": 2.51, "TT6": "",

@@ -167,7 +167,9 @@ TEST_F(ImportForm, FailedReadMessagesSayWhereAndWhy) {
                   c.box + path + "!\r\n" +
                       (c.why.empty() ? "No such file or directory: " + path + "." : c.why));
         EXPECT_EQ(form.ImportCount(), 0);
-        if (c.skipped) EXPECT_EQ(form.lblSkipped.caption.get(), c.why);
+        if (c.skipped) {
+            EXPECT_EQ(form.lblSkipped.caption.get(), c.why);
+        }
     }
     // With nothing staged, adding asks to open a file.
     dialogs.boxes.clear();
@@ -244,8 +246,6 @@ TEST_F(ExportForm, EmptyListMessageThenDefaultNameAndWrite) {
     list.ListAdd(a, false);
     list.ListAdd(b, false);
     backup.Display();
-    EXPECT_EQ(backup.ssGlassesCurr.MaxRows(), 2);
-    EXPECT_EQ(backup.ssGlassesCurr.RowColour(2), (Colour{255, 255, 128}));
     EXPECT_EQ(backup.DefaultFileName(1, 1), "A-B.GLZ");
     EXPECT_EQ(backup.DefaultFileName(1, 2), "");
     const std::string out = (dir / "out.glz").string();
@@ -258,33 +258,6 @@ TEST_F(ExportForm, EmptyListMessageThenDefaultNameAndWrite) {
     EXPECT_NE(image.find("\"A*B\",\"S\""), std::string::npos);
     EXPECT_EQ(image.find("\"C\""), std::string::npos);
     EXPECT_EQ(dialogs.helpNotes.back(), "A*B backed up to " + out);
-}
-
-// Close goes through the tool strip, so that the tool button is released with the form;
-// the form registered under its number is what the strip shows and unloads.
-TEST_F(ExportForm, CloseReleasesTheToolButton) {
-    ManageForms forms(dialogs, {[] { return true; }, [] { return false; }, [] {}});
-    frm4Import import(list, dialogs, settings, newMsg, "/app/",
-                      {{}, {}, {}, [&] { forms.RibbonClick(kFormImport, false); }});
-    frm5Export exportForm(list, dialogs, clock, [&] { forms.RibbonClick(kFormExport, false); });
-    forms.RegisterForm(kFormImport, &import);
-    forms.RegisterForm(kFormExport, &exportForm);
-
-    auto openAndClose = [&](int number, auto& f) {
-        forms.RibbonClick(number, true);
-        EXPECT_TRUE(f.form.visible);
-        f.comOKClick();
-        EXPECT_FALSE(f.form.visible);
-        EXPECT_FALSE(forms.ribTools[number].value);
-        EXPECT_EQ(forms.GetCurrentForm(), kNoForm);
-    };
-    openAndClose(kFormImport, import);
-    openAndClose(kFormExport, exportForm);
-
-    // Without the strip the button just hides the form.
-    backup.Display();
-    backup.comOKClick();
-    EXPECT_FALSE(backup.form.visible);
 }
 
 TEST(ImportFileType, FollowsTheExtensionInAnyCase) {

@@ -14,9 +14,10 @@
 #include <map>
 #include <random>
 #include <string>
+#include <tuple>
 #include <vector>
 
-#include "core/import/import_zemax_agf.h"
+#include "core/import/import_fixture.h"
 #include "core/optics/index_fit.h"
 #include "core/optics/index_from_polynomial.h"
 #include "core/optics/matrix_calcs.h"
@@ -123,23 +124,14 @@ struct Glass {
 
 std::vector<Glass> CatalogueGlasses() {
     std::vector<Glass> out;
-    QuietDialogs dialogs;
     ImportOptions options;
     options.refitOtherFormulas = true;
     options.leaveTransTables = true;
     for (const char* set : {"2020", "newer", "legacy"}) {
-        const fs::path dir = fs::path(OSTREL_SHARED_DATA) / "agf" / set;
+        const fs::path dir = kShared / "agf" / set;
         if (!fs::exists(dir)) continue;
         for (const auto& e : fs::directory_iterator(dir)) {
-            std::vector<MaterialRecord> recs;
-            std::vector<float> errors;
-            std::string errorText;
-            int count = 0, refits = 0;
-            int16_t ok = 0;
-            CImportZemaxAGF importer(dialogs, options);
-            importer.ReadFile(e.path().string(), e.path().filename().string(), recs, count, refits,
-                              errors, errorText, 8, ok);
-            for (const auto& r : recs) {
+            for (const auto& r : ReadCatalogue(e.path(), options).recs) {
                 out.push_back({r.General.PolyCoef, r.General.Polytype,
                                static_cast<float>(r.General.IndexWvMin),
                                static_cast<float>(r.General.IndexWvMax)});
@@ -189,17 +181,15 @@ TEST(IndexBits, EveryCatalogueGlassUnderEveryFormMatchesTheFormulasAsWritten) {
                 int16_t singleOk = 7, atOk = 7;
                 const double single = IndexFromPolynomial(g.coef, waves[i], type, singleOk);
                 const double at = IndexAt(g.coef, prepared[i], type, atOk);
-                if (!SameBits(single, expected[i]) || singleOk != expectedOk[i]) {
-                    mismatch("single", g, type, waves[i]);
-                }
-                if (!SameBits(sweepN[i], expected[i]) || sweepOk[i] != expectedOk[i]) {
-                    mismatch("sweep", g, type, waves[i]);
-                }
-                if (!SameBits(preparedN[i], expected[i]) || preparedOk[i] != expectedOk[i]) {
-                    mismatch("prepared sweep", g, type, waves[i]);
-                }
-                if (!SameBits(at, expected[i]) || atOk != expectedOk[i]) {
-                    mismatch("prepared single", g, type, waves[i]);
+                const std::tuple<const char*, double, int16_t> paths[] = {
+                    {"single", single, singleOk},
+                    {"sweep", sweepN[i], sweepOk[i]},
+                    {"prepared sweep", preparedN[i], preparedOk[i]},
+                    {"prepared single", at, atOk}};
+                for (const auto& [path, n, ok] : paths) {
+                    if (!SameBits(n, expected[i]) || ok != expectedOk[i]) {
+                        mismatch(path, g, type, waves[i]);
+                    }
                 }
                 ++compared;
             }
