@@ -168,9 +168,8 @@ TEST_F(GlassMapDatabase, LeftOutGlassesAreCountedAndCustomRowsNotShownTwice) {
     ASSERT_TRUE(AddCataloguePoints(*db_, data, error)) << error.message;
     LinkMeltParents(data);
 
-    EXPECT_EQ(data.leftOutCatalogue, 3);
-    EXPECT_EQ(data.leftOutCustom, 1);
-    EXPECT_EQ(data.sources, (std::vector<std::string>{"Hoya", "Ohara", "Schott"}));
+    EXPECT_EQ(std::tuple(data.leftOutCatalogue, data.leftOutCustom, data.sources),
+              std::tuple(3, 1, (std::vector<std::string>{"Hoya", "Ohara", "Schott"})));
     ASSERT_EQ(data.points.size(), 6u);  // 2 custom + 4 catalogue
     EXPECT_EQ(data.points[1].kind, GlassKind::Melt);
     ASSERT_GE(data.points[1].parent, 0);
@@ -243,10 +242,10 @@ TEST(GlassMapForm, DrawingHoldsOneMarkerPerShownGlass) {
         SCOPED_TRACE(s.what);
         s.act();
         const std::string svg = MapSceneSvg(form.Scene());
-        EXPECT_EQ(Count(svg, "<circle class=\"catalogue\""), s.catalogue);
-        EXPECT_EQ(Count(svg, "<rect class=\"custom\""), s.custom);
-        EXPECT_EQ(Count(svg, "<path class=\"melt\""), s.melt);
-        EXPECT_EQ(Count(svg, "stroke=\"#7A00B0\""), s.meltLinks);
+        EXPECT_EQ(std::tuple(Count(svg, "<circle class=\"catalogue\""),
+                             Count(svg, "<rect class=\"custom\""),
+                             Count(svg, "<path class=\"melt\""), Count(svg, "stroke=\"#7A00B0\"")),
+                  std::tuple(s.catalogue, s.custom, s.melt, s.meltLinks));
     }
     const std::string png = MapScenePng(form.Scene());
     ASSERT_GT(png.size(), 24u);

@@ -58,10 +58,9 @@ TEST_F(Frm2ManageTest, RowShowsWavebandIndexRangeDateAndStatus) {
               "N-XY\tSchott\t400.0 - 800.0\t1.521 - 1.505\t2024-01-01\tOK\t1");
     EXPECT_EQ(g.ClipText({1, 2, 7, 2}),
               "PTS\tMelt Co\t365.0 - 1014.0\t0.000 - 1.505\t2024-01-01\tIndex dn/dt\t2");
-    EXPECT_EQ(g.CellColour(frm2Manage::kColStatus, 1), kStatusGreen);
-    EXPECT_EQ(g.CellColour(frm2Manage::kColStatus, 2), kStatusRed);
-    EXPECT_EQ(g.RowColour(1), std::nullopt);
-    EXPECT_EQ(g.RowColour(2), kMeltRowColour);
+    EXPECT_EQ(std::tuple(g.CellColour(frm2Manage::kColStatus, 1),
+                         g.CellColour(frm2Manage::kColStatus, 2), g.RowColour(1), g.RowColour(2)),
+              std::tuple(kStatusGreen, kStatusRed, std::nullopt, kMeltRowColour));
     EXPECT_TRUE(f.form.visible);
     EXPECT_TRUE(dialogs.everBusy);
     EXPECT_EQ(dialogs.busyDepth, 0);
@@ -101,13 +100,12 @@ TEST_F(Frm2ManageTest, DeleteRemovesTheChosenAndSavesTheRest) {
 
     toDelete = {1, 3};
     f.comDeleteClick();
-    EXPECT_EQ(offered, (std::vector<std::string>{"A/S", "B/S", "C/S", "D/S"}));
-    EXPECT_EQ(Names(), (std::vector<std::string>{"A", "C"}));
-    EXPECT_EQ(f.ssGlassesCurr.MaxRows(), 2);
-    EXPECT_EQ(f.ssGlassesCurr.Text(1, 2), "C");
-    EXPECT_EQ(f.ssGlassesCurr.Text(frm2Manage::kColIndex, 2), "2");
-    EXPECT_EQ(refreshes, 1);
-    EXPECT_EQ(ReadFileBytes(Current()), Image(list->CustomList()));
+    EXPECT_EQ(std::tuple(offered, Names(), f.ssGlassesCurr.MaxRows(), f.ssGlassesCurr.Text(1, 2),
+                         f.ssGlassesCurr.Text(frm2Manage::kColIndex, 2), refreshes,
+                         ReadFileBytes(Current())),
+              std::tuple((std::vector<std::string>{"A/S", "B/S", "C/S", "D/S"}),
+                         (std::vector<std::string>{"A", "C"}), 2, "C", "2", 1,
+                         Image(list->CustomList())));
 }
 
 TEST_F(Frm2ManageTest, SortsGridAndStoresTheOrder) {
@@ -148,9 +146,8 @@ TEST_F(Frm2ManageTest, DuplicateInsertsBehindTheSelectedAndRefills) {
     f.ssGlassesCurr.SetActiveCell(1, 1);
     dialogs.inputs.push_back("A2");
     f.comDuplicateClick();
-    EXPECT_EQ(Names(), (std::vector<std::string>{"A", "A2", "B"}));
-    EXPECT_EQ(f.ssGlassesCurr.MaxRows(), 3);
-    EXPECT_EQ(f.ssGlassesCurr.Text(1, 2), "A2");
+    EXPECT_EQ(std::tuple(Names(), f.ssGlassesCurr.MaxRows(), f.ssGlassesCurr.Text(1, 2)),
+              std::tuple((std::vector<std::string>{"A", "A2", "B"}), 3, "A2"));
     EXPECT_EQ(dialogs.prompts,
               std::vector<std::string>{"Enter NEW name for glass. [you will not be allowed to "
                                        "use an existing name/source combination]"});

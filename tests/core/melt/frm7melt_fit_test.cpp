@@ -92,9 +92,9 @@ TEST_F(MeltFixture, RowTextsRefusalOfFewerThanFourPairsAndSort) {
     Start("Schott", "N-BK7", "m1");
     TypePair(1, "587.562", "1.5170");
     // Shown with the columns' decimals; N-BK7 has nd 1.51680.
-    EXPECT_EQ(form->ssRefInd.ClipText({1, 1, 3, 1}), "d \t587.5620\t1.5170000");
-    EXPECT_EQ(form->ssRefInd.Text(4, 1).substr(0, 7), "1.51680");
-    EXPECT_EQ(form->ssRefInd.Text(5, 1), "0.000200");
+    EXPECT_EQ(std::tuple(form->ssRefInd.ClipText({1, 1, 3, 1}),
+                         form->ssRefInd.Text(4, 1).substr(0, 7), form->ssRefInd.Text(5, 1)),
+              std::tuple("d \t587.5620\t1.5170000", "1.51680", "0.000200"));
     TypePair(2, "600", "");
     EXPECT_EQ(form->ssRefInd.Text(1, 2), "");
     EXPECT_EQ(form->ssRefInd.Text(5, 2), "  ");
@@ -109,9 +109,9 @@ TEST_F(MeltFixture, RowTextsRefusalOfFewerThanFourPairsAndSort) {
                                       "pairs to create a melt glass",
                                       MsgButtons::OK, MsgIcon::Exclamation, ""}}));
     const auto& m = form->MeltRecord().Melt;
-    EXPECT_EQ(m.MeltIndexPoints, 3);
-    EXPECT_EQ(form->MeltRecord().IndexState.Ready, kFalse);
-    EXPECT_EQ(form->lblError.caption.get(), "");
+    EXPECT_EQ(std::tuple(m.MeltIndexPoints, form->MeltRecord().IndexState.Ready,
+                         form->lblError.caption.get()),
+              std::tuple(3, kFalse, ""));
     EXPECT_FALSE(form->comAdd.enabled);
     EXPECT_EQ(dialogs.busyDepth, 0);
     // The three pairs were sorted and written back with the columns' decimals, except a
@@ -123,12 +123,10 @@ TEST_F(MeltFixture, RowTextsRefusalOfFewerThanFourPairsAndSort) {
     // Descending, equal wavelengths in the order typed, every index through a 32-bit float.
     form->comIndexSortClick();
     ASSERT_EQ(m.MeltIndexPoints, 5);
-    EXPECT_EQ(m.MeltIndexWave[0], 656.273f);
-    EXPECT_EQ(m.MeltIndexValue[1], static_cast<double>(1.5170f));
-    EXPECT_EQ(m.MeltIndexValue[2], static_cast<double>(1.5224f));
-    EXPECT_EQ(m.MeltIndexValue[3], static_cast<double>(1.5225f));
-    EXPECT_EQ(form->ssRefInd.Text(1, 1), "C ");
-    EXPECT_EQ(form->ssRefInd.Text(1, 3), "F ");
+    EXPECT_EQ(std::tuple(m.MeltIndexWave[0], m.MeltIndexValue[1], m.MeltIndexValue[2],
+                         m.MeltIndexValue[3], form->ssRefInd.Text(1, 1), form->ssRefInd.Text(1, 3)),
+              std::tuple(656.273f, static_cast<double>(1.5170f), static_cast<double>(1.5224f),
+                         static_cast<double>(1.5225f), "C ", "F "));
 }
 
 TEST_F(MeltFixture, ReportsAndDifferencePlotOfAFit) {
@@ -144,11 +142,10 @@ TEST_F(MeltFixture, ReportsAndDifferencePlotOfAFit) {
 
     const auto lines = SplitLines(form->ComparisonReport());
     ASSERT_GE(lines.size(), 24u);
-    EXPECT_EQ(lines[0], "Index comparison over waveband [parent & melt glasses]");
-    EXPECT_EQ(lines[1], "");
-    EXPECT_EQ(lines[2], "Wave\t\tParent\tMelt\t\tDifference");
-    EXPECT_EQ(lines[3].rfind("300.0\t   \t", 0), 0u);
-    EXPECT_EQ(lines[23].rfind("2500.0\t   \t", 0), 0u);
+    EXPECT_EQ(std::tuple(lines[0], lines[1], lines[2], lines[3].rfind("300.0\t   \t", 0),
+                         lines[23].rfind("2500.0\t   \t", 0)),
+              std::tuple("Index comparison over waveband [parent & melt glasses]", "",
+                         "Wave\t\tParent\tMelt\t\tDifference", 0u, 0u));
     char expected[80];
     std::snprintf(expected, sizeof expected, "1.%06.0f  \t",
                   (IndexOf(form->ParentRecord(), 1180.0f) - 1) * 1e6);

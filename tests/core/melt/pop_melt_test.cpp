@@ -22,11 +22,9 @@ TEST_F(ParentPickerTest, MakersFromTheGenericListAndTheGlassesOfOneSortedByStatu
     auto p = Picker();
     ASSERT_TRUE(p->Load());
     ASSERT_GE(p->lstMakers.ListCount(), 3);
-    EXPECT_EQ(p->lstMakers.List(0), "Schott");
-    EXPECT_EQ(p->lstMakers.List(1), "Ohara");
-    EXPECT_EQ(p->lstMakers.List(2), "Hoya");
-    EXPECT_EQ(p->lstMakers.listIndex(), -1);
-    EXPECT_EQ(p->ssGlasses.MaxRows(), 0);
+    EXPECT_EQ(std::tuple(p->lstMakers.List(0), p->lstMakers.List(1), p->lstMakers.List(2),
+                         p->lstMakers.listIndex(), p->ssGlasses.MaxRows()),
+              std::tuple("Schott", "Ohara", "Hoya", -1, 0));
 
     Choose(*p, p->lstMakers, 0, &popMeltParent::lstMakersClick);
     ASSERT_EQ(p->ssGlasses.MaxRows(), 12);  // the demo's Schott glasses
@@ -68,13 +66,11 @@ TEST_F(ParentPickerTest, PickReturnsTheWholeRowAndRemembersTheMaker) {
         p.comOKClick();
     };
     ASSERT_TRUE(Picker(hooks)->PickParent(rec));
-    EXPECT_EQ(rec.Melt.MeltParentName.Untrimmed().substr(0, 6), "  BSC7");
-    EXPECT_EQ(rec.Melt.MeltParentSource.Text(), "Hoya");
-    EXPECT_EQ(rec.General.GlassName.Text(), "BSC7");
-    EXPECT_EQ(rec.General.Polytype, 1);
-    EXPECT_EQ(rec.General.PolyCoef[0], 2.2702566);
-    EXPECT_EQ(rec.General.IndexWvMax, 1014);
-    EXPECT_EQ(settings.GetSetting("MeltParent", "MeltParentMaker", "?"), "Hoya");
+    EXPECT_EQ(std::tuple(rec.Melt.MeltParentName.Untrimmed().substr(0, 6),
+                         rec.Melt.MeltParentSource.Text(), rec.General.GlassName.Text(),
+                         rec.General.Polytype, rec.General.PolyCoef[0], rec.General.IndexWvMax,
+                         settings.GetSetting("MeltParent", "MeltParentMaker", "?")),
+              std::tuple("  BSC7", "Hoya", "BSC7", 1, 2.2702566, 1014, "Hoya"));
 
     // Opened again, the maker is selected and its glasses are shown.
     auto p = Picker();
@@ -154,9 +150,8 @@ TEST_F(SchottSheetTest, TheChainOfSums) {
     for (int i = 0; i < 7; ++i) EXPECT_NEAR(m.MeltIndexValue[i], expected[i], 2e-7) << i;
     EXPECT_EQ(m.MeltIndexWave[1], 643.847f);
     // The figures stay in entries 1 to 9.
-    EXPECT_EQ(m.MeltTransThird[1], static_cast<double>(1.5168f));
-    EXPECT_EQ(m.MeltTransThird[9], static_cast<double>(0.00437f));
-    EXPECT_EQ(m.MeltTransThird[0], 0.0);
+    EXPECT_EQ(std::tuple(m.MeltTransThird[1], m.MeltTransThird[9], m.MeltTransThird[0]),
+              std::tuple(static_cast<double>(1.5168f), static_cast<double>(0.00437f), 0.0));
     sheet.comOKClick();
     EXPECT_TRUE(sheet.Accepted());
 }
