@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <tuple>
 
 #include "core/external/kelmora_database.h"
 #include "core/glassmap/frm_compare.h"
@@ -17,12 +18,8 @@ namespace {
 GlassPoint Catalogue(const std::string& name, const std::string& source, double nd, double vd,
                      double pgf = 0, int sourceIndex = 0) {
     GlassPoint p;
-    p.name = name;
-    p.source = source;
-    p.nd = nd;
-    p.vd = vd;
-    p.pgf = pgf;
-    p.sourceIndex = sourceIndex;
+    std::tie(p.name, p.source, p.nd, p.vd, p.pgf, p.sourceIndex) =
+        std::tie(name, source, nd, vd, pgf, sourceIndex);
     return p;
 }
 
@@ -125,47 +122,38 @@ TEST(NormalLine, ThroughK7AndF2OfTheCatalogue) {
     }
 }
 
-class GlassMapDatabase : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        DbError error;
-        db_ = CreateGlassDatabase((dir_ / "map.db").string(), error);
-        ASSERT_TRUE(db_) << error.message;
-    }
-    void Row(int id, int kind, const std::string& name, const std::string& source, DbValue nd,
-             DbValue vd, DbValue pgf) {
-        DbError error;
-        ASSERT_TRUE(db_->AddRow(kTableCurrent,
-                                {{"GlassID", int64_t{id}},
-                                 {"s1", int64_t{kind}},
-                                 {"GlassName", name},
-                                 {"Source", source},
-                                 {"nd", nd},
-                                 {"vd", vd},
-                                 {"PgF", pgf}},
-                                error))
+TEST(GlassMapDatabase, LeftOutGlassesAreCountedAndCustomRowsNotShownTwice) {
+    testing::TempDir dir;
+    DbError error;
+    const auto db = CreateGlassDatabase((dir / "map.db").string(), error);
+    ASSERT_TRUE(db) << error.message;
+    const auto row = [&](int id, int kind, const std::string& name, const std::string& source,
+                         DbValue nd, DbValue vd, DbValue pgf) {
+        ASSERT_TRUE(db->AddRow(kTableCurrent,
+                               {{"GlassID", int64_t{id}},
+                                {"s1", int64_t{kind}},
+                                {"GlassName", name},
+                                {"Source", source},
+                                {"nd", nd},
+                                {"vd", vd},
+                                {"PgF", pgf}},
+                               error))
             << error.message;
-    }
-    testing::TempDir dir_;
-    std::unique_ptr<Database> db_;
-};
-
-TEST_F(GlassMapDatabase, LeftOutGlassesAreCountedAndCustomRowsNotShownTwice) {
-    Row(1, 1, "K7", "Schott", 1.51112, 60.41, 0.5422);
-    Row(2, 1, "F2", "Schott", 1.62004, 36.37, 0.5828);
-    Row(3, 1, "S-BSL7", "Ohara", 1.51633, 64.14, 0.5352);
-    Row(4, 1, "NO-ND", "Ohara", DbValue{}, 50.0, 0.55);            // Null nd
-    Row(5, 1, "ZERO-VD", "Hoya", 1.6, 0.0, 0.55);                  // vd 0
-    Row(6, 1, "TEXT-ND", "Hoya", std::string("n/a"), 40.0, 0.55);  // not a number
-    Row(7, 1, "NO-PGF", "Hoya", 1.7, 30.0, DbValue{});             // on the Abbe diagram only
-    Row(8, kCustomRowKind, "MY1", "LAB", 1.55, 55.0, 0.55);        // the custom list's own copy
+    };
+    row(1, 1, "K7", "Schott", 1.51112, 60.41, 0.5422);
+    row(2, 1, "F2", "Schott", 1.62004, 36.37, 0.5828);
+    row(3, 1, "S-BSL7", "Ohara", 1.51633, 64.14, 0.5352);
+    row(4, 1, "NO-ND", "Ohara", DbValue{}, 50.0, 0.55);            // Null nd
+    row(5, 1, "ZERO-VD", "Hoya", 1.6, 0.0, 0.55);                  // vd 0
+    row(6, 1, "TEXT-ND", "Hoya", std::string("n/a"), 40.0, 0.55);  // not a number
+    row(7, 1, "NO-PGF", "Hoya", 1.7, 30.0, DbValue{});             // on the Abbe diagram only
+    row(8, kCustomRowKind, "MY1", "LAB", 1.55, 55.0, 0.55);        // the custom list's own copy
 
     GlassMapData data;
     AddCustomPoints({Custom("MY1", "LAB", 1.55f, 55.0f, 0.55f), Custom("BLANK", "LAB", 0, 0),
                      Melt("MY1-M1", "k7", "SCHOTT", 1.512f, 60.3f)},
                     data);
-    DbError error;
-    ASSERT_TRUE(AddCataloguePoints(*db_, data, error)) << error.message;
+    ASSERT_TRUE(AddCataloguePoints(*db, data, error)) << error.message;
     LinkMeltParents(data);
 
     EXPECT_EQ(std::tuple(data.leftOutCatalogue, data.leftOutCustom, data.sources),
@@ -219,28 +207,21 @@ TEST(GlassMapForm, DrawingHoldsOneMarkerPerShownGlass) {
     form.SetData(data);
     struct Step {
         const char* what;
-        std::function<void()> act;
+        int sourceOff;  // -1: none
+        bool pgfView;
         int catalogue, custom, melt, meltLinks;
     };
-    const Step steps[] = {
-        {"all", [] {}, 42, 1, 1, 1},
-        {"source B off",
-         [&] {
-             form.chkSource[1]->value = false;
-             form.chkSourceClick(1);
-         },
-         30, 1, 1, 1},
-        {"PgF view leaves out glasses without PgF", [&] { form.optViewClick(true); }, 20, 1, 0, 0},
-        {"source A off as well",
-         [&] {
-             form.chkSource[0]->value = false;
-             form.chkSourceClick(0);
-         },
-         0, 1, 0, 0},
-    };
+    const Step steps[] = {{"all", -1, false, 42, 1, 1, 1},
+                          {"source B off", 1, false, 30, 1, 1, 1},
+                          {"PgF view leaves out glasses without PgF", -1, true, 20, 1, 0, 0},
+                          {"source A off as well", 0, true, 0, 1, 0, 0}};
     for (const Step& s : steps) {
         SCOPED_TRACE(s.what);
-        s.act();
+        if (s.sourceOff >= 0) {
+            form.chkSource[s.sourceOff]->value = false;
+            form.chkSourceClick(s.sourceOff);
+        }
+        if (s.pgfView) form.optViewClick(true);
         const std::string svg = MapSceneSvg(form.Scene());
         EXPECT_EQ(std::tuple(Count(svg, "<circle class=\"catalogue\""),
                              Count(svg, "<rect class=\"custom\""),

@@ -1,6 +1,7 @@
 #include <cmath>
 #include <tuple>
 
+#include "core/materialform/form_states.h"
 #include "core/optics/crown.h"
 #include "melt_fixture.h"
 
@@ -38,18 +39,17 @@ TEST_F(MeltFixture, AConstantOffsetIsCarriedAcrossTheBandAndAQuadraticMakesTheGr
         }
         for (float w = parent.General.IndexWvMin; w <= parent.General.IndexWvMax; w += 50.0f)
             EXPECT_NEAR(IndexOf(melt, w) - IndexOf(parent, w), 0.0004, 3e-5) << w;
-        EXPECT_EQ(form->lblError.caption.get(),
-                  "Average error [user-fitted] indices at above wavelengths: 0.000400");
+        EXPECT_EQ(
+            (Texts{form->lblError.caption, form->pnlStatus.caption, form->lblGlassCode.caption}),
+            (Texts{"Average error [user-fitted] indices at above wavelengths: 0.000400",
+                   "Index: Ready", std::to_string(melt.General.GlassCode)}));
         EXPECT_FALSE(form->ssRefInd.Column(6).hidden);
-        EXPECT_FALSE(form->comIndexFit.enabled);
-        EXPECT_TRUE(form->comShowDispConsts.enabled);
-        EXPECT_TRUE(form->comShowIndex.enabled);
-        EXPECT_TRUE(form->comAdd.enabled);
-        EXPECT_EQ(form->pnlStatus.caption.get(), "Index: Ready");
-        EXPECT_EQ(form->lblGlassCode.caption.get(), std::to_string(melt.General.GlassCode));
+        EXPECT_EQ(Enabled({&form->comIndexFit, &form->comShowDispConsts, &form->comShowIndex,
+                           &form->comAdd}),
+                  (std::vector<bool>{false, true, true, true}));
         // Everything else is the parent's.
-        EXPECT_EQ(melt.TransTable, parent.TransTable);
-        EXPECT_EQ(melt.General.Density, parent.General.Density);
+        EXPECT_EQ(std::tie(melt.TransTable, melt.General.Density),
+                  std::tie(parent.TransTable, parent.General.Density));
 
         // The synthetic points are the parent plus the quadratic; pairs across the whole band, so
         // that the 32-bit pairs are not carried far.

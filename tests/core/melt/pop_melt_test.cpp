@@ -28,27 +28,25 @@ TEST_F(ParentPickerTest, MakersFromTheGenericListAndTheGlassesOfOneSortedByStatu
 
     Choose(*p, p->lstMakers, 0, &popMeltParent::lstMakersClick);
     ASSERT_EQ(p->ssGlasses.MaxRows(), 12);  // the demo's Schott glasses
-    EXPECT_EQ(p->ssGlasses.ClipText({1, 1, 3, 1}), "1\t  N-BK7\t517642");
-    EXPECT_EQ(p->ssGlasses.Text(6, 1), "  Recommended");
-    EXPECT_TRUE(p->ssGlassesView.visible);
-    EXPECT_FALSE(p->lblSelGlass.visible);
-    EXPECT_FALSE(p->comOK.enabled);
+    EXPECT_EQ(std::tuple(p->ssGlasses.ClipText({1, 1, 3, 1}), p->ssGlasses.Text(6, 1),
+                         p->ssGlassesView.visible.get(), p->lblSelGlass.visible.get(),
+                         p->comOK.enabled.get()),
+              std::tuple("1\t  N-BK7\t517642", "  Recommended", true, false, false));
 
     p->ssGlassesClick(3, RowOf(*p, "F2"));
-    EXPECT_TRUE(p->comOK.enabled);
-    EXPECT_EQ(p->lblSelGlass.caption.get(), "Select glass: Schott    F2");
+    EXPECT_EQ(std::tuple(p->comOK.enabled.get(), p->lblSelGlass.caption.get()),
+              std::tuple(true, "Select glass: Schott    F2"));
     // Another maker: a row must be clicked again.
     Choose(*p, p->lstMakers, 1, &popMeltParent::lstMakersClick);
-    EXPECT_FALSE(p->comOK.enabled);
-    EXPECT_EQ(p->ssGlasses.Text(6, 1), "  Available?");
+    EXPECT_EQ(std::tuple(p->comOK.enabled.get(), p->ssGlasses.Text(6, 1)),
+              std::tuple(false, "  Available?"));
 
     // Sorted by status: the words first, then the names.
     Choose(*p, p->lstMakers, 2, &popMeltParent::lstMakersClick);  // Hoya: A and R
     Choose(*p, p->cmbSortOrder, 5, &popMeltParent::cmbSortOrderClick);
     std::vector<std::string> seen;
-    for (int r = 1; r <= p->ssGlasses.MaxRows(); ++r) {
+    for (int r = 1; r <= p->ssGlasses.MaxRows(); ++r)
         seen.push_back(p->ssGlasses.Text(6, r) + "|" + p->ssGlasses.Text(2, r));
-    }
     ASSERT_FALSE(seen.empty());
     EXPECT_TRUE(std::is_sorted(seen.begin(), seen.end(), [](const auto& a, const auto& b) {
         return UpperAscii(a) < UpperAscii(b);
@@ -193,32 +191,6 @@ TEST_F(SchottSheetTest, EntriesAndTheCheckOfOK) {
                   (std::vector<ShownBox>{{c.refusal, MsgButtons::OK, MsgIcon::Exclamation, ""}}));
         EXPECT_EQ(sheet.Record().Melt.MeltIndexPoints, 0);
     }
-}
-
-// The picture fills the sheet with the parent's figures: the pairs are the parent's own, and
-// they replace the whole table.
-TEST_F(MeltFixture, TheParentMakesAStartingSheetThroughTheMeltMaker) {
-    Start("Schott", "N-BK7", "m1");
-    TypePair(12, "1000", "1.5");
-    popMeltSchott::Hooks hooks;
-    hooks.showModal = [](popMeltSchott& s) {
-        EXPECT_EQ(s.lblIndexCat[1].caption.get(), "1.516800");
-        s.pctSchottClick();
-        s.comOKClick();
-    };
-    popMeltSchott sheet(dialogs, newMsg, hooks);
-    sheetResult = [&sheet](MaterialRecord& rec) { ASSERT_TRUE(sheet.EnterSheet(rec)); };
-    form->comMeltSchottClick();
-    const auto& m = form->MeltRecord().Melt;
-    ASSERT_EQ(m.MeltIndexPoints, 7);
-    for (int i = 0; i < 7; ++i)
-        EXPECT_NEAR(m.MeltIndexValue[i], IndexOf(form->ParentRecord(), m.MeltIndexWave[i]), 1e-12);
-    char nC[20];
-    std::snprintf(nC, sizeof nC, "%.7f", m.MeltIndexValue[0]);
-    EXPECT_EQ(form->ssRefInd.Text(3, 1), nC);
-    EXPECT_EQ(form->ssRefInd.Text(2, 12), "");
-    form->comIndexFitClick();
-    EXPECT_EQ(form->MeltRecord().IndexState.Ready, kTrue);
 }
 
 }  // namespace
