@@ -61,32 +61,26 @@ TEST(NearestGlasses, DistanceAndOrder) {
     self.kind = GlassKind::Custom;  // a custom glass at the very spot is never a result
     data.points.push_back(self);
 
-    struct Case {
-        double scale;
-        int count;
-        std::vector<bool> sourceOn;
-        std::vector<std::pair<std::string, double>> expected;
-    };
-    const Case cases[] = {
-        {100, 3, {}, {{"nd-only", 1.0}, {"vd-only", 2.0}, {"both", 5.0}}},
-        {100,
-         9,
-         {},
-         {{"nd-only", 1.0}, {"vd-only", 2.0}, {"both", 5.0}, {"far", std::sqrt(640.0)}}},
-        // Source B switched off: its glass is not offered.
-        {100, 2, {true, false}, {{"nd-only", 1.0}, {"both", 5.0}}},
-        // A heavier nd weight: 0.01 in nd now counts as 5 in vd.
-        {500, 2, {}, {{"vd-only", 2.0}, {"nd-only", 5.0}}},
-        {100, 0, {}, {}},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(::testing::Message() << "scale " << c.scale << " count " << c.count);
-        const auto near = NearestGlasses(data, 1.52, 64.0, c.count, c.scale,
-                                         c.sourceOn.empty() ? nullptr : &c.sourceOn);
-        ASSERT_EQ(near.size(), c.expected.size());
+    // Scale, count, sources shown (empty: all) and the glasses found with their distances.
+    const std::tuple<double, int, std::vector<bool>, std::vector<std::pair<std::string, double>>>
+        cases[] = {{100, 3, {}, {{"nd-only", 1.0}, {"vd-only", 2.0}, {"both", 5.0}}},
+                   {100,
+                    9,
+                    {},
+                    {{"nd-only", 1.0}, {"vd-only", 2.0}, {"both", 5.0}, {"far", std::sqrt(640.0)}}},
+                   // Source B switched off: its glass is not offered.
+                   {100, 2, {true, false}, {{"nd-only", 1.0}, {"both", 5.0}}},
+                   // A heavier nd weight: 0.01 in nd now counts as 5 in vd.
+                   {500, 2, {}, {{"vd-only", 2.0}, {"nd-only", 5.0}}},
+                   {100, 0, {}, {}}};
+    for (const auto& [scale, count, sourceOn, expected] : cases) {
+        SCOPED_TRACE(::testing::Message() << "scale " << scale << " count " << count);
+        const auto near =
+            NearestGlasses(data, 1.52, 64.0, count, scale, sourceOn.empty() ? nullptr : &sourceOn);
+        ASSERT_EQ(near.size(), expected.size());
         for (size_t i = 0; i < near.size(); ++i) {
-            EXPECT_EQ(data.points[near[i].point].name, c.expected[i].first);
-            EXPECT_NEAR(near[i].distance, c.expected[i].second, 1e-9);
+            EXPECT_EQ(data.points[near[i].point].name, expected[i].first);
+            EXPECT_NEAR(near[i].distance, expected[i].second, 1e-9);
         }
     }
 }
@@ -98,23 +92,17 @@ TEST(NormalLine, ThroughK7AndF2OfTheCatalogue) {
     customK7.kind = GlassKind::Custom;
     const GlassPoint f2NoPgF = Catalogue("F2", "T", 1.62, 36.4, 0);
 
-    struct Case {
-        const char* what;
-        std::vector<GlassPoint> points;
-        bool found;
-    };
-    const Case cases[] = {
+    const std::tuple<const char*, std::vector<GlassPoint>, bool> cases[] = {
         {"both", {k7, f2}, true},
         {"a custom K7 does not count", {customK7, k7, f2}, true},
         {"no F2", {k7}, false},
-        {"F2 without PgF", {k7, f2NoPgF}, false},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.what);
+        {"F2 without PgF", {k7, f2NoPgF}, false}};
+    for (const auto& [what, points, found] : cases) {
+        SCOPED_TRACE(what);
         GlassMapData data;
-        data.points = c.points;
+        data.points = points;
         const auto line = FindNormalLine(data);
-        ASSERT_EQ(line.has_value(), c.found);
+        ASSERT_EQ(line.has_value(), found);
         if (!line) continue;
         EXPECT_NEAR(line->At(60.41), 0.5422, 1e-12);
         EXPECT_NEAR(line->At(36.37), 0.5828, 1e-12);
@@ -341,20 +329,15 @@ TEST(CompareMaterials, RefusedWithTheReason) {
     const CompareItem f2 = Sellmeier("F2", kF2, 600, 1014);
     CompareItem broken = Sellmeier("BAD", kF2, 310, 2500);
     broken.rec.General.Polytype = 99;
-    struct Case {
-        std::vector<const CompareItem*> items;
-        const char* message;
-    };
-    const Case cases[] = {
+    const std::pair<std::vector<const CompareItem*>, const char*> cases[] = {
         {{&bk7}, "Select two or more materials to compare."},
         {{&bk7, &f2}, "The materials have no wavelength band of index data in common."},
-        {{&bk7, &broken}, "The index of BAD (S) cannot be computed at 310 nm."},
-    };
-    for (const Case& c : cases) {
+        {{&bk7, &broken}, "The index of BAD (S) cannot be computed at 310 nm."}};
+    for (const auto& [items, expected] : cases) {
         CompareCurves curves;
         std::string message;
-        EXPECT_FALSE(CompareMaterials(c.items, 10, 20, curves, message));
-        EXPECT_EQ(message, c.message);
+        EXPECT_FALSE(CompareMaterials(items, 10, 20, curves, message));
+        EXPECT_EQ(message, expected);
     }
 }
 

@@ -171,48 +171,38 @@ TEST_F(Form, EditedMaterialIsReplacedWithoutAQuestion) {
 // that saved, No drops the changes, Cancel keeps the form. Nothing changed, or a review: no
 // question.
 TEST_F(Form, CloseWithUnsavedChangesAsksAndSavesOnYes) {
-    struct Case {
-        const char* name;
-        int16_t mode;
-        bool change;
-        MsgAnswer answer;
-        const char* question;  // "" when no question
-        bool closed;
-        float savedDensity;  // density in the list afterwards
-    } cases[] = {
-        {"cancel", frm3New::kModeEdit, true, MsgAnswer::Cancel, "Save changes to E-1?", false, 1},
-        {"no", frm3New::kModeEdit, true, MsgAnswer::No, "Save changes to E-1?", true, 1},
-        {"yes", frm3New::kModeEdit, true, MsgAnswer::Yes, "Save changes to E-1?", true, 4.2f},
-        {"yes, refused", frm3New::kModeNew, true, MsgAnswer::Yes,
-         "Save changes to the new material?", false, 1},
-        {"unchanged", frm3New::kModeEdit, false, MsgAnswer::Cancel, "", true, 1},
-        {"review", frm3New::kModeReview, true, MsgAnswer::Cancel, "", true, 1},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
+    // Mode, a change made, the answer, the question ("" for none), closed, density saved.
+    const std::tuple<int16_t, bool, MsgAnswer, const char*, bool, float> cases[] = {
+        {frm3New::kModeEdit, true, MsgAnswer::Cancel, "Save changes to E-1?", false, 1},
+        {frm3New::kModeEdit, true, MsgAnswer::No, "Save changes to E-1?", true, 1},
+        {frm3New::kModeEdit, true, MsgAnswer::Yes, "Save changes to E-1?", true, 4.2f},
+        {frm3New::kModeNew, true, MsgAnswer::Yes, "Save changes to the new material?", false, 1},
+        {frm3New::kModeEdit, false, MsgAnswer::Cancel, "", true, 1},
+        {frm3New::kModeReview, true, MsgAnswer::Cancel, "", true, 1}};
+    for (const auto& [mode, change, answer, question, closed, savedDensity] : cases) {
+        SCOPED_TRACE(::testing::Message() << mode << change << int(answer));
         MaterialRecord rec = ReadyRecord("E-1", "Lab");
         rec.General.Density = 1.0f;
         ASSERT_TRUE(list->CommitList({rec}));
-        if (c.mode == frm3New::kModeNew) form->DisplayNew();
-        if (c.mode == frm3New::kModeEdit) form->DisplayEdit(rec);
-        if (c.mode == frm3New::kModeReview) form->DisplayReview(rec);
+        if (mode == frm3New::kModeNew) form->DisplayNew();
+        if (mode == frm3New::kModeEdit) form->DisplayEdit(rec);
+        if (mode == frm3New::kModeReview) form->DisplayReview(rec);
         form->tabPropertiesChange(frm3New::kTabOther);
-        if (c.change) {
+        if (change) {
             form->ssOther.SetText(2, 9, "4.2");
             form->ssOtherChange(2, 9);
         }
         dialogs.boxes.clear();
-        dialogs.answers = {c.answer};
+        dialogs.answers = {answer};
         closes = 0;
         form->comOKClick();
-        ASSERT_EQ(dialogs.boxes.empty(), *c.question == '\0');
-        if (*c.question != '\0') {
-            EXPECT_EQ(dialogs.boxes[0].text, c.question);
-            EXPECT_EQ(dialogs.boxes[0].buttons, MsgButtons::YesNoCancel);
+        ASSERT_EQ(dialogs.boxes.empty(), *question == '\0');
+        if (*question != '\0') {
+            EXPECT_EQ(std::tie(dialogs.boxes[0].text, dialogs.boxes[0].buttons),
+                      std::tuple(question, MsgButtons::YesNoCancel));
         }
-        EXPECT_EQ(form->IsOpen(), !c.closed);
-        EXPECT_EQ(closes, c.closed ? 1 : 0);
-        EXPECT_FLOAT_EQ(list->CustomList()[0].General.Density, c.savedDensity);
+        EXPECT_EQ(std::tuple(form->IsOpen(), closes), std::tuple(!closed, closed ? 1 : 0));
+        EXPECT_FLOAT_EQ(list->CustomList()[0].General.Density, savedDensity);
         form->ForceUnload();
     }
 }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <tuple>
 
 #include "core/optics/crown.h"
 #include "support/scripted_dialogs.h"
@@ -74,26 +75,20 @@ TEST(CompleteWeight, OnlyFullRowsWithoutAWeight) {
 }
 
 TEST(IndexFitSteps, TooFewPointsNamesTheMinimum) {
-    struct Case {
-        int16_t type;
-        int rows;
-        const char* text;
-    };
-    for (const Case& c :
-         {Case{1, 5, "You need at least 6 full data points to fit a Schott polynomial."},
-          Case{2, 5, "You need at least 6 full data points to fit a Sellmeier polynomial."},
-          Case{3, 11, "You need at least 12 full data points to fit a Schott Plus polynomial."},
-          Case{6, 11, "You need at least 12 full data points to fit a Sellmeier Plus polynomial."},
-          Case{4, 2, "You need at least 3 full data points to fit a Cauchy polynomial."}}) {
-        FitRun run(c.type);
-        const auto out = run.Fit(Nbk7Rows(c.rows));
-        EXPECT_FALSE(out.fitted);
-        EXPECT_TRUE(out.errorLabel.empty());
+    const std::tuple<int16_t, int, const char*> cases[] = {
+        {1, 5, "You need at least 6 full data points to fit a Schott polynomial."},
+        {2, 5, "You need at least 6 full data points to fit a Sellmeier polynomial."},
+        {3, 11, "You need at least 12 full data points to fit a Schott Plus polynomial."},
+        {6, 11, "You need at least 12 full data points to fit a Sellmeier Plus polynomial."},
+        {4, 2, "You need at least 3 full data points to fit a Cauchy polynomial."}};
+    for (const auto& [type, rows, text] : cases) {
+        FitRun run(type);
+        const auto out = run.Fit(Nbk7Rows(rows));
+        EXPECT_EQ(std::tuple(out.fitted, out.errorLabel, run.rec.IndexState.Ready, run.d.everBusy),
+                  std::tuple(false, "", kFalse, false));
         EXPECT_EQ(
             run.d.boxes,
-            (std::vector<testing::ShownBox>{{c.text, MsgButtons::OK, MsgIcon::Exclamation, ""}}));
-        EXPECT_EQ(run.rec.IndexState.Ready, kFalse);
-        EXPECT_FALSE(run.d.everBusy);
+            (std::vector<testing::ShownBox>{{text, MsgButtons::OK, MsgIcon::Exclamation, ""}}));
     }
 }
 
@@ -115,9 +110,7 @@ TEST(IndexFitSteps, FailedFitClearsTheLabelButShowsTheColumns) {
     MaterialRecord& rec = run.rec;
     rec.IndexState.Ready = kTrue;
     const auto out = run.Fit(rows);
-    EXPECT_TRUE(out.fitted);
-    EXPECT_FALSE(out.ready);
-    EXPECT_TRUE(out.errorLabel.empty());
+    EXPECT_EQ(std::tuple(out.fitted, out.ready, out.errorLabel), std::tuple(true, false, ""));
     EXPECT_EQ(std::tuple(out.calcTexts.size(), rec.IndexState.Ready, rec.General.IndexReserved,
                          rec.General.GlassCode),
               std::tuple(8u, kFalse, 6, 0));

@@ -200,33 +200,29 @@ TEST_F(MeltFixture, AnIncompleteRecordOrACatalogueNameIsRefused) {
 
 // Closing by the form's own button with unsaved work asks first.
 TEST_F(MeltFixture, UnsavedWorkIsOfferedForSavingOnClose) {
-    const struct {
-        const char* code;
-        bool fitted;  // false: the pairs are typed but never fitted
-        MsgAnswer answer;
-        bool closed;
-        int savedCount;
-    } cases[] = {{"m1", true, MsgAnswer::No, true, 0},
-                 {"m1", true, MsgAnswer::Cancel, false, 0},
-                 {"m1", false, MsgAnswer::Yes, false, 0},
-                 // Fitted but without a code: the save button is off, nothing is saved.
-                 {"", true, MsgAnswer::Yes, false, 0},
-                 {"m1", true, MsgAnswer::Yes, true, 1}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(::testing::Message() << c.code << c.fitted << int(c.answer));
-        Start("Schott", "N-BK7", c.code);
+    // Code, fitted (or only typed), the answer, closed, and how many are saved.
+    const std::tuple<const char*, bool, MsgAnswer, bool, int> cases[] = {
+        {"m1", true, MsgAnswer::No, true, 0},
+        {"m1", true, MsgAnswer::Cancel, false, 0},
+        {"m1", false, MsgAnswer::Yes, false, 0},
+        // Fitted but without a code: the save button is off, nothing is saved.
+        {"", true, MsgAnswer::Yes, false, 0},
+        {"m1", true, MsgAnswer::Yes, true, 1}};
+    for (const auto& [code, fitted, answer, closed, savedCount] : cases) {
+        SCOPED_TRACE(::testing::Message() << code << fitted << int(answer));
+        Start("Schott", "N-BK7", code);
         TypeOffsetPairs(kMainLines, 0.0003);
-        if (c.fitted) form->comIndexFitClick();
+        if (fitted) form->comIndexFitClick();
         dialogs.boxes.clear();
-        dialogs.answers = {c.answer};
+        dialogs.answers = {answer};
         form->comOKClick();
         ASSERT_FALSE(dialogs.boxes.empty());
         EXPECT_EQ(std::tuple(dialogs.boxes[0].text, dialogs.boxes[0].buttons, form->IsOpen(),
                              list->CustomCount()),
-                  std::tuple("Save changes to N-BK7 *" + std::string(c.code) + "?",
-                             MsgButtons::YesNoCancel, !c.closed, c.savedCount));
+                  std::tuple("Save changes to N-BK7 *" + std::string(code) + "?",
+                             MsgButtons::YesNoCancel, !closed, savedCount));
         // A Yes that cannot save says why, as the save button's own check does.
-        const bool refused = c.answer == MsgAnswer::Yes && !c.closed;
+        const bool refused = answer == MsgAnswer::Yes && !closed;
         ASSERT_EQ(dialogs.boxes.size(), refused ? 2u : 1u);
         if (refused) {
             EXPECT_EQ(dialogs.boxes[1].text, frm7Melt::kIncompleteMsg);
