@@ -172,78 +172,39 @@ TEST_F(MeltFixture, ReportsAndDifferencePlotOfAFit) {
     EXPECT_NEAR(curve[3].delta, 0.0004, 2e-6);
 }
 
-TEST_F(MeltFixture, ASavedMeltCarriesTheDerivedNumbersOfItsOwnPolynomial) {
-    const struct {
-        double offset;
-        const char* code;
-    } cases[] = {{0.003, "up"}, {-0.002, "down"}};
-    for (const auto& c : cases) {
-        Start("Schott", "N-BK7", c.code);
-        TypeOffsetPairs(kSchottLines, c.offset);
-        form->comIndexFitClick();
-        const DerivedData parentDerived = form->ParentRecord().Derived;
-        form->comAddClick();
-        ASSERT_TRUE(form->Saved()) << c.code;
-        const MaterialRecord* saved = nullptr;
-        for (const auto& rec : list->CustomList()) {
-            if (rec.Melt.MeltCode.Text() == c.code) saved = &rec;
-        }
-        ASSERT_NE(saved, nullptr) << c.code;
-        const auto& coef = saved->General.PolyCoef;
-        ASSERT_EQ(saved->General.Polytype, 2);
-        const double nd = SellmeierIndex(coef, 587.562), nC = SellmeierIndex(coef, 656.273),
-                     nF = SellmeierIndex(coef, 486.133), ng = SellmeierIndex(coef, 435.834),
-                     ne = SellmeierIndex(coef, 546.074);
-        const double vd = (nd - 1) / (nF - nC);
-        const auto& d = saved->Derived;
-        EXPECT_NEAR(d.nd, nd, 6e-6) << c.code;
-        EXPECT_NEAR(d.nd - parentDerived.nd, c.offset, 2e-5) << c.code;
-        EXPECT_NEAR(d.vd, vd, 6e-3) << c.code;
-        EXPECT_NEAR(d.Ne, ne, 6e-6) << c.code;
-        EXPECT_NEAR(d.nF_NC, nF - nC, 2e-6) << c.code;
-        EXPECT_NEAR(d.PgF, (ng - nF) / (nF - nC), 2e-5) << c.code;
-        EXPECT_EQ(saved->General.GlassCode,
-                  std::lround((nd - 1) * 1000) * 1000 + std::lround(vd * 10))
-            << c.code;
-    }
-}
-
 // Where the measured pairs stop and the quadratic goes on alone: the plot shades those parts
 // of the parent's band and the comparison report marks their rows.
 TEST_F(MeltFixture, PartsBeyondThePairsAreShadedAndMarked) {
-    const struct {
-        const char* maker;
-        const char* parent;
-        std::vector<float> waves;
-        std::vector<WaveRange> shaded;
-    } cases[] = {// Four visible lines of a parent known from 300 to 2500 nm: most of the band is
-                 // the quadratic alone.
-                 {"Schott", "N-BK7", kMainLines, {{300.0, 435.834f}, {656.273f, 2500.0}}},
-                 // A pair beyond the long end of the band leaves only the short end unmeasured.
-                 {"Hoya", "BSC7", {1500.0f, 656.273f, 587.562f, 435.834f}, {{365.0, 435.834f}}},
-                 {"Schott", "N-BK7", {2500.0f, 1500.0f, 700.0f, 300.0f}, {}}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.waves.front());
-        Start(c.maker, c.parent, "m1");
+    // Maker, parent, the pairs' wavelengths and the parts of the band shaded.
+    const std::tuple<const char*, const char*, std::vector<float>, std::vector<WaveRange>> cases[] =
+        {// Four visible lines of a parent known from 300 to 2500 nm: most of the band is the
+         // quadratic alone.
+         {"Schott", "N-BK7", kMainLines, {{300.0, 435.834f}, {656.273f, 2500.0}}},
+         // A pair beyond the long end of the band leaves only the short end unmeasured.
+         {"Hoya", "BSC7", {1500.0f, 656.273f, 587.562f, 435.834f}, {{365.0, 435.834f}}},
+         {"Schott", "N-BK7", {2500.0f, 1500.0f, 700.0f, 300.0f}, {}}};
+    for (const auto& [maker, parent, waves, shadedParts] : cases) {
+        SCOPED_TRACE(waves.front());
+        Start(maker, parent, "m1");
         // Within +-2e-5 of the parent, alternating.
-        for (size_t i = 0; i < c.waves.size(); ++i)
-            TypeOffsetPair(static_cast<int>(i) + 1, c.waves[i], i % 2 ? -2e-5 : 2e-5);
+        for (size_t i = 0; i < waves.size(); ++i)
+            TypeOffsetPair(static_cast<int>(i) + 1, waves[i], i % 2 ? -2e-5 : 2e-5);
         EXPECT_TRUE(form->ExtrapolatedRanges().empty());  // nothing to shade before a fit
         form->comIndexFitClick();
         ASSERT_EQ(form->MeltRecord().IndexState.Ready, kTrue);
-        EXPECT_EQ(form->ExtrapolatedRanges(), c.shaded);
+        EXPECT_EQ(form->ExtrapolatedRanges(), shadedParts);
         const std::string report = form->ComparisonReport();
         const auto lines = SplitLines(report);
         ASSERT_GE(lines.size(), 23u);
         for (size_t i = 3; i < lines.size() && !lines[i].empty(); ++i) {
             const double wave = std::stod(lines[i]);
             bool shaded = false;
-            for (const auto& r : c.shaded) shaded = shaded || (wave >= r.from && wave <= r.to);
+            for (const auto& r : shadedParts) shaded = shaded || (wave >= r.from && wave <= r.to);
             EXPECT_EQ(lines[i].ends_with("  *"), shaded) << lines[i];
         }
         EXPECT_EQ(report.find("\n\n* extrapolated: outside the measured wavelengths, ") !=
                       std::string::npos,
-                  !c.shaded.empty());
+                  !shadedParts.empty());
         form->ForceUnload();
     }
 }

@@ -3,6 +3,7 @@
 
 #include "core/materialform/form_states.h"
 #include "core/materialform/verification.h"
+#include "core/optics/crown.h"
 #include "melt_fixture.h"
 
 namespace ostrel::testing {
@@ -89,8 +90,9 @@ TEST_F(MeltFixture, NewFormWaitsForParentCodeAndFit) {
 TEST_F(MeltFixture, SaveSortsTheListOffersOverwriteAndEditAndReviewOpenTheSavedMelt) {
     ASSERT_TRUE(list->AddAndSave(MakeRecord("ZZ glass", "Own"), false));
 
-    FitNewMelt(0.0003);
+    FitNewMelt(0.003);
     ASSERT_TRUE(form->comAdd.enabled);
+    const DerivedData parentDerived = form->ParentRecord().Derived;
     dialogs.boxes.clear();
     form->comAddClick();
     EXPECT_TRUE(dialogs.boxes.empty());
@@ -103,6 +105,20 @@ TEST_F(MeltFixture, SaveSortsTheListOffersOverwriteAndEditAndReviewOpenTheSavedM
         (Texts{"N-BK7 *m1", "Schott", "N-BK7", "ZZ glass"}));
     EXPECT_EQ(std::tuple(saved.Melt.MeltFlag, saved.Melt.MeltIndexPoints, saved.DateChanged),
               std::tuple(kTrue, 4, 46349.5));
+    // The derived numbers are the melt's own, worked out from its polynomial.
+    const auto& coef = saved.General.PolyCoef;
+    ASSERT_EQ(saved.General.Polytype, 2);
+    const double nd = SellmeierIndex(coef, 587.562), nC = SellmeierIndex(coef, 656.273),
+                 nF = SellmeierIndex(coef, 486.133), ng = SellmeierIndex(coef, 435.834),
+                 ne = SellmeierIndex(coef, 546.074), vd = (nd - 1) / (nF - nC);
+    const auto& d = saved.Derived;
+    EXPECT_NEAR(d.nd, nd, 6e-6);
+    EXPECT_NEAR(d.nd - parentDerived.nd, 0.003, 2e-5);
+    EXPECT_NEAR(d.vd, vd, 6e-3);
+    EXPECT_NEAR(d.Ne, ne, 6e-6);
+    EXPECT_NEAR(d.nF_NC, nF - nC, 2e-6);
+    EXPECT_NEAR(d.PgF, (ng - nF) / (nF - nC), 2e-5);
+    EXPECT_EQ(saved.General.GlassCode, std::lround((nd - 1) * 1000) * 1000 + std::lround(vd * 10));
     // The form starts again.
     EXPECT_EQ(form->MeltRecord().Melt.MeltParentName.Text(), "");
     EXPECT_FALSE(form->comAdd.enabled);
@@ -119,7 +135,7 @@ TEST_F(MeltFixture, SaveSortsTheListOffersOverwriteAndEditAndReviewOpenTheSavedM
                                 "to overwrite the existing data?",
                                 MsgButtons::YesNo, MsgIcon::Question, ""}}));
     EXPECT_NEAR(IndexOf(list->CustomList()[0], 587.562f) - IndexOf(form->ParentRecord(), 587.562f),
-                0.0003, 2e-6);
+                0.003, 2e-6);
 
     // Edit and review open the saved melt.
     form->DisplayEdit(saved);
@@ -127,7 +143,7 @@ TEST_F(MeltFixture, SaveSortsTheListOffersOverwriteAndEditAndReviewOpenTheSavedM
                      form->ParentRecord().General.GlassName.Text(),
                      form->ssRefInd.ClipText({1, 1, 2, 1}), form->ssRefInd.Text(5, 1)}),
               (Texts{"Melt glass: edit", "Accept changes", "Accept changes made to this melt glass",
-                     "N-BK7", "C \t656.2730", "0.000300"}));
+                     "N-BK7", "C \t656.2730", "0.003000"}));
     EXPECT_EQ(form->MeltRecord().IndexState.Changes, 2);
     EXPECT_EQ(form->ParentRecord().General.PolyCoef[0], 1.03961212);
     EXPECT_TRUE(form->comAdd.enabled);
