@@ -260,19 +260,19 @@ TEST(GlassMapForm, ViewRunsDownInVdAndZoomKeepsThePointUnderTheMouse) {
     form.SetData(withCustom);
     s = form.Scene();
     ASSERT_EQ(s.markers.size(), 4u);
-    EXPECT_EQ(form.CustomPositionAt(s.markers[3].x, s.markers[3].y), 1);
-    EXPECT_EQ(form.CustomPositionAt(s.markers[0].x, s.markers[0].y), 0);
+    EXPECT_EQ(std::tuple(form.CustomPositionAt(s.markers[3].x, s.markers[3].y),
+                         form.CustomPositionAt(s.markers[0].x, s.markers[0].y)),
+              std::tuple(1, 0));
     EXPECT_NE(form.PointTip(3).find("OWN\nSource: LAB (Custom)\nnd 1.60000   vd 35.00"),
               std::string::npos);
 
-    form.txtSearch.text = "lo";
-    form.txtSearchChange();
-    EXPECT_EQ(form.highlighted(), 1);
-    EXPECT_EQ(form.lblSearch.caption.get(), "LOW (A)");
-    form.txtSearch.text = "nothing";
-    form.txtSearchChange();
-    EXPECT_EQ(form.highlighted(), -1);
-    EXPECT_EQ(form.lblSearch.caption.get(), "Not found");
+    for (auto [typed, point, found] :
+         {std::tuple{"lo", 1, "LOW (A)"}, {"nothing", -1, "Not found"}}) {
+        form.txtSearch.text = typed;
+        form.txtSearchChange();
+        EXPECT_EQ(std::tuple(form.highlighted(), form.lblSearch.caption.get()),
+                  std::tuple(point, found));
+    }
 }
 
 // Sellmeier glasses with the published coefficients of N-BK7 and F2.

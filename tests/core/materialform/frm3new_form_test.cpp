@@ -11,7 +11,7 @@ namespace {
 
 using Form = Frm3NewFixture;
 
-TEST_F(Form, NewMaterialReadsEditingAndHasOnlyDnDtReady) {
+TEST_F(Form, NewEditAndReviewTitlesStatesAndCommandsPerTab) {
     form->DisplayNew();
     EXPECT_TRUE(form->IsOpen() && form->lblGenNew.visible);
     EXPECT_EQ(
@@ -28,29 +28,23 @@ TEST_F(Form, NewMaterialReadsEditingAndHasOnlyDnDtReady) {
     EXPECT_TRUE(dialogs.boxes.empty());
 
     // The commands follow the tab.
-    const struct {
-        const char* paste;
-        bool pasteOn;
-        const char* clear;
-        bool clearOn;
-        bool waveOn;
-    } tabs[] = {{"&Paste", false, "C&lear", false, false},
-                {"&Paste index", true, "C&lear index", true, true},
-                {"&Paste trans", true, "C&lear trans", true, true},
-                {"&Paste", false, "C&lear dndt", true, false},
-                {"&Paste", false, "C&lear other", true, false}};
+    // Per tab: paste caption and state, clear caption and state, the wave picker's state.
+    const std::tuple<const char*, bool, const char*, bool, bool> tabs[] = {
+        {"&Paste", false, "C&lear", false, false},
+        {"&Paste index", true, "C&lear index", true, true},
+        {"&Paste trans", true, "C&lear trans", true, true},
+        {"&Paste", false, "C&lear dndt", true, false},
+        {"&Paste", false, "C&lear other", true, false}};
     for (int tab = 0; tab < 5; ++tab) {
-        SCOPED_TRACE(tab);
-        const auto& c = tabs[tab];
         form->tabPropertiesChange(tab);
         EXPECT_EQ(std::tuple(form->comClipPaste.caption.get(), form->comClipPaste.enabled.get(),
                              form->comClear.caption.get(), form->comClear.enabled.get(),
                              form->comWaveSelRefInd.enabled.get()),
-                  std::tuple(c.paste, c.pasteOn, c.clear, c.clearOn, c.waveOn));
+                  tabs[tab])
+            << tab;
     }
-}
 
-TEST_F(Form, TitleOfEditedMaterialAndReviewLocksEverything) {
+    // An edited material is titled by its name; a review locks everything.
     MaterialRecord rec = MakeRecord("N-AB", "Maker");
     form->DisplayEdit(rec);
     EXPECT_EQ((Texts{form->form.caption, form->comAdd.caption}),
@@ -70,8 +64,7 @@ TEST_F(Form, TitleOfEditedMaterialAndReviewLocksEverything) {
     EXPECT_FALSE(form->comClear.enabled);
     EXPECT_FALSE(form->ssOther.EditText(2, 9, "2.5"));
     form->comOKClick();
-    EXPECT_FALSE(form->IsOpen());
-    EXPECT_EQ(closes, 1);
+    EXPECT_EQ(std::tuple(form->IsOpen(), closes), std::tuple(false, 1));
 }
 
 TEST_F(Form, CatalogueNameIsRefusedAndTheOldTextComesBack) {
