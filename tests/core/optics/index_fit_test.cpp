@@ -64,11 +64,7 @@ using LinearFit = int16_t (*)(int16_t&, int16_t, std::string&, PolyCoefBlock&, M
                               Dialogs&);
 
 constexpr const char* kTooFewPoints = "Insufficient Data Points\nAdd More Data";
-const PolyCoefBlock kUntouched = [] {
-    PolyCoefBlock c;
-    c.fill(3.0);
-    return c;
-}();
+const PolyCoefBlock kUntouched{3, 3, 3, 3, 3, 3, 3, 3, 3, 3, 3, 3, 3, 3};
 
 // What a fit is handed besides its points, and what it shows. Coefficients and text start
 // out filled, so that a fit that fails must be seen to leave them alone.
