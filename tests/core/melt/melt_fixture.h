@@ -46,6 +46,11 @@ class MeltFixture : public ListFixture {
             return true;
         };
         hooks.pickWaves = std::ref(picker);
+        hooks.enterSheet = [this](MaterialRecord& rec) {
+            if (!sheetResult) return false;
+            sheetResult(rec);
+            return true;
+        };
         form = std::make_unique<frm7Melt>(*list, dialogs, newMsg, setup.GetPathKelmora(), hooks);
     }
 
@@ -119,6 +124,7 @@ class MeltFixture : public ListFixture {
     std::unique_ptr<frm7Melt> form;
     std::string nextMaker, nextParent;
     ScriptedWavePicker picker;
+    std::function<void(MaterialRecord&)> sheetResult;
     std::vector<bool> ownerStates;
 };
 

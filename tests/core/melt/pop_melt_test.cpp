@@ -189,5 +189,31 @@ TEST_F(SchottSheetTest, EntriesAndTheCheckOfOK) {
     }
 }
 
+// The picture fills the sheet with the parent's figures: the pairs are the parent's own, and
+// they replace the whole table.
+TEST_F(MeltFixture, TheParentMakesAStartingSheetThroughTheMeltMaker) {
+    Start("Schott", "N-BK7", "m1");
+    TypePair(12, "1000", "1.5");
+    popMeltSchott::Hooks hooks;
+    hooks.showModal = [](popMeltSchott& s) {
+        EXPECT_EQ(s.lblIndexCat[1].caption.get(), "1.516800");
+        s.pctSchottClick();
+        s.comOKClick();
+    };
+    popMeltSchott sheet(dialogs, newMsg, hooks);
+    sheetResult = [&sheet](MaterialRecord& rec) { ASSERT_TRUE(sheet.EnterSheet(rec)); };
+    form->comMeltSchottClick();
+    const auto& m = form->MeltRecord().Melt;
+    ASSERT_EQ(m.MeltIndexPoints, 7);
+    for (int i = 0; i < 7; ++i)
+        EXPECT_NEAR(m.MeltIndexValue[i], IndexOf(form->ParentRecord(), m.MeltIndexWave[i]), 1e-12);
+    char nC[20];
+    std::snprintf(nC, sizeof nC, "%.7f", m.MeltIndexValue[0]);
+    EXPECT_EQ(form->ssRefInd.Text(3, 1), nC);
+    EXPECT_EQ(form->ssRefInd.Text(2, 12), "");
+    form->comIndexFitClick();
+    EXPECT_EQ(form->MeltRecord().IndexState.Ready, kTrue);
+}
+
 }  // namespace
 }  // namespace ostrel::testing
