@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <tuple>
 
 #include "core/external/kelmora_database.h"
 #include "core/glassmap/frm_compare.h"
@@ -17,12 +18,8 @@ namespace {
 GlassPoint Catalogue(const std::string& name, const std::string& source, double nd, double vd,
                      double pgf = 0, int sourceIndex = 0) {
     GlassPoint p;
-    p.name = name;
-    p.source = source;
-    p.nd = nd;
-    p.vd = vd;
-    p.pgf = pgf;
-    p.sourceIndex = sourceIndex;
+    std::tie(p.name, p.source, p.nd, p.vd, p.pgf, p.sourceIndex) =
+        std::tie(name, source, nd, vd, pgf, sourceIndex);
     return p;
 }
 
@@ -64,32 +61,26 @@ TEST(NearestGlasses, DistanceAndOrder) {
     self.kind = GlassKind::Custom;  // a custom glass at the very spot is never a result
     data.points.push_back(self);
 
-    struct Case {
-        double scale;
-        int count;
-        std::vector<bool> sourceOn;
-        std::vector<std::pair<std::string, double>> expected;
-    };
-    const Case cases[] = {
-        {100, 3, {}, {{"nd-only", 1.0}, {"vd-only", 2.0}, {"both", 5.0}}},
-        {100,
-         9,
-         {},
-         {{"nd-only", 1.0}, {"vd-only", 2.0}, {"both", 5.0}, {"far", std::sqrt(640.0)}}},
-        // Source B switched off: its glass is not offered.
-        {100, 2, {true, false}, {{"nd-only", 1.0}, {"both", 5.0}}},
-        // A heavier nd weight: 0.01 in nd now counts as 5 in vd.
-        {500, 2, {}, {{"vd-only", 2.0}, {"nd-only", 5.0}}},
-        {100, 0, {}, {}},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(::testing::Message() << "scale " << c.scale << " count " << c.count);
-        const auto near = NearestGlasses(data, 1.52, 64.0, c.count, c.scale,
-                                         c.sourceOn.empty() ? nullptr : &c.sourceOn);
-        ASSERT_EQ(near.size(), c.expected.size());
+    // Scale, count, sources shown (empty: all) and the glasses found with their distances.
+    const std::tuple<double, int, std::vector<bool>, std::vector<std::pair<std::string, double>>>
+        cases[] = {{100, 3, {}, {{"nd-only", 1.0}, {"vd-only", 2.0}, {"both", 5.0}}},
+                   {100,
+                    9,
+                    {},
+                    {{"nd-only", 1.0}, {"vd-only", 2.0}, {"both", 5.0}, {"far", std::sqrt(640.0)}}},
+                   // Source B switched off: its glass is not offered.
+                   {100, 2, {true, false}, {{"nd-only", 1.0}, {"both", 5.0}}},
+                   // A heavier nd weight: 0.01 in nd now counts as 5 in vd.
+                   {500, 2, {}, {{"vd-only", 2.0}, {"nd-only", 5.0}}},
+                   {100, 0, {}, {}}};
+    for (const auto& [scale, count, sourceOn, expected] : cases) {
+        SCOPED_TRACE(::testing::Message() << "scale " << scale << " count " << count);
+        const auto near =
+            NearestGlasses(data, 1.52, 64.0, count, scale, sourceOn.empty() ? nullptr : &sourceOn);
+        ASSERT_EQ(near.size(), expected.size());
         for (size_t i = 0; i < near.size(); ++i) {
-            EXPECT_EQ(data.points[near[i].point].name, c.expected[i].first);
-            EXPECT_NEAR(near[i].distance, c.expected[i].second, 1e-9);
+            EXPECT_EQ(data.points[near[i].point].name, expected[i].first);
+            EXPECT_NEAR(near[i].distance, expected[i].second, 1e-9);
         }
     }
 }
@@ -101,23 +92,17 @@ TEST(NormalLine, ThroughK7AndF2OfTheCatalogue) {
     customK7.kind = GlassKind::Custom;
     const GlassPoint f2NoPgF = Catalogue("F2", "T", 1.62, 36.4, 0);
 
-    struct Case {
-        const char* what;
-        std::vector<GlassPoint> points;
-        bool found;
-    };
-    const Case cases[] = {
+    const std::tuple<const char*, std::vector<GlassPoint>, bool> cases[] = {
         {"both", {k7, f2}, true},
         {"a custom K7 does not count", {customK7, k7, f2}, true},
         {"no F2", {k7}, false},
-        {"F2 without PgF", {k7, f2NoPgF}, false},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.what);
+        {"F2 without PgF", {k7, f2NoPgF}, false}};
+    for (const auto& [what, points, found] : cases) {
+        SCOPED_TRACE(what);
         GlassMapData data;
-        data.points = c.points;
+        data.points = points;
         const auto line = FindNormalLine(data);
-        ASSERT_EQ(line.has_value(), c.found);
+        ASSERT_EQ(line.has_value(), found);
         if (!line) continue;
         EXPECT_NEAR(line->At(60.41), 0.5422, 1e-12);
         EXPECT_NEAR(line->At(36.37), 0.5828, 1e-12);
@@ -125,52 +110,42 @@ TEST(NormalLine, ThroughK7AndF2OfTheCatalogue) {
     }
 }
 
-class GlassMapDatabase : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        DbError error;
-        db_ = CreateGlassDatabase((dir_ / "map.db").string(), error);
-        ASSERT_TRUE(db_) << error.message;
-    }
-    void Row(int id, int kind, const std::string& name, const std::string& source, DbValue nd,
-             DbValue vd, DbValue pgf) {
-        DbError error;
-        ASSERT_TRUE(db_->AddRow(kTableCurrent,
-                                {{"GlassID", int64_t{id}},
-                                 {"s1", int64_t{kind}},
-                                 {"GlassName", name},
-                                 {"Source", source},
-                                 {"nd", nd},
-                                 {"vd", vd},
-                                 {"PgF", pgf}},
-                                error))
+TEST(GlassMapDatabase, LeftOutGlassesAreCountedAndCustomRowsNotShownTwice) {
+    testing::TempDir dir;
+    DbError error;
+    const auto db = CreateGlassDatabase((dir / "map.db").string(), error);
+    ASSERT_TRUE(db) << error.message;
+    const auto row = [&](int id, int kind, const std::string& name, const std::string& source,
+                         DbValue nd, DbValue vd, DbValue pgf) {
+        ASSERT_TRUE(db->AddRow(kTableCurrent,
+                               {{"GlassID", int64_t{id}},
+                                {"s1", int64_t{kind}},
+                                {"GlassName", name},
+                                {"Source", source},
+                                {"nd", nd},
+                                {"vd", vd},
+                                {"PgF", pgf}},
+                               error))
             << error.message;
-    }
-    testing::TempDir dir_;
-    std::unique_ptr<Database> db_;
-};
-
-TEST_F(GlassMapDatabase, LeftOutGlassesAreCountedAndCustomRowsNotShownTwice) {
-    Row(1, 1, "K7", "Schott", 1.51112, 60.41, 0.5422);
-    Row(2, 1, "F2", "Schott", 1.62004, 36.37, 0.5828);
-    Row(3, 1, "S-BSL7", "Ohara", 1.51633, 64.14, 0.5352);
-    Row(4, 1, "NO-ND", "Ohara", DbValue{}, 50.0, 0.55);            // Null nd
-    Row(5, 1, "ZERO-VD", "Hoya", 1.6, 0.0, 0.55);                  // vd 0
-    Row(6, 1, "TEXT-ND", "Hoya", std::string("n/a"), 40.0, 0.55);  // not a number
-    Row(7, 1, "NO-PGF", "Hoya", 1.7, 30.0, DbValue{});             // on the Abbe diagram only
-    Row(8, kCustomRowKind, "MY1", "LAB", 1.55, 55.0, 0.55);        // the custom list's own copy
+    };
+    row(1, 1, "K7", "Schott", 1.51112, 60.41, 0.5422);
+    row(2, 1, "F2", "Schott", 1.62004, 36.37, 0.5828);
+    row(3, 1, "S-BSL7", "Ohara", 1.51633, 64.14, 0.5352);
+    row(4, 1, "NO-ND", "Ohara", DbValue{}, 50.0, 0.55);            // Null nd
+    row(5, 1, "ZERO-VD", "Hoya", 1.6, 0.0, 0.55);                  // vd 0
+    row(6, 1, "TEXT-ND", "Hoya", std::string("n/a"), 40.0, 0.55);  // not a number
+    row(7, 1, "NO-PGF", "Hoya", 1.7, 30.0, DbValue{});             // on the Abbe diagram only
+    row(8, kCustomRowKind, "MY1", "LAB", 1.55, 55.0, 0.55);        // the custom list's own copy
 
     GlassMapData data;
     AddCustomPoints({Custom("MY1", "LAB", 1.55f, 55.0f, 0.55f), Custom("BLANK", "LAB", 0, 0),
                      Melt("MY1-M1", "k7", "SCHOTT", 1.512f, 60.3f)},
                     data);
-    DbError error;
-    ASSERT_TRUE(AddCataloguePoints(*db_, data, error)) << error.message;
+    ASSERT_TRUE(AddCataloguePoints(*db, data, error)) << error.message;
     LinkMeltParents(data);
 
-    EXPECT_EQ(data.leftOutCatalogue, 3);
-    EXPECT_EQ(data.leftOutCustom, 1);
-    EXPECT_EQ(data.sources, (std::vector<std::string>{"Hoya", "Ohara", "Schott"}));
+    EXPECT_EQ(std::tuple(data.leftOutCatalogue, data.leftOutCustom, data.sources),
+              std::tuple(3, 1, (std::vector<std::string>{"Hoya", "Ohara", "Schott"})));
     ASSERT_EQ(data.points.size(), 6u);  // 2 custom + 4 catalogue
     EXPECT_EQ(data.points[1].kind, GlassKind::Melt);
     ASSERT_GE(data.points[1].parent, 0);
@@ -220,33 +195,26 @@ TEST(GlassMapForm, DrawingHoldsOneMarkerPerShownGlass) {
     form.SetData(data);
     struct Step {
         const char* what;
-        std::function<void()> act;
+        int sourceOff;  // -1: none
+        bool pgfView;
         int catalogue, custom, melt, meltLinks;
     };
-    const Step steps[] = {
-        {"all", [] {}, 42, 1, 1, 1},
-        {"source B off",
-         [&] {
-             form.chkSource[1]->value = false;
-             form.chkSourceClick(1);
-         },
-         30, 1, 1, 1},
-        {"PgF view leaves out glasses without PgF", [&] { form.optViewClick(true); }, 20, 1, 0, 0},
-        {"source A off as well",
-         [&] {
-             form.chkSource[0]->value = false;
-             form.chkSourceClick(0);
-         },
-         0, 1, 0, 0},
-    };
+    const Step steps[] = {{"all", -1, false, 42, 1, 1, 1},
+                          {"source B off", 1, false, 30, 1, 1, 1},
+                          {"PgF view leaves out glasses without PgF", -1, true, 20, 1, 0, 0},
+                          {"source A off as well", 0, true, 0, 1, 0, 0}};
     for (const Step& s : steps) {
         SCOPED_TRACE(s.what);
-        s.act();
+        if (s.sourceOff >= 0) {
+            form.chkSource[s.sourceOff]->value = false;
+            form.chkSourceClick(s.sourceOff);
+        }
+        if (s.pgfView) form.optViewClick(true);
         const std::string svg = MapSceneSvg(form.Scene());
-        EXPECT_EQ(Count(svg, "<circle class=\"catalogue\""), s.catalogue);
-        EXPECT_EQ(Count(svg, "<rect class=\"custom\""), s.custom);
-        EXPECT_EQ(Count(svg, "<path class=\"melt\""), s.melt);
-        EXPECT_EQ(Count(svg, "stroke=\"#7A00B0\""), s.meltLinks);
+        EXPECT_EQ(std::tuple(Count(svg, "<circle class=\"catalogue\""),
+                             Count(svg, "<rect class=\"custom\""),
+                             Count(svg, "<path class=\"melt\""), Count(svg, "stroke=\"#7A00B0\"")),
+                  std::tuple(s.catalogue, s.custom, s.melt, s.meltLinks));
     }
     const std::string png = MapScenePng(form.Scene());
     ASSERT_GT(png.size(), 24u);
@@ -292,19 +260,19 @@ TEST(GlassMapForm, ViewRunsDownInVdAndZoomKeepsThePointUnderTheMouse) {
     form.SetData(withCustom);
     s = form.Scene();
     ASSERT_EQ(s.markers.size(), 4u);
-    EXPECT_EQ(form.CustomPositionAt(s.markers[3].x, s.markers[3].y), 1);
-    EXPECT_EQ(form.CustomPositionAt(s.markers[0].x, s.markers[0].y), 0);
+    EXPECT_EQ(std::tuple(form.CustomPositionAt(s.markers[3].x, s.markers[3].y),
+                         form.CustomPositionAt(s.markers[0].x, s.markers[0].y)),
+              std::tuple(1, 0));
     EXPECT_NE(form.PointTip(3).find("OWN\nSource: LAB (Custom)\nnd 1.60000   vd 35.00"),
               std::string::npos);
 
-    form.txtSearch.text = "lo";
-    form.txtSearchChange();
-    EXPECT_EQ(form.highlighted(), 1);
-    EXPECT_EQ(form.lblSearch.caption.get(), "LOW (A)");
-    form.txtSearch.text = "nothing";
-    form.txtSearchChange();
-    EXPECT_EQ(form.highlighted(), -1);
-    EXPECT_EQ(form.lblSearch.caption.get(), "Not found");
+    for (auto [typed, point, found] :
+         {std::tuple{"lo", 1, "LOW (A)"}, {"nothing", -1, "Not found"}}) {
+        form.txtSearch.text = typed;
+        form.txtSearchChange();
+        EXPECT_EQ(std::tuple(form.highlighted(), form.lblSearch.caption.get()),
+                  std::tuple(point, found));
+    }
 }
 
 // Sellmeier glasses with the published coefficients of N-BK7 and F2.
@@ -361,20 +329,15 @@ TEST(CompareMaterials, RefusedWithTheReason) {
     const CompareItem f2 = Sellmeier("F2", kF2, 600, 1014);
     CompareItem broken = Sellmeier("BAD", kF2, 310, 2500);
     broken.rec.General.Polytype = 99;
-    struct Case {
-        std::vector<const CompareItem*> items;
-        const char* message;
-    };
-    const Case cases[] = {
+    const std::pair<std::vector<const CompareItem*>, const char*> cases[] = {
         {{&bk7}, "Select two or more materials to compare."},
         {{&bk7, &f2}, "The materials have no wavelength band of index data in common."},
-        {{&bk7, &broken}, "The index of BAD (S) cannot be computed at 310 nm."},
-    };
-    for (const Case& c : cases) {
+        {{&bk7, &broken}, "The index of BAD (S) cannot be computed at 310 nm."}};
+    for (const auto& [items, expected] : cases) {
         CompareCurves curves;
         std::string message;
-        EXPECT_FALSE(CompareMaterials(c.items, 10, 20, curves, message));
-        EXPECT_EQ(message, c.message);
+        EXPECT_FALSE(CompareMaterials(items, 10, 20, curves, message));
+        EXPECT_EQ(message, expected);
     }
 }
 

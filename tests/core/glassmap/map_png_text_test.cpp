@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "core/glassmap/bitmap_font.h"
@@ -62,12 +63,10 @@ int BlackPixels(const std::vector<std::string>& rows, int x1, int y1, int x2, in
 
 MapScene Scene(bool texts) {
     MapScene s;
-    s.width = 800;
-    s.height = 600;
-    s.left = kMapMarginLeft;
-    s.top = kMapMarginTop;
-    s.right = s.width - kMapMarginRight;
-    s.bottom = s.height - kMapMarginBottom;
+    std::tie(s.width, s.height, s.left, s.top) =
+        std::tuple(800, 600, kMapMarginLeft, kMapMarginTop);
+    std::tie(s.right, s.bottom) =
+        std::tuple(s.width - kMapMarginRight, s.height - kMapMarginBottom);
     const std::string none;
     s.title = texts ? "Abbe diagram" : none;
     s.xLabel = texts ? "vd" : none;
@@ -87,22 +86,16 @@ TEST(MapPng, EachLabelAreaHoldsItsText) {
     const int left = static_cast<int>(kMapMarginLeft), top = static_cast<int>(kMapMarginTop);
     const int right = 800 - static_cast<int>(kMapMarginRight);
     const int bottom = 600 - static_cast<int>(kMapMarginBottom);
-    struct Area {
-        const char* what;
-        int x1, y1, x2, y2;
-    };
-    const Area areas[] = {
+    const std::tuple<const char*, int, int, int, int> areas[] = {
         {"title", left, 0, right, top - 2},
         {"x tick values", 180, bottom + 2, 420, bottom + 16},
         {"x axis title", left, bottom + 16, right, 600},
         {"y tick values", 26, 90, left - 2, 410},
         {"y axis title", 0, top, 24, bottom},
-        {"legend", right + 20, top, 800, top + 16},
-    };
-    for (const Area& a : areas) {
-        SCOPED_TRACE(a.what);
-        EXPECT_GT(BlackPixels(with, a.x1, a.y1, a.x2, a.y2), 10);
-        EXPECT_EQ(BlackPixels(without, a.x1, a.y1, a.x2, a.y2), 0);
+        {"legend", right + 20, top, 800, top + 16}};
+    for (const auto& [what, x1, y1, x2, y2] : areas) {
+        EXPECT_GT(BlackPixels(with, x1, y1, x2, y2), 10) << what;
+        EXPECT_EQ(BlackPixels(without, x1, y1, x2, y2), 0) << what;
     }
 }
 

@@ -11,21 +11,18 @@ class Frm2ManageTest : public ListFixture {
     void Add(const MaterialRecord& r) { ASSERT_TRUE(list->ListAdd(r, false)); }
     frm2Manage& Form() {
         frm2Manage::Hooks hooks;
-        hooks.editInNewForm = [this](int i, const MaterialRecord&) {
-            edits.push_back("new " + std::to_string(i));
+        const auto edit = [this](const char* form) {
+            return [this, form](int i, const MaterialRecord&) {
+                edits.push_back(form + std::to_string(i));
+            };
         };
-        hooks.editInMeltForm = [this](int i, const MaterialRecord&) {
-            edits.push_back("melt " + std::to_string(i));
-        };
+        hooks.editInNewForm = edit("new ");
+        hooks.editInMeltForm = edit("melt ");
         hooks.showGlassesDel = [this](frmGlassesDel& del) {
             EXPECT_EQ(del.form.caption, "Materials to delete");
             offered = del.lstGlasses.Items();
             for (int i : toDelete) del.lstGlasses.SetSelected(i, true);
-            if (cancelDelete) {
-                del.comCancelClick();
-            } else {
-                del.comDelSelClick();
-            }
+            cancelDelete ? del.comCancelClick() : del.comDelSelClick();
         };
         hooks.close = [this] { ++closes; };
         form = std::make_unique<frm2Manage>(*list, dialogs, hooks);
@@ -58,13 +55,11 @@ TEST_F(Frm2ManageTest, RowShowsWavebandIndexRangeDateAndStatus) {
               "N-XY\tSchott\t400.0 - 800.0\t1.521 - 1.505\t2024-01-01\tOK\t1");
     EXPECT_EQ(g.ClipText({1, 2, 7, 2}),
               "PTS\tMelt Co\t365.0 - 1014.0\t0.000 - 1.505\t2024-01-01\tIndex dn/dt\t2");
-    EXPECT_EQ(g.CellColour(frm2Manage::kColStatus, 1), kStatusGreen);
-    EXPECT_EQ(g.CellColour(frm2Manage::kColStatus, 2), kStatusRed);
-    EXPECT_EQ(g.RowColour(1), std::nullopt);
-    EXPECT_EQ(g.RowColour(2), kMeltRowColour);
-    EXPECT_TRUE(f.form.visible);
-    EXPECT_TRUE(dialogs.everBusy);
-    EXPECT_EQ(dialogs.busyDepth, 0);
+    EXPECT_EQ(std::tuple(g.CellColour(frm2Manage::kColStatus, 1),
+                         g.CellColour(frm2Manage::kColStatus, 2), g.RowColour(1), g.RowColour(2)),
+              std::tuple(kStatusGreen, kStatusRed, std::nullopt, kMeltRowColour));
+    EXPECT_EQ(std::tuple(f.form.visible.get(), dialogs.everBusy, dialogs.busyDepth),
+              std::tuple(true, true, 0));
 }
 
 TEST_F(Frm2ManageTest, EditOpensTheMeltFormForMeltGlassesAndNothingOnAnEmptyList) {
@@ -101,13 +96,12 @@ TEST_F(Frm2ManageTest, DeleteRemovesTheChosenAndSavesTheRest) {
 
     toDelete = {1, 3};
     f.comDeleteClick();
-    EXPECT_EQ(offered, (std::vector<std::string>{"A/S", "B/S", "C/S", "D/S"}));
-    EXPECT_EQ(Names(), (std::vector<std::string>{"A", "C"}));
-    EXPECT_EQ(f.ssGlassesCurr.MaxRows(), 2);
-    EXPECT_EQ(f.ssGlassesCurr.Text(1, 2), "C");
-    EXPECT_EQ(f.ssGlassesCurr.Text(frm2Manage::kColIndex, 2), "2");
-    EXPECT_EQ(refreshes, 1);
-    EXPECT_EQ(ReadFileBytes(Current()), Image(list->CustomList()));
+    EXPECT_EQ(std::tuple(offered, Names(), f.ssGlassesCurr.MaxRows(), f.ssGlassesCurr.Text(1, 2),
+                         f.ssGlassesCurr.Text(frm2Manage::kColIndex, 2), refreshes,
+                         ReadFileBytes(Current())),
+              std::tuple((std::vector<std::string>{"A/S", "B/S", "C/S", "D/S"}),
+                         (std::vector<std::string>{"A", "C"}), 2, "C", "2", 1,
+                         Image(list->CustomList())));
 }
 
 TEST_F(Frm2ManageTest, SortsGridAndStoresTheOrder) {
@@ -115,10 +109,9 @@ TEST_F(Frm2ManageTest, SortsGridAndStoresTheOrder) {
         {MsgAnswer::Cancel, {"f2", "BK7", "ZK1", "AB"}},
         {MsgAnswer::Yes, {"AB", "BK7", "f2", "ZK1"}},  // by glass
         {MsgAnswer::No, {"ZK1", "AB", "BK7", "f2"}}};  // by source, then glass
-    Add(ReadyRecord("f2", "Schott"));
-    Add(ReadyRecord("BK7", "Schott"));
-    Add(ReadyRecord("ZK1", "Ohara"));
-    Add(ReadyRecord("AB", "Schott"));
+    for (auto [name, source] :
+         {std::pair{"f2", "Schott"}, {"BK7", "Schott"}, {"ZK1", "Ohara"}, {"AB", "Schott"}})
+        Add(ReadyRecord(name, source));
     auto& f = Form();
     for (const auto& [answer, names] : answers) {
         for (int twice = 0; twice < 2; ++twice) {
@@ -126,19 +119,19 @@ TEST_F(Frm2ManageTest, SortsGridAndStoresTheOrder) {
             f.comSortClick();
             EXPECT_EQ(Names(), names) << "pass " << twice;
         }
-        for (int row = 1; row <= f.ssGlassesCurr.MaxRows(); ++row) {
+        for (int row = 1; row <= f.ssGlassesCurr.MaxRows(); ++row)
             EXPECT_EQ(f.ssGlassesCurr.Text(frm2Manage::kColIndex, row), std::to_string(row));
-        }
-        EXPECT_EQ(std::filesystem::exists(Current()), answer != MsgAnswer::Cancel);
-        if (answer != MsgAnswer::Cancel) {
+        const bool saved = answer != MsgAnswer::Cancel;
+        EXPECT_EQ(std::filesystem::exists(Current()), saved);
+        if (saved) {
             EXPECT_EQ(ReadFileBytes(Current()), Image(list->CustomList()));
         }
     }
     ASSERT_FALSE(dialogs.boxes.empty());
-    EXPECT_EQ(dialogs.boxes[0].text,
-              "Select sort order:\nYes   \tto sort by 'Glass'\nNo    \tto sort by 'Source'\n"
-              "Cancel\tto abort");
-    EXPECT_EQ(dialogs.boxes[0].buttons, MsgButtons::YesNoCancel);
+    EXPECT_EQ(std::tie(dialogs.boxes[0].text, dialogs.boxes[0].buttons),
+              std::tuple("Select sort order:\nYes   \tto sort by 'Glass'\nNo    \tto sort by "
+                         "'Source'\nCancel\tto abort",
+                         MsgButtons::YesNoCancel));
 }
 
 TEST_F(Frm2ManageTest, DuplicateInsertsBehindTheSelectedAndRefills) {
@@ -148,19 +141,13 @@ TEST_F(Frm2ManageTest, DuplicateInsertsBehindTheSelectedAndRefills) {
     f.ssGlassesCurr.SetActiveCell(1, 1);
     dialogs.inputs.push_back("A2");
     f.comDuplicateClick();
-    EXPECT_EQ(Names(), (std::vector<std::string>{"A", "A2", "B"}));
-    EXPECT_EQ(f.ssGlassesCurr.MaxRows(), 3);
-    EXPECT_EQ(f.ssGlassesCurr.Text(1, 2), "A2");
+    EXPECT_EQ(std::tuple(Names(), f.ssGlassesCurr.MaxRows(), f.ssGlassesCurr.Text(1, 2)),
+              std::tuple((std::vector<std::string>{"A", "A2", "B"}), 3, "A2"));
     EXPECT_EQ(dialogs.prompts,
               std::vector<std::string>{"Enter NEW name for glass. [you will not be allowed to "
                                        "use an existing name/source combination]"});
     EXPECT_EQ(list->CustomList()[1].General.PolyCoef[0], 2.25);  // the rest is the original's
-}
-
-// Closing through the buttons is the window test's; an unload drops the form's copy.
-TEST_F(Frm2ManageTest, UnloadDropsTheCopy) {
-    Add(ReadyRecord("A", "S"));
-    auto& f = Form();
+    // Closing through the buttons is the window test's; an unload drops the form's copy.
     f.ForceUnload();
     EXPECT_TRUE(f.Copy().empty());
 }

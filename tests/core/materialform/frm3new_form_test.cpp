@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "core/material/material_record_codec.h"
+#include "core/materialform/form_states.h"
 #include "core/materialform/frm3new_fixture.h"
 
 namespace ostrel::testing {
@@ -10,53 +11,44 @@ namespace {
 
 using Form = Frm3NewFixture;
 
-TEST_F(Form, NewMaterialReadsEditingAndHasOnlyDnDtReady) {
+TEST_F(Form, NewEditAndReviewTitlesStatesAndCommandsPerTab) {
     form->DisplayNew();
-    EXPECT_TRUE(form->IsOpen());
-    EXPECT_EQ(form->form.caption, "Editing data  ");
-    EXPECT_EQ(form->comAdd.caption, "Add to list");
-    EXPECT_EQ(form->comAdd.toolTip, "Add this new material to the ostrel database");
-    EXPECT_TRUE(form->lblGenNew.visible);
-    const char* expected[] = {"General: NOT Ready", "Index: NOT Ready", "Trans: NOT Ready",
-                              "dn/dt: Ready", "Other: NOT Ready"};
-    for (size_t i = 0; i < 5; ++i) {
-        EXPECT_EQ(form->pnlStatus[i].caption, expected[i]);
+    EXPECT_TRUE(form->IsOpen() && form->lblGenNew.visible);
+    EXPECT_EQ(
+        (Texts{form->form.caption, form->comAdd.caption, form->comAdd.toolTip,
+               form->pnlStatus[0].caption, form->pnlStatus[1].caption, form->pnlStatus[2].caption,
+               form->pnlStatus[3].caption, form->pnlStatus[4].caption,
+               form->txtTransGlassWidth.text, form->Record().Other.Status.Text()}),
+        (Texts{"Editing data  ", "Add to list", "Add this new material to the ostrel database",
+               "General: NOT Ready", "Index: NOT Ready", "Trans: NOT Ready", "dn/dt: Ready",
+               "Other: NOT Ready", "10.0", "A"}));
+    for (size_t i = 0; i < 5; ++i)
         EXPECT_EQ(form->pnlStatus[i].backColour, i == 3 ? kStatusGreen : kStatusRed);
-    }
-    EXPECT_EQ(form->txtTransGlassWidth.text, "10.0");
     EXPECT_EQ(form->Record().General.GlassKind, 8);
-    EXPECT_EQ(form->Record().Other.Status.Text(), "A");
     EXPECT_TRUE(dialogs.boxes.empty());
 
     // The commands follow the tab.
-    const struct {
-        const char* paste;
-        bool pasteOn;
-        const char* clear;
-        bool clearOn;
-        bool waveOn;
-    } tabs[] = {{"&Paste", false, "C&lear", false, false},
-                {"&Paste index", true, "C&lear index", true, true},
-                {"&Paste trans", true, "C&lear trans", true, true},
-                {"&Paste", false, "C&lear dndt", true, false},
-                {"&Paste", false, "C&lear other", true, false}};
+    // Per tab: paste caption and state, clear caption and state, the wave picker's state.
+    const std::tuple<const char*, bool, const char*, bool, bool> tabs[] = {
+        {"&Paste", false, "C&lear", false, false},
+        {"&Paste index", true, "C&lear index", true, true},
+        {"&Paste trans", true, "C&lear trans", true, true},
+        {"&Paste", false, "C&lear dndt", true, false},
+        {"&Paste", false, "C&lear other", true, false}};
     for (int tab = 0; tab < 5; ++tab) {
-        SCOPED_TRACE(tab);
-        const auto& c = tabs[tab];
         form->tabPropertiesChange(tab);
-        EXPECT_EQ(form->comClipPaste.caption, c.paste);
-        EXPECT_EQ(form->comClipPaste.enabled, c.pasteOn);
-        EXPECT_EQ(form->comClear.caption, c.clear);
-        EXPECT_EQ(form->comClear.enabled, c.clearOn);
-        EXPECT_EQ(form->comWaveSelRefInd.enabled, c.waveOn);
+        EXPECT_EQ(std::tuple(form->comClipPaste.caption.get(), form->comClipPaste.enabled.get(),
+                             form->comClear.caption.get(), form->comClear.enabled.get(),
+                             form->comWaveSelRefInd.enabled.get()),
+                  tabs[tab])
+            << tab;
     }
-}
 
-TEST_F(Form, TitleOfEditedMaterialAndReviewLocksEverything) {
+    // An edited material is titled by its name; a review locks everything.
     MaterialRecord rec = MakeRecord("N-AB", "Maker");
     form->DisplayEdit(rec);
-    EXPECT_EQ(form->form.caption, "New material data  N-AB::Maker");
-    EXPECT_EQ(form->comAdd.caption, "Accept changes");
+    EXPECT_EQ((Texts{form->form.caption, form->comAdd.caption}),
+              (Texts{"New material data  N-AB::Maker", "Accept changes"}));
     EXPECT_FALSE(form->lblGenNew.visible);
     form->DisplayEdit(MakeRecord("N-AB", ""));
     EXPECT_EQ(form->form.caption, "New material data  ?? ::");
@@ -64,17 +56,15 @@ TEST_F(Form, TitleOfEditedMaterialAndReviewLocksEverything) {
     form->DisplayReview(rec);
     EXPECT_EQ(form->form.caption, "Reviewing data");
     // The window test sees the name box, the save button and the index grid locked.
-    for (const Control* c : std::initializer_list<const Control*>{
-             &form->comClear, &form->comClipPaste, &form->comWaveSelRefInd, &form->comIndexFit,
-             &form->comTransSort, &form->comMelt, &form->lstThermal, &form->cmbTransType}) {
-        EXPECT_FALSE(c->enabled);
-    }
+    EXPECT_EQ(
+        Enabled({&form->comClear, &form->comClipPaste, &form->comWaveSelRefInd, &form->comIndexFit,
+                 &form->comTransSort, &form->comMelt, &form->lstThermal, &form->cmbTransType}),
+        std::vector<bool>(8, false));
     form->tabPropertiesChange(frm3New::kTabIndex);
     EXPECT_FALSE(form->comClear.enabled);
     EXPECT_FALSE(form->ssOther.EditText(2, 9, "2.5"));
     form->comOKClick();
-    EXPECT_FALSE(form->IsOpen());
-    EXPECT_EQ(closes, 1);
+    EXPECT_EQ(std::tuple(form->IsOpen(), closes), std::tuple(false, 1));
 }
 
 TEST_F(Form, CatalogueNameIsRefusedAndTheOldTextComesBack) {
@@ -90,9 +80,8 @@ TEST_F(Form, CatalogueNameIsRefusedAndTheOldTextComesBack) {
               (std::vector<ShownBox>{{"N-AB - MAKER is already in the list of catalog "
                                       "materials, and cannot be overwritten!",
                                       MsgButtons::OK, MsgIcon::Information, ""}}));
-    EXPECT_EQ(form->txtGenGlass.text, "N-A");
-    EXPECT_EQ(form->pnlStatus[0].caption, "General: NOT Ready");
-    EXPECT_EQ(form->form.caption, "Editing data  N-A::maker");
+    EXPECT_EQ((Texts{form->txtGenGlass.text, form->pnlStatus[0].caption, form->form.caption}),
+              (Texts{"N-A", "General: NOT Ready", "Editing data  N-A::maker"}));
 
     // A name of the custom list passes here; saving asks about it.
     Enter(*form, form->txtGenGlass, "Mine", &frm3New::txtGenGlassChange);
@@ -101,8 +90,8 @@ TEST_F(Form, CatalogueNameIsRefusedAndTheOldTextComesBack) {
 
     // A name longer than the field is refused, not cut.
     Enter(*form, form->txtGenGlass, std::string(40, 'Z'), &frm3New::txtGenGlassChange);
-    EXPECT_EQ(form->txtGenGlass.text, "Mine");
-    EXPECT_EQ(form->Record().General.GlassName.Text(), "Mine");
+    EXPECT_EQ((Texts{form->txtGenGlass.text, form->Record().General.GlassName.Text()}),
+              (Texts{"Mine", "Mine"}));
 }
 
 // The whole road of a new material: every tab, then the save into the custom file.
@@ -137,9 +126,9 @@ TEST_F(Form, NewMaterialIsSavedAndTheFormIsReadyForTheNext) {
     EXPECT_EQ(std::filesystem::file_size(Current()), 12964u);
 
     // Ready for the next material.
-    EXPECT_EQ(form->form.caption, "Editing data  ");
+    EXPECT_EQ((Texts{form->form.caption, form->pnlStatus[1].caption}),
+              (Texts{"Editing data  ", "Index: NOT Ready"}));
     EXPECT_EQ(form->Record().General.IndexPoints, 0);
-    EXPECT_EQ(form->pnlStatus[1].caption, "Index: NOT Ready");
 
     // The same name again: asked, and No keeps the saved one.
     MaterialRecord again = saved;
@@ -175,48 +164,38 @@ TEST_F(Form, EditedMaterialIsReplacedWithoutAQuestion) {
 // that saved, No drops the changes, Cancel keeps the form. Nothing changed, or a review: no
 // question.
 TEST_F(Form, CloseWithUnsavedChangesAsksAndSavesOnYes) {
-    struct Case {
-        const char* name;
-        int16_t mode;
-        bool change;
-        MsgAnswer answer;
-        const char* question;  // "" when no question
-        bool closed;
-        float savedDensity;  // density in the list afterwards
-    } cases[] = {
-        {"cancel", frm3New::kModeEdit, true, MsgAnswer::Cancel, "Save changes to E-1?", false, 1},
-        {"no", frm3New::kModeEdit, true, MsgAnswer::No, "Save changes to E-1?", true, 1},
-        {"yes", frm3New::kModeEdit, true, MsgAnswer::Yes, "Save changes to E-1?", true, 4.2f},
-        {"yes, refused", frm3New::kModeNew, true, MsgAnswer::Yes,
-         "Save changes to the new material?", false, 1},
-        {"unchanged", frm3New::kModeEdit, false, MsgAnswer::Cancel, "", true, 1},
-        {"review", frm3New::kModeReview, true, MsgAnswer::Cancel, "", true, 1},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
+    // Mode, a change made, the answer, the question ("" for none), closed, density saved.
+    const std::tuple<int16_t, bool, MsgAnswer, const char*, bool, float> cases[] = {
+        {frm3New::kModeEdit, true, MsgAnswer::Cancel, "Save changes to E-1?", false, 1},
+        {frm3New::kModeEdit, true, MsgAnswer::No, "Save changes to E-1?", true, 1},
+        {frm3New::kModeEdit, true, MsgAnswer::Yes, "Save changes to E-1?", true, 4.2f},
+        {frm3New::kModeNew, true, MsgAnswer::Yes, "Save changes to the new material?", false, 1},
+        {frm3New::kModeEdit, false, MsgAnswer::Cancel, "", true, 1},
+        {frm3New::kModeReview, true, MsgAnswer::Cancel, "", true, 1}};
+    for (const auto& [mode, change, answer, question, closed, savedDensity] : cases) {
+        SCOPED_TRACE(::testing::Message() << mode << change << int(answer));
         MaterialRecord rec = ReadyRecord("E-1", "Lab");
         rec.General.Density = 1.0f;
         ASSERT_TRUE(list->CommitList({rec}));
-        if (c.mode == frm3New::kModeNew) form->DisplayNew();
-        if (c.mode == frm3New::kModeEdit) form->DisplayEdit(rec);
-        if (c.mode == frm3New::kModeReview) form->DisplayReview(rec);
+        if (mode == frm3New::kModeNew) form->DisplayNew();
+        if (mode == frm3New::kModeEdit) form->DisplayEdit(rec);
+        if (mode == frm3New::kModeReview) form->DisplayReview(rec);
         form->tabPropertiesChange(frm3New::kTabOther);
-        if (c.change) {
+        if (change) {
             form->ssOther.SetText(2, 9, "4.2");
             form->ssOtherChange(2, 9);
         }
         dialogs.boxes.clear();
-        dialogs.answers = {c.answer};
+        dialogs.answers = {answer};
         closes = 0;
         form->comOKClick();
-        ASSERT_EQ(dialogs.boxes.empty(), *c.question == '\0');
-        if (*c.question != '\0') {
-            EXPECT_EQ(dialogs.boxes[0].text, c.question);
-            EXPECT_EQ(dialogs.boxes[0].buttons, MsgButtons::YesNoCancel);
+        ASSERT_EQ(dialogs.boxes.empty(), *question == '\0');
+        if (*question != '\0') {
+            EXPECT_EQ(std::tie(dialogs.boxes[0].text, dialogs.boxes[0].buttons),
+                      std::tuple(question, MsgButtons::YesNoCancel));
         }
-        EXPECT_EQ(form->IsOpen(), !c.closed);
-        EXPECT_EQ(closes, c.closed ? 1 : 0);
-        EXPECT_FLOAT_EQ(list->CustomList()[0].General.Density, c.savedDensity);
+        EXPECT_EQ(std::tuple(form->IsOpen(), closes), std::tuple(!closed, closed ? 1 : 0));
+        EXPECT_FLOAT_EQ(list->CustomList()[0].General.Density, savedDensity);
         form->ForceUnload();
     }
 }
@@ -225,42 +204,43 @@ TEST_F(Form, OtherTabDensityStatusAndRemark) {
     form->DisplayNew();
     form->tabPropertiesChange(frm3New::kTabOther);
     EXPECT_EQ(form->ssOther.ClipText({1, 9, 3, 9}), "p [g/cm³]\t0.000\tDensity   [REQUIRED]");
-    Type(form->ssOther, 2, 9, "0");
-    EXPECT_EQ(form->pnlStatus[4].caption, "Other: NOT Ready");
-    Type(form->ssOther, 2, 9, "2.5");
-    EXPECT_EQ(form->pnlStatus[4].caption, "Other: Ready");
-    EXPECT_EQ(form->ssOther.Text(2, 9), "2.500");
-    Type(form->ssOther, 2, 9, "");
-    EXPECT_EQ(form->pnlStatus[4].caption, "Other: Ready");
-    EXPECT_FLOAT_EQ(form->Record().General.Density, 2.5f);
-
-    Type(form->ssOther, 2, 22, "r");
-    EXPECT_EQ(form->ssOther.Text(2, 22), "R");
-    Type(form->ssOther, 2, 22, "x");
-    EXPECT_EQ(form->Record().Other.Status.Text(), "R");
-    EXPECT_EQ(form->ssOther.Text(2, 22), "R");
-
-    Type(form->ssOther, 2, 24, std::string(130, 'q'));
-    EXPECT_EQ(form->Record().Other.REMark.Text(), std::string(120, 'q'));
-    EXPECT_EQ(form->ssOther.Text(2, 24), std::string(120, 'q'));
-
-    Type(form->ssOther, 2, 3, "525");
-    EXPECT_EQ(form->Record().Other.Tg.Text(), "525");
-    EXPECT_EQ(form->ssOther.Text(2, 3), "0525");
-    Type(form->ssOther, 2, 1, "abc");
-    EXPECT_EQ(form->Record().Other.A3070.Text(), "");
+    const std::string remark(120, 'q');
+    const struct {
+        int row;
+        std::string typed;
+        const char* cell;  // nullptr: not looked at
+        const char* status;
+    } steps[] = {{9, "0", nullptr, "Other: NOT Ready"},
+                 {9, "2.5", "2.500", "Other: Ready"},
+                 {9, "", nullptr, "Other: Ready"},
+                 {22, "r", "R", "Other: Ready"},
+                 {22, "x", "R", "Other: Ready"},
+                 {24, remark + "qqqqqqqqqq", remark.c_str(), "Other: Ready"},
+                 {3, "525", "0525", "Other: Ready"},
+                 {1, "abc", nullptr, "Other: Ready"}};
+    for (const auto& step : steps) {
+        Type(form->ssOther, 2, step.row, step.typed);
+        if (step.cell) {
+            EXPECT_EQ(form->ssOther.Text(2, step.row), step.cell) << step.typed;
+        }
+        EXPECT_EQ(form->pnlStatus[4].caption, step.status) << step.typed;
+    }
+    const MaterialRecord& r = form->Record();
+    EXPECT_FLOAT_EQ(r.General.Density, 2.5f);
+    EXPECT_EQ((Texts{r.Other.Status.Text(), r.Other.REMark.Text(), r.Other.Tg.Text(),
+                     r.Other.A3070.Text()}),
+              (Texts{"R", remark, "525", ""}));
 
     form->comClearClick();
-    EXPECT_EQ(form->pnlStatus[4].caption, "Other: NOT Ready");
-    EXPECT_EQ(form->Record().General.Density, 0.0f);
-    EXPECT_EQ(form->Record().Other.Tg.Text(), "");
+    EXPECT_EQ(std::tuple(form->pnlStatus[4].caption.get(), r.General.Density, r.Other.Tg.Text()),
+              std::tuple("Other: NOT Ready", 0.0f, ""));
 }
 
 TEST_F(Form, DnDtModelsRouteBoxZeroToTheirOwnField) {
     form->DisplayNew();
     Choose(*form, form->lstThermal, 1, &frm3New::lstThermalClick);
-    EXPECT_EQ(form->lblTherm[0].caption, "dn/dt");
-    EXPECT_EQ(form->lblDnDtLinear.caption, "Abs. value 20°C at 546nm (e) [units: 10^-6/K]");
+    EXPECT_EQ((Texts{form->lblTherm[0].caption, form->lblDnDtLinear.caption}),
+              (Texts{"dn/dt", "Abs. value 20°C at 546nm (e) [units: 10^-6/K]"}));
     EXPECT_FALSE(form->txtTherm[1].visible);
     form->txtTherm[0].text = "2.5";
     form->txtThermValidate(0);
@@ -268,8 +248,8 @@ TEST_F(Form, DnDtModelsRouteBoxZeroToTheirOwnField) {
     EXPECT_EQ(form->txtTherm[0].text, "2.500e+00");
 
     Choose(*form, form->lstThermal, 2, &frm3New::lstThermalClick);
-    EXPECT_EQ(form->lblTherm[0].caption, "D0");
-    EXPECT_EQ(form->lblTherm[6].caption, "ref. temp °C");
+    EXPECT_EQ((Texts{form->lblTherm[0].caption, form->lblTherm[6].caption}),
+              (Texts{"D0", "ref. temp °C"}));
     EXPECT_TRUE(form->txtTherm[6].visible);
     form->txtTherm[0].text = "1.5e-6";
     form->txtThermValidate(0);
@@ -278,8 +258,8 @@ TEST_F(Form, DnDtModelsRouteBoxZeroToTheirOwnField) {
     EXPECT_FLOAT_EQ(form->Record().Thermal.dndt_D0, 1.5e-6f);
     EXPECT_FLOAT_EQ(form->Record().Thermal.dndt_lin, 2.5f);
     EXPECT_EQ(form->Record().Thermal.dndt_RefTemp, 0.0f);
-    EXPECT_EQ(form->txtTherm[6].text, "oops") << "kept as typed";
-    EXPECT_EQ(form->txtTherm[6].countsAs, "0.000e+00");
+    EXPECT_EQ((Texts{form->txtTherm[6].text, form->txtTherm[6].countsAs}),
+              (Texts{"oops", "0.000e+00"}));
 }
 
 }  // namespace

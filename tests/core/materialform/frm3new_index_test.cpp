@@ -60,15 +60,14 @@ TEST_F(Frm3NewIndex, TooFewPointsThenAnExactSchottFitMakesIndexReady) {
     EXPECT_NEAR(r.General.PolyCoef[0], 2.25, 1e-6);
     EXPECT_NEAR(r.General.PolyCoef[2], 0.01, 1e-6);
     // nd 1.50962, vd 80.64 worked out from the formula.
-    EXPECT_EQ(r.General.GlassCode, 510806);
-    EXPECT_EQ(form->lblGlassCode.caption, "510806");
-    EXPECT_EQ(form->pnlStatus[1].caption, "Index: Ready");
+    EXPECT_EQ(std::tuple(r.General.GlassCode, form->lblGlassCode.caption.get(),
+                         form->pnlStatus[1].caption.get()),
+              std::tuple(510806, "510806", "Index: Ready"));
 
     // Longest first; the lone wave has gone from the grid.
-    EXPECT_EQ(form->ssRefInd.Value(1, 1), 1000.0);
-    EXPECT_EQ(form->ssRefInd.Text(1, 8), "");
-    EXPECT_EQ(form->ssRefInd.ClipText({4, 1, 5, 1}), "1.5033296\t0.0000000");
-    EXPECT_EQ(form->ssRefInd.Text(4, 6), "1.5163716");
+    EXPECT_EQ(std::tuple(form->ssRefInd.Value(1, 1), form->ssRefInd.Text(1, 8),
+                         form->ssRefInd.ClipText({4, 1, 5, 1}), form->ssRefInd.Text(4, 6)),
+              std::tuple(1000.0, "", "1.5033296\t0.0000000", "1.5163716"));
     EXPECT_TRUE(form->comIndexShow.enabled);
     form->comIndexShowClick();
     EXPECT_EQ(LastBox().rfind("Schott Polynomial Constants", 0), 0u) << LastBox();
@@ -89,19 +88,18 @@ TEST_F(Frm3NewIndex, TooFewPointsThenAnExactSchottFitMakesIndexReady) {
     EXPECT_EQ(form->pnlStatus[1].caption, "Index: NOT Ready");
 
     form->comClearClick();
-    EXPECT_EQ(form->Record().General.IndexPoints, 0);
-    EXPECT_EQ(form->Record().General.GlassCode, 0);
-    EXPECT_EQ(form->Record().General.PolyCoef[0], 0.0);
-    EXPECT_EQ(form->pnlStatus[1].caption, "Index: NOT Ready");
-    EXPECT_EQ(form->ssRefInd.Text(1, 1), "");
+    EXPECT_EQ(std::tuple(form->Record().General.IndexPoints, form->Record().General.GlassCode,
+                         form->Record().General.PolyCoef[0], form->pnlStatus[1].caption.get(),
+                         form->ssRefInd.Text(1, 1)),
+              std::tuple(0, 0, 0.0, "Index: NOT Ready", ""));
 }
 
 TEST_F(Frm3NewIndex, SortRefillsTheGridLongestFirstAndKeepsEqualWavesInOrder) {
     form->comClipPasteClick("500\t1.51\n700\t1.50\n500\t1.52\n");
     form->comIndexSortClick();
-    EXPECT_EQ(form->Record().General.IndexPoints, 3);
-    EXPECT_EQ(form->ssRefInd.Value(1, 1), 700.0);
-    EXPECT_EQ(form->ssRefInd.Value(2, 2), 1.51);
+    EXPECT_EQ(std::tuple(form->Record().General.IndexPoints, form->ssRefInd.Value(1, 1),
+                         form->ssRefInd.Value(2, 2)),
+              std::tuple(3, 700.0, 1.51));
 }
 
 TEST_F(Frm3NewIndex, CheckedCoefficientsReportTheirIndicesAndShowAsConstants) {
@@ -121,10 +119,9 @@ TEST_F(Frm3NewIndex, CheckedCoefficientsReportTheirIndicesAndShowAsConstants) {
         if (!l.empty()) l.replace(l.find(' '), 1, blanks);
         expected += l + "\n";
     }
-    EXPECT_EQ(dialogs.boxes[0].text, expected);
-    EXPECT_EQ(form->Record().IndexState.Ready, kTrue);
-    EXPECT_EQ(form->Record().General.PolyCoef[2], 0.01);
-    EXPECT_EQ(form->comIndexFit.caption, "Check coeffs");
+    EXPECT_EQ(std::tuple(dialogs.boxes[0].text, form->Record().IndexState.Ready,
+                         form->Record().General.PolyCoef[2], form->comIndexFit.caption.get()),
+              std::tuple(expected, kTrue, 0.01, "Check coeffs"));
     EXPECT_FALSE(form->comIndexShow.enabled);
     EXPECT_FALSE(form->comWaveSelRefInd.enabled);
     EXPECT_EQ(form->lblIndexMinDataPoints.caption, "");
@@ -212,11 +209,12 @@ TEST_F(Frm3NewIndex, FitThatMissesItsDataIsKeptOnlyWhenTheUserSaysSo) {
                                              label.substr(caption.size() - 3) + ". Keep this fit?");
         EXPECT_EQ(dialogs.boxes[0].buttons, MsgButtons::YesNo);
         EXPECT_TRUE(form->lblError.bold);
-        EXPECT_EQ(form->lblError.toolTip.get(), frm3New::kPoorFitTip);
-        EXPECT_EQ(form->pnlStatus[1].caption, kept ? "Index: Ready" : "Index: NOT Ready");
-        EXPECT_EQ(form->comIndexFit.enabled, !kept);
-        EXPECT_EQ(form->Record().General.PolyCoef[5] == 2.25, !kept);
-        EXPECT_EQ(form->Record().General.GlassCode == 123456, !kept);
+        EXPECT_EQ(
+            std::tuple(form->lblError.toolTip.get(), form->pnlStatus[1].caption.get(),
+                       form->comIndexFit.enabled.get(), form->Record().General.PolyCoef[5] == 2.25,
+                       form->Record().General.GlassCode == 123456),
+            std::tuple(frm3New::kPoorFitTip, kept ? "Index: Ready" : "Index: NOT Ready", !kept,
+                       !kept, !kept));
         EXPECT_FALSE(form->ssRefInd.Column(4).hidden);
         EXPECT_NE(form->ssRefInd.Text(4, 16), "");
     }
@@ -244,9 +242,9 @@ TEST_F(Frm3NewIndex, PolynomialListOmitsSellmeierPlusAndKeepsTypeSix) {
     MaterialRecord rec = frm3New::FreshRecord();
     rec.General.Polytype = 6;
     form->DisplayEdit(rec);
-    EXPECT_EQ(form->cmbIndexPolyType.listIndex(), -1);
-    EXPECT_EQ(form->Record().General.Polytype, 6);
-    EXPECT_EQ(form->lblIndexMinDataPoints.caption, "Min: 12 points");
+    EXPECT_EQ(std::tuple(form->cmbIndexPolyType.listIndex(), form->Record().General.Polytype,
+                         form->lblIndexMinDataPoints.caption.get()),
+              std::tuple(-1, 6, "Min: 12 points"));
 
     Choose(*form, form->cmbIndexPolyType, 2, &frm3New::cmbIndexPolyTypeClick);
     EXPECT_EQ(form->Record().General.Polytype, 4);

@@ -68,26 +68,20 @@ TEST_F(Frm3NewTrans, InternalGivesAbsorptionAndTotalInBothDisplays) {
 // A total transmission that cannot be worked out, the wavelength lying outside the index band
 // (400 to 800 nm), shows "----" in either display, never a number that reads as opaque.
 TEST_F(Frm3NewTrans, TotalOutsideTheIndexBandShowsDashes) {
-    struct Case {
-        int type, col;
-        const char* wave;
-        const char* value;
-        const char* percent;   // column 2 in percent
-        const char* fraction;  // and as a fraction
-    } cases[] = {
+    // Type, column typed into, wave, value, and column 2 in percent and as a fraction.
+    const std::tuple<int, int, const char*, const char*, const char*, const char*> cases[] = {
         {1, 3, "900", "90", "----", "----"},
         {2, 4, "900", "0.01", "----", "----"},
-        {1, 3, "500", "90", "83.08", "0.8308"},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(std::string(c.wave) + " type " + std::to_string(c.type));
+        {1, 3, "500", "90", "83.08", "0.8308"}};
+    for (const auto& [type, col, wave, value, percent, fraction] : cases) {
+        SCOPED_TRACE(std::string(wave) + " type " + std::to_string(type));
         Choose(*form, form->cmbTransDisp, 0, &frm3New::cmbTransDispClick);
-        SetType(c.type);
-        Type(form->ssTrans, 1, 1, c.wave);
-        Type(form->ssTrans, c.col, 1, c.value);
-        EXPECT_EQ(form->ssTrans.Text(2, 1), c.percent);
+        SetType(type);
+        Type(form->ssTrans, 1, 1, wave);
+        Type(form->ssTrans, col, 1, value);
+        EXPECT_EQ(form->ssTrans.Text(2, 1), percent);
         Choose(*form, form->cmbTransDisp, 1, &frm3New::cmbTransDispClick);
-        EXPECT_EQ(form->ssTrans.Text(2, 1), c.fraction);
+        EXPECT_EQ(form->ssTrans.Text(2, 1), fraction);
     }
     EXPECT_TRUE(dialogs.boxes.empty()) << LastBox();
 }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <tuple>
 
 #include "core/optics/crown.h"
 #include "support/scripted_dialogs.h"
@@ -43,9 +44,8 @@ TEST(ReadIndexRows, KeepsFullRowsSortedDescendingAndStable) {
     EXPECT_EQ(rec.General.IndexPoints, 4);
     EXPECT_EQ(m.IndexWave[0], 1013.5);
     EXPECT_EQ(m.IndexValue[1], 1.515);  // equal waves keep the order they had
-    EXPECT_EQ(m.IndexValue[2], 1.516);
-    EXPECT_EQ(m.IndexWeight[2], 0.0f);
-    EXPECT_EQ(m.IndexWave[3], 500.5);
+    EXPECT_EQ(std::tuple(m.IndexValue[2], m.IndexWeight[2], m.IndexWave[3]),
+              std::tuple(1.516, 0.0f, 500.5));
     EXPECT_DOUBLE_EQ(m.IndexWaveUm[0], 1.0135);
     EXPECT_DOUBLE_EQ(m.IndexSquared[3], 1.52 * 1.52);
     EXPECT_EQ(rec.General.IndexWvMax, 1014);  // half to even
@@ -56,9 +56,9 @@ TEST(ReadIndexRows, NothingUsableLeavesTheRecord) {
     MaterialRecord rec = ClearedMaterialRecord();
     rec.General.IndexPoints = 7;
     rec.Measured.IndexWave[0] = 123.0;
-    EXPECT_EQ(ReadIndexRows({{0.0f, 1.5, 1.0f}, {500.0f, 0.0, 1.0f}}, rec), 0);
-    EXPECT_EQ(rec.General.IndexPoints, 7);
-    EXPECT_EQ(rec.Measured.IndexWave[0], 123.0);
+    EXPECT_EQ(std::tuple(ReadIndexRows({{0.0f, 1.5, 1.0f}, {500.0f, 0.0, 1.0f}}, rec),
+                         rec.General.IndexPoints, rec.Measured.IndexWave[0]),
+              std::tuple(0, 7, 123.0));
 }
 
 // A row with a wave and an index above 1 but no positive weight gets weight 1.
@@ -75,26 +75,20 @@ TEST(CompleteWeight, OnlyFullRowsWithoutAWeight) {
 }
 
 TEST(IndexFitSteps, TooFewPointsNamesTheMinimum) {
-    struct Case {
-        int16_t type;
-        int rows;
-        const char* text;
-    };
-    for (const Case& c :
-         {Case{1, 5, "You need at least 6 full data points to fit a Schott polynomial."},
-          Case{2, 5, "You need at least 6 full data points to fit a Sellmeier polynomial."},
-          Case{3, 11, "You need at least 12 full data points to fit a Schott Plus polynomial."},
-          Case{6, 11, "You need at least 12 full data points to fit a Sellmeier Plus polynomial."},
-          Case{4, 2, "You need at least 3 full data points to fit a Cauchy polynomial."}}) {
-        FitRun run(c.type);
-        const auto out = run.Fit(Nbk7Rows(c.rows));
-        EXPECT_FALSE(out.fitted);
-        EXPECT_TRUE(out.errorLabel.empty());
+    const std::tuple<int16_t, int, const char*> cases[] = {
+        {1, 5, "You need at least 6 full data points to fit a Schott polynomial."},
+        {2, 5, "You need at least 6 full data points to fit a Sellmeier polynomial."},
+        {3, 11, "You need at least 12 full data points to fit a Schott Plus polynomial."},
+        {6, 11, "You need at least 12 full data points to fit a Sellmeier Plus polynomial."},
+        {4, 2, "You need at least 3 full data points to fit a Cauchy polynomial."}};
+    for (const auto& [type, rows, text] : cases) {
+        FitRun run(type);
+        const auto out = run.Fit(Nbk7Rows(rows));
+        EXPECT_EQ(std::tuple(out.fitted, out.errorLabel, run.rec.IndexState.Ready, run.d.everBusy),
+                  std::tuple(false, "", kFalse, false));
         EXPECT_EQ(
             run.d.boxes,
-            (std::vector<testing::ShownBox>{{c.text, MsgButtons::OK, MsgIcon::Exclamation, ""}}));
-        EXPECT_EQ(run.rec.IndexState.Ready, kFalse);
-        EXPECT_FALSE(run.d.everBusy);
+            (std::vector<testing::ShownBox>{{text, MsgButtons::OK, MsgIcon::Exclamation, ""}}));
     }
 }
 
@@ -116,13 +110,10 @@ TEST(IndexFitSteps, FailedFitClearsTheLabelButShowsTheColumns) {
     MaterialRecord& rec = run.rec;
     rec.IndexState.Ready = kTrue;
     const auto out = run.Fit(rows);
-    EXPECT_TRUE(out.fitted);
-    EXPECT_FALSE(out.ready);
-    EXPECT_TRUE(out.errorLabel.empty());
-    EXPECT_EQ(out.calcTexts.size(), 8u);
-    EXPECT_EQ(rec.IndexState.Ready, kFalse);
-    EXPECT_EQ(rec.General.IndexReserved, 6);
-    EXPECT_EQ(rec.General.GlassCode, 0);
+    EXPECT_EQ(std::tuple(out.fitted, out.ready, out.errorLabel), std::tuple(true, false, ""));
+    EXPECT_EQ(std::tuple(out.calcTexts.size(), rec.IndexState.Ready, rec.General.IndexReserved,
+                         rec.General.GlassCode),
+              std::tuple(8u, kFalse, 6, 0));
     ASSERT_EQ(run.d.boxes.size(), 1u);
     EXPECT_EQ(run.d.boxes[0].text,
               "Failed to fit Schott Polynomial\nDivision by zero: the data points give no "

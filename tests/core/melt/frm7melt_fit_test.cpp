@@ -1,6 +1,7 @@
 #include <cmath>
 #include <tuple>
 
+#include "core/materialform/form_states.h"
 #include "core/optics/crown.h"
 #include "melt_fixture.h"
 
@@ -38,18 +39,17 @@ TEST_F(MeltFixture, AConstantOffsetIsCarriedAcrossTheBandAndAQuadraticMakesTheGr
         }
         for (float w = parent.General.IndexWvMin; w <= parent.General.IndexWvMax; w += 50.0f)
             EXPECT_NEAR(IndexOf(melt, w) - IndexOf(parent, w), 0.0004, 3e-5) << w;
-        EXPECT_EQ(form->lblError.caption.get(),
-                  "Average error [user-fitted] indices at above wavelengths: 0.000400");
+        EXPECT_EQ(
+            (Texts{form->lblError.caption, form->pnlStatus.caption, form->lblGlassCode.caption}),
+            (Texts{"Average error [user-fitted] indices at above wavelengths: 0.000400",
+                   "Index: Ready", std::to_string(melt.General.GlassCode)}));
         EXPECT_FALSE(form->ssRefInd.Column(6).hidden);
-        EXPECT_FALSE(form->comIndexFit.enabled);
-        EXPECT_TRUE(form->comShowDispConsts.enabled);
-        EXPECT_TRUE(form->comShowIndex.enabled);
-        EXPECT_TRUE(form->comAdd.enabled);
-        EXPECT_EQ(form->pnlStatus.caption.get(), "Index: Ready");
-        EXPECT_EQ(form->lblGlassCode.caption.get(), std::to_string(melt.General.GlassCode));
+        EXPECT_EQ(Enabled({&form->comIndexFit, &form->comShowDispConsts, &form->comShowIndex,
+                           &form->comAdd}),
+                  (std::vector<bool>{false, true, true, true}));
         // Everything else is the parent's.
-        EXPECT_EQ(melt.TransTable, parent.TransTable);
-        EXPECT_EQ(melt.General.Density, parent.General.Density);
+        EXPECT_EQ(std::tie(melt.TransTable, melt.General.Density),
+                  std::tie(parent.TransTable, parent.General.Density));
 
         // The synthetic points are the parent plus the quadratic; pairs across the whole band, so
         // that the 32-bit pairs are not carried far.
@@ -92,9 +92,9 @@ TEST_F(MeltFixture, RowTextsRefusalOfFewerThanFourPairsAndSort) {
     Start("Schott", "N-BK7", "m1");
     TypePair(1, "587.562", "1.5170");
     // Shown with the columns' decimals; N-BK7 has nd 1.51680.
-    EXPECT_EQ(form->ssRefInd.ClipText({1, 1, 3, 1}), "d \t587.5620\t1.5170000");
-    EXPECT_EQ(form->ssRefInd.Text(4, 1).substr(0, 7), "1.51680");
-    EXPECT_EQ(form->ssRefInd.Text(5, 1), "0.000200");
+    EXPECT_EQ(std::tuple(form->ssRefInd.ClipText({1, 1, 3, 1}),
+                         form->ssRefInd.Text(4, 1).substr(0, 7), form->ssRefInd.Text(5, 1)),
+              std::tuple("d \t587.5620\t1.5170000", "1.51680", "0.000200"));
     TypePair(2, "600", "");
     EXPECT_EQ(form->ssRefInd.Text(1, 2), "");
     EXPECT_EQ(form->ssRefInd.Text(5, 2), "  ");
@@ -109,9 +109,9 @@ TEST_F(MeltFixture, RowTextsRefusalOfFewerThanFourPairsAndSort) {
                                       "pairs to create a melt glass",
                                       MsgButtons::OK, MsgIcon::Exclamation, ""}}));
     const auto& m = form->MeltRecord().Melt;
-    EXPECT_EQ(m.MeltIndexPoints, 3);
-    EXPECT_EQ(form->MeltRecord().IndexState.Ready, kFalse);
-    EXPECT_EQ(form->lblError.caption.get(), "");
+    EXPECT_EQ(std::tuple(m.MeltIndexPoints, form->MeltRecord().IndexState.Ready,
+                         form->lblError.caption.get()),
+              std::tuple(3, kFalse, ""));
     EXPECT_FALSE(form->comAdd.enabled);
     EXPECT_EQ(dialogs.busyDepth, 0);
     // The three pairs were sorted and written back with the columns' decimals, except a
@@ -123,12 +123,10 @@ TEST_F(MeltFixture, RowTextsRefusalOfFewerThanFourPairsAndSort) {
     // Descending, equal wavelengths in the order typed, every index through a 32-bit float.
     form->comIndexSortClick();
     ASSERT_EQ(m.MeltIndexPoints, 5);
-    EXPECT_EQ(m.MeltIndexWave[0], 656.273f);
-    EXPECT_EQ(m.MeltIndexValue[1], static_cast<double>(1.5170f));
-    EXPECT_EQ(m.MeltIndexValue[2], static_cast<double>(1.5224f));
-    EXPECT_EQ(m.MeltIndexValue[3], static_cast<double>(1.5225f));
-    EXPECT_EQ(form->ssRefInd.Text(1, 1), "C ");
-    EXPECT_EQ(form->ssRefInd.Text(1, 3), "F ");
+    EXPECT_EQ(std::tuple(m.MeltIndexWave[0], m.MeltIndexValue[1], m.MeltIndexValue[2],
+                         m.MeltIndexValue[3], form->ssRefInd.Text(1, 1), form->ssRefInd.Text(1, 3)),
+              std::tuple(656.273f, static_cast<double>(1.5170f), static_cast<double>(1.5224f),
+                         static_cast<double>(1.5225f), "C ", "F "));
 }
 
 TEST_F(MeltFixture, ReportsAndDifferencePlotOfAFit) {
@@ -144,11 +142,10 @@ TEST_F(MeltFixture, ReportsAndDifferencePlotOfAFit) {
 
     const auto lines = SplitLines(form->ComparisonReport());
     ASSERT_GE(lines.size(), 24u);
-    EXPECT_EQ(lines[0], "Index comparison over waveband [parent & melt glasses]");
-    EXPECT_EQ(lines[1], "");
-    EXPECT_EQ(lines[2], "Wave\t\tParent\tMelt\t\tDifference");
-    EXPECT_EQ(lines[3].rfind("300.0\t   \t", 0), 0u);
-    EXPECT_EQ(lines[23].rfind("2500.0\t   \t", 0), 0u);
+    EXPECT_EQ(std::tuple(lines[0], lines[1], lines[2], lines[3].rfind("300.0\t   \t", 0),
+                         lines[23].rfind("2500.0\t   \t", 0)),
+              std::tuple("Index comparison over waveband [parent & melt glasses]", "",
+                         "Wave\t\tParent\tMelt\t\tDifference", 0u, 0u));
     char expected[80];
     std::snprintf(expected, sizeof expected, "1.%06.0f  \t",
                   (IndexOf(form->ParentRecord(), 1180.0f) - 1) * 1e6);
@@ -175,78 +172,39 @@ TEST_F(MeltFixture, ReportsAndDifferencePlotOfAFit) {
     EXPECT_NEAR(curve[3].delta, 0.0004, 2e-6);
 }
 
-TEST_F(MeltFixture, ASavedMeltCarriesTheDerivedNumbersOfItsOwnPolynomial) {
-    const struct {
-        double offset;
-        const char* code;
-    } cases[] = {{0.003, "up"}, {-0.002, "down"}};
-    for (const auto& c : cases) {
-        Start("Schott", "N-BK7", c.code);
-        TypeOffsetPairs(kSchottLines, c.offset);
-        form->comIndexFitClick();
-        const DerivedData parentDerived = form->ParentRecord().Derived;
-        form->comAddClick();
-        ASSERT_TRUE(form->Saved()) << c.code;
-        const MaterialRecord* saved = nullptr;
-        for (const auto& rec : list->CustomList()) {
-            if (rec.Melt.MeltCode.Text() == c.code) saved = &rec;
-        }
-        ASSERT_NE(saved, nullptr) << c.code;
-        const auto& coef = saved->General.PolyCoef;
-        ASSERT_EQ(saved->General.Polytype, 2);
-        const double nd = SellmeierIndex(coef, 587.562), nC = SellmeierIndex(coef, 656.273),
-                     nF = SellmeierIndex(coef, 486.133), ng = SellmeierIndex(coef, 435.834),
-                     ne = SellmeierIndex(coef, 546.074);
-        const double vd = (nd - 1) / (nF - nC);
-        const auto& d = saved->Derived;
-        EXPECT_NEAR(d.nd, nd, 6e-6) << c.code;
-        EXPECT_NEAR(d.nd - parentDerived.nd, c.offset, 2e-5) << c.code;
-        EXPECT_NEAR(d.vd, vd, 6e-3) << c.code;
-        EXPECT_NEAR(d.Ne, ne, 6e-6) << c.code;
-        EXPECT_NEAR(d.nF_NC, nF - nC, 2e-6) << c.code;
-        EXPECT_NEAR(d.PgF, (ng - nF) / (nF - nC), 2e-5) << c.code;
-        EXPECT_EQ(saved->General.GlassCode,
-                  std::lround((nd - 1) * 1000) * 1000 + std::lround(vd * 10))
-            << c.code;
-    }
-}
-
 // Where the measured pairs stop and the quadratic goes on alone: the plot shades those parts
 // of the parent's band and the comparison report marks their rows.
 TEST_F(MeltFixture, PartsBeyondThePairsAreShadedAndMarked) {
-    const struct {
-        const char* maker;
-        const char* parent;
-        std::vector<float> waves;
-        std::vector<WaveRange> shaded;
-    } cases[] = {// Four visible lines of a parent known from 300 to 2500 nm: most of the band is
-                 // the quadratic alone.
-                 {"Schott", "N-BK7", kMainLines, {{300.0, 435.834f}, {656.273f, 2500.0}}},
-                 // A pair beyond the long end of the band leaves only the short end unmeasured.
-                 {"Hoya", "BSC7", {1500.0f, 656.273f, 587.562f, 435.834f}, {{365.0, 435.834f}}},
-                 {"Schott", "N-BK7", {2500.0f, 1500.0f, 700.0f, 300.0f}, {}}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.waves.front());
-        Start(c.maker, c.parent, "m1");
+    // Maker, parent, the pairs' wavelengths and the parts of the band shaded.
+    const std::tuple<const char*, const char*, std::vector<float>, std::vector<WaveRange>> cases[] =
+        {// Four visible lines of a parent known from 300 to 2500 nm: most of the band is the
+         // quadratic alone.
+         {"Schott", "N-BK7", kMainLines, {{300.0, 435.834f}, {656.273f, 2500.0}}},
+         // A pair beyond the long end of the band leaves only the short end unmeasured.
+         {"Hoya", "BSC7", {1500.0f, 656.273f, 587.562f, 435.834f}, {{365.0, 435.834f}}},
+         {"Schott", "N-BK7", {2500.0f, 1500.0f, 700.0f, 300.0f}, {}}};
+    for (const auto& [maker, parent, waves, shadedParts] : cases) {
+        SCOPED_TRACE(waves.front());
+        Start(maker, parent, "m1");
         // Within +-2e-5 of the parent, alternating.
-        for (size_t i = 0; i < c.waves.size(); ++i)
-            TypeOffsetPair(static_cast<int>(i) + 1, c.waves[i], i % 2 ? -2e-5 : 2e-5);
+        for (size_t i = 0; i < waves.size(); ++i)
+            TypeOffsetPair(static_cast<int>(i) + 1, waves[i], i % 2 ? -2e-5 : 2e-5);
         EXPECT_TRUE(form->ExtrapolatedRanges().empty());  // nothing to shade before a fit
         form->comIndexFitClick();
         ASSERT_EQ(form->MeltRecord().IndexState.Ready, kTrue);
-        EXPECT_EQ(form->ExtrapolatedRanges(), c.shaded);
+        EXPECT_EQ(form->ExtrapolatedRanges(), shadedParts);
         const std::string report = form->ComparisonReport();
         const auto lines = SplitLines(report);
         ASSERT_GE(lines.size(), 23u);
         for (size_t i = 3; i < lines.size() && !lines[i].empty(); ++i) {
             const double wave = std::stod(lines[i]);
             bool shaded = false;
-            for (const auto& r : c.shaded) shaded = shaded || (wave >= r.from && wave <= r.to);
+            for (const auto& r : shadedParts) shaded = shaded || (wave >= r.from && wave <= r.to);
             EXPECT_EQ(lines[i].ends_with("  *"), shaded) << lines[i];
         }
         EXPECT_EQ(report.find("\n\n* extrapolated: outside the measured wavelengths, ") !=
                       std::string::npos,
-                  !c.shaded.empty());
+                  !shadedParts.empty());
         form->ForceUnload();
     }
 }

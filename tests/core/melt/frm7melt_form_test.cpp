@@ -1,7 +1,9 @@
 #include <array>
 #include <filesystem>
 
+#include "core/materialform/form_states.h"
 #include "core/materialform/verification.h"
+#include "core/optics/crown.h"
 #include "melt_fixture.h"
 
 namespace ostrel::testing {
@@ -44,24 +46,22 @@ TEST(MeltCaption, JoinsSourceNameAndCodeOrAsksForAParent) {
 TEST_F(MeltFixture, NewFormWaitsForParentCodeAndFit) {
     EXPECT_FALSE(form->DisplayNew(false));
     ASSERT_FALSE(dialogs.boxes.empty());
-    EXPECT_EQ(dialogs.boxes[0].title, "Melt derivative");
-    EXPECT_EQ(dialogs.boxes[0].text,
-              std::string(frm7Melt::NoticeText()) + "\nDo you want to see this message again?");
-    EXPECT_EQ(form->form.caption.get(), "Melt glass: new");
-    EXPECT_EQ(form->txtMeltCode.text.get(), "Enter melt code!");
-    EXPECT_FALSE(form->pnlSide.visible);
-    EXPECT_FALSE(form->comClear.visible);
-    EXPECT_FALSE(form->comMeltSchott.enabled);
-    EXPECT_FALSE(form->comAdd.enabled);
-    EXPECT_EQ(form->pnlStatus.caption.get(), "Index: NOT Ready");
+    EXPECT_EQ(
+        (Texts{dialogs.boxes[0].title, dialogs.boxes[0].text, form->form.caption,
+               form->txtMeltCode.text, form->pnlStatus.caption}),
+        (Texts{"Melt derivative",
+               std::string(frm7Melt::NoticeText()) + "\nDo you want to see this message again?",
+               "Melt glass: new", "Enter melt code!", "Index: NOT Ready"}));
+    EXPECT_FALSE(form->pnlSide.visible || form->comClear.visible);
+    EXPECT_EQ(Enabled({&form->comMeltSchott, &form->comAdd}), std::vector<bool>(2, false));
     EXPECT_TRUE(form->ssRefInd.Column(6).hidden);
 
     nextMaker = "Schott";
     nextParent = "N-BK7";
     form->comParentClick();
-    EXPECT_EQ(form->pnlPolyType.caption.get(), "Sellmeier");
     EXPECT_TRUE(form->comWaveSelRefInd.visible);
-    EXPECT_EQ(form->lblMeltName.caption.get(), "Schott  N-BK7  -  please enter a melt code!");
+    EXPECT_EQ((Texts{form->pnlPolyType.caption, form->lblMeltName.caption}),
+              (Texts{"Sellmeier", "Schott  N-BK7  -  please enter a melt code!"}));
     // The prompt itself is no code.
     form->txtMeltCodeValidate();
     EXPECT_EQ(form->MeltRecord().Melt.MeltCode.Text(), "");
@@ -73,8 +73,7 @@ TEST_F(MeltFixture, NewFormWaitsForParentCodeAndFit) {
     TypeOffsetPairs(kMainLines, 0.0002);
     form->comIndexFitClick();
     TypePair(5, "404.656", "");
-    EXPECT_TRUE(form->comIndexFit.enabled);
-    EXPECT_FALSE(form->comShowIndex.enabled);
+    EXPECT_EQ(Enabled({&form->comIndexFit, &form->comShowIndex}), (std::vector<bool>{true, false}));
     EXPECT_EQ(form->ssRefInd.Text(1, 5), "h ");
 
     // Clear empties the table and the melt data.
@@ -82,32 +81,44 @@ TEST_F(MeltFixture, NewFormWaitsForParentCodeAndFit) {
     form->MeltRecordForEdit().Melt.MeltTransThird[3] = 0.008;
     form->comClearClick();
     const auto& m = form->MeltRecord().Melt;
-    EXPECT_EQ(m.MeltIndexPoints, 0);
-    EXPECT_EQ(m.MeltIndexWave[0], 0.0f);
-    EXPECT_EQ(m.MeltTransThird[3], 0.0);
-    EXPECT_EQ(form->MeltRecord().IndexState.Ready, kFalse);
-    EXPECT_EQ(form->ssRefInd.Text(2, 1), "");
+    EXPECT_EQ(std::tuple(m.MeltIndexPoints, m.MeltIndexWave[0], m.MeltTransThird[3],
+                         form->MeltRecord().IndexState.Ready, form->ssRefInd.Text(2, 1)),
+              std::tuple(0, 0.0f, 0.0, kFalse, ""));
     EXPECT_FALSE(form->comAdd.enabled);
 }
 
 TEST_F(MeltFixture, SaveSortsTheListOffersOverwriteAndEditAndReviewOpenTheSavedMelt) {
     ASSERT_TRUE(list->AddAndSave(MakeRecord("ZZ glass", "Own"), false));
 
-    FitNewMelt(0.0003);
+    FitNewMelt(0.003);
     ASSERT_TRUE(form->comAdd.enabled);
+    const DerivedData parentDerived = form->ParentRecord().Derived;
     dialogs.boxes.clear();
     form->comAddClick();
     EXPECT_TRUE(dialogs.boxes.empty());
     EXPECT_TRUE(form->Saved());
     ASSERT_EQ(list->CustomCount(), 2);
     const MaterialRecord saved = list->CustomList()[0];
-    EXPECT_EQ(saved.General.GlassName.Text(), "N-BK7 *m1");
-    EXPECT_EQ(saved.General.Source.Text(), "Schott");
-    EXPECT_EQ(saved.Melt.MeltFlag, kTrue);
-    EXPECT_EQ(saved.Melt.MeltParentName.Text(), "N-BK7");
-    EXPECT_EQ(saved.Melt.MeltIndexPoints, 4);
-    EXPECT_EQ(saved.DateChanged, 46349.5);
-    EXPECT_EQ(list->CustomList()[1].General.GlassName.Text(), "ZZ glass");
+    EXPECT_EQ(
+        (Texts{saved.General.GlassName.Text(), saved.General.Source.Text(),
+               saved.Melt.MeltParentName.Text(), list->CustomList()[1].General.GlassName.Text()}),
+        (Texts{"N-BK7 *m1", "Schott", "N-BK7", "ZZ glass"}));
+    EXPECT_EQ(std::tuple(saved.Melt.MeltFlag, saved.Melt.MeltIndexPoints, saved.DateChanged),
+              std::tuple(kTrue, 4, 46349.5));
+    // The derived numbers are the melt's own, worked out from its polynomial.
+    const auto& coef = saved.General.PolyCoef;
+    ASSERT_EQ(saved.General.Polytype, 2);
+    const double nd = SellmeierIndex(coef, 587.562), nC = SellmeierIndex(coef, 656.273),
+                 nF = SellmeierIndex(coef, 486.133), ng = SellmeierIndex(coef, 435.834),
+                 ne = SellmeierIndex(coef, 546.074), vd = (nd - 1) / (nF - nC);
+    const auto& d = saved.Derived;
+    EXPECT_NEAR(d.nd, nd, 6e-6);
+    EXPECT_NEAR(d.nd - parentDerived.nd, 0.003, 2e-5);
+    EXPECT_NEAR(d.vd, vd, 6e-3);
+    EXPECT_NEAR(d.Ne, ne, 6e-6);
+    EXPECT_NEAR(d.nF_NC, nF - nC, 2e-6);
+    EXPECT_NEAR(d.PgF, (ng - nF) / (nF - nC), 2e-5);
+    EXPECT_EQ(saved.General.GlassCode, std::lround((nd - 1) * 1000) * 1000 + std::lround(vd * 10));
     // The form starts again.
     EXPECT_EQ(form->MeltRecord().Melt.MeltParentName.Text(), "");
     EXPECT_FALSE(form->comAdd.enabled);
@@ -124,34 +135,29 @@ TEST_F(MeltFixture, SaveSortsTheListOffersOverwriteAndEditAndReviewOpenTheSavedM
                                 "to overwrite the existing data?",
                                 MsgButtons::YesNo, MsgIcon::Question, ""}}));
     EXPECT_NEAR(IndexOf(list->CustomList()[0], 587.562f) - IndexOf(form->ParentRecord(), 587.562f),
-                0.0003, 2e-6);
+                0.003, 2e-6);
 
     // Edit and review open the saved melt.
-
     form->DisplayEdit(saved);
-    EXPECT_EQ(form->form.caption.get(), "Melt glass: edit");
-    EXPECT_EQ(form->comAdd.caption.get(), "Accept changes");
-    EXPECT_EQ(form->comAdd.toolTip.get(), "Accept changes made to this melt glass");
+    EXPECT_EQ((Texts{form->form.caption, form->comAdd.caption, form->comAdd.toolTip,
+                     form->ParentRecord().General.GlassName.Text(),
+                     form->ssRefInd.ClipText({1, 1, 2, 1}), form->ssRefInd.Text(5, 1)}),
+              (Texts{"Melt glass: edit", "Accept changes", "Accept changes made to this melt glass",
+                     "N-BK7", "C \t656.2730", "0.003000"}));
     EXPECT_EQ(form->MeltRecord().IndexState.Changes, 2);
-    EXPECT_EQ(form->ParentRecord().General.GlassName.Text(), "N-BK7");
     EXPECT_EQ(form->ParentRecord().General.PolyCoef[0], 1.03961212);
-    EXPECT_EQ(form->ssRefInd.ClipText({1, 1, 2, 1}), "C \t656.2730");
-    EXPECT_EQ(form->ssRefInd.Text(5, 1), "0.000300");
     EXPECT_TRUE(form->comAdd.enabled);
     EXPECT_EQ(ownerStates, std::vector<bool>{false});
     form->comOKClick();
     EXPECT_EQ(ownerStates, (std::vector<bool>{false, true}));
 
     form->DisplayReview(saved);
-    EXPECT_EQ(form->form.caption.get(), "Melt glass: review");
-    EXPECT_EQ(form->comAdd.caption.get(), "&Save");
-    const std::vector<const Control*> locked{
-        &form->comClear,     &form->comWaveSelRefInd, &form->comClipPaste, &form->comIndexFit,
-        &form->comIndexSort, &form->comMeltSchott,    &form->comWaveBand,  &form->comAdd,
-        &form->lstWaveBand,  &form->txtMeltCode};
-    for (const Control* c : locked) {
-        EXPECT_FALSE(c->enabled);
-    }
+    EXPECT_EQ((Texts{form->form.caption, form->comAdd.caption}),
+              (Texts{"Melt glass: review", "&Save"}));
+    EXPECT_EQ(Enabled({&form->comClear, &form->comWaveSelRefInd, &form->comClipPaste,
+                       &form->comIndexFit, &form->comIndexSort, &form->comMeltSchott,
+                       &form->comWaveBand, &form->comAdd, &form->lstWaveBand, &form->txtMeltCode}),
+              std::vector<bool>(10, false));
     EXPECT_FALSE(form->ssRefInd.EditText(2, 5, "500"));
     form->ForceUnload();
     EXPECT_FALSE(form->Saved());
@@ -159,14 +165,10 @@ TEST_F(MeltFixture, SaveSortsTheListOffersOverwriteAndEditAndReviewOpenTheSavedM
 
     // Nothing to lose closes without asking: just opened, a saved melt opened for edit, and
     // a review whatever happens in it.
-    const std::vector<std::function<void()>> opens{[&] { form->DisplayNew(false); },
-                                                   [&] { form->DisplayEdit(saved); },
-                                                   [&] {
-                                                       form->DisplayReview(saved);
-                                                       form->comIndexFitClick();
-                                                   }};
-    for (const auto& open : opens) {
-        open();
+    for (int open = 0; open < 3; ++open) {
+        if (open == 0) form->DisplayNew(false);
+        if (open == 1) form->DisplayEdit(saved);
+        if (open == 2) form->DisplayReview(saved), form->comIndexFitClick();
         dialogs.boxes.clear();
         form->comOKClick();
         EXPECT_TRUE(dialogs.boxes.empty());
@@ -214,33 +216,29 @@ TEST_F(MeltFixture, AnIncompleteRecordOrACatalogueNameIsRefused) {
 
 // Closing by the form's own button with unsaved work asks first.
 TEST_F(MeltFixture, UnsavedWorkIsOfferedForSavingOnClose) {
-    const struct {
-        const char* code;
-        bool fitted;  // false: the pairs are typed but never fitted
-        MsgAnswer answer;
-        bool closed;
-        int savedCount;
-    } cases[] = {{"m1", true, MsgAnswer::No, true, 0},
-                 {"m1", true, MsgAnswer::Cancel, false, 0},
-                 {"m1", false, MsgAnswer::Yes, false, 0},
-                 // Fitted but without a code: the save button is off, nothing is saved.
-                 {"", true, MsgAnswer::Yes, false, 0},
-                 {"m1", true, MsgAnswer::Yes, true, 1}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(::testing::Message() << c.code << c.fitted << int(c.answer));
-        Start("Schott", "N-BK7", c.code);
+    // Code, fitted (or only typed), the answer, closed, and how many are saved.
+    const std::tuple<const char*, bool, MsgAnswer, bool, int> cases[] = {
+        {"m1", true, MsgAnswer::No, true, 0},
+        {"m1", true, MsgAnswer::Cancel, false, 0},
+        {"m1", false, MsgAnswer::Yes, false, 0},
+        // Fitted but without a code: the save button is off, nothing is saved.
+        {"", true, MsgAnswer::Yes, false, 0},
+        {"m1", true, MsgAnswer::Yes, true, 1}};
+    for (const auto& [code, fitted, answer, closed, savedCount] : cases) {
+        SCOPED_TRACE(::testing::Message() << code << fitted << int(answer));
+        Start("Schott", "N-BK7", code);
         TypeOffsetPairs(kMainLines, 0.0003);
-        if (c.fitted) form->comIndexFitClick();
+        if (fitted) form->comIndexFitClick();
         dialogs.boxes.clear();
-        dialogs.answers = {c.answer};
+        dialogs.answers = {answer};
         form->comOKClick();
         ASSERT_FALSE(dialogs.boxes.empty());
-        EXPECT_EQ(dialogs.boxes[0].text, "Save changes to N-BK7 *" + std::string(c.code) + "?");
-        EXPECT_EQ(dialogs.boxes[0].buttons, MsgButtons::YesNoCancel);
-        EXPECT_EQ(form->IsOpen(), !c.closed);
-        EXPECT_EQ(list->CustomCount(), c.savedCount);
+        EXPECT_EQ(std::tuple(dialogs.boxes[0].text, dialogs.boxes[0].buttons, form->IsOpen(),
+                             list->CustomCount()),
+                  std::tuple("Save changes to N-BK7 *" + std::string(code) + "?",
+                             MsgButtons::YesNoCancel, !closed, savedCount));
         // A Yes that cannot save says why, as the save button's own check does.
-        const bool refused = c.answer == MsgAnswer::Yes && !c.closed;
+        const bool refused = answer == MsgAnswer::Yes && !closed;
         ASSERT_EQ(dialogs.boxes.size(), refused ? 2u : 1u);
         if (refused) {
             EXPECT_EQ(dialogs.boxes[1].text, frm7Melt::kIncompleteMsg);
@@ -312,9 +310,9 @@ TEST_F(MeltFixture, BadFileLinesAreDroppedAndTheRestRead) {
                    "wave|2|656.273|abc\nalone\n\nextra|3|656.273|587.562|486.133|400\nx|1|12.5\n");
     form->DisplayNew(false);
     ASSERT_EQ(form->WaveBands().size(), 6u);
-    EXPECT_EQ(form->WaveBands()[3], (MeltWaveBand{"one", 3, {700.0f, 600.0f, 500.0f}}));
-    EXPECT_EQ(form->WaveBands()[4], (MeltWaveBand{"extra", 3, {656.273f, 587.562f, 486.133f}}));
-    EXPECT_EQ(form->WaveBands()[5].Name, "x");
+    EXPECT_EQ(std::tuple(form->WaveBands()[3], form->WaveBands()[4], form->WaveBands()[5].Name),
+              std::tuple((MeltWaveBand{"one", 3, {700.0f, 600.0f, 500.0f}}),
+                         (MeltWaveBand{"extra", 3, {656.273f, 587.562f, 486.133f}}), "x"));
 }
 
 }  // namespace

@@ -22,35 +22,31 @@ TEST_F(ParentPickerTest, MakersFromTheGenericListAndTheGlassesOfOneSortedByStatu
     auto p = Picker();
     ASSERT_TRUE(p->Load());
     ASSERT_GE(p->lstMakers.ListCount(), 3);
-    EXPECT_EQ(p->lstMakers.List(0), "Schott");
-    EXPECT_EQ(p->lstMakers.List(1), "Ohara");
-    EXPECT_EQ(p->lstMakers.List(2), "Hoya");
-    EXPECT_EQ(p->lstMakers.listIndex(), -1);
-    EXPECT_EQ(p->ssGlasses.MaxRows(), 0);
+    EXPECT_EQ(std::tuple(p->lstMakers.List(0), p->lstMakers.List(1), p->lstMakers.List(2),
+                         p->lstMakers.listIndex(), p->ssGlasses.MaxRows()),
+              std::tuple("Schott", "Ohara", "Hoya", -1, 0));
 
     Choose(*p, p->lstMakers, 0, &popMeltParent::lstMakersClick);
     ASSERT_EQ(p->ssGlasses.MaxRows(), 12);  // the demo's Schott glasses
-    EXPECT_EQ(p->ssGlasses.ClipText({1, 1, 3, 1}), "1\t  N-BK7\t517642");
-    EXPECT_EQ(p->ssGlasses.Text(6, 1), "  Recommended");
-    EXPECT_TRUE(p->ssGlassesView.visible);
-    EXPECT_FALSE(p->lblSelGlass.visible);
-    EXPECT_FALSE(p->comOK.enabled);
+    EXPECT_EQ(std::tuple(p->ssGlasses.ClipText({1, 1, 3, 1}), p->ssGlasses.Text(6, 1),
+                         p->ssGlassesView.visible.get(), p->lblSelGlass.visible.get(),
+                         p->comOK.enabled.get()),
+              std::tuple("1\t  N-BK7\t517642", "  Recommended", true, false, false));
 
     p->ssGlassesClick(3, RowOf(*p, "F2"));
-    EXPECT_TRUE(p->comOK.enabled);
-    EXPECT_EQ(p->lblSelGlass.caption.get(), "Select glass: Schott    F2");
+    EXPECT_EQ(std::tuple(p->comOK.enabled.get(), p->lblSelGlass.caption.get()),
+              std::tuple(true, "Select glass: Schott    F2"));
     // Another maker: a row must be clicked again.
     Choose(*p, p->lstMakers, 1, &popMeltParent::lstMakersClick);
-    EXPECT_FALSE(p->comOK.enabled);
-    EXPECT_EQ(p->ssGlasses.Text(6, 1), "  Available?");
+    EXPECT_EQ(std::tuple(p->comOK.enabled.get(), p->ssGlasses.Text(6, 1)),
+              std::tuple(false, "  Available?"));
 
     // Sorted by status: the words first, then the names.
     Choose(*p, p->lstMakers, 2, &popMeltParent::lstMakersClick);  // Hoya: A and R
     Choose(*p, p->cmbSortOrder, 5, &popMeltParent::cmbSortOrderClick);
     std::vector<std::string> seen;
-    for (int r = 1; r <= p->ssGlasses.MaxRows(); ++r) {
+    for (int r = 1; r <= p->ssGlasses.MaxRows(); ++r)
         seen.push_back(p->ssGlasses.Text(6, r) + "|" + p->ssGlasses.Text(2, r));
-    }
     ASSERT_FALSE(seen.empty());
     EXPECT_TRUE(std::is_sorted(seen.begin(), seen.end(), [](const auto& a, const auto& b) {
         return UpperAscii(a) < UpperAscii(b);
@@ -68,13 +64,11 @@ TEST_F(ParentPickerTest, PickReturnsTheWholeRowAndRemembersTheMaker) {
         p.comOKClick();
     };
     ASSERT_TRUE(Picker(hooks)->PickParent(rec));
-    EXPECT_EQ(rec.Melt.MeltParentName.Untrimmed().substr(0, 6), "  BSC7");
-    EXPECT_EQ(rec.Melt.MeltParentSource.Text(), "Hoya");
-    EXPECT_EQ(rec.General.GlassName.Text(), "BSC7");
-    EXPECT_EQ(rec.General.Polytype, 1);
-    EXPECT_EQ(rec.General.PolyCoef[0], 2.2702566);
-    EXPECT_EQ(rec.General.IndexWvMax, 1014);
-    EXPECT_EQ(settings.GetSetting("MeltParent", "MeltParentMaker", "?"), "Hoya");
+    EXPECT_EQ(std::tuple(rec.Melt.MeltParentName.Untrimmed().substr(0, 6),
+                         rec.Melt.MeltParentSource.Text(), rec.General.GlassName.Text(),
+                         rec.General.Polytype, rec.General.PolyCoef[0], rec.General.IndexWvMax,
+                         settings.GetSetting("MeltParent", "MeltParentMaker", "?")),
+              std::tuple("  BSC7", "Hoya", "BSC7", 1, 2.2702566, 1014, "Hoya"));
 
     // Opened again, the maker is selected and its glasses are shown.
     auto p = Picker();
@@ -154,9 +148,8 @@ TEST_F(SchottSheetTest, TheChainOfSums) {
     for (int i = 0; i < 7; ++i) EXPECT_NEAR(m.MeltIndexValue[i], expected[i], 2e-7) << i;
     EXPECT_EQ(m.MeltIndexWave[1], 643.847f);
     // The figures stay in entries 1 to 9.
-    EXPECT_EQ(m.MeltTransThird[1], static_cast<double>(1.5168f));
-    EXPECT_EQ(m.MeltTransThird[9], static_cast<double>(0.00437f));
-    EXPECT_EQ(m.MeltTransThird[0], 0.0);
+    EXPECT_EQ(std::tuple(m.MeltTransThird[1], m.MeltTransThird[9], m.MeltTransThird[0]),
+              std::tuple(static_cast<double>(1.5168f), static_cast<double>(0.00437f), 0.0));
     sheet.comOKClick();
     EXPECT_TRUE(sheet.Accepted());
 }
@@ -172,31 +165,27 @@ TEST_F(SchottSheetTest, EntriesAndTheCheckOfOK) {
         Enter(field, typed);
         EXPECT_EQ(sheet.txtIndex[static_cast<size_t>(field)].text.get(), shown) << typed;
     }
-    const struct {
-        std::vector<std::pair<int, const char*>> edits;  // fields (1 to 9) typed over kSheet
-        const char* refusal;                             // empty when the sheet is taken
-    } sheets[] = {                                       // nd 2.3 is a valid entry, but no index.
-                  {{{1, "2.3"}}, "Index value outside valid range!"},
-                  // nF' - nC' too large: C' falls below C.
-                  {{{8, "0.02"}}, "Index value is not increasing as wavelength gets shorter!"},
-                  // nF - nC and nF - ne make no pair and may disagree.
-                  {{{3, "0.5"}, {6, "0.4"}}, ""}};
-    for (const auto& c : sheets) {
-        SCOPED_TRACE(c.refusal);
+    // Fields (1 to 9) typed over kSheet, and the refusal ("" when the sheet is taken).
+    const std::pair<std::vector<std::pair<int, const char*>>, const char*> sheets[] = {
+        // nd 2.3 is a valid entry, but no index.
+        {{{1, "2.3"}}, "Index value outside valid range!"},
+        // nF' - nC' too large: C' falls below C.
+        {{{8, "0.02"}}, "Index value is not increasing as wavelength gets shorter!"},
+        // nF - nC and nF - ne make no pair and may disagree.
+        {{{3, "0.5"}, {6, "0.4"}}, ""}};
+    for (const auto& [edits, refusal] : sheets) {
+        SCOPED_TRACE(refusal);
         sheet.Load(ClearedMaterialRecord());
         auto values = kSheet;
-        for (const auto& [field, text] : c.edits) values[static_cast<size_t>(field - 1)] = text;
+        for (const auto& [field, text] : edits) values[static_cast<size_t>(field - 1)] = text;
         EnterAll(values);
         dialogs.boxes.clear();
         sheet.comOKClick();
-        EXPECT_EQ(sheet.Accepted(), !*c.refusal);
-        if (!*c.refusal) {
-            EXPECT_TRUE(dialogs.boxes.empty());
-            continue;
-        }
-        EXPECT_EQ(dialogs.boxes,
-                  (std::vector<ShownBox>{{c.refusal, MsgButtons::OK, MsgIcon::Exclamation, ""}}));
-        EXPECT_EQ(sheet.Record().Melt.MeltIndexPoints, 0);
+        EXPECT_EQ(sheet.Accepted(), !*refusal);
+        std::vector<ShownBox> shown;
+        if (*refusal) shown.push_back({refusal, MsgButtons::OK, MsgIcon::Exclamation, ""});
+        EXPECT_EQ(dialogs.boxes, shown);
+        EXPECT_EQ(sheet.Record().Melt.MeltIndexPoints, *refusal ? 0 : 7);
     }
 }
 

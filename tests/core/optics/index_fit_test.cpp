@@ -64,11 +64,7 @@ using LinearFit = int16_t (*)(int16_t&, int16_t, std::string&, PolyCoefBlock&, M
                               Dialogs&);
 
 constexpr const char* kTooFewPoints = "Insufficient Data Points\nAdd More Data";
-const PolyCoefBlock kUntouched = [] {
-    PolyCoefBlock c;
-    c.fill(3.0);
-    return c;
-}();
+const PolyCoefBlock kUntouched{3, 3, 3, 3, 3, 3, 3, 3, 3, 3, 3, 3, 3, 3};
 
 // What a fit is handed besides its points, and what it shows. Coefficients and text start
 // out filled, so that a fit that fails must be seen to leave them alone.
@@ -353,18 +349,21 @@ TEST(PlainNumber, SingleShowsItsOwnSevenDigits) {
                                                      {1e-5f, "1E-05"},
                                                      {12345678.0f, "1.234568E+07"}};
     for (const auto& [value, text] : singles) EXPECT_EQ(PlainNumberText(value), text) << text;
-    EXPECT_EQ(PlainNumberText(static_cast<double>(2325.4f)), "2325.39990234375");
-    EXPECT_EQ(PlainNumberText(123456789012345.0), "123456789012345");
-    EXPECT_EQ(PlainNumberText(1e15), "1E+15");
+    EXPECT_EQ(std::tuple(PlainNumberText(static_cast<double>(2325.4f)),
+                         PlainNumberText(123456789012345.0), PlainNumberText(1e15)),
+              std::tuple("2325.39990234375", "123456789012345", "1E+15"));
 }
 
 TEST(AverageError, LabelsPerForm) {
     // sqrt(4e-10 / 4) = 1e-5
-    EXPECT_EQ(AverageErrorLabel(4, 4e-10, 4), "average Cauchy polynomal fit error 0.0000100");
-    EXPECT_EQ(AverageErrorLabel(1, 4e-10, 4), "average Schott polynomal fit error: 0.0000100");
-    EXPECT_EQ(AverageErrorLabel(3, 4e-10, 4), "average Schott Plus polynomal fit error: 0.0000100");
-    EXPECT_EQ(AverageErrorLabel(2, 4e-10, 4), "average Sellmeier polynomal fit error: 0.0000100");
-    EXPECT_EQ(AverageErrorLabel(6, 0.0, 4), "average Sellmeier polynomal fit error: 0.0000000");
+    EXPECT_EQ(std::tuple(AverageErrorLabel(4, 4e-10, 4), AverageErrorLabel(1, 4e-10, 4),
+                         AverageErrorLabel(3, 4e-10, 4), AverageErrorLabel(2, 4e-10, 4),
+                         AverageErrorLabel(6, 0.0, 4)),
+              std::tuple("average Cauchy polynomal fit error 0.0000100",
+                         "average Schott polynomal fit error: 0.0000100",
+                         "average Schott Plus polynomal fit error: 0.0000100",
+                         "average Sellmeier polynomal fit error: 0.0000100",
+                         "average Sellmeier polynomal fit error: 0.0000000"));
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <tuple>
 
 #include "core/optics/crown.h"
 
@@ -13,16 +14,8 @@ using testing::kNbk7Coef;
 const PolyCoefBlock kNbk7Plus{1.03961212,    0.231792344,  1.01046945, 0,  0,
                               0.00600069867, 0.0200179144, 103.560653, 50, 50};
 
-struct IndexCase {
-    const char* name;
-    int16_t type;
-    PolyCoefBlock coef;
-    float waveNm;
-    double expected;  // 0 with ok 0 when the index cannot be computed
-    int16_t ok;
-};
-
-const IndexCase kWorkedValues[] = {
+// Name, type, coefficients, wavelength, index (0 with ok 0 when it cannot be computed), ok.
+const std::tuple<const char*, int16_t, PolyCoefBlock, float, double, int16_t> kWorkedValues[] = {
     {"SchottConstant", 1, {2.25}, 587.6f, 1.5, -1},
     {"SchottPlusConstant", 3, {0, 0, 0, 0, 0, 2.25}, 1234.5f, 1.5, -1},
     {"SchottPlusFirstStoredIsInversePower", 3, {0.5, 0, 0, 0, 0, 2.0}, 1000.0f, std::sqrt(2.5), -1},
@@ -53,11 +46,11 @@ const IndexCase kWorkedValues[] = {
     {"OverflowSchott", 1, {2.25, 0, 0, 0, 0, 1.0}, 1e-40f, 0.0, 0}};
 
 TEST(IndexFromPolynomial, GivesIndexAndFlag) {
-    for (const IndexCase& c : kWorkedValues) {
+    for (const auto& [name, type, coef, waveNm, expected, expectedOk] : kWorkedValues) {
         int16_t ok = 99;
-        const double n = IndexFromPolynomial(c.coef, c.waveNm, c.type, ok);
-        EXPECT_EQ(ok, c.ok) << c.name;
-        EXPECT_NEAR(n, c.expected, 1e-12) << c.name;
+        const double n = IndexFromPolynomial(coef, waveNm, type, ok);
+        EXPECT_EQ(ok, expectedOk) << name;
+        EXPECT_NEAR(n, expected, 1e-12) << name;
     }
 }
 

@@ -125,31 +125,28 @@ TEST(TransCalcs, CheckTransPointsRepairsBluntly) {
 //   l5 = 300 + 0.2136068 * 50 / 0.49 = 321.80 -> 32; l80 = 350 + 0.3944272 * 50 / 0.4 = 399.30
 //   -> 40.
 TEST(TransCalcs, ColourCode) {
-    const struct {
-        const char* name;
-        float width;
-        Points data;  // internal transmission in per cent
-        const char* expected;
-    } cases[] = {{"TenMillimetres", 10.0f, {{500, 400, 350, 300}, {99, 90, 50, 1}}, "39/30"},
-                 {"FiveMillimetres", 5.0f, {{500, 400, 350, 300}, {99, 90, 50, 1}}, "40/32"},
-                 // Never falls to either level: l5 = last - 10 = 320, l80 = last = 330.
-                 {"ClearToTheEnd", 10.0f, {{500, 400, 330}, {99, 98, 95}}, "33/32"},
-                 // l80 = 900 + 0.79 * 100 / 0.795 = 999.37 -> "100" cut to "10";
-                 // l5 = 900 + 0.04 * 100 / 0.795 = 905.03 -> 91.
-                 {"ThreeDigitsCut", 10.0f, {{1200, 1000, 900}, {99, 80.5f, 1}}, "10/91"},
-                 // Zero width: both levels are 1. The last point is not above 1, and the point
-                 // before it has the same fraction, so l5 is the short-wave neighbour's wavelength.
-                 {"ZeroWidth", 0.0f, {{500, 400}, {100, 100}}, "40/40"},
-                 // Never rises to 80 %: the code is left as it was.
-                 {"NeverReaches80", 10.0f, {{500, 400}, {50, 10}}, "xx/xx"},
-                 {"NoPoints", 10.0f, {{}, {}}, "xx/xx"},
-                 // A row at an infinite wavelength (an overflowing number in a file): no code.
-                 {"InfiniteWavelength", 10.0f, {{500, HUGE_VALF}, {99, 98}}, "xx/xx"}};
-    for (const auto& c : cases) {
+    // Name, width, points of internal transmission in per cent, and the code.
+    const std::tuple<const char*, float, Points, const char*> cases[] = {
+        {"TenMillimetres", 10.0f, {{500, 400, 350, 300}, {99, 90, 50, 1}}, "39/30"},
+        {"FiveMillimetres", 5.0f, {{500, 400, 350, 300}, {99, 90, 50, 1}}, "40/32"},
+        // Never falls to either level: l5 = last - 10 = 320, l80 = last = 330.
+        {"ClearToTheEnd", 10.0f, {{500, 400, 330}, {99, 98, 95}}, "33/32"},
+        // l80 = 900 + 0.79 * 100 / 0.795 = 999.37 -> "100" cut to "10";
+        // l5 = 900 + 0.04 * 100 / 0.795 = 905.03 -> 91.
+        {"ThreeDigitsCut", 10.0f, {{1200, 1000, 900}, {99, 80.5f, 1}}, "10/91"},
+        // Zero width: both levels are 1. The last point is not above 1, and the point
+        // before it has the same fraction, so l5 is the short-wave neighbour's wavelength.
+        {"ZeroWidth", 0.0f, {{500, 400}, {100, 100}}, "40/40"},
+        // Never rises to 80 %: the code is left as it was.
+        {"NeverReaches80", 10.0f, {{500, 400}, {50, 10}}, "xx/xx"},
+        {"NoPoints", 10.0f, {{}, {}}, "xx/xx"},
+        // A row at an infinite wavelength (an overflowing number in a file): no code.
+        {"InfiniteWavelength", 10.0f, {{500, HUGE_VALF}, {99, 98}}, "xx/xx"}};
+    for (const auto& [name, width, data, expected] : cases) {
         MaterialRecord rec = ClearedMaterialRecord();
         rec.Other.CC.Set("xx/xx");
-        ColourCode(rec, c.width, c.data.waves, c.data.values);
-        EXPECT_EQ(rec.Other.CC.Text(), c.expected) << c.name;
+        ColourCode(rec, width, data.waves, data.values);
+        EXPECT_EQ(rec.Other.CC.Text(), expected) << name;
     }
 }
 

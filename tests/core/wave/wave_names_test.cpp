@@ -18,9 +18,9 @@ TEST(WaveNames, TablesHaveTheirRowsInOrder) {
     ASSERT_EQ(glass.size(), 22u);
     const auto laser = GetLaserLines();
     ASSERT_EQ(laser.size(), 81u);
-    EXPECT_EQ(laser[0], (WaveEntry{"Er:YAG", 2940.0f}));
-    EXPECT_EQ(laser[33], (WaveEntry{"HeNe |main", 632.8f}));
-    EXPECT_EQ(laser.back(), (WaveEntry{"Nd:YAG |5th", 213.0f}));
+    EXPECT_EQ(std::tuple(laser[0], laser[33], laser.back()),
+              std::tuple((WaveEntry{"Er:YAG", 2940.0f}), (WaveEntry{"HeNe |main", 632.8f}),
+                         (WaveEntry{"Nd:YAG |5th", 213.0f})));
     for (size_t i = 1; i < laser.size(); ++i) EXPECT_LE(laser[i].Wave, laser[i - 1].Wave);
     const auto trans = GetTransLines();
     ASSERT_EQ(trans.size(), 30u);
@@ -41,14 +41,15 @@ TEST(WaveNames, StandardMarkLabelsByTheNearestTable) {
 }
 
 TEST(WaveNames, NamesAndAlignedWaves) {
-    EXPECT_EQ(FormatWaveName({"e  |Hg", 546.074f}, true), "e  \tHg");
-    EXPECT_EQ(FormatWaveName({"e  |Hg", 546.074f}, false), "e   |Hg]");
-    EXPECT_EQ(FormatWaveName({"", 1.0f}, true), "");
+    EXPECT_EQ(
+        std::tuple(FormatWaveName({"e  |Hg", 546.074f}, true),
+                   FormatWaveName({"e  |Hg", 546.074f}, false), FormatWaveName({"", 1.0f}, true)),
+        std::tuple("e  \tHg", "e   |Hg]", ""));
     EXPECT_TRUE(WaveNear(500.0f, 500.05f));
     EXPECT_FALSE(WaveNear(500.0f, 500.06f));
-    EXPECT_EQ(AlignedWaveText(10600.0f), " 10600.0");
-    EXPECT_EQ(AlignedWaveText(2325.42f), "  2325.42");
-    EXPECT_EQ(AlignedWaveText(587.5618f), "    587.5618");
+    EXPECT_EQ(std::tuple(AlignedWaveText(10600.0f), AlignedWaveText(2325.42f),
+                         AlignedWaveText(587.5618f)),
+              std::tuple(" 10600.0", "  2325.42", "    587.5618"));
 }
 
 class Picker : public ::testing::Test {
@@ -77,11 +78,11 @@ class Picker : public ::testing::Test {
 TEST_F(Picker, StartWaveIsMarkedInEveryTableThatHoldsIt) {
     wave = 632.8f;
     script = [](popEditParamWave& f) {
-        EXPECT_EQ(f.ssWavesFraun.ActiveRow(), 11);
-        EXPECT_EQ(f.ssWavesLaser.ActiveRow(), 34);
-        EXPECT_EQ(f.ssWavesFraun.ClipText({1, 11, 3, 11}), "    632.8\t  \tHeNe laser");
-        EXPECT_EQ(f.tabWaveSel.tab, 2);
-        EXPECT_EQ(f.lblWave.caption, "Typical wavelengths for tranmission");
+        EXPECT_EQ(std::tuple(f.ssWavesFraun.ActiveRow(), f.ssWavesLaser.ActiveRow(),
+                             f.ssWavesFraun.ClipText({1, 11, 3, 11}), f.tabWaveSel.tab.get(),
+                             f.lblWave.caption.get()),
+                  std::tuple(11, 34, "    632.8\t  \tHeNe laser", 2,
+                             "Typical wavelengths for tranmission"));
         f.comCancelClick();
     };
     EXPECT_EQ(Show(2), 0);
@@ -121,10 +122,9 @@ TEST_F(Picker, OkTakesTheBlocksOfTheActiveTabInOrder) {
         f.ssWavesLaser.AddSelection({-1, 34, -1, 34});
         f.comOKClick();
     };
-    EXPECT_EQ(Show(0), -1);
-    EXPECT_EQ(count, 3);
-    EXPECT_EQ(waves, (std::vector<float>{2940.0f, 2127.0f, 632.8f}));
-    EXPECT_EQ(picker->ReportText(), "2940.0000\n2127.0000\n632.8000\n");
+    EXPECT_EQ(std::tuple(Show(0), count, waves, picker->ReportText()),
+              std::tuple(-1, 3, (std::vector<float>{2940.0f, 2127.0f, 632.8f}),
+                         "2940.0000\n2127.0000\n632.8000\n"));
     EXPECT_TRUE(picker->MultiOn());  // kept for the next showing
 }
 
