@@ -11,6 +11,8 @@ faults="${1:-$root/scripts/faults.txt}"
 scratch="$(mktemp -d "${TMPDIR:-/tmp}/ostrel-faults.XXXXXX")"
 trap 'git -C "$root" worktree remove --force "$scratch/tree" >/dev/null 2>&1 || true; rm -rf "$scratch"' EXIT
 git -C "$root" worktree add --detach "$scratch/tree" HEAD >/dev/null
+# The real catalogues beside the checkout, so that the tests reading them run here too.
+[ -d "$root/../shared" ] && ln -s "$root/../shared" "$scratch/shared"
 cd "$scratch/tree"
 launcher=()
 command -v ccache >/dev/null && launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
