@@ -244,23 +244,15 @@ TEST_F(GlassesListTest, V2FileIsConvertedWithWidenedMeltValues) {
     GlassesList& l = Loaded();
     ASSERT_EQ(l.CustomCount(), 1);
     const MaterialRecord& r = l.CustomList()[0];
-    EXPECT_EQ(r.General.GlassName.Text(), "MELT1");
-    EXPECT_EQ(r.General.PolyCoef[0], 1.25);
-    EXPECT_EQ(r.Melt.MeltFlag, kTrue);
-    EXPECT_EQ(r.Melt.MeltParentName.Text(), "N-BK7");
-    EXPECT_EQ(r.Melt.MeltCode.Text(), "M42");
-    EXPECT_EQ(r.Melt.MeltIndexPoints, 3);
-    EXPECT_EQ(r.Melt.MeltIndexWave[0], 587.56f);
-    EXPECT_EQ(r.Melt.MeltIndexValue[0], static_cast<double>(1.5168f));
-    EXPECT_EQ(r.Melt.MeltTransPoints, 0);
-    EXPECT_EQ(r.Melt.MeltTransPair[0][0], static_cast<double>(0.1f));
-    EXPECT_EQ(r.Melt.MeltTransPair[1][0], static_cast<double>(0.2f));
-    EXPECT_EQ(r.Melt.MeltTransThird[19], static_cast<double>(0.3f));
-    EXPECT_EQ(r.GeneralState, (SectionState{4, kTrue}));
-    EXPECT_EQ(r.DateChanged, 40000.75);
-    EXPECT_EQ(r.Status.StatusMelt, 0);
-    EXPECT_EQ(r.Status.DataDate, 0);
-
+    const auto& m = r.Melt;
+    EXPECT_EQ(std::tuple(r.General.GlassName.Text(), r.General.PolyCoef[0], m.MeltFlag,
+                         m.MeltParentName.Text(), m.MeltCode.Text(), m.MeltIndexPoints),
+              std::tuple("MELT1", 1.25, kTrue, "N-BK7", "M42", 3));
+    EXPECT_EQ(std::tuple(m.MeltIndexWave[0], m.MeltIndexValue[0], m.MeltTransPoints,
+                         m.MeltTransPair[0][0], m.MeltTransPair[1][0], m.MeltTransThird[19]),
+              std::tuple(587.56f, double(1.5168f), 0, double(0.1f), double(0.2f), double(0.3f)));
+    EXPECT_EQ(std::tuple(r.GeneralState, r.DateChanged, r.Status.StatusMelt, r.Status.DataDate),
+              std::tuple(SectionState{4, kTrue}, 40000.75, 0, 0.0));
     EXPECT_TRUE(fs::exists(Current()));
     EXPECT_FALSE(Exists(kCustomFileV2Name));
     EXPECT_TRUE(Exists(kCustomFileV0Name));  // older ones are left lying
@@ -306,16 +298,14 @@ TEST_F(GlassesListTest, OldestFileWidensNameAndSource) {
     GlassesList& l = Loaded();
     ASSERT_EQ(l.CustomCount(), 1);
     const MaterialRecord& r = l.CustomList()[0];
-    EXPECT_EQ(r.General.GlassName.Raw(), "ABCDEFGHIJKL" + std::string(18, ' '));
-    EXPECT_EQ(r.General.Source.Raw(), "SOURCE" + std::string(24, ' '));
-    EXPECT_EQ(r.General.GlassKind, 8);
-    EXPECT_EQ(r.General.GlassCode, 517642);
-    EXPECT_EQ(r.General.Polytype, 1);
-    EXPECT_EQ(r.General.PolyCoef[13], 9.5);
-    EXPECT_EQ(r.Derived.nd, 1.5168f);
-    EXPECT_EQ(r.Measured.IndexWeight[0], 0.25f);
-    EXPECT_EQ(r.GeneralState.Ready, kTrue);
-    EXPECT_EQ(r.DateChanged, 7.0);
+    const GeneralData& g = r.General;
+    EXPECT_EQ(std::tuple(g.GlassName.Raw(), g.Source.Raw(), g.GlassKind, g.GlassCode, g.Polytype,
+                         g.PolyCoef[13]),
+              std::tuple("ABCDEFGHIJKL" + std::string(18, ' '), "SOURCE" + std::string(24, ' '), 8,
+                         517642, 1, 9.5));
+    EXPECT_EQ(
+        std::tuple(r.Derived.nd, r.Measured.IndexWeight[0], r.GeneralState.Ready, r.DateChanged),
+        std::tuple(1.5168f, 0.25f, kTrue, 7.0));
 }
 
 // --- catalogue and generic names ---
@@ -406,15 +396,11 @@ TEST(ExternalRecord, CarriesGeneralDataAtItsOffsets) {
     ToBytes(e, img);
     EXPECT_EQ(std::string(reinterpret_cast<char*>(img), 5), "N-SF6");
     EXPECT_EQ(std::string(reinterpret_cast<char*>(img) + 32, 3), "LAB");
-    EXPECT_EQ(Get<int16_t>(img, 30), 8);
-    EXPECT_EQ(Get<int32_t>(img, 62), 805254);
-    EXPECT_EQ(Get<float>(img, 66), 3.37f);
-    EXPECT_EQ(Get<int16_t>(img, 70), 6);
-    EXPECT_EQ(Get<double>(img, 72 + 8 * 13), 4.5);
-    EXPECT_EQ(Get<int16_t>(img, 184), 370);
-    EXPECT_EQ(Get<int16_t>(img, 186), 2500);
-    EXPECT_EQ(Get<float>(img, 188), 2500);
-    EXPECT_EQ(Get<float>(img, 352 + 160), 99);
+    EXPECT_EQ(
+        std::tuple(Get<int16_t>(img, 30), Get<int32_t>(img, 62), Get<float>(img, 66),
+                   Get<int16_t>(img, 70), Get<double>(img, 72 + 8 * 13), Get<int16_t>(img, 184),
+                   Get<int16_t>(img, 186), Get<float>(img, 188), Get<float>(img, 352 + 160)),
+        std::tuple(8, 805254, 3.37f, 6, 4.5, 370, 2500, 2500.0f, 99.0f));
     for (size_t i = 516; i < kExternalRecordSize; ++i) EXPECT_EQ(img[i], 0);
 
     MaterialRecord back = ClearedMaterialRecord();
@@ -491,31 +477,24 @@ class FrmGlassesListTest : public ListFixture {
     std::unique_ptr<frmGlassesList> form;
 };
 
-TEST_F(FrmGlassesListTest, NameAndSourceWithMeltRowsYellowFollowTheList) {
+// Melt rows are yellow; the popup is prepared only with no form open, on a row of a usable
+// name, with the melt menu for a melt.
+TEST_F(FrmGlassesListTest, ShowsTheListAndPreparesThePopupOnAUsableRow) {
     frmGlassesList& f = Shown();
     EXPECT_TRUE(f.form.visible);
     const Grid& g = f.ssGlassesList;
     ASSERT_EQ(g.MaxRows(), 3);
-    EXPECT_EQ(g.Column(1).title, "Material");
-    EXPECT_EQ(g.Column(2).title, "Source");
+    EXPECT_EQ(std::tuple(g.Column(1).title, g.Column(2).title), std::tuple("Material", "Source"));
     EXPECT_EQ(g.ClipText({1, 1, 2, 3}), "BK7\tSchott\nBK7 melt 12\tSchott\nCaF2\tCrystran");
-    EXPECT_EQ(g.RowColour(1), kWhite);
-    EXPECT_EQ(g.RowColour(2), kMeltRowColour);
-    EXPECT_EQ(g.RowColour(3), kWhite);
+    EXPECT_EQ(std::tuple(g.RowColour(1), g.RowColour(2), g.RowColour(3)),
+              std::tuple(kWhite, kMeltRowColour, kWhite));
     EXPECT_TRUE(g.Redraw());
-    ASSERT_TRUE(list->CommitList({MakeRecord("F2", "Schott")}));  // refreshes the form itself
-    ASSERT_EQ(g.MaxRows(), 1);
-    EXPECT_EQ(g.Text(1, 1), "F2");
-    EXPECT_EQ(g.RowColour(1), kWhite) << "colours follow the new rows";
-}
 
-TEST_F(FrmGlassesListTest, RightClickPreparesThePopupOnlyWithNoFormOpenOnAUsableRow) {
-    frmGlassesList& f = Shown();
     EXPECT_TRUE(f.ssGlassesListRightClick(3));
-    EXPECT_EQ(prepared, (std::vector<std::pair<int, std::string>>{{3, "CaF2/Crystran"}}));
     EXPECT_FALSE(f.PopupIsMelt());
     EXPECT_TRUE(f.ssGlassesListRightClick(2));
     EXPECT_TRUE(f.PopupIsMelt());
+    EXPECT_EQ(prepared, (std::vector<std::pair<int, std::string>>{{3, "CaF2/Crystran"}}));
     EXPECT_EQ(preparedMelt, (std::vector<std::pair<int, std::string>>{{2, "BK7 melt 12/Schott"}}));
     currentForm = 2;
     EXPECT_FALSE(f.ssGlassesListRightClick(1));
@@ -525,7 +504,12 @@ TEST_F(FrmGlassesListTest, RightClickPreparesThePopupOnlyWithNoFormOpenOnAUsable
     // A name with a NUL cannot enter the list; put it straight into the grid.
     f.ssGlassesList.SetText(1, 2, std::string("AB\0C", 4));
     EXPECT_FALSE(f.ssGlassesListRightClick(2));
-    EXPECT_EQ(prepared.size(), 1u);
+    EXPECT_EQ(prepared.size() + preparedMelt.size(), 2u);
+
+    ASSERT_TRUE(list->CommitList({MakeRecord("F2", "Schott")}));  // refreshes the form itself
+    ASSERT_EQ(g.MaxRows(), 1);
+    EXPECT_EQ(g.Text(1, 1), "F2");
+    EXPECT_EQ(g.RowColour(1), kWhite) << "colours follow the new rows";
 }
 
 }  // namespace
