@@ -77,11 +77,12 @@ TEST_F(KelmoraDatabaseTest, EveryColumnIsWrittenAndReadBack) {
         kTableCurrent, {{"GlassName", DbValue{std::string("O'Brien \"X\"; --")}}}, rows, error));
     ASSERT_EQ(rows.size(), 1u);
     const DbRow& row = rows[0];
-    EXPECT_EQ(DbText(row.Field("GlassID")), "100");
-    EXPECT_EQ(DbText(row.Field("s1")), "8");
-    EXPECT_EQ(DbText(row.Field("SchottName")), "O'Brien \"X\"; --");
-    EXPECT_EQ(DbText(row.Field("Polytype")), "Sel");
-    EXPECT_EQ(DbText(row.Field("StatusMelt")), "-1");
+    const std::pair<const char*, const char*> texts[] = {{"GlassID", "100"},
+                                                         {"s1", "8"},
+                                                         {"SchottName", "O'Brien \"X\"; --"},
+                                                         {"Polytype", "Sel"},
+                                                         {"StatusMelt", "-1"}};
+    for (const auto& [column, text] : texts) EXPECT_EQ(DbText(row.Field(column)), text) << column;
     EXPECT_TRUE(IsNull(row.Field("T260")));
     EXPECT_EQ(DbText(row.Field("REMark")).size(), 120u);
 
@@ -94,9 +95,8 @@ TEST_F(KelmoraDatabaseTest, EveryColumnIsWrittenAndReadBack) {
     EXPECT_EQ(general(back.General), general(rec.General));
     MaterialRecord expected = rec;
     UpdateDerivedData(expected);
-    EXPECT_EQ(back.Derived.nd, expected.Derived.nd);
-    EXPECT_EQ(back.Derived.vd, expected.Derived.vd);
-    EXPECT_EQ(back.Derived.PgF, expected.Derived.PgF);
+    auto derived = [](const DerivedData& d) { return std::tuple(d.nd, d.vd, d.PgF); };
+    EXPECT_EQ(derived(back.Derived), derived(expected.Derived));
     EXPECT_FLOAT_EQ(back.Derived.nd, 1.5168f);
     EXPECT_EQ(OtherTexts(back.Other), OtherTexts(rec.Other));
     // The melt status is not the melt flag, a different field.
@@ -128,10 +128,9 @@ TEST_F(KelmoraDatabaseTest, TextRulesOfTheWrite) {
         }
         return DbValue{};
     };
-    EXPECT_EQ(DbText(field("Polytype")), "");
-    EXPECT_EQ(DbText(field("TT1")), "2.5e-06");
-    EXPECT_TRUE(IsNull(field("A3070")));
-    EXPECT_TRUE(IsNull(field("CC")));
+    EXPECT_EQ(std::tuple(DbText(field("Polytype")), DbText(field("TT1"))),
+              std::tuple("", "2.5e-06"));
+    EXPECT_TRUE(IsNull(field("A3070")) && IsNull(field("CC")));
     EXPECT_EQ(std::get<std::string>(TextToField(" ab ", false)), "ab");
     EXPECT_EQ(std::get<double>(TextToField("1.1", true)), static_cast<double>(1.1f));
     EXPECT_EQ(GlassQuery("Schott").text,

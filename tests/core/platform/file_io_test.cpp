@@ -59,6 +59,16 @@ TEST_F(FileIo, ReadInPiecesHandsOnFullPiecesThenTheRest) {
     }
 }
 
+// The names in a folder, sorted.
+std::vector<std::string> Names(const std::filesystem::path& folder) {
+    std::vector<std::string> names;
+    for (const auto& e : std::filesystem::directory_iterator(folder)) {
+        names.push_back(e.path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
 // A source handing on the given pieces one by one.
 PieceSource Pieces(const std::vector<std::string>& pieces) {
     auto at = std::make_shared<size_t>(0);
@@ -81,9 +91,7 @@ TEST_F(FileIo, AtomicWriteFromPieces) {
     SetWriteFaultHook(nullptr);
     EXPECT_EQ(error.code, ENOSPC);
     EXPECT_EQ(ReadFileBytes(dir / "f.bin"), "abcde");
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.path()),
-                            std::filesystem::directory_iterator()),
-              1);
+    EXPECT_EQ(Names(dir.path()), std::vector<std::string>{"f.bin"});
 }
 
 // The id of a process that has ended.
@@ -92,15 +100,6 @@ long DeadPid() {
     if (child == 0) ::_exit(0);
     ::waitpid(child, nullptr, 0);
     return child;
-}
-
-std::vector<std::string> Names(const std::filesystem::path& folder) {
-    std::vector<std::string> names;
-    for (const auto& e : std::filesystem::directory_iterator(folder)) {
-        names.push_back(e.path().filename().string());
-    }
-    std::sort(names.begin(), names.end());
-    return names;
 }
 
 TEST_F(FileIo, StaleTemporariesOfGoneProcessesAreRemovedOthersKept) {
