@@ -71,9 +71,12 @@ TEST_F(GlassesListTest, ListAddOverwriteGetMaterialAndReplaceList) {
     EXPECT_FALSE(l.ListContains(MakeRecord("B", "S"))) << "the old keys are gone";
 }
 
-TEST_F(GlassesListTest, LoadThenSaveGivesIdenticalBytes) {
-    // Records with every byte set, texts holding NULs after the name included.
-    std::vector<MaterialRecord> recs;
+// A file loads into the records expected and saves as them, the file before as the backup:
+// every byte kept, texts holding NULs included; a second record of the same material
+// dropped; point counts beyond their tables or below zero brought into them; a long list
+// whole and in order, its last record cut short padded with zeros.
+TEST_F(GlassesListTest, LoadedListSavesTheRecordsItHolds) {
+    std::vector<MaterialRecord> full;
     for (int i = 0; i < 3; ++i) {
         MaterialImage img;
         for (size_t b = 0; b < img.size(); ++b) img[b] = static_cast<unsigned char>(b * 7 + i);
@@ -84,70 +87,51 @@ TEST_F(GlassesListTest, LoadThenSaveGivesIdenticalBytes) {
         std::memset(img.data() + 41, ' ', 27);
         img[12102] = '\0';  // a NUL in the parent name
         MaterialRecord rec = FromBytes(img);
-        // Point counts that fit their tables (others are brought into them on loading).
-        rec.General.IndexPoints = 150;
+        rec.General.IndexPoints = 150;  // counts that fit their tables
         rec.Measured.TransPoints = static_cast<int16_t>(i);
         rec.Melt.MeltIndexPoints = 20;
         rec.Melt.MeltTransPoints = 7;
-        recs.push_back(rec);
+        full.push_back(rec);
     }
-    const std::string bytes = Image(recs);
-    GlassesList& l = Loaded(bytes);
-    ASSERT_EQ(l.CustomCount(), 3);
-    ASSERT_TRUE(l.SaveCustomFile());
-    EXPECT_TRUE(ReadFileBytes(Current()) == bytes);
-    EXPECT_TRUE(ReadFileBytes(Backup()) == bytes);
-}
-
-TEST_F(GlassesListTest, DamagedPointCountsAreBroughtIntoTheirTables) {
-    // Counts beyond a table or below zero; counts that fit stay as they are.
-    MaterialRecord damaged = MakeRecord("BK7", "X", 1);
-    damaged.General.IndexPoints = 30000;
-    damaged.Measured.TransPoints = -5;
-    damaged.Melt.MeltIndexPoints = 21;
-    damaged.Melt.MeltTransPoints = -32768;
+    const std::vector<MaterialRecord> twice = {MakeRecord("BK7", "X", 1), MakeRecord("F2", "X", 2),
+                                               MakeRecord("bk7 ", "x", 3)};
+    MaterialRecord damaged = MakeRecord("BK7", "X", 1), fixed = damaged;
+    std::tie(damaged.General.IndexPoints, damaged.Measured.TransPoints,
+             damaged.Melt.MeltIndexPoints, damaged.Melt.MeltTransPoints) =
+        std::tuple(30000, -5, 21, -32768);
+    std::tie(fixed.General.IndexPoints, fixed.Melt.MeltIndexPoints) = std::tuple(150, 20);
     MaterialRecord fine = MakeRecord("F2", "X", 2);
-    fine.General.IndexPoints = 12;
-    fine.Measured.TransPoints = 150;
-    fine.Melt.MeltIndexPoints = 20;
-    GlassesList& l = Loaded(Image({damaged, fine}));
-    ASSERT_EQ(l.CustomCount(), 2);
+    std::tie(fine.General.IndexPoints, fine.Measured.TransPoints, fine.Melt.MeltIndexPoints) =
+        std::tuple(12, 150, 20);
+    // More records than one piece of the file read holds, the last cut short.
+    std::vector<MaterialRecord> longList;
+    for (int i = 0; i < 150; ++i) longList.push_back(MakeRecord("G" + std::to_string(i), "S", i));
+    std::string cut = Image(longList);
+    cut.resize(cut.size() - 100);
+    MaterialImage tail{};
+    std::memcpy(tail.data(), cut.data() + 149 * kMaterialRecordSize, kMaterialRecordSize - 100);
+    std::vector<MaterialRecord> longLoaded = longList;
+    longLoaded.back() = FromBytes(tail);
+    ASSERT_EQ(longLoaded[148].ThermalState.Ready, kTrue);
+    ASSERT_EQ(longLoaded[149].ThermalState.Ready, 0);
+
     const struct {
-        const MaterialRecord& rec;
-        int index, trans, meltIndex, meltTrans;
-    } expected[] = {{l.CustomList()[0], 150, 0, 20, 0}, {l.CustomList()[1], 12, 150, 20, 0}};
-    for (const auto& e : expected) {
-        EXPECT_EQ(e.rec.General.IndexPoints, e.index);
-        EXPECT_EQ(e.rec.Measured.TransPoints, e.trans);
-        EXPECT_EQ(e.rec.Melt.MeltIndexPoints, e.meltIndex);
-        EXPECT_EQ(e.rec.Melt.MeltTransPoints, e.meltTrans);
+        const char* name;
+        std::string file;
+        std::vector<MaterialRecord> loaded;
+    } cases[] = {{"every byte", Image(full), full},
+                 {"same material twice", Image(twice), {twice[0], twice[1]}},
+                 {"damaged counts", Image({damaged, fine}), {fixed, fine}},
+                 {"long list cut short", cut, longLoaded}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        std::filesystem::remove(Backup());
+        GlassesList& l = Loaded(c.file);
+        EXPECT_TRUE(Image(l.CustomList()) == Image(c.loaded));
+        ASSERT_TRUE(l.SaveCustomFile());
+        EXPECT_TRUE(ReadFileBytes(Current()) == Image(c.loaded));
+        EXPECT_TRUE(ReadFileBytes(Backup()) == c.file);
     }
-}
-
-TEST_F(GlassesListTest, SameMaterialTwiceKeepsTheFirstAndNextSaveDropsTheSecond) {
-    std::vector<MaterialRecord> recs = {MakeRecord("BK7", "X", 1), MakeRecord("F2", "X", 2),
-                                        MakeRecord("bk7 ", "x", 3)};
-    GlassesList& l = Loaded(Image(recs));
-    ASSERT_EQ(l.CustomCount(), 2);
-    EXPECT_EQ(l.CustomList()[0].General.PolyCoef[0], 1);
-    ASSERT_TRUE(l.SaveCustomFile());
-    EXPECT_TRUE(ReadFileBytes(Current()) == Image({recs[0], recs[1]}));
-}
-
-TEST_F(GlassesListTest, LongListLoadsWholeInOrderAndAShortLastRecordIsPaddedWithZeros) {
-    // More records than one piece of the file read holds, and a last record cut short.
-    std::vector<MaterialRecord> recs;
-    for (int i = 0; i < 150; ++i) recs.push_back(MakeRecord("G" + std::to_string(i), "S", i));
-    std::string bytes = Image(recs);
-    bytes.resize(bytes.size() - 100);
-    GlassesList& l = Loaded(bytes);
-    ASSERT_EQ(l.CustomCount(), 150);
-    for (size_t i = 0; i < 150; ++i) {
-        EXPECT_EQ(l.CustomList()[i].General.PolyCoef[0], static_cast<double>(i));
-    }
-    // A cleared record has ThermalState.Ready set; in the cut-off tail it reads zero.
-    EXPECT_EQ(l.CustomList()[148].ThermalState.Ready, kTrue);
-    EXPECT_EQ(l.CustomList()[149].ThermalState.Ready, 0);
 }
 
 TEST_F(GlassesListTest, FailedWriteLeavesFileAndListAsTheyWere) {
