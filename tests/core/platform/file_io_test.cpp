@@ -126,14 +126,12 @@ TEST_F(FileIo, StaleTemporariesOfGoneProcessesAreRemovedOthersKept) {
     EXPECT_EQ(RemoveStaleTemporaries(dir.path(), "list.dat"), 2);
     EXPECT_EQ(RemoveStaleTemporaries(dir.path()), 1);
     EXPECT_EQ(Names(dir.path()), kept);
-}
-
-TEST_F(FileIo, AWriteRemovesTheStaleTemporariesOfItsFileAndLeavesNoneOfItsOwn) {
-    const std::string stale = "f.bin.ostrel-tmp." + std::to_string(DeadPid()) + ".1";
-    WriteFileBytes(dir / stale, std::string(1000, 'x'));
-    ASSERT_TRUE(WriteFileAtomic(dir / "f.bin", "new", error));
-    ASSERT_TRUE(SnapshotFile(dir / "f.bin", dir / "g.bin", error));
-    EXPECT_EQ(Names(dir.path()), (std::vector<std::string>{"f.bin", "g.bin"}));
+    // A write removes the stale temporaries of its file and leaves none of its own.
+    testing::TempDir other;
+    WriteFileBytes(other / ("f.bin.ostrel-tmp." + dead + ".1"), std::string(1000, 'x'));
+    ASSERT_TRUE(WriteFileAtomic(other / "f.bin", "new", error));
+    ASSERT_TRUE(SnapshotFile(other / "f.bin", other / "g.bin", error));
+    EXPECT_EQ(Names(other.path()), (std::vector<std::string>{"f.bin", "g.bin"}));
 }
 
 // A prepared write changes nothing until it is committed; a discard, or the object going

@@ -118,7 +118,7 @@ TEST(DecimalPointText, ReadsOneCommaBetweenDigitsAsThePoint) {
     for (const auto& [in, out] : cases) EXPECT_EQ(DecimalPointText(in), out) << in;
 }
 
-TEST(RoundHalfEven, RoundsHalfToEvenAndCIntCLngAgree) {
+TEST(RoundHalfEven, RoundsHalfToEvenAndCIntCLngAgreeAndSaturate) {
     const std::pair<double, double> cases[] = {{2.5, 2},  {3.5, 4}, {-2.5, -2},  {-3.5, -4},
                                                {0.5, 0},  {1.5, 2}, {2.4999, 2}, {2.5001, 3},
                                                {-0.4, 0}, {7, 7}};
@@ -127,9 +127,7 @@ TEST(RoundHalfEven, RoundsHalfToEvenAndCIntCLngAgree) {
         EXPECT_EQ(CInt(value), static_cast<int16_t>(rounded)) << value;
         EXPECT_EQ(CLng(value), static_cast<int32_t>(rounded)) << value;
     }
-}
-
-TEST(CIntCLng, SaturateOutsideTheirRange) {
+    // Outside their range they saturate.
     EXPECT_EQ(CInt(40000.0), 32767);
     EXPECT_EQ(CInt(-40000.0), -32768);
     EXPECT_EQ(CInt(std::nan("")), 0);
