@@ -191,12 +191,10 @@ TEST_F(UpdateTest, OneDatabaseRowPerMaterialWhateverTheCase) {
         } else {
             frm6Archive form(setup, dialogs);
             ASSERT_TRUE(form.Load());
+            // F'2/MYLAB follows the demo's four glasses, or stands alone in Archive.
+            const int row = c.action == kArchive ? 5 : 1;
             Grid& grid = c.action == kArchive ? form.ssGlassCurr : form.ssGlassArchive;
-            int row = 0;
-            for (int r = 1; r <= grid.MaxRows(); ++r)
-                if (grid.Text(2, r).find("F'2") != std::string::npos && grid.Text(1, r) != "3")
-                    row = r;
-            ASSERT_GT(row, 0) << c.name;
+            ASSERT_NE(grid.Text(2, row).find("F'2"), std::string::npos) << c.name;
             if (c.action == kArchive) {
                 form.ssGlassCurrClick(1, row);
                 EXPECT_TRUE(form.comArchiveClick()) << c.name;
