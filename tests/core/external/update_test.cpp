@@ -242,17 +242,6 @@ TEST_F(UpdateTest, LeaveQuestionsAndRefusals) {
     EXPECT_EQ(FileAt(Lumbrak()), written);
 }
 
-// The stores of the sibling programs as they stand: both files and every database row.
-struct Stores {
-    std::string lumbrak, sextane;
-    std::vector<std::string> rows;
-    bool operator==(const Stores&) const = default;
-};
-void PrintTo(const Stores& s, std::ostream* out) {
-    *out << s.lumbrak.size() << " and " << s.sextane.size() << " bytes;";
-    for (const auto& row : s.rows) *out << " " << row;
-}
-
 // A failure anywhere before the database's commit leaves every store as it was: each
 // write of the new files fails in turn, and each statement of every database command
 // (update, synchronisation, archive, restore, removal).
@@ -263,8 +252,9 @@ TEST_F(UpdateTest, AFailureBeforeTheCommitChangesNoStore) {
     const std::string database = GlassDatabasePath(Kelmora());
     const std::string oldL = FileAt(Lumbrak()), oldS = FileAt(Sextane());
     const std::string oldDatabase = ReadFileBytes(database);
-    auto stores = [&] { return Stores{FileAt(Lumbrak()), FileAt(Sextane()), Rows()}; };
-    const Stores old = stores();
+    // The stores of the sibling programs as they stand: both files and every database row.
+    auto stores = [&] { return std::tuple(FileAt(Lumbrak()), FileAt(Sextane()), Rows()); };
+    const auto old = stores();
     auto restore = [&] {
         WriteFileBytes(Lumbrak() + kExternalFileName, oldL);
         WriteFileBytes(Sextane() + kExternalFileName, oldS);
@@ -306,7 +296,7 @@ TEST_F(UpdateTest, AFailureBeforeTheCommitChangesNoStore) {
         restore();
         run(command, 0);
         const int statements = SqliteStatementsRun();
-        const Stores fresh = stores();
+        const auto fresh = stores();
         ASSERT_NE(fresh, old) << "command " << command;
         ASSERT_GT(statements, 3) << "command " << command;
         // Old up to the commit; what fails after it (the forms reading the tables again)
@@ -316,7 +306,7 @@ TEST_F(UpdateTest, AFailureBeforeTheCommitChangesNoStore) {
             restore();
             run(command, k);
             FailSqliteStatement(0);
-            const Stores now = stores();
+            const auto now = stores();
             committed = committed || now != old;
             EXPECT_EQ(now, committed ? fresh : old) << "command " << command << ", statement " << k;
         }
