@@ -56,14 +56,9 @@ TEST_F(KelmoraDatabaseTest, EveryColumnIsWrittenAndReadBack) {
                             "4",   "52.5", "remark", "33/29", "5",   "A",   "1.5"};
     std::apply([&, i = 0](auto&... f) mutable { (f.Set(others[i++]), ...); },
                OtherFields(rec.Other));
-    rec.Status.StatusECO = kTrue;
-    rec.Status.StatusMold = kTrue;
-    rec.Status.Abrasion = 120;
-    rec.Status.DataDate = 43831.5;
-    rec.Melt.MeltFlag = kTrue;
-    rec.General.GlassCode = 517642;
-    rec.TransTable[0] = 0.5f;
-    rec.TransTable[40] = 0.001f;
+    std::tie(rec.Status.StatusECO, rec.Status.StatusMold, rec.Status.Abrasion, rec.Status.DataDate,
+             rec.Melt.MeltFlag, rec.General.GlassCode, rec.TransTable[0], rec.TransTable[40]) =
+        std::tuple(kTrue, kTrue, 120, 43831.5, kTrue, 517642, 0.5f, 0.001f);
     for (int i = 0; i < 6; ++i)
         rec.Thermal.TT[static_cast<size_t>(i)].Set("tt" + std::to_string(i + 1));
     Dndt(rec.Thermal) =

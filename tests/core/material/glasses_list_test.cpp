@@ -356,16 +356,10 @@ TEST(CatalogueRecord, ImageSurvivesLoadAndSave) {
 
 TEST(ExternalRecord, CarriesGeneralDataAtItsOffsets) {
     MaterialRecord r = MakeRecord("N-SF6", "LAB");
-    r.General.GlassKind = 8;
-    r.General.GlassCode = 805254;
-    r.General.Density = 3.37f;
-    r.General.Polytype = 6;
-    r.General.PolyCoef[13] = 4.5;
-    r.General.IndexWvMin = 370;
-    r.General.IndexWvMax = 2500;
-    r.General.TransShortWave[0] = 2500;
-    r.General.TransShortValue[40] = 99;
-    r.General.IndexPoints = 12;  // does not travel
+    GeneralData& g = r.General;  // the point count does not travel
+    std::tie(g.GlassKind, g.GlassCode, g.Density, g.Polytype, g.PolyCoef[13], g.IndexWvMin,
+             g.IndexWvMax, g.TransShortWave[0], g.TransShortValue[40], g.IndexPoints) =
+        std::tuple(8, 805254, 3.37f, 6, 4.5, 370, 2500, 2500.0f, 99.0f, 12);
     ExternalRecord e;
     ClearGenericRecord(e);
     e.GlassName.Zero();
