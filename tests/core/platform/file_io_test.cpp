@@ -262,19 +262,13 @@ TEST(InstallPaths, DataIsFoundBesideTheProgramOrAFewLevelsAbove) {
         if (*c.data) fs::create_directories(dir / c.data);
         const std::string found = InstalledDataFolder(c.kind, program.string());
         EXPECT_EQ(found, c.found ? (dir / c.data).string() : std::string());
+        if (!c.found || c.kind != InstalledData::DemoCatalogue) continue;
+        // The catalogue is a file in that folder.
+        EXPECT_EQ(InstalledDemoCatalogue(program.string()), "");
+        WriteFileBytes(dir / c.data / "demo_glasses.csv", "# glasses\n");
+        EXPECT_EQ(InstalledDemoCatalogue(program.string()), found + "/demo_glasses.csv");
     }
     EXPECT_EQ(InstalledDataFolder(InstalledData::Guide, ""), "");
-}
-
-TEST(InstallPaths, TheCatalogueIsAFileInItsFolder) {
-    testing::TempDir dir;
-    const fs::path program = dir / "bin/ostrel-cli";
-    fs::create_directories(dir / "bin");
-    fs::create_directories(dir / "share/ostrel");
-    EXPECT_EQ(InstalledDemoCatalogue(program.string()), "");
-    WriteFileBytes(dir / "share/ostrel/demo_glasses.csv", "# glasses\n");
-    EXPECT_EQ(InstalledDemoCatalogue(program.string()),
-              (dir / "share/ostrel/demo_glasses.csv").string());
 }
 
 }  // namespace
