@@ -82,7 +82,7 @@ class UpdateTest : public ExternalFixture {
     int first = 1, last = 1;
 };
 
-TEST_F(UpdateTest, FileImageIsByteForByteAndTheBackupIsOneGeneration) {
+TEST_F(UpdateTest, FileImageIsByteForByteTheBackupOneGenerationAndReadSkipsUnusableNames) {
     WriteFile(Lumbrak(), {list[0]});
     const std::string one = FileAt(Lumbrak());
     ASSERT_EQ(one.size(), 554u);
@@ -99,9 +99,7 @@ TEST_F(UpdateTest, FileImageIsByteForByteAndTheBackupIsOneGeneration) {
     // An empty list leaves the file as it is.
     WriteFile(Lumbrak(), {});
     EXPECT_EQ(FileAt(Lumbrak()), Image({list[2]}));
-}
-
-TEST_F(UpdateTest, ReadSkipsBlankAndNulNames) {
+    // Reading skips blank names and names holding a NUL.
     std::string bytes = Image(list);
     bytes[554 + 3] = '\0';                             // GLASS B holds a NUL
     bytes.replace(2 * 554, 30, std::string(30, ' '));  // GLASS C blank

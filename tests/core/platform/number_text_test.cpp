@@ -137,11 +137,10 @@ TEST(OleDate, DayCountFromDecember30Of1899) {
     for (const auto& [civil, days] : cases) {
         EXPECT_DOUBLE_EQ(OleDateFromCivil(civil), days);
         const CivilDateTime back = CivilFromOleDate(days);
-        EXPECT_EQ(back.year, civil.year) << days;
-        EXPECT_EQ(back.month, civil.month) << days;
-        EXPECT_EQ(back.day, civil.day) << days;
-        EXPECT_EQ(back.hour, civil.hour) << days;
-        EXPECT_EQ(back.minute, civil.minute) << days;
+        auto fields = [](const CivilDateTime& t) {
+            return std::tuple(t.year, t.month, t.day, t.hour, t.minute);
+        };
+        EXPECT_EQ(fields(back), fields(civil)) << days;
     }
 }
 
