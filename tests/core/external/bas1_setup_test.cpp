@@ -56,15 +56,13 @@ TEST_F(Bas1SetupTest, WalkIsDepthFirstInNameOrderAndStopsAtTheFirst) {
     Program(tmp / "drive" / "a" / "b" / "c", "Lumbrak3D.exe", 123);
     Program(tmp / "drive" / "z", "LUMBRAK3D.EXE", 7);
     fs::create_directories(tmp / "drive" / "m");
-    EXPECT_EQ(Find(tmp / "drive", "Lumbrak3D.EXE"), 123);
-    EXPECT_EQ(found, 1);
+    EXPECT_EQ(std::tuple(Find(tmp / "drive", "Lumbrak3D.EXE"), found), std::tuple(123, 1));
     EXPECT_EQ(list, std::vector<std::string>{Dir(tmp / "drive" / "a" / "b" / "c")});
 
-    EXPECT_EQ(Find(tmp / "drive", "Lumbrak3D.EXE", false), 130);
-    EXPECT_EQ(found, 2);
+    EXPECT_EQ(std::tuple(Find(tmp / "drive", "Lumbrak3D.EXE", false), found, dirs),
+              std::tuple(130, 2, 5));  // a, m, z, b, c
     EXPECT_EQ(list, (std::vector<std::string>{Dir(tmp / "drive" / "a" / "b" / "c"),
                                               Dir(tmp / "drive" / "z")}));
-    EXPECT_EQ(dirs, 5);  // a, m, z, b, c
 }
 
 TEST_F(Bas1SetupTest, ProgressIsShownForTheTopThreeLevelsOnly) {
@@ -84,8 +82,7 @@ TEST_F(Bas1SetupTest, SymbolicLinksToFoldersAreNotFollowed) {
     Program(tmp / "elsewhere", "KelmoraTD.EXE");
     fs::create_directory_symlink(tmp / "elsewhere", tmp / "r" / "link");
     Find(tmp / "r", "KelmoraTD.EXE");
-    EXPECT_EQ(found, 0);
-    EXPECT_EQ(dirs, 1);
+    EXPECT_EQ(std::tuple(found, dirs), std::tuple(0, 1));
 }
 
 TEST_F(Bas1SetupTest, UnreadableFolderIsPassedOver) {
@@ -101,17 +98,15 @@ TEST_F(Bas1SetupTest, UnreadableFolderIsPassedOver) {
 TEST_F(Bas1SetupTest, StoredPathsAreReadAndCheckedAfterTheFirstRun) {
     Program(tmp / "k", "KelmoraTD.EXE");
     setup.LoadPaths();
-    EXPECT_TRUE(setup.GetFirstLoad());
-    EXPECT_FALSE(setup.GetKelmoraFound());
+    EXPECT_EQ(std::tuple(setup.GetFirstLoad(), setup.GetKelmoraFound()), std::tuple(true, false));
 
     settings.SaveSetting("B1SetupPathsTD", "FirstLoad1TD", "False");
     settings.SaveSetting("B1SetupPathsTD", "KelmoraTD", Dir(tmp / "k"));
     settings.SaveSetting("B1SetupPathsTD", "LumbrakPlusTD", Dir(tmp / "gone"));
     Bas1Setup later(settings, dialogs);
     later.LoadPaths();
-    EXPECT_FALSE(later.GetFirstLoad());
-    EXPECT_TRUE(later.GetKelmoraFound());
-    EXPECT_FALSE(later.GetLumbrakFound());
+    EXPECT_EQ(std::tuple(later.GetFirstLoad(), later.GetKelmoraFound(), later.GetLumbrakFound()),
+              std::tuple(false, true, false));
     later.SavePaths();  // a folder not found is not written over
     EXPECT_EQ(settings.GetSetting("B1SetupPathsTD", "LumbrakPlusTD", ""), Dir(tmp / "gone"));
 }

@@ -120,36 +120,28 @@ class ExternalFixture : public ::testing::Test {
         ASSERT_TRUE(db->DeleteRows(kTableCurrent, {{"GlassID", id}}, n, error));
         ASSERT_TRUE(db->AddRowByPosition(kTableArchive, found[0].Values(), error));
     }
-    // "table:id:name:source:s1:C1" of every row of both tables.
-    std::vector<std::string> Rows() {
+    // "table:id:name:source:s1:C1" of every row of both tables; with `custom`, "table:name:C1"
+    // of the custom rows (s1 8) only.
+    std::vector<std::string> Rows(bool custom = false) {
         std::vector<std::string> out;
         auto db = Open();
-        for (const char* table : {kTableCurrent, kTableArchive}) {
+        for (const std::string table : {kTableCurrent, kTableArchive}) {
             std::vector<DbRow> rows;
             DbError error;
             EXPECT_TRUE(db->FindRows(table, {}, rows, error));
             for (const auto& r : rows) {
-                out.push_back(std::string(table) + ":" + DbText(r.Field("GlassID")) + ":" +
-                              DbText(r.Field("GlassName")) + ":" + DbText(r.Field("Source")) + ":" +
-                              DbText(r.Field("s1")) + ":" + DbText(r.Field("C1")));
+                auto f = [&r](const char* name) { return ":" + DbText(r.Field(name)); };
+                if (!custom) {
+                    out.push_back(table + f("GlassID") + f("GlassName") + f("Source") + f("s1") +
+                                  f("C1"));
+                } else if (f("s1") == ":8") {
+                    out.push_back(table + f("GlassName") + f("C1"));
+                }
             }
         }
         return out;
     }
-
-    // "table:name:C1" of the custom rows (s1 8) of both tables.
-    std::vector<std::string> CustomRows() {
-        std::vector<std::string> out;
-        for (const auto& r : Rows()) {
-            std::vector<std::string> parts;
-            for (size_t at = 0, end; at <= r.size(); at = end + 1) {
-                end = std::min(r.find(':', at), r.size());
-                parts.push_back(r.substr(at, end - at));
-            }
-            if (parts[4] == "8") out.push_back(parts[0] + ":" + parts[2] + ":" + parts[5]);
-        }
-        return out;
-    }
+    std::vector<std::string> CustomRows() { return Rows(true); }
     // The glass names of a program's custom glass file, joined by commas.
     static std::string FileNames(const std::string& folder) {
         std::vector<MaterialRecord> recs;

@@ -41,6 +41,12 @@ class Frm1SetupTest : public ::testing::Test {
         forms->RibbonClick(1, true);
     }
 
+    // The paths the form shows: Kelmora, Lumbrak and Sextane.
+    static auto Shown(const frm1Setup& f) {
+        return std::tuple(f.lblPathKelmora.caption.get(), f.lblPathLumbrakPlus.caption.get(),
+                          f.lblPathLumbrakSextane.caption.get());
+    }
+
     TempDir tmp;
     // The captions of the two programs the search finds.
     const std::string kelmora = Dir(tmp / "apps" / "Kelmora") + "KelmoraTD.EXE";
@@ -64,21 +70,16 @@ TEST_F(Frm1SetupTest, FirstRunSearchesShowsThePathsAndTheBoxAndOkStoresThem) {
     Program(tmp / "drive" / "AAA" / "Kelmora", "KelmoraTD.EXE");
     OpenSetup();
     EXPECT_TRUE(settings.values().empty());  // nothing stored before OK
-    EXPECT_TRUE(form->IsOpen());
-    EXPECT_TRUE(form->form.visible);
-    EXPECT_EQ(form->lblPathKelmora.caption.get(), kelmora);
-    EXPECT_EQ(form->lblPathLumbrakPlus.caption.get(), lumbrak);
-    EXPECT_EQ(form->lblPathLumbrakSextane.caption.get(), "Not found");
+    EXPECT_TRUE(form->IsOpen() && form->form.visible);
+    EXPECT_EQ(Shown(*form), std::tuple(kelmora, lumbrak, "Not found"));
     std::vector<std::string> notes;
     for (const std::string& n : dialogs.helpNotes)
-        if (n.rfind("Searching for ", 0) == 0 && n.find("installations") == n.npos)
-            notes.push_back(n);
-    EXPECT_EQ(notes, (std::vector<std::string>{"Searching for Kelmora installation",
-                                               "Searching for Lumbrak3D installation",
-                                               "Searching for LumbrakSextane installation"}));
-    EXPECT_EQ(dialogs.helpNotes.front(),
-              "Searching for installations of KelmoraTD, Lumbrak3D & LumbrakSextane");
-    EXPECT_EQ(dialogs.helpNotes.back(), "");
+        if (n.rfind("First time search", 0) != 0) notes.push_back(n);
+    EXPECT_EQ(notes,
+              (std::vector<std::string>{
+                  "Searching for installations of KelmoraTD, Lumbrak3D & LumbrakSextane",
+                  "Searching for Kelmora installation", "Searching for Lumbrak3D installation",
+                  "Searching for LumbrakSextane installation", ""}));
     ASSERT_EQ(dialogs.boxes.size(), 1u);
     EXPECT_EQ(dialogs.boxes[0].text,
               "OstrelTD is designed to create materials for Lumbrak3D/SextaneTD & KelmoraTD.  \n"
@@ -87,15 +88,13 @@ TEST_F(Frm1SetupTest, FirstRunSearchesShowsThePathsAndTheBoxAndOkStoresThem) {
               "programs, in the 'Setup' form which will now be loaded automatically. \n"
               "If you wish to install them later, then, after installation, please load the "
               "'Setup' form manually.");
-    EXPECT_EQ(splashClosed, 1);
-    EXPECT_EQ(panelRefreshes, 1);
-    EXPECT_EQ(dialogs.busyDepth, 0);
-    EXPECT_FALSE(forms->ribTools[2].enabled);
+    EXPECT_EQ(std::tuple(splashClosed, panelRefreshes, dialogs.busyDepth,
+                         forms->ribTools[2].enabled.get()),
+              std::tuple(1, 1, 0, false));
 
     // OK stores the paths found and ends the first run.
     form->comOKClick();
-    EXPECT_TRUE(form->Result());
-    EXPECT_FALSE(form->IsOpen());
+    EXPECT_EQ(std::tuple(form->Result(), form->IsOpen()), std::tuple(true, false));
     // Nothing for the program not found.
     using Key = std::pair<std::string, std::string>;
     EXPECT_EQ(settings.values(),
@@ -103,8 +102,8 @@ TEST_F(Frm1SetupTest, FirstRunSearchesShowsThePathsAndTheBoxAndOkStoresThem) {
                   {{"B1SetupPathsTD", "KelmoraTD"}, Dir(tmp / "apps" / "Kelmora")},
                   {{"B1SetupPathsTD", "LumbrakPlusTD"}, Dir(tmp / "drive" / "Lumbrak")},
                   {{"B1SetupPathsTD", "FirstLoad1TD"}, "False"}}));
-    EXPECT_FALSE(forms->ribTools[1].value);
-    EXPECT_EQ(forms->GetCurrentForm(), 0);
+    EXPECT_EQ(std::tuple(forms->ribTools[1].value.get(), forms->GetCurrentForm()),
+              std::tuple(false, 0));
     for (int n = 2; n <= 7; ++n) EXPECT_TRUE(forms->ribTools[n].enabled) << n;
 }
 
@@ -119,44 +118,39 @@ TEST_F(Frm1SetupTest, CancelOnTheFirstRunStoresNoPath) {
     // The next start reads no stored path and searches no more.
     Bas1Setup next(settings, dialogs);
     next.LoadPaths();
-    EXPECT_FALSE(next.GetFirstLoad());
-    EXPECT_FALSE(next.GetKelmoraFound());
-    EXPECT_FALSE(next.GetLumbrakFound());
+    EXPECT_FALSE(next.GetFirstLoad() || next.GetKelmoraFound() || next.GetLumbrakFound());
 }
 
 TEST_F(Frm1SetupTest, ChosenFileMustCarryTheProgramsNameAndDialogTexts) {
     OpenSetup(true);
     EXPECT_TRUE(dialogs.boxes.empty());  // no first-run box
     EXPECT_EQ(form->lblPathKelmora.caption.get(), "Not found");
-
     dialogs.files = {(tmp / "apps" / "Kelmora" / "Other.EXE").string(),
                      (tmp / "apps" / "Kelmora" / "kelmoratd.exe").string()};
     form->comSetupPathKelmoraClick();
     EXPECT_EQ(form->WorkingPathKelmora(), "");
-    ASSERT_EQ(dialogs.fileDialogs.size(), 1u);
-    EXPECT_EQ(dialogs.fileDialogs[0].filter, "Kelmora (KelmoraTD.EXE)|KelmoraTD.EXE");
-    EXPECT_EQ(dialogs.fileDialogs[0].defaultExt, "EXE");
-    EXPECT_EQ(dialogs.fileDialogs[0].title, "Finding path to Kelmora program");
-
     form->comSetupPathKelmoraClick();
     EXPECT_EQ(form->WorkingPathKelmora(), Dir(tmp / "apps" / "Kelmora"));
     EXPECT_EQ(form->lblPathKelmora.caption.get(), kelmora);
     EXPECT_FALSE(setup.GetKelmoraFound());  // not before OK
-
     form->comOKClick();
     EXPECT_TRUE(setup.GetKelmoraFound());
 
     OpenSetup();
     form->comSetupPathLumbrakPlusClick();
     form->comSetupPathLumbrakSextaneClick();
-    ASSERT_EQ(dialogs.fileDialogs.size(), 4u);
-    EXPECT_EQ(
-        (std::vector<std::string>{dialogs.fileDialogs[2].filter, dialogs.fileDialogs[2].title,
-                                  dialogs.fileDialogs[3].filter, dialogs.fileDialogs[3].title}),
-        (std::vector<std::string>{"Lumbrak3D (Lumbrak3D.EXE)|Lumbrak3D.EXE",
-                                  "Finding path to Lumbrak3D program",
-                                  "Lumbrak Sextane (LumbrakSextaneTD.EXE)|LumbrakSextaneTD.EXE",
-                                  "Finding path to Lumbrak Sextane program"}));
+    const std::pair<const char*, const char*> shown[] = {
+        {"Kelmora (KelmoraTD.EXE)|KelmoraTD.EXE", "Finding path to Kelmora program"},
+        {"Kelmora (KelmoraTD.EXE)|KelmoraTD.EXE", "Finding path to Kelmora program"},
+        {"Lumbrak3D (Lumbrak3D.EXE)|Lumbrak3D.EXE", "Finding path to Lumbrak3D program"},
+        {"Lumbrak Sextane (LumbrakSextaneTD.EXE)|LumbrakSextaneTD.EXE",
+         "Finding path to Lumbrak Sextane program"}};
+    ASSERT_EQ(dialogs.fileDialogs.size(), std::size(shown));
+    for (size_t i = 0; i < std::size(shown); ++i) {
+        EXPECT_EQ(dialogs.fileDialogs[i].filter, shown[i].first);
+        EXPECT_EQ(dialogs.fileDialogs[i].title, shown[i].second);
+        EXPECT_EQ(dialogs.fileDialogs[i].defaultExt, "EXE");
+    }
 }
 
 TEST_F(Frm1SetupTest, ScanFillsOnlyTheMissingPaths) {
@@ -166,13 +160,9 @@ TEST_F(Frm1SetupTest, ScanFillsOnlyTheMissingPaths) {
     EXPECT_EQ(form->lblPathLumbrakPlus.caption.get(), "Not found");
     dialogs.helpNotes.clear();
     form->comScanClick();
-    EXPECT_EQ(form->lblPathKelmora.caption.get(), Dir(tmp / "k") + "KelmoraTD.EXE");
-    EXPECT_EQ(form->lblPathLumbrakPlus.caption.get(), lumbrak);
-    EXPECT_EQ(form->lblPathLumbrakSextane.caption.get(), "Not found");
+    EXPECT_EQ(Shown(*form), std::tuple(Dir(tmp / "k") + "KelmoraTD.EXE", lumbrak, "Not found"));
     EXPECT_FALSE(setup.GetLumbrakFound());  // waits for OK
     ASSERT_GE(dialogs.helpNotes.size(), 2u);
-    EXPECT_EQ(dialogs.helpNotes[0],
-              "Searching for installations of KelmoraTD, Lumbrak3D & LumbrakSextane");
     EXPECT_EQ(dialogs.helpNotes[1], "Searching for Lumbrak3D installation");
     EXPECT_EQ(dialogs.busyDepth, 0);
 }
@@ -208,9 +198,8 @@ TEST_F(Frm1SetupTest, BackgroundSearchEndsAtATickAndAStopIsRemembered) {
         EXPECT_TRUE(bg.IsOpen()) << "OK waits for the search";
         bg.FinishSearch();
         EXPECT_EQ(controls(bg), std::tuple(false, false, false, true, true));
-        EXPECT_EQ(bg.lblPathKelmora.caption.get(), kelmora);
-        EXPECT_EQ(bg.lblPathLumbrakPlus.caption.get(), lumbrak)
-            << "the shared folders are searched after the drive";
+        // The shared folders are searched after the drive.
+        EXPECT_EQ(Shown(bg), std::tuple(kelmora, lumbrak, "Not found"));
         EXPECT_EQ(dialogs.boxes.size(), 1u);
         EXPECT_EQ(dialogs.helpNotes.back(), "");
         EXPECT_EQ(settings.GetSetting("B1SetupPathsTD", "FirstSearchStopped1TD", "none"), "none");

@@ -39,6 +39,42 @@ class UpdateTest : public ExternalFixture {
     std::string FileAt(const std::string& folder, const char* name = kExternalFileName) {
         return fs::exists(folder + name) ? ReadFileBytes(folder + name) : std::string("<none>");
     }
+    // The stores a test starts from: each file as given (left as it is when empty), the
+    // custom rows of the database, and the rows of the ids given moved to Archive.
+    void Seed(const std::vector<MaterialRecord>& lumbrak,
+              const std::vector<MaterialRecord>& sextane, const std::vector<MaterialRecord>& rows,
+              std::initializer_list<int64_t> archived = {}) {
+        ASSERT_TRUE(DeleteAllCustomRows(Kelmora(), dialogs));
+        WriteFile(Lumbrak(), lumbrak);
+        WriteFile(Sextane(), sextane);
+        if (!rows.empty()) AddRows(rows);
+        for (int64_t id : archived) ToArchive(DbValue{id});
+    }
+
+    enum Command { kUpdate, kSynch, kArchive, kRestore, kRemove };
+    // Runs a command as its form runs it, its k-th database statement failing (0: none): an
+    // update of all materials or a synchronisation through the frame, an archive or restore
+    // of the grid rows of `block`, a removal of the first two database entries.
+    bool Run(Command command, int k = 0, GridBlock block = {0, -1, 0, -1}) {
+        dialogs.answers.clear();
+        if (command == kUpdate || command == kSynch) {
+            auto frame = Frame();
+            FailSqliteStatement(k);
+            return command == kUpdate ? frame.comExtAddAllClick() : frame.comExtSynchClick();
+        }
+        if (command == kRemove) {
+            frmGlassesDelExt form(setup, dialogs);
+            Choose(form, true, {0, 1});
+            FailSqliteStatement(k);  // counting starts with the command
+            form.comDelSelClick();
+            return form.Result();
+        }
+        frm6Archive form(setup, dialogs);
+        form.Load();
+        (command == kArchive ? form.ssGlassCurr : form.ssGlassArchive).SetSelection(block);
+        FailSqliteStatement(k);
+        return command == kArchive ? form.comArchiveClick() : form.comDeArchiveClick();
+    }
 
     std::vector<MaterialRecord> list{ReadyMaterial("GLASS A", "Lab"),
                                      ReadyMaterial("GLASS B", "Lab"),
@@ -46,7 +82,7 @@ class UpdateTest : public ExternalFixture {
     int first = 1, last = 1;
 };
 
-TEST_F(UpdateTest, FileImageIsByteForByteAndTheBackupIsOneGeneration) {
+TEST_F(UpdateTest, FileImageIsByteForByteTheBackupOneGenerationAndReadSkipsUnusableNames) {
     WriteFile(Lumbrak(), {list[0]});
     const std::string one = FileAt(Lumbrak());
     ASSERT_EQ(one.size(), 554u);
@@ -63,9 +99,7 @@ TEST_F(UpdateTest, FileImageIsByteForByteAndTheBackupIsOneGeneration) {
     // An empty list leaves the file as it is.
     WriteFile(Lumbrak(), {});
     EXPECT_EQ(FileAt(Lumbrak()), Image({list[2]}));
-}
-
-TEST_F(UpdateTest, ReadSkipsBlankAndNulNames) {
+    // Reading skips blank names and names holding a NUL.
     std::string bytes = Image(list);
     bytes[554 + 3] = '\0';                             // GLASS B holds a NUL
     bytes.replace(2 * 554, 30, std::string(30, ' '));  // GLASS C blank
@@ -77,31 +111,13 @@ TEST_F(UpdateTest, ReadSkipsBlankAndNulNames) {
     EXPECT_EQ(recs[0].General.GlassName.Text(), "GLASS A");
 }
 
-TEST_F(UpdateTest, MergeOverwritesOrLeavesAndAnEmptyListTakesAll) {
-    std::vector<MaterialRecord> none;
-    auto counts = MergeIntoExternalList(none, list, 1, 3, true);
-    EXPECT_EQ(none.size(), 3u);
-    EXPECT_EQ(counts.added, 3);
-    std::vector<MaterialRecord> recs{ReadyMaterial("glass b ", "LAB", 1.5)};
-    counts = MergeIntoExternalList(recs, list, 1, 3, false);
-    ASSERT_EQ(recs.size(), 3u);
-    EXPECT_EQ(recs[0].General.PolyCoef[0], 1.5);
-    EXPECT_EQ(recs[1].General.GlassName.Text(), "GLASS A");
-    EXPECT_EQ(SummaryPart("X", counts), "X: 2 added, 1 left unchanged.");
-    recs = {ReadyMaterial("glass b ", "LAB", 1.5)};
-    counts = MergeIntoExternalList(recs, list, 2, 2, true);
-    ASSERT_EQ(recs.size(), 1u);
-    EXPECT_EQ(recs[0].General.GlassName.Text(), "GLASS B");
-    EXPECT_EQ(SummaryPart("X", counts), "X: 1 replaced.");
-}
-
 // Each command ends with one line saying what it did to each target; an update into a
 // folder without a file makes the file.
 TEST_F(UpdateTest, UpdatesSayWhatTheyDid) {
     enum Command { kSelected, kAll, kSynch };
     struct Case {
         Command command;
-        bool seeded;  // file and database already hold GLASS B and OTHER
+        bool seeded;  // file and database already hold glass b and OTHER
         bool leave;
         int target;
         bool lumbrakAbsent;
@@ -116,26 +132,24 @@ TEST_F(UpdateTest, UpdatesSayWhatTheyDid) {
          "Lumbrak3D: 2 added, 1 replaced. KelmoraTD: 2 added, 1 replaced.",
          "GLASS B,OTHER,GLASS A,GLASS C"},
         {kAll, true, true, 0, false, false, "Lumbrak3D: 2 added, 1 left unchanged.",
-         "GLASS B,OTHER,GLASS A,GLASS C"},
+         "glass b,OTHER,GLASS A,GLASS C"},
         {kSynch, true, false, 2, false, false,
          "Lumbrak3D: 2 added, 1 replaced, 1 removed. KelmoraTD: 2 added, 1 replaced, 1 removed.",
          "GLASS A,GLASS B,GLASS C"},
         {kAll, false, false, 2, true, false, "Lumbrak3D: not found. KelmoraTD: 3 added.", ""},
-        {kAll, true, false, 1, false, true, "KelmoraTD: failed.", "GLASS B,OTHER"},
+        {kAll, true, false, 1, false, true, "KelmoraTD: failed.", "glass b,OTHER"},
         {kSynch, false, false, 2, false, true, "Lumbrak3D: nothing changed. KelmoraTD: failed.",
          ""},
     };
+    const std::vector<MaterialRecord> none;
     for (const auto& c : cases) {
         const std::string what = c.summary;
         fs::remove(Lumbrak() + kExternalFileName);
-        ASSERT_TRUE(DeleteAllCustomRows(Kelmora(), dialogs));
         ASSERT_TRUE(setup.SetPathLumbrak(dir.path().string() + "/Lumbrak/"));
-        if (c.seeded) {
-            const std::vector<MaterialRecord> old{ReadyMaterial("GLASS B", "Lab", 1.5),
-                                                  ReadyMaterial("OTHER", "Lab")};
-            WriteFile(Lumbrak(), old);
-            AddRows(old);
-        }
+        // GLASS B under another case: the same material.
+        const std::vector<MaterialRecord> old{ReadyMaterial("glass b ", "LAB", 1.5),
+                                              ReadyMaterial("OTHER", "Lab")};
+        Seed(c.seeded ? old : none, {}, c.seeded ? old : none);
         if (c.lumbrakAbsent) setup.SetPathLumbrak(dir.path().string() + "/");
         if (c.failDatabase) FailDatabaseSteps("add", kTableCurrent);
         auto frame = Frame();
@@ -159,12 +173,12 @@ TEST_F(UpdateTest, UpdatesSayWhatTheyDid) {
 // A material has one database row whatever the case of its name and source: f'2/mylab
 // finds the row of F'2/MYLAB in either table, also a row left twice by an older version.
 TEST_F(UpdateTest, OneDatabaseRowPerMaterialWhateverTheCase) {
-    enum Action { kOverwrite, kLeave, kArchive, kRestore, kRemove };
+    const int kOverwrite = -1, kLeave = -2;  // an update, or else a command
     struct Case {
         const char* name;
         bool archived;  // F'2/MYLAB stands in Archive rather than in GlassData
         bool twice;     // an older version left f'2/mylab in the other table as well
-        Action action;
+        int action;
         std::vector<std::string> rows;  // table:name:C1 of the custom rows afterwards
     };
     const MaterialRecord upper = ReadyMaterial("F'2", "MYLAB", 1.5);
@@ -181,8 +195,7 @@ TEST_F(UpdateTest, OneDatabaseRowPerMaterialWhateverTheCase) {
         {"remove one of two", false, true, kRemove, {}},
     };
     for (const auto& c : cases) {
-        ASSERT_TRUE(DeleteAllCustomRows(Kelmora(), dialogs));
-        AddRows({upper});
+        Seed({}, {}, {upper});
         if (c.twice) {
             auto db = Open();
             DbError error;
@@ -199,21 +212,12 @@ TEST_F(UpdateTest, OneDatabaseRowPerMaterialWhateverTheCase) {
             ASSERT_EQ(form.lstGlasses.List(0), "F'2/MYLAB") << c.name;
             form.comDelSelClick();
         } else {
+            // F'2/MYLAB follows the demo's four glasses, or stands alone in Archive.
             frm6Archive form(setup, dialogs);
             ASSERT_TRUE(form.Load());
-            Grid& grid = c.action == kArchive ? form.ssGlassCurr : form.ssGlassArchive;
-            int row = 0;
-            for (int r = 1; r <= grid.MaxRows(); ++r)
-                if (grid.Text(2, r).find("F'2") != std::string::npos && grid.Text(1, r) != "3")
-                    row = r;
-            ASSERT_GT(row, 0) << c.name;
-            if (c.action == kArchive) {
-                form.ssGlassCurrClick(1, row);
-                EXPECT_TRUE(form.comArchiveClick()) << c.name;
-            } else {
-                form.ssGlassArchiveClick(1, row);
-                EXPECT_TRUE(form.comDeArchiveClick()) << c.name;
-            }
+            const bool archive = c.action == kArchive;
+            archive ? form.ssGlassCurrClick(1, 5) : form.ssGlassArchiveClick(1, 1);
+            EXPECT_TRUE(archive ? form.comArchiveClick() : form.comDeArchiveClick()) << c.name;
         }
         EXPECT_EQ(CustomRows(), c.rows) << c.name;
     }
@@ -254,79 +258,39 @@ TEST_F(UpdateTest, LeaveQuestionsAndRefusals) {
     EXPECT_EQ(FileAt(Lumbrak()), written);
 }
 
-// The stores of the sibling programs as they stand: both files and every database row.
-struct Stores {
-    std::string lumbrak, sextane;
-    std::vector<std::string> rows;
-    bool operator==(const Stores&) const = default;
-};
-void PrintTo(const Stores& s, std::ostream* out) {
-    *out << s.lumbrak.size() << " and " << s.sextane.size() << " bytes;";
-    for (const auto& row : s.rows) *out << " " << row;
-}
-
 // A failure anywhere before the database's commit leaves every store as it was: each
 // write of the new files fails in turn, and each statement of every database command
 // (update, synchronisation, archive, restore, removal).
 TEST_F(UpdateTest, AFailureBeforeTheCommitChangesNoStore) {
-    WriteFile(Lumbrak(), {ReadyMaterial("GLASS B", "Lab", 1.5)});
-    WriteFile(Sextane(), {ReadyMaterial("OTHER", "Lab")});
-    ASSERT_TRUE(AddGlassesToDatabase(
-        Kelmora(), {ReadyMaterial("GLASS B", "Lab", 1.5), ReadyMaterial("OTHER", "Lab")}, true,
-        dialogs));
-    {
-        frm6Archive archive(setup, dialogs);
-        ASSERT_TRUE(archive.Load());
-        archive.ssGlassCurrClick(1, 6);  // OTHER
-        ASSERT_TRUE(archive.comArchiveClick());
-    }
+    const MaterialRecord b = ReadyMaterial("GLASS B", "Lab", 1.5),
+                         other = ReadyMaterial("OTHER", "Lab");
+    Seed({b}, {other}, {b, other}, {6});
     const std::string database = GlassDatabasePath(Kelmora());
     const std::string oldL = FileAt(Lumbrak()), oldS = FileAt(Sextane());
     const std::string oldDatabase = ReadFileBytes(database);
-    auto stores = [&] { return Stores{FileAt(Lumbrak()), FileAt(Sextane()), Rows()}; };
-    const Stores old = stores();
+    // The stores of the sibling programs as they stand: both files and every database row.
+    auto stores = [&] { return std::tuple(FileAt(Lumbrak()), FileAt(Sextane()), Rows()); };
+    const auto old = stores();
     auto restore = [&] {
         WriteFileBytes(Lumbrak() + kExternalFileName, oldL);
         WriteFileBytes(Sextane() + kExternalFileName, oldS);
         WriteFileBytes(database, oldDatabase);
     };
 
-    enum Command { kUpdate, kSynch, kArchive, kRestore, kRemove };
-    // Runs the command with its k-th statement failing (0: none).
-    auto run = [&](Command command, int k) {
-        dialogs.answers.clear();
-        if (command == kUpdate || command == kSynch) {
-            auto frame = Frame();
-            FailSqliteStatement(k);
-            command == kUpdate ? frame.comExtAddAllClick() : frame.comExtSynchClick();
-        } else if (command == kRemove) {
-            frmGlassesDelExt form(setup, dialogs);
-            Choose(form, true, {0, 1});
-            FailSqliteStatement(k);  // counting starts with the command
-            form.comDelSelClick();
-        } else {
-            frm6Archive form(setup, dialogs);
-            form.Load();
-            (command == kArchive ? form.ssGlassCurr : form.ssGlassArchive)
-                .SetSelection({0, -1, 0, -1});
-            FailSqliteStatement(k);
-            command == kArchive ? form.comArchiveClick() : form.comDeArchiveClick();
-        }
-    };
     for (int k = 1; k <= 3; ++k) {
         restore();
         int writes = 0;
         SetWriteFaultHook([&](const fs::path&) { return ++writes != k; });
-        run(kUpdate, 0);
+        Run(kUpdate);
         SetWriteFaultHook(nullptr);
         // Two files are written; a third write is not there to fail.
         EXPECT_EQ(stores() == old, k <= 2) << "write " << k;
     }
     for (Command command : {kUpdate, kSynch, kArchive, kRestore, kRemove}) {
         restore();
-        run(command, 0);
+        Run(command);
         const int statements = SqliteStatementsRun();
-        const Stores fresh = stores();
+        const auto fresh = stores();
         ASSERT_NE(fresh, old) << "command " << command;
         ASSERT_GT(statements, 3) << "command " << command;
         // Old up to the commit; what fails after it (the forms reading the tables again)
@@ -334,9 +298,9 @@ TEST_F(UpdateTest, AFailureBeforeTheCommitChangesNoStore) {
         bool committed = false;
         for (int k = 1; k <= statements; ++k) {
             restore();
-            run(command, k);
+            Run(command, k);
             FailSqliteStatement(0);
-            const Stores now = stores();
+            const auto now = stores();
             committed = committed || now != old;
             EXPECT_EQ(now, committed ? fresh : old) << "command " << command << ", statement " << k;
         }
@@ -346,8 +310,7 @@ TEST_F(UpdateTest, AFailureBeforeTheCommitChangesNoStore) {
 
 // A database held by another program: no store changes, and the message names it.
 TEST_F(UpdateTest, ABusyDatabaseChangesNothing) {
-    WriteFile(Lumbrak(), {ReadyMaterial("GLASS B", "Lab", 1.5)});
-    AddRows({ReadyMaterial("GLASS B", "Lab", 1.5)});
+    Seed({ReadyMaterial("GLASS B", "Lab", 1.5)}, {}, {ReadyMaterial("GLASS B", "Lab", 1.5)});
     const std::string oldL = FileAt(Lumbrak()), oldS = FileAt(Sextane());
     const auto oldRows = Rows();
     frm6Archive archive(setup, dialogs);
@@ -388,31 +351,10 @@ TEST_F(UpdateTest, ABusyDatabaseChangesNothing) {
     ExpectNoTempFiles({Lumbrak(), Sextane()});
 }
 
-TEST_F(UpdateTest, RemovalFromTheFileLeavesTheLastEntry) {
-    WriteFile(Lumbrak(), {list[0], list[1]});
-    frmGlassesDelExt form(setup, dialogs);
-    form.Load();
-    ASSERT_EQ(form.lstGlasses.Items(), (std::vector<std::string>{"GLASS A/Lab", "GLASS B/Lab"}));
-    form.comDelSelClick();  // nothing selected
-    EXPECT_FALSE(form.Result());
-    EXPECT_EQ(FileAt(Sextane()), "<none>");
-    Choose(form, false, {0});
-    form.comDelSelClick();
-    EXPECT_TRUE(form.Result());
-    EXPECT_EQ(FileAt(Lumbrak()), Image({list[1]}));
-    EXPECT_EQ(FileAt(Sextane()), Image({list[1]}));
-    Choose(form, false, {0});
-    form.comDelSelClick();
-    EXPECT_TRUE(form.Result());
-    EXPECT_EQ(FileAt(Lumbrak()), Image({list[1]}));
-}
-
+// Removal asks first naming what goes; No leaves the form open with its choice. The file
+// list is read from Lumbrak and written to both programs; the last entries are never removed.
 TEST_F(UpdateTest, RemovalAsksFirstNamingWhatGoes) {
-    FileError error;
-    WriteFile(Lumbrak(), list);
-    WriteFile(Sextane(), list);
-    AddRows(list);
-    ToArchive(DbValue{int64_t{7}});  // GLASS C: the list takes rows of both tables
+    Seed(list, {}, list, {7});  // GLASS C archived: the list takes rows of both tables
     const std::string one =
         "Are you sure that you want to remove GLASS B/Lab from Lumbrak3D/Sextane";
     const std::string two =
@@ -422,15 +364,25 @@ TEST_F(UpdateTest, RemovalAsksFirstNamingWhatGoes) {
         int target;
         std::vector<int> picked;
         MsgAnswer answer;
-        std::string question;
-        std::string summary;  // "" when nothing was done
-        size_t left;          // entries of the target afterwards
+        std::string question;   // "" for none asked
+        std::string summary;    // "" when nothing was done
+        std::vector<int> file;  // the materials of both files afterwards, -1 for Sextane's none
+        size_t rows;            // custom rows afterwards
     };
     const Case cases[] = {
-        {0, {1}, MsgAnswer::No, one, "", 3},
-        {1, {0, 2}, MsgAnswer::No, two, "", 3},
-        {0, {1}, MsgAnswer::Yes, one, "Lumbrak3D: 1 removed.", 2},
-        {1, {0, 2}, MsgAnswer::Yes, two, "KelmoraTD: 2 removed.", 1},
+        {0, {}, MsgAnswer::Yes, "", "", {-1}, 3},
+        {0, {1}, MsgAnswer::No, one, "", {-1}, 3},
+        {1, {0, 2}, MsgAnswer::No, two, "", {-1}, 3},
+        {0, {1}, MsgAnswer::Yes, one, "Lumbrak3D: 1 removed.", {0, 2}, 3},
+        {1, {0, 2}, MsgAnswer::Yes, two, "KelmoraTD: 2 removed.", {0, 2}, 1},
+        {0,
+         {0, 1},
+         MsgAnswer::Yes,
+         "Are you sure that you want to remove these 2 materials from Lumbrak3D/Sextane:\nGLASS "
+         "A/Lab\nGLASS C/Lab",
+         "Lumbrak3D: nothing changed.",
+         {0, 2},
+         1},
     };
     for (const auto& c : cases) {
         frmGlassesDelExt form(setup, dialogs);
@@ -443,21 +395,26 @@ TEST_F(UpdateTest, RemovalAsksFirstNamingWhatGoes) {
         }
         for (int i : c.picked) form.lstGlasses.SetSelected(i, true);
         dialogs.answers = {c.answer};
-        const size_t notes = dialogs.helpNotes.size();
+        const size_t notes = dialogs.helpNotes.size(), boxes = dialogs.boxes.size();
         form.comDelSelClick();
-        EXPECT_EQ(dialogs.boxes.back().text, c.question);
-        EXPECT_EQ(dialogs.boxes.back().buttons, MsgButtons::YesNo);
-        // No leaves the form open with its choice, for another try.
+        ASSERT_EQ(dialogs.boxes.size(), boxes + (c.question.empty() ? 0 : 1)) << c.question;
+        if (!c.question.empty()) {
+            EXPECT_EQ(dialogs.boxes.back().text, c.question);
+            EXPECT_EQ(dialogs.boxes.back().buttons, MsgButtons::YesNo);
+        }
         EXPECT_EQ(form.Closed(), c.answer == MsgAnswer::Yes);
+        EXPECT_EQ(form.Result(), !c.summary.empty());
         if (c.answer == MsgAnswer::No) {
             EXPECT_EQ(form.lstGlasses.SelectedIndexes(), c.picked);
         }
         EXPECT_EQ(form.Summary(), c.summary);
         EXPECT_EQ(dialogs.helpNotes.size(), notes + (c.summary.empty() ? 0 : 1));
-        std::vector<ExternalRecord> file;
-        bool present = false;
-        ASSERT_TRUE(ReadExternalRecords(Sextane(), file, present, error));
-        EXPECT_EQ(c.target == 0 ? file.size() : Rows().size() - 4, c.left) << c.question;
+        std::vector<MaterialRecord> file;
+        for (int i : c.file)
+            if (i >= 0) file.push_back(list[static_cast<size_t>(i)]);
+        EXPECT_EQ(FileAt(Lumbrak()), Image(c.file[0] < 0 ? list : file)) << c.question;
+        EXPECT_EQ(FileAt(Sextane()), c.file[0] < 0 ? "<none>" : Image(file)) << c.question;
+        EXPECT_EQ(Rows().size() - 4, c.rows) << c.question;
     }
 }
 
@@ -500,41 +457,6 @@ TEST_F(UpdateTest, TheChoiceStaysOnTheSameGlassesAfterAMove) {
         EXPECT_EQ(ids(form.ssGlassArchive, true), "") << s.summary;
         EXPECT_EQ(form.Summary(), s.summary);
     }
-}
-
-TEST_F(UpdateTest, ArchiveAllButK7AndF2AndRestore) {
-    frm6Archive form(setup, dialogs);
-    ASSERT_TRUE(form.Load());
-    EXPECT_EQ(form.ssGlassCurr.Text(2, 1), "  N-BK7");
-    EXPECT_EQ(form.ssGlassCurr.Text(5, 1), "  Recommended");
-    // Archiving K7 alone does nothing and says nothing.
-    form.ssGlassCurrClick(1, 2);
-    EXPECT_TRUE(form.comArchiveClick());
-    EXPECT_EQ(form.ssGlassCurr.MaxRows(), 4);
-
-    dialogs.answers = {MsgAnswer::Cancel};
-    form.ssGlassCurr.SetSelection({0, -1, 0, -1});
-    EXPECT_FALSE(form.comArchiveClick());
-    EXPECT_EQ(dialogs.boxes.back().text,
-              "Are you really sure that you want to archive ALL the glasses in Kelmora?");
-    EXPECT_FALSE(form.database()->InTransaction());
-    EXPECT_EQ(Rows().size(), 4u);
-    EXPECT_EQ(Rows()[0].rfind("GlassData", 0), 0u);
-
-    // What stays and what comes back is the command line's test; restoring asks nothing.
-    dialogs.answers = {MsgAnswer::OK};
-    form.ssGlassCurr.SetSelection({0, -1, 0, -1});
-    EXPECT_TRUE(form.comArchiveClick());
-    EXPECT_EQ(form.ssGlassArchive.Text(3, 1), " Schott");
-    const size_t boxes = dialogs.boxes.size();
-    form.ssGlassArchive.SetSelection({0, 1, 0, 2});
-    EXPECT_TRUE(form.comDeArchiveClick());
-    EXPECT_EQ(dialogs.boxes.size(), boxes);
-    EXPECT_EQ(form.ssGlassArchive.MaxRows(), 0);
-
-    form.cmbSortOrder.SetListIndex(1);
-    form.cmbSortOrderClick();
-    EXPECT_EQ(form.ssGlassCurr.Text(2, 1), "  F2");
 }
 
 // A database command failing half way leaves both tables as they were and says why.
@@ -619,27 +541,44 @@ TEST_F(UpdateTest, AFailingDatabaseCommandRollsBackAndSaysWhy) {
 }
 
 // The archive form through the tool strip: it opens with the database and closes it again;
-// a database that cannot be opened says so and puts the tool button back up.
-TEST_F(UpdateTest, ArchiveFormOpensAndClosesThroughTheToolStrip) {
+// a database that cannot be opened says so and puts the tool button back up. K7 and F2 are
+// never archived; all asks first, restoring asks nothing.
+TEST_F(UpdateTest, ArchiveFormKeepsTheProtectedPairAndOpensThroughTheToolStrip) {
     ManageForms forms(dialogs, {[] { return true; }, [] { return false; }, [] {}});
     frm6Archive form(setup, dialogs, [&forms] { forms.RibbonClick(kFormArchive, false); });
     forms.RegisterForm(kFormArchive, &form);
-    EXPECT_FALSE(form.form.visible);
-
     forms.RibbonClick(kFormArchive, true);
     EXPECT_TRUE(form.form.visible);
     ASSERT_NE(form.database(), nullptr);
+    EXPECT_EQ(form.ssGlassCurr.Text(2, 1), "  N-BK7");
+    EXPECT_EQ(form.ssGlassCurr.Text(5, 1), "  Recommended");
+    form.ssGlassCurrClick(1, 2);  // K7 alone: nothing done, nothing said
+    EXPECT_TRUE(form.comArchiveClick());
     EXPECT_EQ(form.ssGlassCurr.MaxRows(), 4);
+    EXPECT_TRUE(dialogs.boxes.empty());
+
+    dialogs.answers = {MsgAnswer::Cancel};
+    form.ssGlassCurr.SetSelection({0, -1, 0, -1});
+    EXPECT_FALSE(form.comArchiveClick());
+    EXPECT_FALSE(form.database()->InTransaction());
+    EXPECT_EQ(Rows().size(), 4u);
+    EXPECT_EQ(Rows()[0].rfind("GlassData", 0), 0u);
+    dialogs.answers = {MsgAnswer::OK};
+    form.ssGlassCurr.SetSelection({0, -1, 0, -1});
+    EXPECT_TRUE(form.comArchiveClick());
+    EXPECT_EQ(form.ssGlassArchive.Text(3, 1), " Schott");
+    form.ssGlassArchive.SetSelection({0, 1, 0, 2});
+    EXPECT_TRUE(form.comDeArchiveClick());
+    EXPECT_EQ(dialogs.boxes.size(), 2u);
+    EXPECT_EQ(form.ssGlassArchive.MaxRows(), 0);
+
     form.comOKClick();
     EXPECT_FALSE(form.form.visible);
     EXPECT_EQ(form.database(), nullptr);
-    EXPECT_EQ(forms.GetCurrentForm(), kNoForm);
-    EXPECT_FALSE(forms.ribTools[kFormArchive].value);
-
     fs::remove(fs::path(Kelmora()) / "FenmarkExA.mdb");
     forms.RibbonClick(kFormArchive, true);
     EXPECT_FALSE(form.form.visible);
-    EXPECT_FALSE(dialogs.boxes.empty());
+    EXPECT_EQ(dialogs.boxes.size(), 3u);
     EXPECT_EQ(forms.GetCurrentForm(), kNoForm);
     EXPECT_FALSE(forms.ribTools[kFormArchive].value);
 }

@@ -162,36 +162,30 @@ TEST(MaterialRecordCodec, ClearedRecordIsBlankTextsAndOnlyDndtReady) {
         }
         return true;
     };
-    EXPECT_TRUE(blank(6, 30));
-    EXPECT_TRUE(blank(38, 30));
-    EXPECT_TRUE(blank(738, 331));    // OtherData up to the spare bytes
-    EXPECT_TRUE(blank(1073, 23));    // Bubble, Status, Price
-    EXPECT_TRUE(blank(1096, 720));   // TT1..TT6
-    EXPECT_TRUE(blank(12072, 100));  // melt texts
-    EXPECT_EQ(img[1069], 0);         // spare bytes are not text
-    EXPECT_EQ(img[12950], 0xFF);     // ThermalState.Ready
-    EXPECT_EQ(img[12951], 0xFF);
-    EXPECT_EQ(img[12938], 0);  // GeneralState.Ready
+    // Name, source, other data up to the spare bytes, bubble to price, TT1..TT6, melt texts.
+    const std::pair<size_t, size_t> texts[] = {{6, 30},    {38, 30},    {738, 331},
+                                               {1073, 23}, {1096, 720}, {12072, 100}};
+    for (const auto& [off, len] : texts) EXPECT_TRUE(blank(off, len)) << off;
+    // Spare bytes are no text; ThermalState.Ready is set, GeneralState.Ready is not.
+    EXPECT_EQ(std::tuple(img[1069], img[12950], img[12951], img[12938]),
+              std::tuple(0, 0xFF, 0xFF, 0));
 }
 
-TEST(FixedText, CutsAtWidthPadsWithBlanksAndKeepsNul) {
+// A fixed text cuts at its width, pads with blanks, keeps NULs and stores Windows-1252.
+TEST(FixedText, CutsAtWidthPadsWithBlanksKeepsNulAndStoresWindows1252) {
     FixedText<5> t("ABCDEFG");
     EXPECT_EQ(t.Raw(), "ABCDE");
     t.Set("ab");
-    EXPECT_EQ(t.Raw(), "ab   ");
-    EXPECT_EQ(t.Text(), "ab");
+    EXPECT_EQ(std::tuple(t.Raw(), t.Text()), std::tuple("ab   ", "ab"));
     t.Zero();
     EXPECT_TRUE(t.HasNul());
     EXPECT_FALSE(t.IsBlank());  // NULs are not blanks
     EXPECT_EQ(t.Text(), std::string(5, '\0'));
-}
-
-TEST(FixedText, StoresWindows1252) {
-    FixedText<10> t("Glas \xC3\xA9\xE2\x82\xAC");  // "Glas é€" in UTF-8
-    EXPECT_EQ(t.Raw(), std::string("Glas \xE9\x80   "));
-    EXPECT_EQ(t.Text(), "Glas \xC3\xA9\xE2\x82\xAC");
-    t.Set("\xE2\x88\x9A");  // square root sign has no code-page byte
-    EXPECT_EQ(t.Raw()[0], '?');
+    FixedText<10> w("Glas \xC3\xA9\xE2\x82\xAC");  // "Glas é€" in UTF-8
+    EXPECT_EQ(std::tuple(w.Raw(), w.Text()),
+              std::tuple(std::string("Glas \xE9\x80   "), "Glas \xC3\xA9\xE2\x82\xAC"));
+    w.Set("\xE2\x88\x9A");  // square root sign has no code-page byte
+    EXPECT_EQ(w.Raw()[0], '?');
 }
 
 }  // namespace

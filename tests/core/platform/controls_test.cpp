@@ -54,20 +54,14 @@ TEST(ListControl, ItemsDataAndCurrentItem) {
     cmb.AddItem("Schott", 1);
     cmb.AddItem("Sellmeier", 2);
     cmb.AddItem("Cauchy", 4);
-    EXPECT_EQ(cmb.ListCount(), 3);
-    EXPECT_EQ(cmb.listIndex(), -1);
-    EXPECT_EQ(cmb.Text(), "");
+    EXPECT_EQ(std::tuple(cmb.ListCount(), cmb.listIndex(), cmb.Text()), std::tuple(3, -1, ""));
     cmb.SetListIndex(2);
-    EXPECT_EQ(cmb.Text(), "Cauchy");
-    EXPECT_EQ(cmb.ItemData(2), 4);
+    EXPECT_EQ(std::tuple(cmb.Text(), cmb.ItemData(2)), std::tuple("Cauchy", 4));
     cmb.RemoveItem(0);  // the current item moves up with the list
-    EXPECT_EQ(cmb.listIndex(), 1);
-    EXPECT_EQ(cmb.Text(), "Cauchy");
+    EXPECT_EQ(std::tuple(cmb.listIndex(), cmb.Text()), std::tuple(1, "Cauchy"));
     cmb.SetListIndex(7);
-    EXPECT_EQ(cmb.listIndex(), -1);
-    EXPECT_EQ(cmb.List(9), "");
-    EXPECT_EQ(cmb.ItemData(-1), 0);
-    EXPECT_EQ(calls, 6);
+    EXPECT_EQ(std::tuple(cmb.listIndex(), cmb.List(9), cmb.ItemData(-1), calls),
+              std::tuple(-1, "", 0, 6));
     cmb.Clear();
     EXPECT_EQ(cmb.ListCount(), 0);
 }

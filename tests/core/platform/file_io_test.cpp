@@ -59,6 +59,16 @@ TEST_F(FileIo, ReadInPiecesHandsOnFullPiecesThenTheRest) {
     }
 }
 
+// The names in a folder, sorted.
+std::vector<std::string> Names(const std::filesystem::path& folder) {
+    std::vector<std::string> names;
+    for (const auto& e : std::filesystem::directory_iterator(folder)) {
+        names.push_back(e.path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
 // A source handing on the given pieces one by one.
 PieceSource Pieces(const std::vector<std::string>& pieces) {
     auto at = std::make_shared<size_t>(0);
@@ -81,9 +91,7 @@ TEST_F(FileIo, AtomicWriteFromPieces) {
     SetWriteFaultHook(nullptr);
     EXPECT_EQ(error.code, ENOSPC);
     EXPECT_EQ(ReadFileBytes(dir / "f.bin"), "abcde");
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.path()),
-                            std::filesystem::directory_iterator()),
-              1);
+    EXPECT_EQ(Names(dir.path()), std::vector<std::string>{"f.bin"});
 }
 
 // The id of a process that has ended.
@@ -92,15 +100,6 @@ long DeadPid() {
     if (child == 0) ::_exit(0);
     ::waitpid(child, nullptr, 0);
     return child;
-}
-
-std::vector<std::string> Names(const std::filesystem::path& folder) {
-    std::vector<std::string> names;
-    for (const auto& e : std::filesystem::directory_iterator(folder)) {
-        names.push_back(e.path().filename().string());
-    }
-    std::sort(names.begin(), names.end());
-    return names;
 }
 
 TEST_F(FileIo, StaleTemporariesOfGoneProcessesAreRemovedOthersKept) {
@@ -127,14 +126,12 @@ TEST_F(FileIo, StaleTemporariesOfGoneProcessesAreRemovedOthersKept) {
     EXPECT_EQ(RemoveStaleTemporaries(dir.path(), "list.dat"), 2);
     EXPECT_EQ(RemoveStaleTemporaries(dir.path()), 1);
     EXPECT_EQ(Names(dir.path()), kept);
-}
-
-TEST_F(FileIo, AWriteRemovesTheStaleTemporariesOfItsFileAndLeavesNoneOfItsOwn) {
-    const std::string stale = "f.bin.ostrel-tmp." + std::to_string(DeadPid()) + ".1";
-    WriteFileBytes(dir / stale, std::string(1000, 'x'));
-    ASSERT_TRUE(WriteFileAtomic(dir / "f.bin", "new", error));
-    ASSERT_TRUE(SnapshotFile(dir / "f.bin", dir / "g.bin", error));
-    EXPECT_EQ(Names(dir.path()), (std::vector<std::string>{"f.bin", "g.bin"}));
+    // A write removes the stale temporaries of its file and leaves none of its own.
+    testing::TempDir other;
+    WriteFileBytes(other / ("f.bin.ostrel-tmp." + dead + ".1"), std::string(1000, 'x'));
+    ASSERT_TRUE(WriteFileAtomic(other / "f.bin", "new", error));
+    ASSERT_TRUE(SnapshotFile(other / "f.bin", other / "g.bin", error));
+    EXPECT_EQ(Names(other.path()), (std::vector<std::string>{"f.bin", "g.bin"}));
 }
 
 // A prepared write changes nothing until it is committed; a discard, or the object going
@@ -265,19 +262,13 @@ TEST(InstallPaths, DataIsFoundBesideTheProgramOrAFewLevelsAbove) {
         if (*c.data) fs::create_directories(dir / c.data);
         const std::string found = InstalledDataFolder(c.kind, program.string());
         EXPECT_EQ(found, c.found ? (dir / c.data).string() : std::string());
+        if (!c.found || c.kind != InstalledData::DemoCatalogue) continue;
+        // The catalogue is a file in that folder.
+        EXPECT_EQ(InstalledDemoCatalogue(program.string()), "");
+        WriteFileBytes(dir / c.data / "demo_glasses.csv", "# glasses\n");
+        EXPECT_EQ(InstalledDemoCatalogue(program.string()), found + "/demo_glasses.csv");
     }
     EXPECT_EQ(InstalledDataFolder(InstalledData::Guide, ""), "");
-}
-
-TEST(InstallPaths, TheCatalogueIsAFileInItsFolder) {
-    testing::TempDir dir;
-    const fs::path program = dir / "bin/ostrel-cli";
-    fs::create_directories(dir / "bin");
-    fs::create_directories(dir / "share/ostrel");
-    EXPECT_EQ(InstalledDemoCatalogue(program.string()), "");
-    WriteFileBytes(dir / "share/ostrel/demo_glasses.csv", "# glasses\n");
-    EXPECT_EQ(InstalledDemoCatalogue(program.string()),
-              (dir / "share/ostrel/demo_glasses.csv").string());
 }
 
 }  // namespace

@@ -26,8 +26,7 @@ TEST(Grid, CellsOutsideNumbersAndRefusedEntries) {
     Grid g(2, 2);
     g.SetText(3, 1, "x");
     g.SetText(0, 1, "x");
-    EXPECT_EQ(g.Text(3, 1), "");
-    EXPECT_EQ(g.Text(1, 0), "");
+    EXPECT_EQ(g.Text(3, 1) + g.Text(1, 0), "");
     g.SetText(2, 2, "abc");
     g.SetMaxRows(1);
     g.SetMaxRows(2);
@@ -39,17 +38,15 @@ TEST(Grid, CellsOutsideNumbersAndRefusedEntries) {
     f.SetColumnFloat(1, 3);
     f.SetText(1, 1, "abc");
     f.SetValue(1, 2, 1.51680123);
-    EXPECT_EQ(f.Value(1, 1), 0.0);
-    EXPECT_EQ(f.Value(1, 2), 1.51680123);
-    EXPECT_EQ(f.Value(1, 3), 0.0);
+    EXPECT_EQ(std::tuple(f.Value(1, 1), f.Value(1, 2), f.Value(1, 3)),
+              std::tuple(0.0, 1.51680123, 0.0));
 
     // Locked and hidden columns refuse entries; the logic writes anywhere.
     Grid h(3, 1);
     h.SetColumnLocked(1, true);
     h.SetColumnHidden(3, true);
-    EXPECT_FALSE(h.EditText(1, 1, "a"));
-    EXPECT_TRUE(h.EditText(2, 1, "a"));
-    EXPECT_FALSE(h.EditText(3, 1, "a"));
+    EXPECT_EQ(std::tuple(h.EditText(1, 1, "a"), h.EditText(2, 1, "a"), h.EditText(3, 1, "a")),
+              std::tuple(false, true, false));
     h.SetText(1, 1, "logic may");  // the logic writes anywhere
     EXPECT_EQ(h.Text(1, 1), "logic may");
 }
@@ -112,18 +109,13 @@ TEST(Grid, ClipTextRoundTrip) {
     EXPECT_EQ(h.SetClip(1, 1, g.ClipText({1, 1, 2, 3})), 3);
     EXPECT_EQ(Column(h, 1), Column(g, 1));
     EXPECT_EQ(Column(h, 2), Column(g, 2));
-}
-
-TEST(Grid, SetClipDropsWhatFallsOutsideAndTakesAnyLineBreak) {
-    Grid g(2, 2);
-    EXPECT_EQ(g.SetClip(2, 1, "a\tb\nc\td\re\tf\n"), 2);
-    EXPECT_EQ(g.ClipText({1, 1, 2, 2}), "\ta\n\tc");
+    // What falls outside is dropped; any line break ends a row.
+    Grid s(2, 2);
+    EXPECT_EQ(s.SetClip(2, 1, "a\tb\nc\td\re\tf\n"), 2);
+    EXPECT_EQ(s.ClipText({1, 1, 2, 2}), "\ta\n\tc");
     EXPECT_TRUE(SplitClipText("").empty());
-    auto rows = SplitClipText("1\t2\r\n\r\n3\n");
-    ASSERT_EQ(rows.size(), 3u);
-    EXPECT_EQ(rows[0], (std::vector<std::string>{"1", "2"}));
-    EXPECT_EQ(rows[1], (std::vector<std::string>{""}));
-    EXPECT_EQ(rows[2], (std::vector<std::string>{"3"}));
+    EXPECT_EQ(SplitClipText("1\t2\r\n\r\n3\n"),
+              (std::vector<std::vector<std::string>>{{"1", "2"}, {""}, {"3"}}));
 }
 
 TEST(Grid, PasteAtActiveCellSkipsLockedColumnsAndBadNumbers) {
@@ -180,10 +172,10 @@ TEST(Grid, SortMovesColoursWithTheRowsAndKeepsOtherRows) {
     g.SetCellColour(1, 3, kStatusGreen);
     g.Sort(2, 4, {{1, true}});
     EXPECT_EQ(Column(g, 1), (std::vector<std::string>{"head", "A", "B", "C"}));
-    EXPECT_EQ(g.RowColour(4), kMeltRowColour);
-    EXPECT_EQ(g.CellColour(1, 4), kMeltRowColour) << "a cell shows its row's colour...";
-    EXPECT_EQ(g.CellColour(2, 4), kStatusRed) << "...unless it has its own";
-    EXPECT_EQ(g.CellColour(1, 2), kStatusGreen);
+    // A cell shows its row's colour unless it has its own.
+    EXPECT_EQ(
+        std::tuple(g.RowColour(4), g.CellColour(1, 4), g.CellColour(2, 4), g.CellColour(1, 2)),
+        std::tuple(kMeltRowColour, kMeltRowColour, kStatusRed, kStatusGreen));
     EXPECT_EQ(g.RowColour(2), std::nullopt);
 }
 
@@ -210,8 +202,8 @@ TEST(Grid, ObserversHearChangesAndRedrawOffGathersThem) {
     g.SetText(2, 1, "a");
     g.SetText(2, 1, "a");  // no change
     ASSERT_EQ(seen.size(), 1u);
-    EXPECT_EQ(seen[0].kind, GridChange::Kind::Cells);
-    EXPECT_EQ(seen[0].area, (GridBlock{2, 1, 2, 1}));
+    EXPECT_EQ(std::tuple(seen[0].kind, seen[0].area),
+              std::tuple(GridChange::Kind::Cells, GridBlock{2, 1, 2, 1}));
 
     seen.clear();
     g.SetRedraw(false);
