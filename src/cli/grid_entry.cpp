@@ -35,8 +35,8 @@ std::vector<std::vector<std::string>> CellRowsFromText(std::string_view text) {
         size_t from = 0;
         while (true) {
             const size_t sep = line.find_first_of(",;\t", from);
-            cells.push_back(VbTrimCopy(
-                line.substr(from, sep == std::string_view::npos ? sep : sep - from)));
+            cells.push_back(
+                VbTrimCopy(line.substr(from, sep == std::string_view::npos ? sep : sep - from)));
             anyNumber = anyNumber || IsValidNumber(cells.back());
             if (sep == std::string_view::npos) break;
             from = sep + 1;
@@ -76,10 +76,11 @@ bool TypeCell(Grid& grid, int col, int row, const std::string& text, std::ostrea
     return false;
 }
 
-bool Press(const Button& button, const std::function<void()>& click,
-           const std::string& whyDisabled, std::ostream& err) {
+bool Press(const Button& button, const std::function<void()>& click, const std::string& whyDisabled,
+           std::ostream& err) {
     if (!button.enabled) {
-        err << "\"" << StripAccelerator(button.caption) << "\" is disabled: " << whyDisabled << '\n';
+        err << "\"" << StripAccelerator(button.caption) << "\" is disabled: " << whyDisabled
+            << '\n';
         return false;
     }
     click();

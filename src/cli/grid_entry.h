@@ -26,7 +26,7 @@ bool TypeCell(Grid& grid, int col, int row, const std::string& text, std::ostrea
 
 // Presses the button when it is enabled; a disabled one is refused with the caption and
 // `whyDisabled`, what the window shows in the way.
-bool Press(const Button& button, const std::function<void()>& click,
-           const std::string& whyDisabled, std::ostream& err);
+bool Press(const Button& button, const std::function<void()>& click, const std::string& whyDisabled,
+           std::ostream& err);
 
 }  // namespace ostrel::cli

@@ -167,8 +167,8 @@ void RegisterIndexFitCommands(CLI::App& app, CliContext& ctx) {
             // takes, and rows without a weight are completed as typed rows are.
             const auto rows = CellRowsFromText(text.str());
             if (rows.size() > size_t(frm3New::kIndexRows)) {
-                *ctx.err << "fit: the grid has " << frm3New::kIndexRows << " rows, "
-                         << rows.size() << " given\n";
+                *ctx.err << "fit: the grid has " << frm3New::kIndexRows << " rows, " << rows.size()
+                         << " given\n";
                 return kExitRefused;
             }
             const size_t cols = args->weights ? 3 : 2;
@@ -176,8 +176,8 @@ void RegisterIndexFitCommands(CLI::App& app, CliContext& ctx) {
             for (size_t i = 0; i < rows.size(); ++i) {
                 for (size_t k = 0; k < cols; ++k) {
                     const std::string cell = k < rows[i].size() ? rows[i][k] : std::string();
-                    const std::string refusal = CellRefusal(
-                        form.ssRefInd, static_cast<int>(k) + 1, static_cast<int>(i) + 1, cell);
+                    const std::string refusal = CellRefusal(form.ssRefInd, static_cast<int>(k) + 1,
+                                                            static_cast<int>(i) + 1, cell);
                     if (!refusal.empty()) {
                         *ctx.err << refusal << '\n';
                         return kExitRefused;
@@ -187,8 +187,10 @@ void RegisterIndexFitCommands(CLI::App& app, CliContext& ctx) {
                 clip += '\n';
             }
             form.ssRefInd.SetActiveCell(1, 1);
-            if (!Press(form.comClipPaste, [&] { form.comClipPasteClick(clip); }, "", *ctx.err) ||
-                !Press(form.comIndexFit, [&] { form.comIndexFitClick(); }, "", *ctx.err))
+            if (!Press(
+                    form.comClipPaste, [&] { form.comClipPasteClick(clip); }, "", *ctx.err) ||
+                !Press(
+                    form.comIndexFit, [&] { form.comIndexFitClick(); }, "", *ctx.err))
                 return kExitRefused;
             const MaterialRecord& rec = form.Record();
             const std::string& constantsText = form.ConstantsText();

@@ -133,7 +133,9 @@ int RunMelt(CliContext& ctx, const MeltArgs& a) {
     hooks.enterSheet = [&](MaterialRecord& rec) { return sheet.EnterSheet(rec); };
     frm7Melt form(opened.list(), *ctx.dialogs, notices, setup.GetPathKelmora(), hooks);
     form.DisplayNew(false);
-    if (!Press(form.comParent, [&] { form.comParentClick(); }, "", *ctx.err)) return kExitRefused;
+    if (!Press(
+            form.comParent, [&] { form.comParentClick(); }, "", *ctx.err))
+        return kExitRefused;
     if (!parentFound) {
         *ctx.err << "No glass " << a.parent << " of " << a.source << " in the Kelmora database\n";
         return kExitRefused;
@@ -142,8 +144,9 @@ int RunMelt(CliContext& ctx, const MeltArgs& a) {
     form.txtMeltCodeValidate();
 
     if (!a.sheet.empty()) {
-        if (!Press(form.comMeltSchott, [&] { form.comMeltSchottClick(); }, "no parent glass",
-                   *ctx.err) ||
+        if (!Press(
+                form.comMeltSchott, [&] { form.comMeltSchottClick(); }, "no parent glass",
+                *ctx.err) ||
             sheetRefused)
             return kExitRefused;
         if (form.MeltRecord().Melt.MeltIndexPoints != popMeltSchott::kPairs) return kExitRefused;
@@ -159,8 +162,8 @@ int RunMelt(CliContext& ctx, const MeltArgs& a) {
             }
         }
     }
-    if (!Press(form.comIndexFit, [&] { form.comIndexFitClick(); }, form.pnlStatus.caption,
-               *ctx.err))
+    if (!Press(
+            form.comIndexFit, [&] { form.comIndexFitClick(); }, form.pnlStatus.caption, *ctx.err))
         return kExitRefused;
     const bool ready = form.MeltRecord().IndexState.Ready != 0;
 
@@ -181,11 +184,13 @@ int RunMelt(CliContext& ctx, const MeltArgs& a) {
     bool saved = false;
     if (a.save && ready) {
         // What the window shows while its save button is off.
-        const std::string why = form.MeltRecord().Melt.MeltCode.Text().empty()
-                                    ? "the melt code box shows \"" +
-                                          std::string(frm7Melt::kCodePrompt) + "\""
-                                    : form.pnlStatus.caption.get();
-        if (Press(form.comAdd, [&] { form.comAddClick(); }, why, *ctx.err)) saved = form.Saved();
+        const std::string why =
+            form.MeltRecord().Melt.MeltCode.Text().empty()
+                ? "the melt code box shows \"" + std::string(frm7Melt::kCodePrompt) + "\""
+                : form.pnlStatus.caption.get();
+        if (Press(
+                form.comAdd, [&] { form.comAddClick(); }, why, *ctx.err))
+            saved = form.Saved();
         if (saved) {
             for (const auto& rec : opened.list().CustomList()) {
                 if (SameMaterial(rec, result)) result = rec;

@@ -48,8 +48,8 @@ bool PrepareExternalFile(const std::string& folder, const std::vector<MaterialRe
 bool CommitExternalFile(PreparedFile& prepared, FileError& error);
 
 // Rewrites the folder's file from the list (prepared, then committed). An empty list leaves
-// the file as it is and returns true. False when the new file could not be written; the old one then
-// still stands.
+// the file as it is and returns true. False when the new file could not be written; the old one
+// then still stands.
 bool RewriteExternalFile(const std::string& folder, const std::vector<ExternalRecord>& records,
                          FileError& error);
 bool WriteExternalFile(const std::string& folder, const std::vector<MaterialRecord>& records,

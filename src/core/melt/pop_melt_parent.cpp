@@ -124,9 +124,8 @@ void popMeltParent::FillGlasses() {
     for (const auto& row : rows_) {
         if (count > 0) clip += "\n";
         clip += DbText(row.Field("GlassID")) + "\t  " + DbText(row.Field("GlassName")) + "\t" +
-                DbText(row.Field("GlassCode")) + "\t" + shown(row.Field("nd"), "0.00000") +
-                "\t" + shown(row.Field("vd"), "0.00") + "\t" +
-                StatusText(DbText(row.Field("Status")));
+                DbText(row.Field("GlassCode")) + "\t" + shown(row.Field("nd"), "0.00000") + "\t" +
+                shown(row.Field("vd"), "0.00") + "\t" + StatusText(DbText(row.Field("Status")));
         ++count;
     }
     Grid& g = ssGlasses;

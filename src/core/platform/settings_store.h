@@ -8,7 +8,7 @@
 namespace ostrel {
 
 class SettingsStore {
-public:
+  public:
     virtual ~SettingsStore() = default;
     virtual std::string GetSetting(const std::string& section, const std::string& key,
                                    const std::string& defaultValue) const = 0;
@@ -17,7 +17,7 @@ public:
 };
 
 class MemorySettingsStore : public SettingsStore {
-public:
+  public:
     std::string GetSetting(const std::string& section, const std::string& key,
                            const std::string& defaultValue) const override {
         auto it = values_.find({section, key});
@@ -31,7 +31,7 @@ public:
         return values_;
     }
 
-private:
+  private:
     std::map<std::pair<std::string, std::string>, std::string> values_;
 };
 
