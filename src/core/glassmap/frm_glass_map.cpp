@@ -41,6 +41,7 @@ frmGlassMap::frmGlassMap(SettingsStore& settings) : settings_(settings) {
     txtSearch.toolTip = "Type a glass name to find it on the map";
     txtNdScale.toolTip =
         "Weight of nd in the distance: a difference of 1/scale in nd counts as 1 in vd";
+    view_ = FullView();
 }
 
 void frmGlassMap::Load(const std::vector<MaterialRecord>& customList,
@@ -346,7 +347,9 @@ MapScene frmGlassMap::Scene() const {
     s.yLabel = pgf ? "PgF" : "nd";
     const double xSpan = view_.xMax - view_.xMin, ySpan = view_.yMax - view_.yMin;
     const int xDecimals = xSpan < 5 ? 1 : 0;
-    const int yDecimals = std::clamp(static_cast<int>(std::ceil(-std::log10(ySpan / 8))), 2, 5);
+    // Two to five decimals, enough to tell the ticks apart; five for a view with no height.
+    const double wanted = std::ceil(-std::log10(ySpan / 8));
+    const int yDecimals = std::isnan(wanted) ? 5 : static_cast<int>(std::clamp(wanted, 2.0, 5.0));
     for (double t : NiceTicks(view_.xMin, view_.xMax, 8)) {
         s.xTicks.push_back({pr.PixelX(t), Fmt(xDecimals ? "%.1f" : "%.0f", t)});
     }

@@ -167,6 +167,8 @@ TEST(GlassMapDatabase, LeftOutGlassesAreCountedAndCustomRowsNotShownTwice) {
 TEST(GlassMapForm, WithoutTheCatalogueProgramShowsTheCustomListAndSaysWhy) {
     MemorySettingsStore settings;
     frmGlassMap form(settings);
+    // Drawn before anything is loaded (a window shown early): the usual range of glasses.
+    EXPECT_EQ(form.Scene().yTicks.front().text, "1.40");
     form.Load({Custom("MY1", "LAB", 1.55f, 55.0f)}, "", false);
     EXPECT_EQ(form.lblStatus.caption.get(),
               "0 catalogue and 1 custom glasses shown. KelmoraTD was not found: the map shows "
