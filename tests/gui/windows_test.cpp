@@ -56,10 +56,9 @@ TEST_F(WindowsTest, MainWindowFollowsCaptionToolTipsPanelsAndPopup) {
     w.ribTools(kFormArchive)->click();
     EXPECT_FALSE(w.ribTools(kFormArchive)->isChecked());
     EXPECT_EQ(forms.GetCurrentForm(), 0);
-    ASSERT_EQ(dialogs.boxes.size(), 1u);
-    EXPECT_EQ(dialogs.boxes[0].text,
-              "You cannot use the 'Archive' form until Kelmora is installed!");
-    EXPECT_EQ(dialogs.boxes[0].icon, MsgIcon::Information);
+    EXPECT_EQ(dialogs.boxes, (std::vector<ostrel::testing::ShownBox>{
+                                 {"You cannot use the 'Archive' form until Kelmora is installed!",
+                                  MsgButtons::OK, MsgIcon::Information, ""}}));
 
     for (QWidget* tool :
          {static_cast<QWidget*>(w.ribTools(3)), static_cast<QWidget*>(w.ribEnd())}) {
