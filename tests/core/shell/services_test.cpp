@@ -74,14 +74,14 @@ TEST(CNewMsg, OnlyADeclinedMessageNeverComesAgainAndADelayedOneWaitsForTheTimer)
     d.boxes.clear();
     Timer tmrNewMsg{100};
     msg.UseThisTimer(&tmrNewMsg);
+    // The boxes shown, the timer on and its interval.
+    auto state = [&] {
+        return std::tuple(d.boxes.size(), tmrNewMsg.enabled.get(), tmrNewMsg.interval.get());
+    };
     msg.Display("m", "t", true, 1500, "MeltMaker");
-    EXPECT_TRUE(d.boxes.empty());
-    EXPECT_TRUE(tmrNewMsg.enabled);
-    EXPECT_EQ(tmrNewMsg.interval, 1500);
+    EXPECT_EQ(state(), std::tuple(0u, true, 1500));
     msg.TimerTick();
-    EXPECT_EQ(d.boxes.size(), 1u);
-    EXPECT_FALSE(tmrNewMsg.enabled);
-    EXPECT_EQ(tmrNewMsg.interval, 100);
+    EXPECT_EQ(state(), std::tuple(1u, false, 100));
     msg.TimerTick();  // a stray tick shows nothing more
     EXPECT_EQ(d.boxes.size(), 1u);
 }
