@@ -34,9 +34,7 @@ class ProbeClose : public QObject {
 class Frm3NewWindowTest : public ::testing::Test, protected UnitEnv {
   protected:
     void Type(const char* grid, int col, int row, const QString& text) {
-        QAbstractItemModel* m = window.grid(grid)->model();
-        ASSERT_TRUE(m->setData(m->index(row - 1, col - 1), text, Qt::EditRole))
-            << grid << " " << col << "," << row << " " << text.toStdString();
+        TypeInto(window.grid(grid), col, row, text);
     }
 
     // Fifteen points of the crown from 365 to 2325 nm.

@@ -65,11 +65,7 @@ class Frm7MeltWindowTest : public ::testing::Test, protected UnitEnv {
         window->button("comParent")->click();
     }
 
-    void Type(int col, int row, const QString& text) {
-        QAbstractItemModel* m = window->grid()->model();
-        ASSERT_TRUE(m->setData(m->index(row - 1, col - 1), text, Qt::EditRole))
-            << col << "," << row << " " << text.toStdString();
-    }
+    void Type(int col, int row, const QString& text) { TypeInto(window->grid(), col, row, text); }
     QString Cell(int col, int row) {
         QAbstractItemModel* m = window->grid()->model();
         return m->data(m->index(row - 1, col - 1)).toString();

@@ -60,8 +60,7 @@ TEST_F(WindowsTest, MainWindowFollowsCaptionToolTipsPanelsAndPopup) {
                                  {"You cannot use the 'Archive' form until Kelmora is installed!",
                                   MsgButtons::OK, MsgIcon::Information, ""}}));
 
-    for (QWidget* tool :
-         {static_cast<QWidget*>(w.ribTools(3)), static_cast<QWidget*>(w.ribEnd())}) {
+    for (QWidget* tool : std::initializer_list<QWidget*>{w.ribTools(3), w.ribEnd()}) {
         QEvent enter(QEvent::Enter);
         QCoreApplication::sendEvent(tool, &enter);
     }
@@ -75,8 +74,7 @@ TEST_F(WindowsTest, MainWindowFollowsCaptionToolTipsPanelsAndPopup) {
     EXPECT_EQ(actions[0]->text(), "&Duplicate   BK7/Schott");
 
     mainUnit.HelpNote("Searching...", true);
-    EXPECT_EQ(w.lblHelp()->text(), "Searching...");
-    EXPECT_TRUE(w.lblHelp()->font().bold());
+    EXPECT_TRUE(w.lblHelp()->text() == "Searching..." && w.lblHelp()->font().bold());
 }
 
 // Docked at the side of the main window the list shows the list and never covers a form; it
