@@ -74,7 +74,8 @@ TEST_F(ExternalWindowsTest, UpdateFrameShowsItsUnitAndSendsTheChosenRows) {
 
     dialogs.answers = {MsgAnswer::OK};
     panel->button("comExtAddAll")->click();
-    EXPECT_EQ(Names(kTableCurrent).size(), 3u);
+    EXPECT_EQ(dialogs.boxes.back().text.rfind("Are you sure that you want to export all 3 ", 0),
+              0u);
 
     // The selected grid row and the chosen target reach the question.
     panel->combo("cmbUpdateProg")->setCurrentIndex(0);
