@@ -143,7 +143,7 @@ TEST_F(Forms, TextThatIsNoNumberIsKeptMarkedAndExplained) {
     material.DisplayNew();
     material.lstThermal.SetListIndex(2);
     material.lstThermalClick();
-    // The box and the figure it counts as, one box of each form.
+    // The box and the figure it counts as: a box of each kind of figure on each form.
     const std::pair<const char*, const char*> cases[] = {{"txtTransGlassWidth", "10.0"},
                                                          {"txtTherm0", "0.000e+00"},
                                                          {"txtIndex1", "0"},
