@@ -72,6 +72,13 @@ int RunModal(Unit& unit, const std::function<void(Box&)>& action) {
     return box.exec();
 }
 
+// `text` entered into the cell (1-based) of a grid on screen, as its editor hands it over.
+inline void TypeInto(QAbstractItemView* grid, int col, int row, const QString& text) {
+    QAbstractItemModel* m = grid->model();
+    ASSERT_TRUE(m->setData(m->index(row - 1, col - 1), text, Qt::EditRole))
+        << col << "," << row << " " << text.toStdString();
+}
+
 // The first row whose second column reads `text`, blanks aside; -1 for none.
 inline int RowOf(const QAbstractItemModel* m, const QString& text) {
     for (int r = 0; r < m->rowCount(); ++r)

@@ -15,6 +15,7 @@ namespace {
 
 using ostrel::testing::ReadFileBytes;
 using ostrel::testing::ScriptedDialogs;
+using ostrel::testing::ShownBox;
 using ostrel::testing::TempDir;
 using ostrel::testing::WriteFileBytes;
 
@@ -62,11 +63,9 @@ TEST_F(CSApplicationTest, PathEndsInOneSeparatorTitlesCarryTheVersionAndTheGuide
 
 TEST_F(CSApplicationTest, SaveSwapsWidthAndHeightKeys) {
     app.ThisFormPosnSave("frm4Import", FormRect{30, 40, 800, 600});
-    const std::string s = "FormPosNonChild_frm4Import";
-    EXPECT_EQ(ini.IniGetInt(s, "fTop"), 40);
-    EXPECT_EQ(ini.IniGetInt(s, "fLeft"), 30);
-    EXPECT_EQ(ini.IniGetInt(s, "fWidth"), 600);   // the height
-    EXPECT_EQ(ini.IniGetInt(s, "fHeight"), 800);  // the width
+    EXPECT_EQ(
+        File(),
+        "[FormPosNonChild_frm4Import]\r\nfTop=40\r\nfLeft=30\r\nfWidth=600\r\nfHeight=800\r\n");
     EXPECT_EQ(app.ThisFormPosnGet("frm4Import", false, false, present, screen),
               (FormRect{30, 40, 800, 600}));
 }
@@ -101,9 +100,9 @@ TEST_F(CSApplicationTest, PositionGetKeepsTheFormOnTheScreen) {
 
 TEST_F(CSApplicationTest, ErrorDisplayGoesToTheLogAndABox) {
     app.ErrorDisplay("Could not save", "disk full", 61);
-    ASSERT_EQ(dialogs.boxes.size(), 1u);
-    EXPECT_EQ(dialogs.boxes[0].text, "Could not save");
-    EXPECT_EQ(dialogs.boxes[0].icon, MsgIcon::Exclamation);
+    EXPECT_EQ(
+        dialogs.boxes,
+        (std::vector<ShownBox>{{"Could not save", MsgButtons::OK, MsgIcon::Exclamation, ""}}));
     EXPECT_NE(ReadFileBytes(dir / "ERROR.LOG").find("  Error: [61]: disk full"), std::string::npos);
 }
 
@@ -129,17 +128,15 @@ TEST_F(CSApplicationTest, IniReadsValuesOfAHandWrittenFileAndNoFileAsEmpty) {
         std::string(250, 'x') + "\nnul=ab";
     content += std::string("\0c\0\0", 4);
     Write(content + "\n");
-    EXPECT_EQ(ini.IniGetInt("Pos", "fTop"), -12);
-    EXPECT_EQ(ini.IniGetInt("pos", "FLEFT"), 0);
-    EXPECT_EQ(ini.IniGetInt("Pos", "missing"), 0);
-    EXPECT_EQ(ini.IniGetInt("Other", "fTop"), 99);
-    EXPECT_EQ(ini.IniGetText("Pos", "Name"), "two words");
-    EXPECT_EQ(ini.IniGetText("Pos", "Quoted"), "q");
-    EXPECT_EQ(ini.IniGetText("Pos", "missing"), "");
-    EXPECT_EQ(ini.IniGetText("Missing", "fTop"), "");
+    EXPECT_EQ((std::vector<int>{ini.IniGetInt("Pos", "fTop"), ini.IniGetInt("pos", "FLEFT"),
+                                ini.IniGetInt("Pos", "missing"), ini.IniGetInt("Other", "fTop")}),
+              (std::vector<int>{-12, 0, 0, 99}));
     // Text is cut at 200 characters and NULs become blanks.
-    EXPECT_EQ(ini.IniGetText("Other", "long"), std::string(200, 'x'));
-    EXPECT_EQ(ini.IniGetText("Other", "nul"), "ab c");
+    EXPECT_EQ((std::vector<std::string>{
+                  ini.IniGetText("Pos", "Name"), ini.IniGetText("Pos", "Quoted"),
+                  ini.IniGetText("Pos", "missing"), ini.IniGetText("Missing", "fTop"),
+                  ini.IniGetText("Other", "long"), ini.IniGetText("Other", "nul")}),
+              (std::vector<std::string>{"two words", "q", "", "", std::string(200, 'x'), "ab c"}));
 
     IniFile absent(dir.path() / "absent");
     EXPECT_EQ(absent.IniGetText("S", "k"), "");
@@ -214,13 +211,10 @@ TEST(CSWindowTest, EditCommandsAndTheirFailureBoxes) {
         entry.takesText = c.fault != Fault::ReadOnly;
         CSWindow w(clip, dialogs);
         EXPECT_EQ(c.command(w, entry), c.failure == nullptr);
-        if (c.failure) {
-            ASSERT_EQ(dialogs.boxes.size(), 1u);
-            EXPECT_EQ(dialogs.boxes[0].text, c.failure);
-            EXPECT_EQ(dialogs.boxes[0].title, "CApplication");
-        } else {
-            EXPECT_TRUE(dialogs.boxes.empty());
-        }
+        std::vector<ShownBox> boxes;
+        if (c.failure)
+            boxes.push_back({c.failure, MsgButtons::OK, MsgIcon::Exclamation, "CApplication"});
+        EXPECT_EQ(dialogs.boxes, boxes);
         EXPECT_EQ(entry.Text(), c.entryAfter);
         EXPECT_EQ(clip.text.value_or("<none>"), c.clipboardAfter);
     }

@@ -107,13 +107,10 @@ TEST_F(RibbonTest, ClickFollowsTheStateTable) {
         EXPECT_TRUE(dialogs.boxes.empty());
         // A form that was closed has its tool released and its flag cleared; the open one is
         // down.
-        for (int n = 1; n <= 7; ++n) {
-            if (n == r.currentAfter) {
-                EXPECT_TRUE(forms->ribTools[n].value) << n;
-            } else if (Unloaded(n)) {
-                EXPECT_FALSE(forms->ribTools[n].value) << n;
+        for (int n = 1; n <= 7; ++n)
+            if (n == r.currentAfter || Unloaded(n)) {
+                EXPECT_EQ(forms->ribTools[n].value.get(), n == r.currentAfter) << n;
             }
-        }
         EXPECT_FALSE(Unloaded(3) && forms->GetNewFormOpen());
         EXPECT_FALSE(Unloaded(7) && forms->GetMeltFormOpen());
     }
@@ -133,10 +130,9 @@ TEST_F(RibbonTest, WallpaperChangesForEveryWorkingFormShownButNotForTheSetupAndT
     forms->SetNewFormOpen(true);
     calls.clear();
     forms->UnloadAll();
-    EXPECT_EQ(calls, "unload 3, unload 2");
-    EXPECT_EQ(forms->GetCurrentForm(), 0);
-    EXPECT_FALSE(forms->GetNewFormOpen());
-    EXPECT_FALSE(forms->ribTools[2].value);
+    EXPECT_EQ(std::tuple(calls, forms->GetCurrentForm(), forms->GetNewFormOpen(),
+                         forms->ribTools[2].value.get()),
+              std::tuple("unload 3, unload 2", 0, false, false));
     calls.clear();
     forms->UnloadAll();
     forms->HideForm(0);
@@ -146,32 +142,25 @@ TEST_F(RibbonTest, WallpaperChangesForEveryWorkingFormShownButNotForTheSetupAndT
 TEST_F(RibbonTest, EditOpensTheMaterialFormBesideTheManageFormOrInPlaceOfTheOpenOne) {
     forms->RibbonClick(2, true);
     calls.clear();
+    // The calls, the new form beside, its tool, the current form and its tool.
+    auto state = [this] {
+        return std::tuple(calls, forms->GetNewFormOpen(), forms->ribTools[3].value.get(),
+                          forms->GetCurrentForm(), forms->ribTools[2].value.get());
+    };
     forms->OpenForEdit(3);
-    EXPECT_EQ(calls, "") << "the caller fills the form itself";
-    EXPECT_TRUE(forms->GetNewFormOpen());
-    EXPECT_TRUE(forms->ribTools[3].value);
-
+    EXPECT_EQ(state(), std::tuple("", true, true, 2, true)) << "the caller fills the form itself";
     forms->FormClosed(3);
-    EXPECT_EQ(calls, "unload 3");
-    EXPECT_FALSE(forms->GetNewFormOpen());
-    EXPECT_FALSE(forms->ribTools[3].value);
-    EXPECT_EQ(forms->GetCurrentForm(), 2) << "the manage form stays";
-    EXPECT_TRUE(forms->ribTools[2].value);
+    EXPECT_EQ(state(), std::tuple("unload 3", false, false, 2, true)) << "the manage form stays";
 
     // With no manage form open, the material form becomes the current one.
     Build();
     forms->RibbonClick(5, true);
     calls.clear();
     forms->OpenForEdit(3);
-    EXPECT_EQ(calls, "unload 5, show 3");
-    EXPECT_EQ(forms->GetCurrentForm(), 3);
-    EXPECT_FALSE(forms->GetNewFormOpen());
+    EXPECT_EQ(state(), std::tuple("unload 5, show 3", false, true, 3, false));
     forms->OpenForEdit(3);  // already the current form: nothing more
-
     forms->FormClosed(3);
-    EXPECT_EQ(calls, "unload 5, show 3, unload 3");
-    EXPECT_EQ(forms->GetCurrentForm(), 0);
-    EXPECT_FALSE(forms->ribTools[3].value);
+    EXPECT_EQ(state(), std::tuple("unload 5, show 3, unload 3", false, false, 0, false));
 }
 
 // A form that refuses to close (unsaved changes kept) stops the click that would close it:
@@ -221,10 +210,9 @@ TEST_F(RibbonTest, EndAndEditAskTheOpenForms) {
     forms->OpenForEdit(3);
     forms->OpenForEdit(7);
     fakes[6]->agree = false;
+    auto asked = [this] { return std::tuple(fakes[1]->asked, fakes[2]->asked, fakes[6]->asked); };
     EXPECT_FALSE(forms->QueryCloseAll());
-    EXPECT_EQ(fakes[2]->asked, 1);
-    EXPECT_EQ(fakes[6]->asked, 1);
-    EXPECT_EQ(fakes[1]->asked, 0);
+    EXPECT_EQ(asked(), std::tuple(0, 1, 1));
     // Editing another record in the open melt form replaces what it holds: asked too.
     EXPECT_FALSE(forms->OpenForEdit(7));
     fakes[6]->agree = true;
@@ -240,10 +228,11 @@ TEST_F(RibbonTest, EndAndEditAskTheOpenForms) {
 }
 
 TEST_F(RibbonTest, ToolTipsNameEachTool) {
-    EXPECT_EQ(forms->ribTools[1].toolTip.get(), "Confirm paths to LumbrakPlus & Kelmora");
-    EXPECT_EQ(forms->ribTools[6].toolTip.get(), "Archive/restore any glasses in Kelmora database");
-    EXPECT_EQ(forms->ribTools[7].toolTip.get(), "Make melt derivative of existing glass");
-    EXPECT_EQ(forms->ribEnd.toolTip.get(), "End Ostrel");
+    EXPECT_EQ((std::vector<std::string>{forms->ribTools[1].toolTip, forms->ribTools[6].toolTip,
+                                        forms->ribTools[7].toolTip, forms->ribEnd.toolTip}),
+              (std::vector<std::string>{"Confirm paths to LumbrakPlus & Kelmora",
+                                        "Archive/restore any glasses in Kelmora database",
+                                        "Make melt derivative of existing glass", "End Ostrel"}));
 }
 
 class FrmMainMdiTest : public ListFixture {

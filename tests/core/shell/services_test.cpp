@@ -20,6 +20,7 @@ namespace {
 
 using ostrel::testing::ReadFileBytes;
 using ostrel::testing::ScriptedDialogs;
+using ostrel::testing::ShownBox;
 using ostrel::testing::TempDir;
 using ostrel::testing::WriteFileBytes;
 namespace fs = std::filesystem;
@@ -59,10 +60,8 @@ TEST(CNewMsg, OnlyADeclinedMessageNeverComesAgainAndADelayedOneWaitsForTheTimer)
     d.answers = {MsgAnswer::No};
     msg.Display(text, "Import", false, 0, "ImportPolyRefit");
     ASSERT_EQ(d.boxes.size(), 2u);
-    EXPECT_EQ(d.boxes[1].text,
-              "Polynomials will be refitted.\nDo you want to see this message again?");
-    EXPECT_EQ(d.boxes[1].buttons, MsgButtons::YesNo);
-    EXPECT_EQ(d.boxes[1].title, "Import");
+    EXPECT_EQ(d.boxes[1], (ShownBox{text + std::string("\nDo you want to see this message again?"),
+                                    MsgButtons::YesNo, MsgIcon::Question, "Import"}));
     EXPECT_EQ(settings.GetSetting("CNM_NewUserMsg", "ImportPolyRefit", ""), "True");
 
     // A later start reads the same settings, and so does the -1 older versions stored.
@@ -75,14 +74,14 @@ TEST(CNewMsg, OnlyADeclinedMessageNeverComesAgainAndADelayedOneWaitsForTheTimer)
     d.boxes.clear();
     Timer tmrNewMsg{100};
     msg.UseThisTimer(&tmrNewMsg);
+    // The boxes shown, the timer on and its interval.
+    auto state = [&] {
+        return std::tuple(d.boxes.size(), tmrNewMsg.enabled.get(), tmrNewMsg.interval.get());
+    };
     msg.Display("m", "t", true, 1500, "MeltMaker");
-    EXPECT_TRUE(d.boxes.empty());
-    EXPECT_TRUE(tmrNewMsg.enabled);
-    EXPECT_EQ(tmrNewMsg.interval, 1500);
+    EXPECT_EQ(state(), std::tuple(0u, true, 1500));
     msg.TimerTick();
-    EXPECT_EQ(d.boxes.size(), 1u);
-    EXPECT_FALSE(tmrNewMsg.enabled);
-    EXPECT_EQ(tmrNewMsg.interval, 100);
+    EXPECT_EQ(state(), std::tuple(1u, false, 100));
     msg.TimerTick();  // a stray tick shows nothing more
     EXPECT_EQ(d.boxes.size(), 1u);
 }
@@ -114,13 +113,12 @@ TEST(Contacts, ListsTheDetailsAndOpensTheChosenSite) {
         d.openUrlResult = c.browserStarts;
         ShowContacts(d);
         EXPECT_EQ(d.urls, c.urls);
-        ASSERT_EQ(d.boxes.size(), c.boxes);
-        EXPECT_EQ(d.boxes[0].text, t);
-        EXPECT_EQ(d.boxes[0].buttons, MsgButtons::YesNoCancel);
-        EXPECT_EQ(d.boxes[0].icon, MsgIcon::Question);
-        if (c.boxes == 2) {
-            EXPECT_EQ(d.boxes[1].text, "Sorry: cannot launch your browser at this time.");
-        }
+        std::vector<ShownBox> boxes{
+            {t, MsgButtons::YesNoCancel, MsgIcon::Question, "Harvenz Photonics"}};
+        if (c.boxes == 2)
+            boxes.push_back({"Sorry: cannot launch your browser at this time.", MsgButtons::OK,
+                             MsgIcon::Exclamation, "Harvenz Photonics"});
+        EXPECT_EQ(d.boxes, boxes);
     }
 }
 
@@ -132,10 +130,11 @@ TEST(DataEntry, RejectedNumberShowsTheInvalidNumberBox) {
     EXPECT_FALSE(entry.IsValidNumber("1.5.2"));
     EXPECT_FALSE(entry.IsValidInteger("40000"));
     EXPECT_TRUE(entry.IsValidLong("40000"));
-    ASSERT_EQ(d.boxes.size(), 2u);
-    EXPECT_EQ(d.boxes[0].text, "    '1.5.2\nThis is not a valid number: try again.");
-    EXPECT_EQ(d.boxes[0].title, "Invalid Number");
-    EXPECT_EQ(d.boxes[1].text, "    '40000\nThis is not a valid number: try again.");
+    const auto box = [](const char* n) {
+        return ShownBox{"    '" + std::string(n) + "\nThis is not a valid number: try again.",
+                        MsgButtons::OK, MsgIcon::Exclamation, "Invalid Number"};
+    };
+    EXPECT_EQ(d.boxes, (std::vector<ShownBox>{box("1.5.2"), box("40000")}));
 }
 
 TEST(cLog, WritesNothingUntilSwitchedOn) {
