@@ -137,7 +137,6 @@ TEST_F(ImportForm, FailedReadMessagesSayWhereAndWhy) {
          "Harvenz Photonics - Ostrel  - text file V2\r\n#-- Material Data Start --\r\n"
          "#     -- General --\r\n\"X\",\"S\"\r\n2,3x0,2500,3.5\r\n",
          frm4Import::kGLZ, failed, "Line 5: \"3x0\" is no number."},
-        {"missing.agf", "", frm4Import::kAGF, failed, ""},
         {"empty.glc", "", frm4Import::kGLC, failed, "The file is empty."},
         {"missing.gla", "", frm4Import::kGLA, none, ""},
         {"bad.gla", "\"Z\",8,\"S\",0,0\r\n0,x\r\n", frm4Import::kGLA, none,
