@@ -386,11 +386,8 @@ TEST(IndexBits, LinearFitsGiveTheEarlierCoefficientsAndResiduals) {
             EXPECT_EQ(gotCount, wantCount);
             EXPECT_EQ(dialogs.boxes.size(), wantOk ? 0u : 1u);
             EXPECT_EQ(std::memcmp(&gotCoef, &wantCoef, sizeof gotCoef), 0);
-            EXPECT_EQ(
-                std::memcmp(got.IndexCalc.data(), want.IndexCalc.data(), sizeof got.IndexCalc), 0);
-            EXPECT_EQ(
-                std::memcmp(got.IndexError.data(), want.IndexError.data(), sizeof got.IndexError),
-                0);
+            EXPECT_EQ(std::memcmp(&got.IndexCalc, &want.IndexCalc, sizeof got.IndexCalc), 0);
+            EXPECT_EQ(std::memcmp(&got.IndexError, &want.IndexError, sizeof got.IndexError), 0);
             EXPECT_TRUE(SameBits(got.FitError, want.FitError));
         }
     }
