@@ -61,8 +61,7 @@ TEST_F(ListCli, DeleteAndDuplicate) {
          {"=No copy was made: new - S is already in the list of catalog materials, and cannot "
           "be overwritten!\n"}},
         {"duplicate 1 'A copy'", 0},
-        {"list", 0, {"=1\tA\tS\n2\tA copy\tS\n3\tMELT *M1\tLAB\n4\tC\tS\n"}},
-        {"delete 1", 0},
+        {"delete 1", 0},  // the copy went behind its original
         {"list", 0, {"=1\tA copy\tS\n2\tMELT *M1\tLAB\n3\tC\tS\n"}},
     };
     for (size_t i = 0; i < std::size(rows); ++i) {
