@@ -57,18 +57,12 @@ INSTANTIATE_TEST_SUITE_P(
         // numbers
         BadArgument{"glasscode abc 1", "ND: \"abc\" is no finite number"},
         BadArgument{"glasscode 1.5 nan", "VD: \"nan\" is no finite number"},
-        BadArgument{"glasscode 1.5 inf", "VD: \"inf\" is no finite number"},
         BadArgument{"glasscode 1.5x 60", "ND: \"1.5x\" is no finite number"},
         BadArgument{"glasscode 1.5168", ""},
-        BadArgument{"index --polytype 1 --coef 2.25 --wave abc", ""},
-        BadArgument{"index --polytype 2 --coef 1,nan --wave 500", "--coef: \"nan\""},
-        BadArgument{"melt --parent-source S --parent P --code C --sheet 1,2,3,4,5,6,7,8,-inf",
-                    "--sheet: \"-inf\" is no finite number"},
         // polynomial types
         BadArgument{"index --polytype 5 --coef 2.25 --wave 500",
                     "--polytype: \"5\" is no "
                     "dispersion form"},
-        BadArgument{"fit {dir}/two.glz --polytype 9", "--polytype"},
         BadArgument{"fit {dir}/two.glz --polytype 7", "--polytype"},
         BadArgument{"fit {dir}/two.glz", ""},
         // missing parts
@@ -79,30 +73,19 @@ INSTANTIATE_TEST_SUITE_P(
         BadArgument{"melt --parent-source S --parent P --code m1 --sheet 1,2", ""},
         BadArgument{"compare 1 --out {dir}/c.csv", ""},
         BadArgument{"map --out {dir}/a.txt", "The map is written as FILE.svg or FILE.png\n"},
-        // wavelengths and widths
+        // numbers out of range
         BadArgument{"index --polytype 1 --coef 2.25 --wave -500", "--wave: -500 is refused"},
-        BadArgument{"index --polytype 1 --coef 2.25 --wave nan", "--wave: \"nan\""},
-        BadArgument{"transtable {dir}/empty.csv --width -2", "--width: -2 is refused"},
-        BadArgument{"transtable {dir}/empty.csv --width nan", "--width: \"nan\""},
         // folders given as files
-        BadArgument{"transtable {dir}/folder", "FILE: "},
         BadArgument{"fit {dir}/folder --polytype 2", "is a folder, not a file"},
-        BadArgument{"import {dir}/folder --type glz", "is a folder, not a file"},
         BadArgument{"export {dir}/folder --all", "OUT: "},
-        BadArgument{"melt --parent-source S --parent P --code C --pairs {dir}/folder", "--pairs: "},
-        BadArgument{"demo {dir}/demo --catalogue {dir}/folder", "--catalogue: "},
         // ranges and positions
         BadArgument{"import {dir}/two.glz --add 5 3", "The range is reversed: 5 to 3"},
         BadArgument{"import {dir}/two.glz --add 0 1", "The range must start at 1"},
         BadArgument{"import {data}/sample.glc {data}/sample.gla --add 1 1", ""},
         BadArgument{"import {data}/sample.glc --add 2 5",
                     "No staged materials 2 to 5 in an import of 2"},
-        BadArgument{"export {dir}/out.glz 3 2", "The range is reversed: 3 to 2"},
         BadArgument{"export {dir}/out.glz 2 4", "No materials 2 to 4 in a list of 3"},
-        BadArgument{"update 2 1", "The range is reversed: 2 to 1"},
-        BadArgument{"update 1 7", "No materials 1 to 7 in a list of 3"},
-        BadArgument{"show 0 --json", ""}, BadArgument{"delete 9", ""}, BadArgument{"delete x", ""},
-        BadArgument{"db archive 3 x", "ID: \"x\" is no GlassID"},
+        BadArgument{"show 0 --json", ""}, BadArgument{"delete x", ""},
         BadArgument{"db restore 2.5", "ID: \"2.5\" is no GlassID"},
         // a demonstration catalogue without a glass
         BadArgument{"demo {dir}/demo --catalogue {dir}/empty.csv",
@@ -110,10 +93,6 @@ INSTANTIATE_TEST_SUITE_P(
         // names and sources that the files cannot hold as typed
         BadArgument{"duplicate 1 ''", "NEWNAME: a name or source cannot be blank"},
         BadArgument{"duplicate 1 'Ωmega'", "Character 1, \"Ω\" (U+03A9), is not one of"},
-        BadArgument{"import {dir}/two.glz --rename-source '中文玻璃'", "--rename-source: "},
-        BadArgument{"duplicate 1 123456789012345678901234567890123456",
-                    "It has 36 characters, 6 more than the 30"},
-        BadArgument{"duplicate 1 \"$(printf 'A\\tB')\"", "control character (tab)"},
         // refusals of the work itself
         BadArgument{"duplicate 1 c", "", 1},  // C - S is in the list
         BadArgument{"transtable {dir}/none.csv", "Cannot read {dir}/none.csv\n", 1},

@@ -44,6 +44,11 @@ struct State {
     std::string content;  // the database without the row numbers it gives out
 };
 
+const std::pair<const char*, std::string State::*> kParts[] = {{"list", &State::list},
+                                                               {"Lumbrak file", &State::lumbrak},
+                                                               {"Sextane file", &State::sextane},
+                                                               {"database", &State::database}};
+
 class KillCli : public ::testing::Test {
   protected:
     void SetUp() override {
@@ -109,8 +114,9 @@ class KillCli : public ::testing::Test {
         const State before = Now();
         ASSERT_EQ(Run(joined).status, 0);
         const State after = Now();
-        ASSERT_FALSE(before.list == after.list && before.lumbrak == after.lumbrak &&
-                     before.sextane == after.sextane && before.database == after.database);
+        ASSERT_TRUE(std::any_of(std::begin(kParts), std::end(kParts), [&](const auto& p) {
+            return before.*p.second != after.*p.second;
+        }));
         int kills = 0;
         for (int k = 1;; ++k) {
             ASSERT_LT(k, 400) << "the command never ran to its end";
@@ -118,15 +124,10 @@ class KillCli : public ::testing::Test {
             if (!RunKilledAt(joined, k)) break;
             ++kills;
             const State s = Now();
-            const auto oldOrNew = [](const std::string& was, const std::string& is,
-                                     const std::string& now) { return now == was || now == is; };
-            EXPECT_TRUE(oldOrNew(before.list, after.list, s.list)) << "list, killed at " << k;
-            EXPECT_TRUE(oldOrNew(before.lumbrak, after.lumbrak, s.lumbrak))
-                << "Lumbrak file, killed at " << k;
-            EXPECT_TRUE(oldOrNew(before.sextane, after.sextane, s.sextane))
-                << "Sextane file, killed at " << k;
-            EXPECT_TRUE(oldOrNew(before.database, after.database, s.database))
-                << "database, killed at " << k;
+            for (const auto& [what, part] : kParts) {
+                EXPECT_TRUE(s.*part == before.*part || s.*part == after.*part)
+                    << what << ", killed at " << k;
+            }
             // The command run again finishes the work.
             Run(joined);
             const State again = Now();
@@ -143,24 +144,11 @@ class KillCli : public ::testing::Test {
     fs::path work = dir / "work";
 };
 
-TEST_F(KillCli, NamesTravelUnchangedThroughListFilesAndDatabase) {
+// The list and the files hold names as fixed fields; the database is where a name could
+// break a statement.
+TEST_F(KillCli, NamesTravelUnchangedIntoTheDatabase) {
     WriteFileBytes(work / kCustomFileName, ListImage(1.03961212));
     ASSERT_EQ(Run("update --all").status, 0);
-    std::string listed, stored;
-    for (size_t i = 0; i < kNames.size(); ++i) {
-        listed += std::to_string(i + 1) + "\t" + kNames[i].first + "\t" + kNames[i].second + "\n";
-        stored += kNames[i].first + "/" + kNames[i].second + "\n";
-    }
-    EXPECT_EQ(Run("list").out, listed);
-    for (const char* program : {"Lumbrak", "Sextane"}) {
-        std::vector<MaterialRecord> records;
-        FileError error;
-        ASSERT_TRUE(ReadExternalFile(Folder(program), records, error)) << error.message;
-        std::string got;
-        for (const auto& r : records)
-            got += r.General.GlassName.Text() + "/" + r.General.Source.Text() + "\n";
-        EXPECT_EQ(got, stored) << program;
-    }
     const std::string db = Run("db list").out;
     EXPECT_EQ(std::count(db.begin(), db.end(), '\n'), 39 + 5);  // the demo's glasses stay
     for (const auto& [name, source] : kNames) {

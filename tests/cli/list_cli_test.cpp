@@ -30,22 +30,11 @@ class ListCli : public ::testing::Test {
     TempDir dir;
 };
 
-// Every field of `want` is in `got` with that value, objects field by field.
-void ExpectFields(const nlohmann::json& got, const std::string& want) {
-    const auto fields = nlohmann::json::parse(want);
-    for (const auto& [key, value] : fields.items()) {
-        if (value.is_object()) {
-            ExpectFields(got.at(key), value.dump());
-        } else {
-            EXPECT_EQ(got.at(key), value) << key;
-        }
-    }
-}
-
 TEST_F(ListCli, ShowGivesEveryFieldByName) {
     auto j = nlohmann::json::parse(RunOk(dir, "show 2 --json").out);
-    ExpectFields(j, R"({"GlassName": "MELT *M1", "Density": 2.51, "TT6": "",
-        "GeneralState": {"Ready": -1}, "ThermalState": {"Ready": -1}})");
+    EXPECT_EQ(std::tuple(j["GlassName"], j["Density"], j["TT6"], j["GeneralState"]["Ready"],
+                         j["ThermalState"]["Ready"]),
+              std::tuple("MELT *M1", 2.51, "", -1, -1));
     EXPECT_EQ(j["PolyCoef"].size(), 14u);
     EXPECT_EQ(j["TransTable"].size(), 41u);
     EXPECT_EQ(j["IndexWave"].size(), 150u);
@@ -72,8 +61,7 @@ TEST_F(ListCli, DeleteAndDuplicate) {
          {"=No copy was made: new - S is already in the list of catalog materials, and cannot "
           "be overwritten!\n"}},
         {"duplicate 1 'A copy'", 0},
-        {"list", 0, {"=1\tA\tS\n2\tA copy\tS\n3\tMELT *M1\tLAB\n4\tC\tS\n"}},
-        {"delete 1", 0},
+        {"delete 1", 0},  // the copy went behind its original
         {"list", 0, {"=1\tA copy\tS\n2\tMELT *M1\tLAB\n3\tC\tS\n"}},
     };
     for (size_t i = 0; i < std::size(rows); ++i) {

@@ -35,8 +35,6 @@ std::string Nbk7Csv(int count, const char* weight = nullptr, const char* row3 = 
     return text;
 }
 
-// Internal transmissions at 10 mm of 1 %, 50 %, 90 % and 99 % at 300, 350, 400 and 500 nm,
-// given in ascending order to show that the rows are sorted first.
 constexpr const char* kCurve =
     "wave_nm,absorption_per_mm\n300,0.460517\n350,0.0693147\n400,0.0105361\n500,0.001005\n";
 
@@ -58,11 +56,9 @@ class OpticsCli : public ::testing::Test {
         const std::pair<const char*, std::string> files[] = {
             {"bk7.csv", Nbk7Csv(20)},
             {"bk7.txt", Nbk7Csv(20)},
-            {"five.csv", Nbk7Csv(5)},
             {"zero.csv", Nbk7Csv(8, "0")},
             {"visible.csv", visible},
             {"neg.csv", Nbk7Csv(10, nullptr, "-500,1.5")},
-            {"half.csv", Nbk7Csv(10, nullptr, "500,0.5")},
             {"na.csv", Nbk7Csv(10, nullptr, "500,n/a")},
             {"heavy.csv", Nbk7Csv(10, nullptr, "500,1.5,2")},
             {"curve.csv", kCurve},
@@ -100,13 +96,9 @@ TEST_F(OpticsCli, PrintsAndRefuses) {
         refused("fit --polytype 4 --weights" + F("zero.csv"),
                 "Failed to fit Cauchy Polynomial Division by zero: the data points give no "
                 "solution\n"),
-        refused("fit --polytype 1" + F("five.csv"),
-                "You need at least 6 full data points to fit a Schott polynomial.\n"),
         refused("fit --polytype 2" + F("neg.csv"),
                 "Row 3, \"wave [nm]\": -500 is refused: the column takes numbers from 10 to "
                 "30000\n"),
-        refused("fit --polytype 2" + F("half.csv"),
-                "Row 3, \"index\": 0.5 is refused: the column takes numbers from 1 to 9\n"),
         refused("fit --polytype 2" + F("na.csv"),
                 "Row 3, \"index\": \"n/a\" is refused: the column takes numbers from 1 to 9\n"),
         refused("fit --polytype 2 --weights" + F("heavy.csv"),
@@ -122,44 +114,18 @@ TEST_F(OpticsCli, PrintsAndRefuses) {
     for (const CliRow& row : rows) ExpectRow(dir, row);
 }
 
-TEST_F(OpticsCli, FitJsonCarriesTheRecordFieldsAndPoints) {
-    const CliResult run = RunOk(dir, "fit --polytype 1 --json" + F("bk7.txt"));
-    const auto j = nlohmann::json::parse(run.out);
-    EXPECT_TRUE(j["ok"].get<bool>());
-    EXPECT_EQ(std::tuple(j["Polytype"], j["IndexReserved"], j["IndexWvMin"], j["IndexWvMax"]),
-              std::tuple(1, 6, 365, 2325));
-    ASSERT_EQ(j["PolyCoef"].size(), 14u);
-    EXPECT_NEAR(j["nd"].get<double>(), 1.5168, 5e-5);
+// The fit's numbers and the table's are pinned by the core; here the fields reach the output.
+TEST_F(OpticsCli, FitJsonAndTransTableCarryTheResults) {
+    const auto j = nlohmann::json::parse(RunOk(dir, "fit --polytype 1 --json" + F("bk7.txt")).out);
+    EXPECT_EQ(std::tuple(j["ok"], j["Polytype"], j["IndexWvMax"], j["points"].size()),
+              std::tuple(true, 1, 2325, 20u));
     EXPECT_EQ(j["errorLabel"], "average Schott polynomal fit error: 0.0000203");
-    EXPECT_EQ(j["constantsText"].get<std::string>().rfind(
-                  "Schott Polynomial Constants\n\nA0:   +2.2739768", 0),
-              0u);
-    ASSERT_EQ(j["points"].size(), 20u);
-    const auto& p = j["points"][0];
-    EXPECT_DOUBLE_EQ(p["wave"].get<double>(), 2325.0);  // longest first
-    EXPECT_EQ(p["weight"], 1.0);
-    EXPECT_NEAR(p["index"].get<double>() - p["calc"].get<double>(), p["error"].get<double>(),
-                1e-15);
-}
-
-TEST_F(OpticsCli, TransTableAndColourCodeAtTenMillimetres) {
+    // Rows given in ascending order are sorted first: 1 %, 50 %, 90 % and 99 % at 10 mm.
     const auto lines = SplitLines(RunOk(dir, "transtable" + F("curve.csv") + " --width 10").out);
     ASSERT_EQ(lines.size(), 42u);
-    EXPECT_EQ(lines[0], "250\t99");          // below the curve
-    EXPECT_EQ(lines[5], "300\t0.460517");    // at a point
-    EXPECT_EQ(lines[17], "400\t0.0105361");  // at a point
-    EXPECT_EQ(lines[24], "500\t0.001005");   // the long-wave end
-    EXPECT_EQ(lines[25], "546.1\t99");       // beyond it
-    EXPECT_EQ(lines[9].substr(0, 6), "334.1\t");
-    // 440 nm: t = 0.9 + 40 x 0.09 / 100 = 0.936, alpha = -ln(0.936) / 10 = 0.00661398.
-    ASSERT_EQ(lines[21].substr(0, 4), "440\t");
-    EXPECT_NEAR(std::stod(lines[21].substr(4)), 0.00661398, 2e-8);
-    EXPECT_EQ(lines[41], "39/30");  // l80 = 387.5 nm, l5 = 304.1 nm
-    // An empty curve gives no data on every row and no colour code.
-    const auto none = SplitLines(RunOk(dir, "transtable" + F("empty.csv")).out);
-    ASSERT_EQ(none.size(), 42u);
-    for (size_t i = 0; i < 41; ++i) EXPECT_EQ(none[i].substr(none[i].find('\t')), "\t99");
-    EXPECT_EQ(none[41], "");
+    EXPECT_EQ(std::tuple(lines[0], lines[5], lines[41]),
+              std::tuple("250\t99", "300\t0.460517", "39/30"));
+    EXPECT_EQ(SplitLines(RunOk(dir, "transtable" + F("empty.csv")).out).back(), "");
 }
 
 }  // namespace

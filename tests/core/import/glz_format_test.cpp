@@ -87,24 +87,18 @@ TEST(GlzWriter, BlockLineByLine) {
 
 // TransPoints against the rows written: the rows that hold data, and TransPoints left as it
 // is in the list (150 stands for the padding of older versions behind two real rows).
-class GlzTransRows : public ::testing::TestWithParam<std::pair<int, int>> {};
-
-TEST_P(GlzTransRows, WrittenRowCount) {
-    auto [points, written] = GetParam();
-    std::vector<MaterialRecord> list{Sample()};
-    list[0].Measured.TransPoints = static_cast<int16_t>(points);
-    const std::string image = GlzFileImage(list, 1, 1, 0);
-    const auto lines = SplitTextLines(image);
-    const auto at =
-        static_cast<size_t>(std::find(lines.begin(), lines.end(), kGlzTrans) - lines.begin());
-    EXPECT_EQ(lines[at + 1].substr(0, lines[at + 1].find(',')), std::to_string(written));
-    EXPECT_EQ(lines[at + 2 + static_cast<size_t>(written)], kGlzRefIndex);
-    EXPECT_EQ(list[0].Measured.TransPoints, points);
+TEST(GlzWriter, WrittenTransmissionRowCount) {
+    for (const auto& [points, written] : {std::pair{2, 2}, {1, 1}, {150, 2}, {0, 0}}) {
+        std::vector<MaterialRecord> list{Sample()};
+        list[0].Measured.TransPoints = static_cast<int16_t>(points);
+        const auto lines = SplitTextLines(GlzFileImage(list, 1, 1, 0));
+        const auto at =
+            static_cast<size_t>(std::find(lines.begin(), lines.end(), kGlzTrans) - lines.begin());
+        EXPECT_EQ(lines[at + 1].substr(0, lines[at + 1].find(',')), std::to_string(written));
+        EXPECT_EQ(lines[at + 2 + static_cast<size_t>(written)], kGlzRefIndex);
+        EXPECT_EQ(list[0].Measured.TransPoints, points);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(RealRows, GlzTransRows,
-                         ::testing::Values(std::pair{2, 2}, std::pair{1, 1}, std::pair{150, 2},
-                                           std::pair{0, 0}));
 
 struct GlzRead {
     std::vector<MaterialRecord> recs;
@@ -234,31 +228,24 @@ auto GlzCarried(const MaterialRecord& r) {
                     melt.MeltTransPoints, melt.MeltTransPair, melt.MeltTransThird);
 }
 
-TEST(GlzRoundTrip, EveryCarriedFieldComesBack) {
+// A list of what the catalogues never hold: more transmission rows than the short tables
+// take, a melt and a name outside ASCII.
+std::vector<MaterialRecord> UnusualList() {
     std::vector<MaterialRecord> list{Sample(), Sample(), Sample()};
     list[1].General.GlassName.Set("Second");
-    list[1].Measured.TransPoints = 44;  // more rows than the short tables hold
+    list[1].Measured.TransPoints = 44;
     for (int i = 0; i < 44; ++i) list[1].Measured.TransWave[static_cast<size_t>(i)] = 2000.0f - i;
+    auto& melt = list[2].Melt;
     list[2].General.GlassName.Set("Melt é");
-    list[2].Melt.MeltFlag = -1;
-    list[2].Melt.MeltParentName.Set("N-BK7");
-    list[2].Melt.MeltCode.Set("123");
-    list[2].Melt.MeltIndexPoints = 1;
-    list[2].Melt.MeltIndexWave[0] = 587.56f;
-    list[2].Melt.MeltIndexValue[0] = 1.51678123456789;
-    list[2].Melt.MeltTransPoints = 1;
-    list[2].Melt.MeltTransPair[1][0] = 0.123456789012345;
-    TempDir dir;
-    FileError error;
-    ASSERT_TRUE(WriteGlzFile(dir.path().string(), "all.glz", list, 1, 3, 46000, error));
-    const GlzRead r = ReadGlz(ReadFileBytes(dir / "all.glz"));
-    ASSERT_EQ(r.ok, -1);
-    ASSERT_EQ(r.count, 3);
-    EXPECT_TRUE(r.dialogs.boxes.empty());
-    for (size_t i = 0; i < 3; ++i) {
-        SCOPED_TRACE(list[i].General.GlassName.Text());
-        EXPECT_EQ(GlzCarried(list[i]), GlzCarried(r.recs[i]));
-    }
+    melt.MeltFlag = -1;
+    melt.MeltParentName.Set("N-BK7");
+    melt.MeltCode.Set("123");
+    melt.MeltIndexPoints = 1;
+    melt.MeltIndexWave[0] = 587.56f;
+    melt.MeltIndexValue[0] = 1.51678123456789;
+    melt.MeltTransPoints = 1;
+    melt.MeltTransPair[1][0] = 0.123456789012345;
+    return list;
 }
 
 // What a GLZ reader rebuilds from the carried fields: the short tables, the resampled table,
@@ -271,35 +258,36 @@ auto GlzRebuilt(const MaterialRecord& r) {
 }
 
 // Whole catalogues through the program: import, add to the list, back up, import the
-// backup. Every glass comes back as the list holds it, in what the format carries and in
-// what is rebuilt from that; hoya.glc has glasses of up to 44 transmission rows.
-TEST_F(ImportForm, RealCataloguesComeBackFromABackupAsTheListHoldsThem) {
-    const struct {
-        const char* file;
-        int type;
-    } catalogues[] = {{"agf/2020/SCHOTT.AGF", frm4Import::kAGF},
-                      {"agf/2020/INFRARED.AGF", frm4Import::kAGF},
-                      {"glc/hoya.glc", frm4Import::kGLC},
-                      {"glc/obsolete002.glc", frm4Import::kGLC}};
-    for (const auto& c : catalogues) {
-        SCOPED_TRACE(c.file);
-        if (!std::filesystem::exists(kShared / c.file)) GTEST_SKIP() << "no catalogue data";
-        list.ReplaceList({});
-        ASSERT_TRUE(form.ImportFile(Shared(c.file), c.type));
-        ASSERT_TRUE(form.AddRange(1, form.ImportCount()));
-        std::vector<MaterialRecord> held = list.CopyListOut();
-        ASSERT_GT(held.size(), 0u);
+// backup. Every glass comes back as the list holds it, in what the format carries and, for
+// the catalogues, in what is rebuilt from that; hoya.glc has glasses of up to 44 rows.
+TEST_F(ImportForm, ListsComeBackFromABackupAsTheListHoldsThem) {
+    for (const char* file : {"", "agf/2020/SCHOTT.AGF", "agf/2020/INFRARED.AGF", "glc/hoya.glc",
+                             "glc/obsolete002.glc"}) {
+        SCOPED_TRACE(file);
+        std::vector<MaterialRecord> held = UnusualList();
+        if (*file) {
+            ASSERT_TRUE(std::filesystem::exists(kShared / file)) << "no catalogue data";
+            list.ReplaceList({});
+            ASSERT_TRUE(form.ImportFile(Shared(file), frm4Import::FileTypeOf(file, 0)));
+            ASSERT_TRUE(form.AddRange(1, form.ImportCount()));
+            held = list.CopyListOut();
+        }
         std::vector<MaterialRecord> written = held;
         FileError error;
         const int last = static_cast<int>(written.size());
         ASSERT_TRUE(WriteGlzFile(dir.path().string(), "all.glz", written, 1, last, 46000, error));
+        if (!*file) held = written;  // with the name trimmed and the status set as written
+        dialogs.boxes.clear();
         ASSERT_TRUE(form.ImportFile((dir / "all.glz").string(), frm4Import::kGLZ));
+        EXPECT_TRUE(dialogs.boxes.empty());
         const auto& back = form.ImportList();
         ASSERT_EQ(back.size(), held.size());
         for (size_t i = 0; i < held.size(); ++i) {
             SCOPED_TRACE(held[i].General.GlassName.Text());
             ASSERT_EQ(GlzCarried(back[i]), GlzCarried(held[i]));
-            ASSERT_EQ(GlzRebuilt(back[i]), GlzRebuilt(held[i]));
+            if (*file) {
+                ASSERT_EQ(GlzRebuilt(back[i]), GlzRebuilt(held[i]));
+            }
         }
     }
 }

@@ -137,7 +137,6 @@ TEST_F(ImportForm, FailedReadMessagesSayWhereAndWhy) {
          "Harvenz Photonics - Ostrel  - text file V2\r\n#-- Material Data Start --\r\n"
          "#     -- General --\r\n\"X\",\"S\"\r\n2,3x0,2500,3.5\r\n",
          frm4Import::kGLZ, failed, "Line 5: \"3x0\" is no number."},
-        {"missing.agf", "", frm4Import::kAGF, failed, ""},
         {"empty.glc", "", frm4Import::kGLC, failed, "The file is empty."},
         {"missing.gla", "", frm4Import::kGLA, none, ""},
         {"bad.gla", "\"Z\",8,\"S\",0,0\r\n0,x\r\n", frm4Import::kGLA, none,
@@ -267,8 +266,7 @@ TEST(ImportFileType, FollowsTheExtensionInAnyCase) {
                                                        {"a.gls", 1, frm4Import::kGLS},
                                                        {"a.GLA", 5, frm4Import::kGLA},
                                                        {"a.glz", 5, frm4Import::kGLZ},
-                                                       {"a.txt", 3, 3},
-                                                       {"AGF", 2, 2}};
+                                                       {"AGF", 3, 3}};
     for (const auto& [file, before, type] : cases) {
         EXPECT_EQ(frm4Import::FileTypeOf(file, before), type) << file;
     }
