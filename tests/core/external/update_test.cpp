@@ -356,7 +356,6 @@ TEST_F(UpdateTest, RemovalAsksFirstNamingWhatGoes) {
     const Case cases[] = {
         {0, {}, MsgAnswer::Yes, "", "", {-1}, 3},
         {0, {1}, MsgAnswer::No, one, "", {-1}, 3},
-        {1, {0, 2}, MsgAnswer::No, two, "", {-1}, 3},
         {0, {1}, MsgAnswer::Yes, one, "Lumbrak3D: 1 removed.", {0, 2}, 3},
         {1, {0, 2}, MsgAnswer::Yes, two, "KelmoraTD: 2 removed.", {0, 2}, 1},
         {0,

@@ -202,7 +202,7 @@ TEST_F(GlassesListTest, OlderFilesAreConvertedIntoTheCurrentLayout) {
     constexpr size_t kDropped = 0;
     struct Value {
         size_t from, to;
-        std::string old, now;  // now: "" for the old bytes
+        std::string old, now{};  // now: "" for the old bytes
     };
     const struct {
         const char* file;
@@ -404,39 +404,23 @@ TEST_F(GlassesListTest, ReadListedMaterialAgreesWithTheLoadedListAtEveryPosition
 
 // --- the list window ---
 
-class FrmGlassesListTest : public ListFixture {
-  protected:
-    void SetUp() override {
-        Fresh();
-        MaterialRecord melt = MakeRecord("BK7 melt 12", "Schott");
-        melt.Melt.MeltFlag = kTrue;
-        list->ListAdd(MakeRecord("BK7", "Schott"), false);
-        list->ListAdd(melt, false);
-        list->ListAdd(MakeRecord("CaF2", "Crystran"), false);
-    }
-    frmGlassesList& Shown() {
-        form = std::make_unique<frmGlassesList>(
-            *list, frmGlassesList::Hooks{[this] { return currentForm; },
-                                         [this](int index, const std::string& label) {
-                                             prepared.emplace_back(index, label);
-                                         },
-                                         [this](int index, const std::string& label) {
-                                             preparedMelt.emplace_back(index, label);
-                                         },
-                                         [this](const std::string& t) { notes.push_back(t); }});
-        form->Display();
-        return *form;
-    }
+// Melt rows are yellow; the popup is prepared only with no form open, on a row of a usable
+// name, with the melt menu for a melt.
+TEST_F(ListFixture, ListWindowShowsTheListAndPreparesThePopupOnAUsableRow) {
+    MaterialRecord melt = MakeRecord("BK7 melt 12", "Schott");
+    melt.Melt.MeltFlag = kTrue;
+    GlassesList& l = Fresh();
+    for (const auto& r : {MakeRecord("BK7", "Schott"), melt, MakeRecord("CaF2", "Crystran")})
+        l.ListAdd(r, false);
     int currentForm = 0;
     std::vector<std::pair<int, std::string>> prepared, preparedMelt;
     std::vector<std::string> notes;
-    std::unique_ptr<frmGlassesList> form;
-};
-
-// Melt rows are yellow; the popup is prepared only with no form open, on a row of a usable
-// name, with the melt menu for a melt.
-TEST_F(FrmGlassesListTest, ShowsTheListAndPreparesThePopupOnAUsableRow) {
-    frmGlassesList& f = Shown();
+    auto into = [](auto& to) {
+        return [&to](int index, const std::string& label) { to.emplace_back(index, label); };
+    };
+    frmGlassesList f(l, {[&] { return currentForm; }, into(prepared), into(preparedMelt),
+                         [&](const std::string& t) { notes.push_back(t); }});
+    f.Display();
     const Grid& g = f.ssGlassesList;
     ASSERT_EQ(g.MaxRows(), 3);
     EXPECT_EQ(std::tuple(g.Column(1).title, g.Column(2).title), std::tuple("Material", "Source"));
@@ -458,7 +442,7 @@ TEST_F(FrmGlassesListTest, ShowsTheListAndPreparesThePopupOnAUsableRow) {
     EXPECT_FALSE(f.ssGlassesListRightClick(2));
     EXPECT_EQ(prepared.size() + preparedMelt.size(), 2u);
 
-    ASSERT_TRUE(list->CommitList({MakeRecord("F2", "Schott")}));  // refreshes the form itself
+    ASSERT_TRUE(l.CommitList({MakeRecord("F2", "Schott")}));  // refreshes the form itself
     ASSERT_EQ(g.MaxRows(), 1);
     EXPECT_EQ(g.RowColour(1), kWhite) << "colours follow the new rows";
 }
