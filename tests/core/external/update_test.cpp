@@ -418,7 +418,6 @@ TEST_F(UpdateTest, TheChoiceStaysOnTheSameGlassesAfterAMove) {
     };
     const Step steps[] = {
         {true, {}, 1, "234", "1", "", "KelmoraTD: 1 archived."},
-        {true, {}, 1, "234", "1", "", "KelmoraTD: nothing changed."},
         {true, {1, 1, 5, 3}, 0, "23", "14", "23", "KelmoraTD: 1 archived."},
         {false, {}, 2, "234", "1", "23", "KelmoraTD: 1 restored."},
         {false, {}, 2, "234", "1", "23", "KelmoraTD: nothing changed."},
