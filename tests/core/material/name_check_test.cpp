@@ -25,11 +25,8 @@ TEST(NameRefusal, KeptAsTypedOrRefusedWithTheReason) {
         {"ééééééééééééééééééééééééééééé€", ""},  // 30 characters in 59 bytes
         // quotes, semicolons, percent signs and SQL words are text like any other
         {"O'Hara \"K5\"", ""},
-        {"A;B;C", ""},
-        {"100% SiO2 _", ""},
-        {"'; DROP TABLE GlassData;--", ""},
+        {"'; DROP TABLE GlassData;--%_", ""},
         {"Ωmega", "Character 1, \"Ω\" (U+03A9)" + cp},
-        {"中文玻璃", "Character 1, \"中\" (U+4E2D)" + cp},
         {"BK7 😀", "Character 5, \"😀\" (U+1F600)" + cp},
         {"123456789012345678901234567890123456",
          "It has 36 characters, 6 more than the 30 a name or source can hold"},
