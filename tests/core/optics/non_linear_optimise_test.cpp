@@ -67,18 +67,5 @@ TEST(GaussJordan, SingularAndFailedEliminationAreReportedUnlessSilent) {
     }
 }
 
-TEST(SellmeierModel, ValueAndDerivatives) {
-    // Two terms: a = (B1, B2, C1, C2); at x = 2: 1*2/(2-1) + 0.5*2/(2-0) = 2.5
-    std::vector<double> a = {0, 1.0, 0.5, 1.0, 0.0};
-    std::vector<float> dyda(5);
-    float y = 0;
-    SellmeierModel(2.0f, a, y, dyda, 4);
-    EXPECT_FLOAT_EQ(y, 2.5f);
-    EXPECT_FLOAT_EQ(dyda[1], 2.0f);  // x / (x - C1)
-    EXPECT_FLOAT_EQ(dyda[2], 1.0f);
-    EXPECT_FLOAT_EQ(dyda[3], 2.0f);  // B1 x / (x - C1)^2
-    EXPECT_FLOAT_EQ(dyda[4], 0.25f);
-}
-
 }  // namespace
 }  // namespace ostrel
