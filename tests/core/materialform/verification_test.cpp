@@ -72,7 +72,7 @@ TEST(CheckGlassesReady, ReportsEveryGlassNotReadyInTheRangeInOneBox) {
 }
 
 // An unknown status code reads "A"; the field keeps its four bytes.
-TEST(NormaliseRecord, Status) {
+TEST(NormaliseRecord, StatusAndGlassCode) {
     const std::pair<const char*, const char*> codes[] = {{"e  ", "e   "}, {" R", " R  "},
                                                          {"A", "A   "},   {"0", "0   "},
                                                          {"X", "A   "},   {"AE", "A   "}};
@@ -82,9 +82,7 @@ TEST(NormaliseRecord, Status) {
         NormaliseRecord(rec);
         EXPECT_EQ(rec.Other.Status.Untrimmed(), after) << stored;
     }
-}
-
-TEST(NormaliseRecord, GlassCodeFollowsTheIndexSection) {
+    // The glass code follows the index section when it is ready.
     MaterialRecord rec = ClearedMaterialRecord();
     rec.General.Polytype = 1;  // Schott with n^2 = 2.25 at every wavelength
     rec.General.PolyCoef[0] = 2.25;
