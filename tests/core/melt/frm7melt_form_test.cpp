@@ -205,7 +205,6 @@ TEST_F(MeltFixture, UnsavedWorkIsOfferedForSavingOnClose) {
     const std::tuple<const char*, bool, MsgAnswer, bool, int> cases[] = {
         {"m1", true, MsgAnswer::No, true, 0},
         {"m1", true, MsgAnswer::Cancel, false, 0},
-        {"m1", false, MsgAnswer::Yes, false, 0},
         // Fitted but without a code: the save button is off, nothing is saved.
         {"", true, MsgAnswer::Yes, false, 0},
         {"m1", true, MsgAnswer::Yes, true, 1}};
