@@ -110,7 +110,7 @@ TEST(NormalLine, ThroughK7AndF2OfTheCatalogue) {
     }
 }
 
-TEST(GlassMapDatabase, LeftOutGlassesAreCountedAndCustomRowsNotShownTwice) {
+TEST(GlassMapDatabase, LeftOutGlassesAreCountedAndCustomRowsNotShownTwiceOrTheListAlone) {
     testing::TempDir dir;
     DbError error;
     const auto db = CreateGlassDatabase((dir / "map.db").string(), error);
@@ -162,11 +162,9 @@ TEST(GlassMapDatabase, LeftOutGlassesAreCountedAndCustomRowsNotShownTwice) {
               "3 catalogue and 1 custom glasses shown; 4 left out without a valid nd or vd "
               "(3 catalogue, 1 custom); 2 without PgF");
     EXPECT_EQ(settings.GetSetting(kGlassMapSection, "View", ""), "PgF");
-}
 
-TEST(GlassMapForm, WithoutTheCatalogueProgramShowsTheCustomListAndSaysWhy) {
-    MemorySettingsStore settings;
-    frmGlassMap form(settings);
+    // Without the catalogue program the map shows the custom list and says why.
+    form.optViewClick(false);
     form.Load({Custom("MY1", "LAB", 1.55f, 55.0f)}, "", false);
     EXPECT_EQ(form.lblStatus.caption.get(),
               "0 catalogue and 1 custom glasses shown. KelmoraTD was not found: the map shows "
@@ -288,7 +286,7 @@ const PolyCoefBlock& kBK7 = testing::kNbk7Coef;
 const PolyCoefBlock kF2 = {1.34533359,    0.209073176,  0.937357162,
                            0.00997743871, 0.0470450767, 111.886764};
 
-TEST(CompareMaterials, CommonBandIndexDifferenceAndTransmission) {
+TEST(CompareMaterials, CommonBandIndexDifferenceAndTransmissionOrTheReasonNot) {
     CompareItem bk7 = Sellmeier("N-BK7", kBK7, 310, 2500);
     CompareItem f2 = Sellmeier("F2", kF2, 365, 1014);
     bk7.rec.TransTable[17] = 0.01f;  // 400 nm, per mm
@@ -312,17 +310,16 @@ TEST(CompareMaterials, CommonBandIndexDifferenceAndTransmission) {
     EXPECT_NE(csv.find("\n400,90.48,100.00\n"), std::string::npos);
     EXPECT_NE(csv.find("\n390,,\n"), std::string::npos) << "no data is a blank field";
     EXPECT_EQ(Count(CompareSvg(c, 900, 900), "class=\"curve\""), 2 + 2 + 2);
-}
 
-TEST(CompareMaterials, RefusedWithTheReason) {
-    const CompareItem bk7 = Sellmeier("N-BK7", kBK7, 310, 500);
-    const CompareItem f2 = Sellmeier("F2", kF2, 600, 1014);
+    // Refused with the reason.
+    const CompareItem shortBk7 = Sellmeier("N-BK7", kBK7, 310, 500);
+    const CompareItem longF2 = Sellmeier("F2", kF2, 600, 1014);
     CompareItem broken = Sellmeier("BAD", kF2, 310, 2500);
     broken.rec.General.Polytype = 99;
     const std::pair<std::vector<const CompareItem*>, const char*> cases[] = {
-        {{&bk7}, "Select two or more materials to compare."},
-        {{&bk7, &f2}, "The materials have no wavelength band of index data in common."},
-        {{&bk7, &broken}, "The index of BAD (S) cannot be computed at 310 nm."}};
+        {{&shortBk7}, "Select two or more materials to compare."},
+        {{&shortBk7, &longF2}, "The materials have no wavelength band of index data in common."},
+        {{&shortBk7, &broken}, "The index of BAD (S) cannot be computed at 310 nm."}};
     for (const auto& [items, expected] : cases) {
         CompareCurves curves;
         std::string message;

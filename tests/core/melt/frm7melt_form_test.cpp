@@ -12,7 +12,7 @@ namespace {
 // --- names ---
 
 // Parent, source and code; the name kept and the key of the list.
-TEST(MeltName, IsParentStarCodeCutTo30) {
+TEST(MeltName, IsParentStarCodeCutTo30AndCaptionJoinsTheParts) {
     const std::array<std::array<const char*, 5>, 4> cases = {{
         {"BK7", "Schott", "m1234", "BK7 *m1234", "BK7 *M1234 [SCHOTT]"},
         {"  N-BK7", "[own]", "m1", "N-BK7 *m1", "N-BK7 *M1 [OWN]"},
@@ -29,15 +29,13 @@ TEST(MeltName, IsParentStarCodeCutTo30) {
         EXPECT_EQ(BuildMeltName(rec), key);
         EXPECT_EQ(rec.General.GlassName.Text(), name);
     }
-}
-
-TEST(MeltCaption, JoinsSourceNameAndCodeOrAsksForAParent) {
-    const std::array<std::array<const char*, 4>, 3> cases = {{
+    // The caption joins source, name and code, or asks for a parent.
+    const std::array<std::array<const char*, 4>, 3> captions = {{
         {" Schott ", "  BK7", "m1234 ", "Schott  BK7 *m1234"},
         {"", "", "", "<- select a parent glass for the melt"},
         {"", "BK7", "m1", "  BK7 *m1"},
     }};
-    for (const auto& [source, name, code, caption] : cases)
+    for (const auto& [source, name, code, caption] : captions)
         EXPECT_EQ(MeltCaption(source, name, code), caption) << name;
 }
 
