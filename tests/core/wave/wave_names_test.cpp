@@ -25,7 +25,7 @@ TEST(WaveNames, TablesHaveTheirRowsInOrder) {
     EXPECT_EQ(trans[4], (WaveEntry{"1060.0", 1060.0f}));
 }
 
-TEST(WaveNames, StandardMarkLabelsByTheNearestTable) {
+TEST(WaveNames, StandardMarkNamesAndAlignedWaves) {
     const std::tuple<float, int16_t, const char*> cases[] = {{587.56f, -1, "d   |He]"},
                                                              {587.5f, 0, " * "},
                                                              {312.5663f, -1, ""},
@@ -36,9 +36,7 @@ TEST(WaveNames, StandardMarkLabelsByTheNearestTable) {
         EXPECT_EQ(StandardWaveMark(wave, mark), hit) << wave;
         EXPECT_EQ(mark, expected) << wave;
     }
-}
-
-TEST(WaveNames, NamesAndAlignedWaves) {
+    // Names and aligned waves.
     EXPECT_EQ(
         std::tuple(FormatWaveName({"e  |Hg", 546.074f}, true),
                    FormatWaveName({"e  |Hg", 546.074f}, false), FormatWaveName({"", 1.0f}, true)),
