@@ -25,7 +25,7 @@ MaterialRecord ReadyRecord(const char* name, const char* source,
     return rec;
 }
 
-TEST(CheckGlassReady, ReportLineAndStatusCell) {
+TEST(CheckGlassReady, ReportLineStatusCellAndOneBoxForARange) {
     const std::pair<ReadyFlags, const char*> cases[] = {
         {{true, true, true, true, true}, ""},
         {{true, true, true, true, false}, "Other"},
@@ -44,9 +44,8 @@ TEST(CheckGlassReady, ReportLineAndStatusCell) {
         EXPECT_EQ(cell.text, allReady ? "OK" : list);
         EXPECT_EQ(cell.colour, allReady ? ReadyColour::Green : ReadyColour::Red);
     }
-}
 
-TEST(CheckGlassesReady, ReportsEveryGlassNotReadyInTheRangeInOneBox) {
+    // Every glass not ready in a range is reported in one box.
     ScriptedDialogs dialogs;
     const std::vector<MaterialRecord> glasses{
         ReadyRecord("A1", "S1"), ReadyRecord("B2", "S2", {true, true, false, true, true}),

@@ -142,7 +142,8 @@ TEST_F(MeltFixture, SaveSortsTheListOffersOverwriteAndEditAndReviewOpenTheSavedM
     EXPECT_EQ(ownerStates, (std::vector<bool>{false, true}));
 
     form->DisplayReview(saved);
-    EXPECT_EQ(form->form.caption, "Melt glass: review");
+    EXPECT_EQ((Texts{form->form.caption, form->comAdd.caption}),
+              (Texts{"Melt glass: review", "&Save"}));
     EXPECT_EQ(Enabled({&form->comClear, &form->comWaveSelRefInd, &form->comClipPaste,
                        &form->comIndexFit, &form->comIndexSort, &form->comMeltSchott,
                        &form->comWaveBand, &form->comAdd, &form->lstWaveBand, &form->txtMeltCode}),

@@ -191,6 +191,7 @@ TEST_F(MeltFixture, TheParentMakesAStartingSheetThroughTheMeltMaker) {
     TypePair(12, "1000", "1.5");
     popMeltSchott::Hooks hooks;
     hooks.showModal = [](popMeltSchott& s) {
+        EXPECT_EQ(s.lblIndexCat[1].caption.get(), "1.516800");
         s.pctSchottClick();
         s.comOKClick();
     };
