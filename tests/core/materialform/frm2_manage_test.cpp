@@ -143,7 +143,8 @@ TEST_F(Frm2ManageTest, DuplicateInsertsBehindTheSelectedAndRefills) {
               std::vector<std::string>{"Enter NEW name for glass. [you will not be allowed to "
                                        "use an existing name/source combination]"});
     EXPECT_EQ(list->CustomList()[1].General.PolyCoef[0], 2.25);  // the rest is the original's
-    f.ForceUnload();                                             // drops the form's copy
+    // An unload drops the form's copy.
+    f.ForceUnload();
     EXPECT_TRUE(f.Copy().empty());
 }
 
