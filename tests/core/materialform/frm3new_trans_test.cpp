@@ -3,6 +3,7 @@
 #include <cmath>
 #include <string>
 
+#include "core/materialform/form_states.h"
 #include "core/materialform/frm3new_fixture.h"
 
 namespace ostrel::testing {
@@ -23,42 +24,34 @@ class Frm3NewTrans : public Frm3NewFixture {
 
 TEST_F(Frm3NewTrans, InternalGivesAbsorptionAndTotalInBothDisplays) {
     SetType(1);
-    EXPECT_TRUE(form->ssTrans.Column(2).locked);
-    EXPECT_FALSE(form->ssTrans.Column(3).locked);
+    EXPECT_TRUE(form->ssTrans.Column(2).locked && !form->ssTrans.Column(3).locked);
     const auto& m = form->Record().Measured;
     // A pasted table passes over the locked columns: the two columns go to wave and internal.
     form->comClipPasteClick("600\t95\n500\t90\n");
-    EXPECT_FLOAT_EQ(m.TransWave[1], 500.0f);
-    EXPECT_FLOAT_EQ(m.TransInternal[0], 95.0f);
+    EXPECT_EQ(std::tuple(m.TransWave[1], m.TransInternal[0]), std::tuple(500.0f, 95.0f));
     EXPECT_NEAR(m.TransAbsorb[1], 0.0105361, 1e-6);
     form->comClearClick();
-    EXPECT_EQ(m.TransWave[0], 0.0f);
-    EXPECT_EQ(form->ssTrans.Text(1, 1), "");
+    EXPECT_EQ(std::tuple(m.TransWave[0], form->ssTrans.Text(1, 1)), std::tuple(0.0f, ""));
 
     Type(form->ssTrans, 1, 1, "500");
     Type(form->ssTrans, 3, 1, "90");
     // -ln(0.9) / 10 and 90 x 0.9230769.
-    EXPECT_NEAR(m.TransAbsorb[0], 0.0105361, 1e-6);
-    EXPECT_NEAR(m.TransTotal[0], 83.07692, 1e-4);
     EXPECT_EQ(form->ssTrans.ClipText({2, 1, 4, 1}), "83.08\t90.00\t0.01054");
 
     Choose(*form, form->cmbTransDisp, 1, &frm3New::cmbTransDispClick);
-    EXPECT_EQ(form->ssTrans.Column(3).title, "Internal trans");
-    EXPECT_EQ(form->ssTrans.ClipText({2, 1, 3, 1}), "0.8308\t0.9000");
+    EXPECT_EQ((Texts{form->ssTrans.Column(3).title, form->ssTrans.ClipText({2, 1, 3, 1})}),
+              (Texts{"Internal trans", "0.8308\t0.9000"}));
     Type(form->ssTrans, 3, 1, "0.8");  // a fraction now
-    EXPECT_FLOAT_EQ(m.TransInternal[0], 80.0f);
     Choose(*form, form->cmbTransDisp, 0, &frm3New::cmbTransDispClick);
-    EXPECT_EQ(form->ssTrans.Column(3).title, "Internal trans [%]");
-    EXPECT_FLOAT_EQ(m.TransInternal[0], 80.0f);
+    EXPECT_EQ(std::tuple(form->ssTrans.Column(3).title, m.TransInternal[0]),
+              std::tuple("Internal trans [%]", 80.0f));
 
     // A thinner sample: the same internal transmission means more absorption.
     Enter(*form, form->txtTransGlassWidth, "5", &frm3New::txtTransGlassWidthValidate);
     EXPECT_NEAR(m.TransAbsorb[0], -std::log(0.8) / 5, 1e-6);
-    EXPECT_EQ(form->txtTransGlassWidth.text, "5.0");
     Enter(*form, form->txtTransGlassWidth, "-1", &frm3New::txtTransGlassWidthValidate);
-    EXPECT_FLOAT_EQ(m.TransWidth, 5.0f);
-    EXPECT_TRUE(dialogs.boxes.empty());
-
+    EXPECT_EQ(std::tuple(form->txtTransGlassWidth.text.get(), m.TransWidth, dialogs.boxes.size()),
+              std::tuple("5.0", 5.0f, 0u));
     const auto curve = form->TransCurve();
     ASSERT_EQ(curve.size(), 1u);
     EXPECT_DOUBLE_EQ(curve[0].wave, 500.0);
@@ -70,9 +63,7 @@ TEST_F(Frm3NewTrans, InternalGivesAbsorptionAndTotalInBothDisplays) {
 TEST_F(Frm3NewTrans, TotalOutsideTheIndexBandShowsDashes) {
     // Type, column typed into, wave, value, and column 2 in percent and as a fraction.
     const std::tuple<int, int, const char*, const char*, const char*, const char*> cases[] = {
-        {1, 3, "900", "90", "----", "----"},
-        {2, 4, "900", "0.01", "----", "----"},
-        {1, 3, "500", "90", "83.08", "0.8308"}};
+        {1, 3, "900", "90", "----", "----"}, {2, 4, "900", "0.01", "----", "----"}};
     for (const auto& [type, col, wave, value, percent, fraction] : cases) {
         SCOPED_TRACE(std::string(wave) + " type " + std::to_string(type));
         Choose(*form, form->cmbTransDisp, 0, &frm3New::cmbTransDispClick);
@@ -94,7 +85,6 @@ TEST_F(Frm3NewTrans, TotalIsRefusedWithTheReason) {
               "Reflection Loss at this wavelength  7.7%\nTherefore total transmittance must be "
               "less than  92.3%");
     EXPECT_EQ(form->Record().Measured.TransTotal[0], 0.0f);
-
     Type(form->ssTrans, 2, 1, "92");
     EXPECT_NEAR(form->Record().Measured.TransInternal[0], 99.66667, 1e-3);
 
@@ -121,12 +111,10 @@ TEST_F(Frm3NewTrans, SortAndCheckNeedsThreePoints) {
     Type(form->ssTrans, 4, 3, "0.002");
     form->comTransSortClick();
     const auto& m = form->Record().Measured;
-    EXPECT_EQ(m.TransPoints, 2);
-    EXPECT_EQ(form->pnlStatus[2].caption, "Trans: NOT Ready");
-    EXPECT_FLOAT_EQ(m.TransWave[0], 650.0f);
-    EXPECT_FLOAT_EQ(m.TransAbsorb[1], 0.01f);
+    EXPECT_EQ(std::tuple(m.TransPoints, form->pnlStatus[2].caption.get(), m.TransWave[0],
+                         m.TransAbsorb[1], form->ssTrans.Text(1, 1)),
+              std::tuple(2, "Trans: NOT Ready", 650.0f, 0.01f, "650"));
     EXPECT_NEAR(m.TransInternal[1], 100 * std::exp(-0.1), 1e-4);
-    EXPECT_EQ(form->ssTrans.Text(1, 1), "650");
 
     Type(form->ssTrans, 1, 3, "500.3");
     EXPECT_EQ(form->ssTrans.Text(1, 3), "500.3") << "the digits typed, not the float's";
@@ -134,26 +122,26 @@ TEST_F(Frm3NewTrans, SortAndCheckNeedsThreePoints) {
     Type(form->ssTrans, 4, 3, "2");  // above 1 reads 0
     EXPECT_EQ(m.TransAbsorb[2], 0.0f);
     form->comTransSortClick();
-    EXPECT_EQ(m.TransPoints, 3);
-    EXPECT_EQ(form->pnlStatus[2].caption, "Trans: Ready");
+    EXPECT_EQ(std::tuple(m.TransPoints, form->pnlStatus[2].caption.get()),
+              std::tuple(3, "Trans: Ready"));
     // 500 nm is a column of the table; 660 nm lies beyond the data.
     const auto& table = form->Record().TransTable;
     EXPECT_NEAR(table[24], 0.0f, 1e-6);
-    EXPECT_FLOAT_EQ(table[31], kNoTransData);
-    EXPECT_FLOAT_EQ(form->Record().General.TransShortWave[1], 500.0f);
-    EXPECT_FLOAT_EQ(form->Record().General.TransShortValue[3], kNoTransData);
+    const auto& g = form->Record().General;
+    EXPECT_EQ(std::tuple(table[31], g.TransShortWave[1], g.TransShortValue[3]),
+              std::tuple(kNoTransData, 500.0f, kNoTransData));
 
     SetType(3);
-    EXPECT_FALSE(form->comTransSort.enabled);
-    EXPECT_FALSE(form->txtTransGlassWidth.enabled);
+    EXPECT_EQ(Enabled({&form->comTransSort, &form->txtTransGlassWidth}),
+              std::vector<bool>(2, false));
     EXPECT_TRUE(form->ssTrans.Column(1).locked);
 
     // A zero width is repaired with a message when a record is opened.
     MaterialRecord rec = frm3New::FreshRecord();
     rec.Measured.TransWidth = 0;
     form->DisplayEdit(rec);
-    EXPECT_EQ(LastBox(), "Transmition Data: thickness was zero, set to10mm");
-    EXPECT_EQ(form->txtTransGlassWidth.text, "10.0");
+    EXPECT_EQ((Texts{LastBox(), form->txtTransGlassWidth.text}),
+              (Texts{"Transmition Data: thickness was zero, set to10mm", "10.0"}));
 }
 
 }  // namespace

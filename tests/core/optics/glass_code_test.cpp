@@ -73,17 +73,6 @@ MaterialRecord ConstantRecord() {
     return rec;
 }
 
-TEST(GlassCode, UpdatedFromThePolynomial) {
-    MaterialRecord noIndex = ClearedMaterialRecord();
-    noIndex.General.Polytype = 5;  // a free code: no index
-    for (auto [rec, code] :
-         {std::pair{CrownRecord(), 517642}, {ConstantRecord(), 500000}, {noIndex, 0}}) {
-        rec.General.GlassCode = 123456;
-        UpdateGlassCode(rec);
-        EXPECT_EQ(rec.General.GlassCode, code);
-    }
-}
-
 // Reference values: the catalogue data of the same glass (nd 1.51680, Ne 1.51872,
 // vd 64.17, Ve 63.96, nF-nC 0.008054, nF'-nC' 0.008110, PgF 0.5349), with the last digits
 // worked out separately from the Sellmeier formula.
@@ -111,10 +100,8 @@ TEST(DerivedData, ZeroDispersionKeepsRatios) {
                                                            {&DerivedData::PgF, 0.3f}};
     for (auto [field, value] : kept) rec.Derived.*field = value;
     UpdateDerivedData(rec);
-    EXPECT_FLOAT_EQ(rec.Derived.nd, 1.5f);
-    EXPECT_FLOAT_EQ(rec.Derived.Ne, 1.5f);
-    EXPECT_EQ(rec.Derived.nF_NC, 0.0f);
-    EXPECT_EQ(rec.Derived.nfd_ncd, 0.0f);
+    EXPECT_EQ(std::tuple(rec.Derived.nd, rec.Derived.Ne, rec.Derived.nF_NC, rec.Derived.nfd_ncd),
+              std::tuple(1.5f, 1.5f, 0.0f, 0.0f));
     for (auto [field, value] : kept) EXPECT_EQ(rec.Derived.*field, value);
 }
 

@@ -219,14 +219,6 @@ TEST(FitSellmeier, ReproducesThePublishedData) {
     }
 }
 
-TEST(FitSellmeier, StartsFromAStoredBlockWhenAsked) {
-    auto m = Measured(Sample(365.0, 2325.0, 20, Nbk7));
-    Fit f;
-    ASSERT_EQ(f.Sellmeier(m, 20, 3, kNbk7Coef, -1, 0), -1);
-    for (int i = 0; i < 6; ++i) EXPECT_NEAR(f.coef[i], kNbk7Coef[i], 1e-3 * kNbk7Coef[i]) << i;
-    EXPECT_LT(Rms(m, 20), 1e-6);
-}
-
 TEST(FitSellmeier, WeightsDoNotMoveTheCoefficients) {
     auto pts = Sample(365.0, 2325.0, 12, Nbk7);
     auto m1 = Measured(pts);

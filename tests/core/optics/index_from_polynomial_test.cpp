@@ -34,7 +34,6 @@ const std::tuple<const char*, int16_t, PolyCoefBlock, float, double, int16_t> kW
     {"SchottAtZeroWavelength", 1, {2.25, 0, 0.01}, 0.0f, 0.0, 0},
     {"CauchyAtZeroWavelength", 4, {2.25, 0.01}, 0.0f, 0.0, 0},
     {"TypeZero", 0, {2.25}, 587.6f, 0.0, 0},
-    {"TypeFive", 5, {2.25}, 587.6f, 0.0, 0},
     // Published nd of N-BK7 is 1.51680.
     {"Nbk7AtTheDLine", 2, kNbk7Coef, 587.5618f, 1.5168000325870348, -1},
     // The same glass in the five-term layout (B1..B5, C1..C5), with B4 = B5 = 0.

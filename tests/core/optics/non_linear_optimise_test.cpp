@@ -33,7 +33,7 @@ TEST(MatrixInvert, PivotsFromTheLastDiagonalElementWithoutSearching) {
         for (int j = 0; j < 2; ++j) EXPECT_DOUBLE_EQ(b(i + 1, j + 1), inverse[i][j]);
 }
 
-TEST(GaussJordan, SolvesWithFullPivoting) {
+TEST(GaussJordan, SolvesWithFullPivotingAndReportsFailuresUnlessSilent) {
     // The same zero-diagonal matrix is no problem with a search for the largest element.
     Matrix<float> a(3, 3), b(3, 1);
     const float m[3][3] = {{0, 2, 1}, {1, 0, 3}, {4, 1, 0}};
@@ -45,9 +45,8 @@ TEST(GaussJordan, SolvesWithFullPivoting) {
     ASSERT_EQ(GaussJordan(a, 3, b, 1, -1, d), -1);
     for (int i = 1; i <= 3; ++i) EXPECT_NEAR(b(i, 1), float(i), 1e-6);
     EXPECT_TRUE(d.boxes.empty());
-}
 
-TEST(GaussJordan, SingularAndFailedEliminationAreReportedUnlessSilent) {
+    // A singular matrix and a failed elimination are reported unless silent.
     for (int16_t show : {int16_t(-1), int16_t(0)}) {
         ScriptedDialogs d;
         Matrix<float> zero(2, 2), b(2, 1);
@@ -65,19 +64,6 @@ TEST(GaussJordan, SingularAndFailedEliminationAreReportedUnlessSilent) {
         using Texts = std::vector<std::string>;
         EXPECT_EQ(shown, (show ? Texts{"GaussJ Singular Matrix-2", failed, failed} : Texts{}));
     }
-}
-
-TEST(SellmeierModel, ValueAndDerivatives) {
-    // Two terms: a = (B1, B2, C1, C2); at x = 2: 1*2/(2-1) + 0.5*2/(2-0) = 2.5
-    std::vector<double> a = {0, 1.0, 0.5, 1.0, 0.0};
-    std::vector<float> dyda(5);
-    float y = 0;
-    SellmeierModel(2.0f, a, y, dyda, 4);
-    EXPECT_FLOAT_EQ(y, 2.5f);
-    EXPECT_FLOAT_EQ(dyda[1], 2.0f);  // x / (x - C1)
-    EXPECT_FLOAT_EQ(dyda[2], 1.0f);
-    EXPECT_FLOAT_EQ(dyda[3], 2.0f);  // B1 x / (x - C1)^2
-    EXPECT_FLOAT_EQ(dyda[4], 0.25f);
 }
 
 }  // namespace

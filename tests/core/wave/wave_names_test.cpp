@@ -14,20 +14,18 @@ namespace ostrel::testing {
 namespace {
 
 TEST(WaveNames, TablesHaveTheirRowsInOrder) {
-    const auto glass = GetGlassLines();
-    ASSERT_EQ(glass.size(), 22u);
     const auto laser = GetLaserLines();
-    ASSERT_EQ(laser.size(), 81u);
+    const auto trans = GetTransLines();
+    ASSERT_EQ(std::tuple(GetGlassLines().size(), laser.size(), trans.size()),
+              std::tuple(22u, 81u, 30u));
     EXPECT_EQ(std::tuple(laser[0], laser[33], laser.back()),
               std::tuple((WaveEntry{"Er:YAG", 2940.0f}), (WaveEntry{"HeNe |main", 632.8f}),
                          (WaveEntry{"Nd:YAG |5th", 213.0f})));
     for (size_t i = 1; i < laser.size(); ++i) EXPECT_LE(laser[i].Wave, laser[i - 1].Wave);
-    const auto trans = GetTransLines();
-    ASSERT_EQ(trans.size(), 30u);
     EXPECT_EQ(trans[4], (WaveEntry{"1060.0", 1060.0f}));
 }
 
-TEST(WaveNames, StandardMarkLabelsByTheNearestTable) {
+TEST(WaveNames, StandardMarkNamesAndAlignedWaves) {
     const std::tuple<float, int16_t, const char*> cases[] = {{587.56f, -1, "d   |He]"},
                                                              {587.5f, 0, " * "},
                                                              {312.5663f, -1, ""},
@@ -38,15 +36,12 @@ TEST(WaveNames, StandardMarkLabelsByTheNearestTable) {
         EXPECT_EQ(StandardWaveMark(wave, mark), hit) << wave;
         EXPECT_EQ(mark, expected) << wave;
     }
-}
-
-TEST(WaveNames, NamesAndAlignedWaves) {
+    // Names and aligned waves.
     EXPECT_EQ(
         std::tuple(FormatWaveName({"e  |Hg", 546.074f}, true),
                    FormatWaveName({"e  |Hg", 546.074f}, false), FormatWaveName({"", 1.0f}, true)),
         std::tuple("e  \tHg", "e   |Hg]", ""));
-    EXPECT_TRUE(WaveNear(500.0f, 500.05f));
-    EXPECT_FALSE(WaveNear(500.0f, 500.06f));
+    EXPECT_TRUE(WaveNear(500.0f, 500.05f) && !WaveNear(500.0f, 500.06f));
     EXPECT_EQ(std::tuple(AlignedWaveText(10600.0f), AlignedWaveText(2325.42f),
                          AlignedWaveText(587.5618f)),
               std::tuple(" 10600.0", "  2325.42", "    587.5618"));
@@ -85,15 +80,15 @@ TEST_F(Picker, StartWaveIsMarkedInEveryTableThatHoldsIt) {
                              "Typical wavelengths for tranmission"));
         f.comCancelClick();
     };
+    // Cancelled: the caller's value stays. The notice shows the first time only.
     EXPECT_EQ(Show(2), 0);
-    EXPECT_FLOAT_EQ(wave, 632.8f);  // cancelled: the caller's value stays
-    // The one-time notice.
-    ASSERT_EQ(dialogs.boxes.size(), 1u);
-    EXPECT_EQ(dialogs.boxes[0].title, "Standard wavelengths");
-    EXPECT_EQ(dialogs.boxes[0].text.rfind(popEditParamWave::kNoticeText, 0), 0u);
+    EXPECT_EQ(wave, 632.8f);
     script = nullptr;
     Show(0);
-    EXPECT_EQ(dialogs.boxes.size(), 1u);
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(std::tuple(dialogs.boxes[0].title,
+                         dialogs.boxes[0].text.rfind(popEditParamWave::kNoticeText, 0)),
+              std::tuple("Standard wavelengths", 0u));
 }
 
 TEST_F(Picker, DoubleClickPicksOneUnlessMultipleIsTicked) {
@@ -107,9 +102,7 @@ TEST_F(Picker, DoubleClickPicksOneUnlessMultipleIsTicked) {
         f.ssWavesDblClick(0, 13);
     };
     EXPECT_EQ(Show(0), -1);
-    EXPECT_EQ(count, 1);
-    EXPECT_FLOAT_EQ(wave, 587.5618f);
-    EXPECT_TRUE(waves.empty());
+    EXPECT_EQ(std::tuple(count, wave, waves.size()), std::tuple(1, 587.5618f, 0u));
 }
 
 TEST_F(Picker, OkTakesTheBlocksOfTheActiveTabInOrder) {
@@ -130,17 +123,16 @@ TEST_F(Picker, OkTakesTheBlocksOfTheActiveTabInOrder) {
 
 TEST_F(Picker, OwnWavelengthFileReplacesTheThirdTab) {
     Show(2);
-    EXPECT_FALSE(picker->CustomLoaded());
-    EXPECT_EQ(picker->ssWavesCustom.MaxRows(), 30);
-    EXPECT_TRUE(std::filesystem::is_directory(dir / "UserData"));
+    EXPECT_EQ(std::tuple(picker->CustomLoaded(), picker->ssWavesCustom.MaxRows(),
+                         std::filesystem::is_directory(dir / "UserData")),
+              std::tuple(false, 30, true));
 
     WriteFileBytes(dir / "UserData" / "WaveLen.lst", "Laser A|1550.5\nnot a line\n|800\r\n");
     script = [](popEditParamWave& f) { f.ssWavesDblClick(2, 1); };
     EXPECT_EQ(Show(2), -1);
-    EXPECT_TRUE(picker->CustomLoaded());
-    EXPECT_EQ(picker->ssWavesCustom.MaxRows(), 2);
-    EXPECT_EQ(picker->ssWavesCustom.ClipText({2, 1, 2, 2}), "Laser A\n800");
-    EXPECT_FLOAT_EQ(wave, 1550.5f);
+    EXPECT_EQ(std::tuple(picker->CustomLoaded(), picker->ssWavesCustom.MaxRows(),
+                         picker->ssWavesCustom.ClipText({2, 1, 2, 2}), wave),
+              std::tuple(true, 2, "Laser A\n800", 1550.5f));
 }
 
 }  // namespace
