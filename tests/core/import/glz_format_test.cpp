@@ -91,7 +91,8 @@ TEST(GlzWriter, WrittenTransmissionRowCount) {
     for (const auto& [points, written] : {std::pair{2, 2}, {1, 1}, {150, 2}, {0, 0}}) {
         std::vector<MaterialRecord> list{Sample()};
         list[0].Measured.TransPoints = static_cast<int16_t>(points);
-        const auto lines = SplitTextLines(GlzFileImage(list, 1, 1, 0));
+        const std::string image = GlzFileImage(list, 1, 1, 0);
+        const auto lines = SplitTextLines(image);
         const auto at =
             static_cast<size_t>(std::find(lines.begin(), lines.end(), kGlzTrans) - lines.begin());
         EXPECT_EQ(lines[at + 1].substr(0, lines[at + 1].find(',')), std::to_string(written));
