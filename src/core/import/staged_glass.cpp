@@ -9,17 +9,74 @@
 namespace ostrel {
 namespace {
 
-// The compact figures every staged glass has, whole or not.
-void CopyCompact(const MaterialRecord& rec, StagedGlass& s) {
-    const auto& g = rec.General;
-    s.GlassName = g.GlassName;
-    s.Source = g.Source;
-    s.IndexDataType = g.IndexDataType;
-    s.GlassKind = g.GlassKind;
-    s.GlassCode = g.GlassCode;
-    s.Density = g.Density;
-    s.Form = {g.Polytype, g.PolyCoef, g.IndexWvMin, g.IndexWvMax};
-    s.states = {rec.GeneralState, rec.IndexState, rec.TransState, rec.ThermalState, rec.OtherState};
+// The compact figures beside their places in the record, one list for both directions:
+// `pair(place in the record, figure of the staged glass)` for each. First those every staged
+// glass has, whole or not, then those only a catalogue glass keeps (its transmission rows
+// aside).
+template <class Rec, class Staged, class Pair>
+void EachCommonFigure(Rec& rec, Staged& s, Pair pair) {
+    auto& g = rec.General;
+    pair(g.GlassName, s.GlassName);
+    pair(g.Source, s.Source);
+    pair(g.IndexDataType, s.IndexDataType);
+    pair(g.GlassKind, s.GlassKind);
+    pair(g.GlassCode, s.GlassCode);
+    pair(g.Density, s.Density);
+    pair(g.Polytype, s.Form.Polytype);
+    pair(g.PolyCoef, s.Form.PolyCoef);
+    pair(g.IndexWvMin, s.Form.IndexWvMin);
+    pair(g.IndexWvMax, s.Form.IndexWvMax);
+    pair(rec.GeneralState, s.states[0]);
+    pair(rec.IndexState, s.states[1]);
+    pair(rec.TransState, s.states[2]);
+    pair(rec.ThermalState, s.states[3]);
+    pair(rec.OtherState, s.states[4]);
+}
+
+template <class Rec, class Staged, class Pair>
+void EachCatalogueFigure(Rec& rec, Staged& s, Pair pair) {
+    auto& o = rec.Other;
+    pair(o.A3070, s.A3070);
+    pair(o.A20300, s.A20300);
+    pair(o.Knoop, s.Knoop);
+    pair(o.PR, s.PR);
+    pair(o.Price, s.Price);
+    pair(o.CR, s.CR);
+    pair(o.FR, s.FR);
+    pair(o.SR, s.SR);
+    pair(o.AR, s.AR);
+    pair(o.Bubble, s.Bubble);
+    pair(o.Status, s.Status);
+    auto& t = rec.Thermal;
+    pair(t.ThermalAux, s.ThermalAux);
+    pair(t.dndttype, s.dndttype);
+    pair(t.dndt_lin, s.dndt_lin);
+    pair(t.dndt_D0, s.dndt[0]);
+    pair(t.dndt_D1, s.dndt[1]);
+    pair(t.dndt_D2, s.dndt[2]);
+    pair(t.dndt_E0, s.dndt[3]);
+    pair(t.dndt_E1, s.dndt[4]);
+    pair(t.dndt_LamdaTK, s.dndt[5]);
+    pair(t.dndt_RefTemp, s.dndt_RefTemp);
+    pair(rec.Measured.TransType, s.TransType);
+    pair(rec.Measured.TransWidth, s.TransWidth);
+}
+
+constexpr auto kToStaged = [](const auto& inRecord, auto& staged) { staged = inRecord; };
+constexpr auto kToRecord = [](auto& inRecord, const auto& staged) { inRecord = staged; };
+
+// Writes the compact figures of a catalogue glass into their places in rec, and nothing else
+// but the transmission rows.
+void PutCompact(const StagedGlass& s, MaterialRecord& rec) {
+    EachCommonFigure(rec, s, kToRecord);
+    EachCatalogueFigure(rec, s, kToRecord);
+    auto& m = rec.Measured;
+    m.TransPoints = static_cast<int16_t>(s.trans.size());
+    for (size_t k = 0; k < s.trans.size(); ++k) {
+        m.TransWave[k] = s.trans[k].wave;
+        m.TransInternal[k] = s.trans[k].internal;
+        m.TransTotal[k] = s.trans[k].total;
+    }
 }
 
 }  // namespace
@@ -44,28 +101,9 @@ std::pair<double, double> StagedGlass::IndexRange() const {
 
 StagedGlass StageCatalogueRecord(const MaterialRecord& rec, bool totalsPending) {
     StagedGlass s;
-    CopyCompact(rec, s);
-    const auto& o = rec.Other;
-    s.A3070 = o.A3070;
-    s.A20300 = o.A20300;
-    s.Knoop = o.Knoop;
-    s.PR = o.PR;
-    s.Price = o.Price;
-    s.CR = o.CR;
-    s.FR = o.FR;
-    s.SR = o.SR;
-    s.AR = o.AR;
-    s.Bubble = o.Bubble;
-    s.Status = o.Status;
-    const auto& t = rec.Thermal;
-    s.ThermalAux = t.ThermalAux;
-    s.dndttype = t.dndttype;
-    s.dndt_lin = t.dndt_lin;
-    s.dndt = {t.dndt_D0, t.dndt_D1, t.dndt_D2, t.dndt_E0, t.dndt_E1, t.dndt_LamdaTK};
-    s.dndt_RefTemp = t.dndt_RefTemp;
+    EachCommonFigure(rec, s, kToStaged);
+    EachCatalogueFigure(rec, s, kToStaged);
     const auto& m = rec.Measured;
-    s.TransType = m.TransType;
-    s.TransWidth = m.TransWidth;
     const auto points = static_cast<size_t>(std::clamp<int>(m.TransPoints, 0, kMaxTransPoints));
     s.trans.resize(points);
     for (size_t k = 0; k < points; ++k) {
@@ -78,67 +116,10 @@ StagedGlass StageCatalogueRecord(const MaterialRecord& rec, bool totalsPending) 
 
 StagedGlass StageWholeRecord(MaterialRecord rec) {
     StagedGlass s;
-    CopyCompact(rec, s);
+    EachCommonFigure(rec, s, kToStaged);
     s.whole = std::make_shared<const MaterialRecord>(std::move(rec));
     return s;
 }
-
-namespace {
-
-// Writes the compact figures of a catalogue glass into their places in rec, and nothing else
-// but the transmission rows.
-void PutCompact(const StagedGlass& s, MaterialRecord& rec) {
-    auto& g = rec.General;
-    g.GlassName = s.GlassName;
-    g.Source = s.Source;
-    g.IndexDataType = s.IndexDataType;
-    g.GlassKind = s.GlassKind;
-    g.GlassCode = s.GlassCode;
-    g.Density = s.Density;
-    g.Polytype = s.Form.Polytype;
-    g.PolyCoef = s.Form.PolyCoef;
-    g.IndexWvMin = s.Form.IndexWvMin;
-    g.IndexWvMax = s.Form.IndexWvMax;
-    auto& o = rec.Other;
-    o.A3070 = s.A3070;
-    o.A20300 = s.A20300;
-    o.Knoop = s.Knoop;
-    o.PR = s.PR;
-    o.Price = s.Price;
-    o.CR = s.CR;
-    o.FR = s.FR;
-    o.SR = s.SR;
-    o.AR = s.AR;
-    o.Bubble = s.Bubble;
-    o.Status = s.Status;
-    auto& t = rec.Thermal;
-    t.ThermalAux = s.ThermalAux;
-    t.dndttype = s.dndttype;
-    t.dndt_lin = s.dndt_lin;
-    t.dndt_D0 = s.dndt[0];
-    t.dndt_D1 = s.dndt[1];
-    t.dndt_D2 = s.dndt[2];
-    t.dndt_E0 = s.dndt[3];
-    t.dndt_E1 = s.dndt[4];
-    t.dndt_LamdaTK = s.dndt[5];
-    t.dndt_RefTemp = s.dndt_RefTemp;
-    auto& m = rec.Measured;
-    m.TransType = s.TransType;
-    m.TransWidth = s.TransWidth;
-    m.TransPoints = static_cast<int16_t>(s.trans.size());
-    for (size_t k = 0; k < s.trans.size(); ++k) {
-        m.TransWave[k] = s.trans[k].wave;
-        m.TransInternal[k] = s.trans[k].internal;
-        m.TransTotal[k] = s.trans[k].total;
-    }
-    rec.GeneralState = s.states[0];
-    rec.IndexState = s.states[1];
-    rec.TransState = s.states[2];
-    rec.ThermalState = s.states[3];
-    rec.OtherState = s.states[4];
-}
-
-}  // namespace
 
 void ClearStagedFields(MaterialRecord& rec) {
     static const StagedGlass cleared = StageCatalogueRecord(ClearedMaterialRecord(), false);
