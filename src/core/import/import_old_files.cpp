@@ -74,11 +74,7 @@ bool ReadLumbrakPart(FieldStream& in, MaterialRecord& rec, std::string& why) {
 }
 
 void Finish(MaterialRecord& rec, std::vector<MaterialRecord>& records, int16_t& ok) {
-    rec.GeneralState.Ready = kTrue;
-    rec.IndexState.Ready = kTrue;
-    rec.TransState.Ready = kTrue;
-    rec.ThermalState.Ready = kTrue;
-    rec.OtherState.Ready = kTrue;
+    SetAllSectionsReady(rec, kTrue);
     NormaliseRecord(rec);
     records.assign(1, rec);
     ok = kTrue;

@@ -46,4 +46,10 @@ bool AllSectionsReady(const MaterialRecord& rec) {
            rec.ThermalState.Ready && rec.OtherState.Ready;
 }
 
+void SetAllSectionsReady(MaterialRecord& rec, Flag ready) {
+    for (SectionState* state :
+         {&rec.GeneralState, &rec.IndexState, &rec.TransState, &rec.ThermalState, &rec.OtherState})
+        state->Ready = ready;
+}
+
 }  // namespace ostrel

@@ -164,5 +164,7 @@ MaterialRecord ZeroMaterialRecord();
 
 // True when all five sections are ready.
 bool AllSectionsReady(const MaterialRecord& rec);
+// Sets the ready flag of all five sections.
+void SetAllSectionsReady(MaterialRecord& rec, Flag ready);
 
 }  // namespace ostrel

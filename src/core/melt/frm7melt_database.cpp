@@ -87,10 +87,7 @@ void frm7Melt::comAddClick() {
         if (mode_ == kModeNew) {
             melt_ = ClearedMaterialRecord();
             parent_ = ClearedMaterialRecord();
-            melt_.GeneralState.Ready = kFalse;
-            melt_.IndexState.Ready = kFalse;
-            melt_.TransState.Ready = kFalse;
-            melt_.OtherState.Ready = kFalse;
+            SetAllSectionsReady(melt_, kFalse);
             melt_.ThermalState.Ready = kTrue;
             ResetForm(true);
         } else if (mode_ == kModeEdit && owner_ &&
