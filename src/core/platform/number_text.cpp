@@ -1,10 +1,12 @@
 #include "core/platform/number_text.h"
 
 #include <algorithm>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <limits>
 #include <vector>
 
@@ -16,6 +18,19 @@ namespace {
 constexpr double kExactTens[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                  1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
                                  1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
+// 10^k for the counts of digits read at once.
+constexpr uint64_t kTenPowers[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000};
+
+// The value of eight decimal digits held as numbers 0-9 in the bytes of a word, the first
+// digit in the lowest byte: pairs, then fours, then the eight are combined.
+uint32_t EightDigitsValue(uint64_t d) {
+    d = d * 10 + (d >> 8);
+    d = ((d & 0x000000FF000000FFu) * (100 + (1000000ull << 32)) +
+         ((d >> 16) & 0x000000FF000000FFu) * (1 + (10000ull << 32))) >>
+        32;
+    return static_cast<uint32_t>(d);
+}
 
 }  // namespace
 
@@ -34,6 +49,22 @@ bool QuickDecimal(std::string_view t, double& v) {
     }
     if (p != end && *p == '.') {
         const char* const fraction = ++p;
+        // Catalogue numbers mostly carry five to nine decimals: up to eight digits are read
+        // at once where eight bytes of the word remain.
+        if (end - p >= 8 && mantissa < 100'000'000'000) {
+            uint64_t chunk = 0;
+            std::memcpy(&chunk, p, 8);
+            const uint64_t low = chunk - 0x3030303030303030u;
+            // A byte is a digit when it is at least '0' and adding 6 keeps it below ':'.
+            const uint64_t notDigit = (low | (chunk + 0x4646464646464646u)) & 0x8080808080808080u;
+            const int run = notDigit == 0 ? 8 : std::countr_zero(notDigit) / 8;
+            if (run > 0) {
+                // The run's digits, moved up so that zeros stand in front of them.
+                const uint64_t digits = run == 8 ? low : low << (8 * (8 - run));
+                mantissa = mantissa * kTenPowers[run] + EightDigitsValue(digits);
+                p += run;
+            }
+        }
         for (; p != end && digit(*p); ++p) {
             mantissa = mantissa * 10 + static_cast<uint64_t>(*p - '0');
         }
@@ -80,14 +111,16 @@ Decimal ToDecimal(double v) {
     Decimal d;
     if (v == 0.0) return d;
     char buf[40];
-    std::snprintf(buf, sizeof buf, "%.14e", v);  // d.dddddddddddddde[+-]xx
-    std::string s(buf);
-    std::size_t e = s.find('e');
-    std::string mant = s.substr(0, e);
-    int ex = std::atoi(s.c_str() + e + 1);
-    for (char c : mant)
-        if (c >= '0' && c <= '9') d.digits.push_back(c);
+    // The digits printf's "%.14e" gives: d.dddddddddddddde[+-]xx
+    const auto res = std::to_chars(buf, buf + sizeof buf, v, std::chars_format::scientific, 14);
+    const char* e = std::find(buf, res.ptr, 'e');
+    for (const char* c = buf; c != e; ++c) {
+        if (*c >= '0' && *c <= '9') d.digits.push_back(*c);
+    }
     while (!d.digits.empty() && d.digits.back() == '0') d.digits.pop_back();
+    int ex = 0;
+    const char* digits = e + 1 + (e[1] == '+' ? 1 : 0);
+    std::from_chars(digits, res.ptr, ex);
     d.exp10 = ex + 1;
     return d;
 }

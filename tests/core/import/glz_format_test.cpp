@@ -308,6 +308,11 @@ TEST(ImportText, NumbersReadAsTheStandardReaderReadsThem) {
     double v = 0;
     EXPECT_FALSE(ParseNumber("-", v));
     EXPECT_FALSE(ParseNumber("1.5x", v));
+    EXPECT_FALSE(ParseNumber("1.2345678\xB5", v));
+    EXPECT_FALSE(
+        ParseNumber("1.234\xAF"
+                    "5678",
+                    v));
     std::istringstream forms(
         ".5 1.5e-010 +2.00000E+00 3.20000E-01 2.11000E-001 1.0000E+001 -2.05058500e-04 "
         "6.00069867E-003 0.1 9007199254740993 9007199254740992e-22 1234567890123456789 "
@@ -315,8 +320,8 @@ TEST(ImportText, NumbersReadAsTheStandardReaderReadsThem) {
         "1.7976931348623157e308 000000000000000000000000.5 +7. -0");
     for (std::string text; forms >> text;) ExpectStandardReading(text);
     // Every mantissa of a few patterns at every exponent a catalogue might write.
-    for (const char* mantissa :
-         {"1.03961212", "2.3179", "0.000123", "987654321.987654", "4.503599627370497", "7"}) {
+    for (const char* mantissa : {"1.03961212", "2.3179", "0.000123", "0.12345678901",
+                                 "987654321.987654", "4.503599627370497", "7"}) {
         for (int e = -30; e <= 30; ++e) {
             ExpectStandardReading(std::string(mantissa) + "E" + std::to_string(e));
         }
