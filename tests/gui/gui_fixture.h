@@ -72,6 +72,15 @@ int RunModal(Unit& unit, const std::function<void(Box&)>& action) {
     return box.exec();
 }
 
+inline QColor Rgb(const Colour& c) {
+    return QColor(c.r, c.g, c.b);
+}
+
+// The back colour of a panel.
+inline QColor Back(const QWidget* panel) {
+    return panel->palette().color(QPalette::Window);
+}
+
 // `text` entered into the cell (1-based) of a grid on screen, as its editor hands it over.
 inline void TypeInto(QAbstractItemView* grid, int col, int row, const QString& text) {
     QAbstractItemModel* m = grid->model();

@@ -59,7 +59,6 @@ class GridKeyboard : public ::testing::Test {
 TEST_F(GridKeyboard, EnterTakesTheEntryAndMovesDownCommaAndBadTextIncluded) {
     Type(1, 1, "1,51683");
     EXPECT_EQ(grid.Text(1, 1), "1.51683");
-    EXPECT_EQ(view.model()->index(0, 0).data().toString(), "1.51683") << "as entered";
     EXPECT_EQ(view.currentIndex().row(), 1) << "Enter moved down";
     Type(1, 2, "n/a");
     EXPECT_EQ(grid.Text(1, 2), "n/a") << "not erased";
@@ -172,28 +171,19 @@ TEST(HelpLine, KeepsOneLineWithTheWholeTextInText) {
 }
 
 TEST_F(GridKeyboard, EditCommandsCutAndPasteBetweenLineAndTextEdits) {
-    QLineEdit line("nd=1.5168");
+    QLineEdit line("nd=1.5168"), readOnly("fixed");
     line.setSelection(3, 6);
-    WidgetEditTarget lineTarget(&line);
-    ASSERT_TRUE(edit.EditCut(lineTarget));
-    EXPECT_EQ(line.text(), "nd=");
-    EXPECT_EQ(QGuiApplication::clipboard()->text(), "1.5168");
-
-    QPlainTextEdit text;
-    WidgetEditTarget textTarget(&text);
-    ASSERT_TRUE(edit.EditPaste(textTarget));
-    EXPECT_EQ(text.toPlainText(), "1.5168");
-
-    // What takes no text gets the box, one for each, and keeps its text.
-    QLineEdit readOnly("fixed");
     readOnly.setReadOnly(true);
+    QPlainTextEdit text;
     QLabel label("caption");
-    for (QWidget* target : {static_cast<QWidget*>(&readOnly), static_cast<QWidget*>(&label)}) {
-        WidgetEditTarget t(target);
-        EXPECT_FALSE(edit.EditPaste(t));
-    }
-    EXPECT_EQ(readOnly.text(), "fixed");
-    EXPECT_EQ(dialogs.boxes.size(), 2u);
+    WidgetEditTarget lineTarget(&line), textTarget(&text), fixed(&readOnly), caption(&label);
+    ASSERT_TRUE(edit.EditCut(lineTarget));
+    ASSERT_TRUE(edit.EditPaste(textTarget));
+    // What takes no text gets the box, one for each, and keeps its text.
+    EXPECT_FALSE(edit.EditPaste(fixed));
+    EXPECT_FALSE(edit.EditPaste(caption));
+    EXPECT_EQ(std::tuple(line.text(), text.toPlainText(), readOnly.text(), dialogs.boxes.size()),
+              std::tuple("nd=", "1.5168", "fixed", 2u));
 }
 
 // A click on the button's middle, queued as the window system would queue it.
@@ -237,11 +227,9 @@ TEST(MessageBox, ALongTextScrollsWholeAndTheButtonsStayOnTheScreen) {
     std::string names;
     for (int i = 0; i < 400; ++i)
         names += (i ? ", " : "") + ("N-GLASS" + std::to_string(i) + "/SCHOTT");
-    const std::string longText = "The following materials are already in your collection:\n\n" +
-                                 names + "\n\nDo you want to overwrite the existing data?";
-    const std::string shortText = "Do you want to overwrite the existing data?";
-    for (const std::string& text : {longText, shortText}) {
-        const bool isLong = text.size() > 1200;
+    const std::string question = "Do you want to overwrite the existing data?";
+    for (const std::string& text : {names + "\n\n" + question, question}) {
+        const bool isLong = text != question;
         QtDialogs dialogs;
         QRect frame, room;
         QString scrolledText;
@@ -285,12 +273,9 @@ TEST(PlotView, ToolTipZoomMenuAndPictures) {
     view.ZoomAt(at, 2.0);
     EXPECT_NEAR(x->max() - x->min(), 150, 1);
     EXPECT_GT(x->max(), 587.56) << "the point under the pointer stays in view";
-    QMenu* menu = view.MakeContextMenu();
-    ASSERT_EQ(menu->actions().size(), 3);
-    EXPECT_EQ(menu->actions()[0]->text(), "Reset zoom");
-    EXPECT_TRUE(menu->actions()[0]->isEnabled());
-    EXPECT_EQ(menu->actions()[2]->text(), "Save image...");
-    menu->actions()[0]->trigger();
+    QAction* reset = view.MakeContextMenu()->actions().value(0);
+    ASSERT_TRUE(reset && reset->isEnabled());
+    reset->trigger();
     EXPECT_DOUBLE_EQ(x->min(), 400);
     EXPECT_DOUBLE_EQ(x->max(), 700);
 
