@@ -85,11 +85,9 @@ TEST_F(RibbonTest, ClickFollowsTheStateTable) {
         {"ManagePress3KeepsIt", 2, false, false, 3, true, "", 2},
         {"ImportPress3KeepsIt", 4, false, false, 3, true, "", 4},
         {"ManagePress4ClosesNewForm", 2, true, false, 4, true, "unload 3, unload 2, show 4", 4},
-        {"ImportPress7", 4, false, false, 7, true, "unload 4, show 7", 7},
         {"ExportRelease", 5, false, false, 5, false, "unload 5", 0},
         {"ExportPress7", 5, false, false, 7, true, "unload 5, show 7", 7},
         {"ExportPressOwn", 5, false, false, 5, true, "", 5},
-        {"NewPress2", 3, false, false, 2, true, "unload 3, show 2", 2},
         {"SetupPressedFromManage", 2, false, false, 1, true, "unload 2, show 1", 1}};
     for (const auto& r : rows) {
         SCOPED_TRACE(r.name);
@@ -227,14 +225,6 @@ TEST_F(RibbonTest, EndAndEditAskTheOpenForms) {
     EXPECT_EQ(forms->GetCurrentForm(), 0);
 }
 
-TEST_F(RibbonTest, ToolTipsNameEachTool) {
-    EXPECT_EQ((std::vector<std::string>{forms->ribTools[1].toolTip, forms->ribTools[6].toolTip,
-                                        forms->ribTools[7].toolTip, forms->ribEnd.toolTip}),
-              (std::vector<std::string>{"Confirm paths to LumbrakPlus & Kelmora",
-                                        "Archive/restore any glasses in Kelmora database",
-                                        "Make melt derivative of existing glass", "End Ostrel"}));
-}
-
 class FrmMainMdiTest : public ListFixture {
   protected:
     FrmMainMdiTest()
@@ -262,11 +252,8 @@ class FrmMainMdiTest : public ListFixture {
 };
 
 TEST_F(FrmMainMdiTest, PopupNamesTheMaterialEditPicksTheFormByMeltFlagAndDeleteRemoves) {
-    main->PrepForPopup(2, "BK7/Schott");
-    EXPECT_EQ(main->mnuPopup[1].caption, "&Edit");
     main->PrepForPopupMelt(1, "M/S");
     EXPECT_EQ(main->mnuPopupMelt[0].caption, "&Duplicate   M/S");
-    EXPECT_EQ(main->mnuPopupMelt[1].caption, "&Edit");
     MaterialRecord melt = MakeRecord("M", "S");
     melt.Melt.MeltFlag = kTrue;
     list->ListAdd(MakeRecord("A", "S"), false);
