@@ -10,13 +10,6 @@
 namespace ostrel::gui {
 namespace {
 
-QColor Back(const QLabel* panel) {
-    return panel->palette().color(QPalette::Window);
-}
-
-const QColor kGreen(kStatusGreen.r, kStatusGreen.g, kStatusGreen.b);
-const QColor kRed(kStatusRed.r, kStatusRed.g, kStatusRed.b);
-
 // Runs `seen` when a Close event reaches the object it watches, before the object's own
 // handling of it.
 class ProbeClose : public QObject {
@@ -76,7 +69,7 @@ TEST_F(Frm3NewWindowTest, OpensAsANewMaterialWithItsPanelsAndTabs) {
     EXPECT_FALSE(window.subWindow()->isHidden());
     // The panels show the sections' states.
     for (int i = 0; i < 5; ++i)
-        EXPECT_EQ(Back(Panel(i)), i == frm3New::kTabDndt ? kGreen : kRed) << i;
+        EXPECT_EQ(Back(Panel(i)), Rgb(i == frm3New::kTabDndt ? kStatusGreen : kStatusRed)) << i;
 
     // Name and source typed into their boxes reach the record, the title and its label.
     emit window.edit("txtGenGlass")->textEdited("BK7-M12");
@@ -113,13 +106,11 @@ TEST_F(Frm3NewWindowTest, OpensAsANewMaterialWithItsPanelsAndTabs) {
 TEST_F(Frm3NewWindowTest, IndexFitShowsResultsAndPlotsUntilACellChanges) {
     unit.DisplayNew();
     window.tabs()->setCurrentIndex(frm3New::kTabIndex);
-    GridView* grid = window.grid("ssRefInd");
     Choose("cmbIndexPolyType", 1);
     ASSERT_EQ(unit.Record().General.Polytype, 2);
     TypeCrownPoints();
     window.button("comIndexFit")->click();
-    EXPECT_FALSE(grid->isColumnHidden(3));
-    EXPECT_EQ(Back(Panel(1)), kGreen);
+    EXPECT_EQ(Back(Panel(1)), Rgb(kStatusGreen));
     EXPECT_GT(window.indexPlot()->CurvePointCount(), 100);
     EXPECT_EQ(std::pair(window.indexPlot()->MeasuredPointCount(),
                         window.indexPlot()->ResidualPointCount()),
@@ -147,15 +138,18 @@ TEST_F(Frm3NewWindowTest, TransmissionRowsPlotAsInternalTransmission) {
     area.show();
     QApplication::setActiveWindow(&area);
     QLineEdit* width = window.edit("txtTransGlassWidth");
-    width->setFocus();
-    ASSERT_TRUE(width->hasFocus());
+    const auto typeWidth = [width](const QString& text) {
+        width->setFocus();
+        width->selectAll();
+        TypeText(width, text);
+    };
     QToolButton tool(&area);
     tool.setFocusPolicy(Qt::TabFocus);
     float widthAtClick = 0;
     QObject::connect(&tool, &QToolButton::clicked,
                      [&] { widthAtClick = unit.Record().Measured.TransWidth; });
-    width->selectAll();
-    TypeText(width, "25");
+    typeWidth("25");
+    ASSERT_TRUE(width->hasFocus());
     ClickWidget(&tool);
     EXPECT_EQ(widthAtClick, 25.0f);
     EXPECT_TRUE(width->hasFocus()) << "the focus goes back to the box";
@@ -173,9 +167,7 @@ TEST_F(Frm3NewWindowTest, TransmissionRowsPlotAsInternalTransmission) {
     float widthAtClose = 0;
     ProbeClose probe([&] { widthAtClose = unit.Record().Measured.TransWidth; });
     window.subWindow()->installEventFilter(&probe);
-    width->setFocus();
-    width->selectAll();
-    TypeText(width, "30");
+    typeWidth("30");
     window.subWindow()->close();
     window.subWindow()->removeEventFilter(&probe);
     EXPECT_EQ(widthAtClose, 30.0f);
@@ -197,8 +189,6 @@ TEST_F(Frm3NewWindowTest, PickerFillsFromTheActiveRow) {
     unit.DisplayNew();
     window.tabs()->setCurrentIndex(frm3New::kTabIndex);
     pickerAction = [](popEditParamWaveWindow& box) {
-        EXPECT_EQ(box.windowTitle(), "Wavelengths [nm]");
-        EXPECT_EQ(box.tabs()->tabText(1), "&Laser lines");
         box.tabs()->setCurrentIndex(1);
         GridView* lasers = box.grid(1);
         emit lasers->doubleClicked(lasers->model()->index(2, 0));  // Er:YLF 1730 nm
