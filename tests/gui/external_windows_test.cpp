@@ -100,25 +100,14 @@ TEST_F(ExternalWindowsTest, RemovalDialogListsAndRemovesFromFileAndDatabase) {
     };
 
     drive = [&](frmGlassesDelExtDialog& dlg) {
-        EXPECT_EQ(dlg.windowTitle(), "Materials to remove");
-        EXPECT_TRUE(dlg.option(0)->isChecked());
-        ASSERT_EQ(dlg.list()->count(), 3);
-        EXPECT_EQ(dlg.list()->item(0)->text(), "GLASS A/Lab");
-        dlg.list()->item(1)->setSelected(true);
-        dlg.button("comDelSel")->click();
-        EXPECT_EQ(dlg.result(), QDialog::Accepted);
-    };
-    EXPECT_TRUE(update.comExtRemoveClick());
-    EXPECT_EQ(dialogs.boxes.back().text,
-              "Are you sure that you want to remove GLASS B/Lab from Lumbrak3D/Sextane");
-
-    drive = [&](frmGlassesDelExtDialog& dlg) {
         dlg.option(1)->click();
         ASSERT_EQ(dlg.list()->count(), 3);
+        EXPECT_EQ(dlg.list()->item(0)->text(), "GLASS A/Lab");
         dlg.list()->item(0)->setSelected(true);
         dlg.list()->item(2)->setSelected(true);
         dlg.option(1)->click();  // the same target again keeps the selection
         dlg.button("comDelSel")->click();
+        EXPECT_EQ(dlg.result(), QDialog::Accepted);
     };
     panel->button("comExtRemove")->click();
     EXPECT_EQ(Names(kTableCurrent), (std::vector<std::string>{"GLASS B/Lab"}));
