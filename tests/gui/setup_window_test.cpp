@@ -69,16 +69,9 @@ TEST_F(SetupWindowTest, ScanBrowseAndOKThroughTheButtons) {
 
     window->button("comScan")->click();
     EXPECT_EQ(Text("lblPathKelmora"), Dir(dir / "apps" / "Kelmora") + "KelmoraTD.EXE");
-
-    // The chosen file's folder is taken, under the program's own file name.
-    fs::create_directories(dir / "other");
-    WriteFileBytes(dir / "other" / "lumbraksextanetd.exe", "s");
-    dialogs.files.push_back((dir / "other" / "lumbraksextanetd.exe").string());
-    window->button("comSetupPathLumbrakSextane")->click();
-    EXPECT_EQ(Text("lblPathLumbrakSextane"), Dir(dir / "other") + "LumbrakSextaneTD.EXE");
-
+    EXPECT_EQ(mainWindow.pnlInstalled(1)->text(), " Lumbrak3D not found");
     window->button("comOK")->click();
-    EXPECT_EQ(mainWindow.pnlInstalled(2)->text(), " SextaneTD found");
+    EXPECT_EQ(mainWindow.pnlInstalled(1)->text(), " Lumbrak3D found");
 }
 
 // The search of the first run on the worker thread: the form is up at once with its stop

@@ -42,7 +42,10 @@ TEST_F(WindowsTest, MainWindowFollowsCaptionToolTipsPanelsAndPopup) {
     EXPECT_EQ(w.windowTitle().toStdString(),
               std::string(maker::kName) + " - Ostrel for Lumbrak & KelmoraTD:   Version: 3.0.1");
     EXPECT_EQ(w.ribTools(4)->toolTip(), "Import data from text files [selected formats]");
-    EXPECT_EQ(w.pnlInstalled(1)->text(), " Lumbrak3D not found");
+    QStringList panels;
+    for (int i = 0; i < 3; ++i) panels << w.pnlInstalled(i)->text();
+    EXPECT_EQ(panels,
+              QStringList({" KelmoraTD found", " Lumbrak3D not found", " SextaneTD found"}));
     EXPECT_EQ(std::pair(Back(w.pnlInstalled(1)), Back(w.pnlInstalled(2))),
               std::pair(Rgb(kStatusRed), Rgb(kStatusGreen)));
     // Without Kelmora the archive tool is refused and goes back up.
