@@ -4,6 +4,7 @@
 // Every box that takes a number keeps text that is no number, marked in red once the entry
 // ends, with its tool tip and the help line saying what the entry counts as instead. The glass
 // map and comparison windows are bound to their units, and the pictures saved hold what is drawn.
+#include "core/external/external_fixture.h"
 #include "gui/external/frm1_setup_window.h"
 #include "gui/external/frm2_manage_update_panel.h"
 #include "gui/external/frm6_archive_window.h"
@@ -190,7 +191,6 @@ GlassMapData SampleMap(int count) {
     }
     GlassPoint& custom = data.points.back();
     custom.name = "MINE";
-    custom.source = "LAB";
     custom.kind = GlassKind::Custom;
     custom.listPosition = 1;
     return data;
@@ -198,29 +198,24 @@ GlassMapData SampleMap(int count) {
 
 TEST(GlassMapWindow, SourcesSearchAndSavedPictures) {
     MemorySettingsStore settings;
-    frmGlassMap unit(settings);
-    unit.SetData(SampleMap(300));
-    int opened = 0;
-    gui::frmGlassMapWindow window(unit, {[&](int p) { opened = p; }, {}});
-    window.show();
+    frmGlassMap map(settings);
+    map.SetData(SampleMap(300));
+    gui::frmGlassMapWindow mapWindow(map, {});
+    mapWindow.show();
     QApplication::processEvents();
-
-    auto boxes = window.findChildren<QCheckBox*>();
+    auto boxes = mapWindow.findChildren<QCheckBox*>();
     ASSERT_EQ(boxes.size(), 3);
     boxes[1]->click();
-    EXPECT_FALSE(unit.chkSource[1]->value.get());
-    EXPECT_EQ(unit.ShownCount(), 201);
-    auto* search = window.findChild<QLineEdit*>("txtSearch");
+    EXPECT_EQ(std::pair(map.chkSource[1]->value.get(), map.ShownCount()), std::pair(false, 201));
+    auto* search = mapWindow.findChild<QLineEdit*>("txtSearch");
     search->setText("mine");
     emit search->textEdited("mine");
-    EXPECT_EQ(unit.highlighted(), 300);
-
+    EXPECT_EQ(map.highlighted(), 300);
     testing::TempDir dir;
     const QString png = QString::fromStdString((dir / "map.png").string());
-    ASSERT_TRUE(window.SaveImage(png));
-    QImage image(png);
-    EXPECT_EQ(image.width(), window.canvas()->width());
-    ASSERT_TRUE(window.SaveImage(QString::fromStdString((dir / "map.svg").string())));
+    ASSERT_TRUE(mapWindow.SaveImage(png));
+    EXPECT_EQ(QImage(png).width(), mapWindow.canvas()->width());
+    ASSERT_TRUE(mapWindow.SaveImage(QString::fromStdString((dir / "map.svg").string())));
     const std::string svg = testing::ReadFileBytes(dir / "map.svg");
     size_t circles = 0;
     for (size_t at = svg.find("<circle class=\"catalogue\""); at != std::string::npos;
@@ -231,18 +226,8 @@ TEST(GlassMapWindow, SourcesSearchAndSavedPictures) {
 
 TEST(CompareWindow, ThreePlotsOneCurvePerMaterial) {
     std::vector<CompareItem> items;
-    for (const char* name : {"A", "B", "C"}) {
-        CompareItem it;
-        it.rec = ClearedMaterialRecord();
-        it.rec.General.Polytype = 2;
-        it.rec.General.PolyCoef = {1.04, 0.23, 1.01, 0.006, 0.02, 103.6};
-        it.rec.General.PolyCoef[0] += name[0] * 0.01;
-        it.rec.General.IndexWvMin = 400;
-        it.rec.General.IndexWvMax = 1000;
-        it.rec.TransTable.fill(0.001f);
-        it.label = name;
-        items.push_back(it);
-    }
+    for (const char* name : {"A", "B", "C"})
+        items.push_back({name, testing::ReadyMaterial(name, "Lab", 1.0 + name[0] * 0.01)});
     frmCompare unit(items);
     gui::frmCompareWindow window(unit);
     window.show();
