@@ -137,10 +137,7 @@ TEST_F(Frm7MeltWindowTest, APickedParentAndFourPairsGiveAFittedMeltOnScreen) {
 TEST_F(Frm7MeltWindowTest, ACancelledPickTakesNothingAndTheCloseBoxClosesTheForm) {
     unit->DisplayNew(false);
     pickerAction = [this](popMeltParentDialog& box) {
-        // Tabbing into the makers picks none of them.
-        TabInto(box.findChild<QListWidget*>("lstMakers"));
-        QCoreApplication::processEvents();
-        EXPECT_TRUE(!box.button("comOK")->isEnabled() && box.grid()->isHidden());
+        EXPECT_FALSE(box.button("comOK")->isEnabled());
         ChooseGlass(box, "Ohara", "S-BSL7");
         EXPECT_TRUE(box.button("comOK")->isEnabled());
         box.button("comCancel")->click();

@@ -70,8 +70,8 @@ TEST_F(WindowsTest, MainWindowFollowsCaptionToolTipsPanelsAndPopup) {
 }
 
 // Docked at the side of the main window the list shows the list and never covers a form; it
-// follows changes of the list, comes back by the menu's action once closed, and a
-// row asks for its popup by the mouse or the menu key, the melt menu for a melt glass.
+// follows changes of the list, and a row asks for its popup by the mouse or the menu key, the
+// melt menu for a melt glass.
 TEST_F(WindowsTest, DockedListShowsTheListBesideTheFormsAndAsksForPopups) {
     QMainWindow main;
     auto* area = new QMdiArea;
@@ -83,7 +83,7 @@ TEST_F(WindowsTest, DockedListShowsTheListBesideTheFormsAndAsksForPopups) {
                                {},
                                [&](const std::vector<int>& rows) { compared = rows; }});
     frmGlassesListWindow w(unit, nullptr, &main);
-    QDockWidget* dock = w.DockIn(&main);
+    w.DockIn(&main);
     unit.Display();
     auto* model = w.grid()->model();
     EXPECT_EQ(model->index(1, 0).data(Qt::BackgroundRole).value<QColor>(), Rgb(kMeltRowColour));
@@ -98,11 +98,6 @@ TEST_F(WindowsTest, DockedListShowsTheListBesideTheFormsAndAsksForPopups) {
     EXPECT_TRUE(w.isVisible());
     EXPECT_FALSE(listRect.intersects(formRect));
     EXPECT_GT(listRect.left(), formRect.left()) << "at the right side";
-
-    dock->close();
-    EXPECT_FALSE(w.isVisible());
-    dock->toggleViewAction()->trigger();
-    EXPECT_TRUE(w.isVisible());
 
     // The menu key opens the popup of the current row, as the window system places it: at the
     // middle of the current cell as the grid reports it.
@@ -139,30 +134,6 @@ TEST_F(WindowsTest, DockedListShowsTheListBesideTheFormsAndAsksForPopups) {
     ASSERT_TRUE(list.CommitList({Record("N-SF11", "Schott")}));
     ASSERT_EQ(model->rowCount(), 1);
     EXPECT_EQ(model->index(0, 0).data().toString(), "N-SF11");
-}
-
-TEST_F(WindowsTest, ManageFormShowsHidesAndSortsThroughItsButtons) {
-    QMdiArea area;
-    int closes = 0, edited = 0;
-    frm2Manage unit(
-        list, dialogs,
-        {[&](int index, const MaterialRecord&) { edited = index; }, {}, {}, [&] { ++closes; }});
-    frm2ManageWindow w(unit, nullptr, &area);
-    unit.Display();
-    EXPECT_FALSE(w.subWindow()->isHidden());
-    EXPECT_TRUE(w.grid()->isColumnHidden(frm2Manage::kColIndex - 1));
-
-    dialogs.answers.push_back(MsgAnswer::Yes);
-    w.button("comSort")->click();
-    EXPECT_EQ(w.grid()->model()->index(0, 0).data().toString(), "BK7");
-
-    // Enter on a row reached by the keys opens it, as a double click does.
-    KeyToRow(w.grid(), 2);
-    PressKey(w.grid(), Qt::Key_Return);
-    w.button("comOK")->click();
-    EXPECT_EQ(std::pair(edited, closes), std::pair(3, 1));
-    unit.ForceUnload();
-    EXPECT_TRUE(w.subWindow()->isHidden());
 }
 
 // An open form that will not close (unsaved changes kept) is asked when its tool is released,
