@@ -71,19 +71,6 @@ class Frm7MeltWindowTest : public ::testing::Test, protected UnitEnv {
         return m->data(m->index(row - 1, col - 1)).toString();
     }
 
-    // Pairs of the parent's index plus 0.0002, at the first `count` of the d, F, C, g and
-    // e lines.
-    void TypePairs(int count) {
-        const float waves[] = {656.273f, 587.562f, 486.133f, 435.834f, 546.074f};
-        const auto& p = unit->ParentRecord().General;
-        for (int i = 0; i < count; ++i) {
-            int16_t ok = 0;
-            const double n = IndexFromPolynomial(p.PolyCoef, waves[i], p.Polytype, ok) + 0.0002;
-            Type(2, i + 1, QString::number(waves[i], 'f', 4));
-            Type(3, i + 1, QString::number(n, 'f', 7));
-        }
-    }
-
     Bas1Setup setup{settings, dialogs};
     QMdiArea area;
     popMeltSchott sheet = popMeltSchott(
@@ -111,7 +98,15 @@ TEST_F(Frm7MeltWindowTest, APickedParentAndFourPairsGiveAFittedMeltOnScreen) {
     emit code->editingFinished();
     EXPECT_EQ(window->label("lblMeltName")->text(), "Schott  N-BK7 *m1234");
 
-    TypePairs(4);
+    // Pairs of the parent's index plus 0.0002 at the d, F, C and g lines.
+    const auto& p = unit->ParentRecord().General;
+    int row = 0;
+    for (float wave : {656.273f, 587.562f, 486.133f, 435.834f}) {
+        int16_t ok = 0;
+        const double n = IndexFromPolynomial(p.PolyCoef, wave, p.Polytype, ok) + 0.0002;
+        Type(2, ++row, QString::number(wave, 'f', 4));
+        Type(3, row, QString::number(n, 'f', 7));
+    }
     window->button("comIndexFit")->click();
     ASSERT_EQ(unit->MeltRecord().IndexState.Ready, kTrue);
     // The plot: the four measured differences and the fitted curve over the band.
