@@ -159,8 +159,7 @@ TEST(UserGuideTest, FormOpensItsPageOrTheContents) {
         ScriptedDialogs dialogs;
         UserGuide guide(dialogs, [&] { return (folder / "OstrelTD.html").string(); });
         EXPECT_TRUE(guide.Open(form));
-        ASSERT_EQ(dialogs.urls.size(), 1u);
-        EXPECT_EQ(dialogs.urls[0], url + page);
+        EXPECT_EQ(dialogs.urls, std::vector<std::string>{url + page});
     }
 
     ScriptedDialogs dialogs;
