@@ -69,8 +69,7 @@ class Forms : public ::testing::Test, protected UnitEnv {
     void TearDown() override { SetEntryNoteSink({}); }
 
     QLineEdit* Box(const QString& name) {
-        for (QWidget* form : std::initializer_list<QWidget*>{&materialWindow, &sheetBox, &mapWindow,
-                                                             &compareWindow})
+        for (QWidget* form : std::initializer_list<QWidget*>{&materialWindow, &mapWindow})
             if (auto* box = form->findChild<QLineEdit*>(name)) return box;
         return nullptr;
     }
@@ -144,12 +143,9 @@ TEST_F(Forms, TextThatIsNoNumberIsKeptMarkedAndExplained) {
     material.DisplayNew();
     material.lstThermal.SetListIndex(2);
     material.lstThermalClick();
-    // The box and the figure it counts as: a box of each kind of figure on each form.
-    const std::pair<const char*, const char*> cases[] = {{"txtTransGlassWidth", "10.0"},
-                                                         {"txtTherm0", "0.000e+00"},
-                                                         {"txtIndex1", "0"},
-                                                         {"txtCount", "5"},
-                                                         {"txtWidth", "10"}};
+    // The box and the figure it counts as: a box of each kind of figure.
+    const std::pair<const char*, const char*> cases[] = {
+        {"txtTransGlassWidth", "10.0"}, {"txtTherm0", "0.000e+00"}, {"txtCount", "5"}};
     for (const auto& [name, countsAs] : cases) {
         SCOPED_TRACE(name);
         QLineEdit* box = Box(name);

@@ -180,18 +180,6 @@ TEST_F(GridKeyboard, EditCommandsCutAndPasteBetweenLineAndTextEdits) {
               std::tuple("nd=", "1.5168", "fixed", 2u));
 }
 
-// A click on the button's middle, queued as the window system would queue it.
-void QueueClick(QPushButton& button) {
-    const QPointF at = QRectF(button.rect()).center();
-    const QPointF global = button.mapToGlobal(at);
-    QCoreApplication::postEvent(
-        &button, new QMouseEvent(QEvent::MouseButtonPress, at, global, Qt::LeftButton,
-                                 Qt::LeftButton, Qt::NoModifier));
-    QCoreApplication::postEvent(
-        &button, new QMouseEvent(QEvent::MouseButtonRelease, at, global, Qt::LeftButton,
-                                 Qt::NoButton, Qt::NoModifier));
-}
-
 TEST(BusyInput, ClicksQueuedDuringBusyWorkAreDroppedWhenItEnds) {
     QtDialogs dialogs;
     QPushButton button("Scan");
@@ -203,7 +191,7 @@ TEST(BusyInput, ClicksQueuedDuringBusyWorkAreDroppedWhenItEnds) {
     // Nested busy work: the clicks wait for the outer end and go there.
     dialogs.SetBusy(true);
     dialogs.SetBusy(true);
-    QueueClick(button);
+    ClickWidget(&button, true);
     dialogs.SetBusy(false);
     EXPECT_EQ(QApplication::overrideCursor() != nullptr, true);
     dialogs.SetBusy(false);
@@ -212,7 +200,7 @@ TEST(BusyInput, ClicksQueuedDuringBusyWorkAreDroppedWhenItEnds) {
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 
     // Once the program listens again, the same click acts.
-    QueueClick(button);
+    ClickWidget(&button, true);
     QCoreApplication::processEvents();
     EXPECT_EQ(clicks, 1);
 }
