@@ -116,7 +116,7 @@ TEST_F(ExternalWindowsTest, RemovalDialogListsAndRemovesFromFileAndDatabase) {
     EXPECT_FALSE(update.comExtRemoveClick());
 }
 
-TEST_F(ExternalWindowsTest, ArchiveFormMovesSelectedGlassesAndRestoresThem) {
+TEST_F(ExternalWindowsTest, ArchiveFormMovesTheChosenGlassAndAsksBeforeAll) {
     ManageForms forms(dialogs, {[] { return true; }, [] { return false; }, [] {}});
     frm6Archive archive(setup, dialogs, [&forms] { forms.RibbonClick(kFormArchive, false); });
     frm6ArchiveWindow w(archive, nullptr, &area);
@@ -145,10 +145,6 @@ TEST_F(ExternalWindowsTest, ArchiveFormMovesSelectedGlassesAndRestoresThem) {
     dialogs.answers = {MsgAnswer::Cancel};
     w.button("comArchive")->click();
     EXPECT_EQ(dialogs.boxes.back().text, frm6Archive::kMsgArchiveAll);
-
-    KeyToRow(w.gridArchive(), 0);
-    w.button("comDeArchive")->click();
-    EXPECT_EQ(arch->rowCount(), 0);
 }
 
 // With a data folder given, the windows keep their settings in the folder's own file, in

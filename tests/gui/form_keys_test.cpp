@@ -25,40 +25,34 @@
 namespace ostrel::gui {
 namespace {
 
-// The controls Tab stops at in `form`, in the order Tab visits them.
-std::vector<QWidget*> TabStops(QWidget* form) {
+// The steps of the Tab order that go against reading order: a stop that lies wholly above
+// the one before it, unless it starts a column to the right of it; or one on the same line
+// that lies to the left of it.
+QStringList OutOfOrder(QWidget* form) {
+    // The controls Tab stops at in `form`, in the order Tab visits them.
     std::vector<QWidget*> stops;
     for (QWidget* w = form->nextInFocusChain(); w && w != form; w = w->nextInFocusChain()) {
         if (!form->isAncestorOf(w) || !w->isVisibleTo(form) || !w->isEnabled()) continue;
         if (!(w->focusPolicy() & Qt::TabFocus) || w->focusProxy()) continue;
         stops.push_back(w);
     }
-    return stops;
-}
-
-QRect InForm(QWidget* w, QWidget* form) {
-    return QRect(w->mapTo(form, QPoint(0, 0)), w->size());
-}
-
-QString Name(QWidget* w) {
-    if (!w->objectName().isEmpty()) return w->objectName();
-    if (auto* b = qobject_cast<QAbstractButton*>(w)) return b->text();
-    return w->metaObject()->className();
-}
-
-// The steps of the Tab order that go against reading order: a stop that lies wholly above
-// the one before it, unless it starts a column to the right of it; or one on the same line
-// that lies to the left of it.
-QStringList OutOfOrder(QWidget* form) {
+    const auto inForm = [form](QWidget* w) {
+        return QRect(w->mapTo(form, QPoint(0, 0)), w->size());
+    };
+    const auto name = [](QWidget* w) {
+        auto* b = qobject_cast<QAbstractButton*>(w);
+        return !w->objectName().isEmpty() ? w->objectName()
+               : b                        ? b->text()
+                                          : w->metaObject()->className();
+    };
     QStringList wrong;
-    const auto stops = TabStops(form);
     for (size_t i = 1; i < stops.size(); ++i) {
-        const QRect a = InForm(stops[i - 1], form), b = InForm(stops[i], form);
+        const QRect a = inForm(stops[i - 1]), b = inForm(stops[i]);
         const bool above = b.bottom() < a.top();
         const bool sameLine = !above && b.top() <= a.bottom() && a.top() <= b.bottom();
         const bool newColumn = b.left() > a.right();
         if ((above && !newColumn) || (sameLine && b.right() < a.left()))
-            wrong << Name(stops[i - 1]) + " -> " + Name(stops[i]);
+            wrong << name(stops[i - 1]) + " -> " + name(stops[i]);
     }
     return wrong;
 }
@@ -171,11 +165,11 @@ TEST_F(Forms, TextThatIsNoNumberIsKeptMarkedAndExplained) {
     }
 }
 
-// `count` catalogue glasses over three sources, and one custom glass last.
-GlassMapData SampleMap(int count) {
+// 300 catalogue glasses over three sources, and one custom glass last.
+TEST(GlassMapWindow, SourcesSearchAndSavedPictures) {
     GlassMapData data;
     data.sources = {"North", "South", "West"};
-    for (int i = 0; i <= count; ++i) {
+    for (int i = 0; i <= 300; ++i) {
         GlassPoint p;
         p.name = QString("G%1").arg(i).toStdString();
         p.sourceIndex = i % 3;
@@ -189,13 +183,9 @@ GlassMapData SampleMap(int count) {
     custom.name = "MINE";
     custom.kind = GlassKind::Custom;
     custom.listPosition = 1;
-    return data;
-}
-
-TEST(GlassMapWindow, SourcesSearchAndSavedPictures) {
     MemorySettingsStore settings;
     frmGlassMap map(settings);
-    map.SetData(SampleMap(300));
+    map.SetData(data);
     gui::frmGlassMapWindow mapWindow(map, {});
     mapWindow.show();
     QApplication::processEvents();

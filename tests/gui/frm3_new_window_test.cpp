@@ -36,10 +36,6 @@ class Frm3NewWindowTest : public ::testing::Test, protected UnitEnv {
         emit combo->activated(index);
     }
 
-    QLabel* Panel(int i) {
-        return window.label(QString("pnlStatus%1").arg(i).toUtf8().constData());
-    }
-
     popEditParamWave picker = popEditParamWave(
         dialogs, newMsg, Folder(),
         {[this](popEditParamWave& p) { pickerResult = RunModal(p, pickerAction); }});
@@ -60,7 +56,9 @@ TEST_F(Frm3NewWindowTest, OpensAsANewMaterialWithItsPanelsAndTabs) {
     EXPECT_FALSE(window.subWindow()->isHidden());
     // The panels show the sections' states.
     for (int i = 0; i < 5; ++i)
-        EXPECT_EQ(Back(Panel(i)), Rgb(i == frm3New::kTabDndt ? kStatusGreen : kStatusRed)) << i;
+        EXPECT_EQ(Back(window.label(("pnlStatus" + std::to_string(i)).c_str())),
+                  Rgb(i == frm3New::kTabDndt ? kStatusGreen : kStatusRed))
+            << i;
 
     // Name and source typed into their boxes reach the record, the title and its label.
     emit window.edit("txtGenGlass")->textEdited("BK7-M12");
@@ -101,7 +99,7 @@ TEST_F(Frm3NewWindowTest, IndexFitShowsResultsAndPlotsUntilACellChanges) {
         Type("ssRefInd", 2, i + 1, QString::number(ostrel::testing::Nbk7(nm / 1000), 'f', 7));
     }
     window.button("comIndexFit")->click();
-    EXPECT_EQ(Back(Panel(1)), Rgb(kStatusGreen));
+    EXPECT_EQ(Back(window.label("pnlStatus1")), Rgb(kStatusGreen));
     const IndexPlot* plot = window.indexPlot();
     EXPECT_EQ(std::tuple(plot->CurvePointCount() > 100, plot->MeasuredPointCount(),
                          plot->ResidualPointCount()),
