@@ -10,20 +10,6 @@
 namespace ostrel::gui {
 namespace {
 
-// Runs `seen` when a Close event reaches the object it watches, before the object's own
-// handling of it.
-class ProbeClose : public QObject {
-  public:
-    explicit ProbeClose(std::function<void()> seen) : seen_(std::move(seen)) {}
-    bool eventFilter(QObject*, QEvent* e) override {
-        if (e->type() == QEvent::Close) seen_();
-        return false;
-    }
-
-  private:
-    std::function<void()> seen_;
-};
-
 class Frm3NewWindowTest : public ::testing::Test, protected UnitEnv {
   protected:
     void Type(const char* grid, int col, int row, const QString& text) {
@@ -41,19 +27,18 @@ class Frm3NewWindowTest : public ::testing::Test, protected UnitEnv {
         {[this](popEditParamWave& p) { pickerResult = RunModal(p, pickerAction); }});
     std::function<void(popEditParamWaveWindow&)> pickerAction;
     int pickerResult = -1;
-    int closes = 0;
+    std::vector<float> closedWidths;  // the glass width at each close of the form
     QMdiArea area;
     frm3New unit = frm3New(list, dialogs,
                            {[this](int16_t& count, float& wave, std::vector<float>& waves,
                                    int16_t tab) { return picker.Display(count, wave, waves, tab); },
-                            [this] { ++closes; },
+                            [this] { closedWidths.push_back(unit.Record().Measured.TransWidth); },
                             {}});
     frm3NewWindow window{unit, nullptr, &area};
 };
 
 TEST_F(Frm3NewWindowTest, OpensAsANewMaterialWithItsPanelsAndTabs) {
     unit.DisplayNew();
-    EXPECT_FALSE(window.subWindow()->isHidden());
     // The panels show the sections' states.
     for (int i = 0; i < 5; ++i)
         EXPECT_EQ(Back(window.label(("pnlStatus" + std::to_string(i)).c_str())),
@@ -83,9 +68,11 @@ TEST_F(Frm3NewWindowTest, OpensAsANewMaterialWithItsPanelsAndTabs) {
     // the window, No closes it.
     dialogs.answers = {MsgAnswer::Cancel, MsgAnswer::No};
     window.subWindow()->close();
-    EXPECT_EQ(std::pair(closes, window.subWindow()->isHidden()), std::pair(0, false));
+    EXPECT_EQ(std::pair(closedWidths.size(), window.subWindow()->isHidden()),
+              std::pair(size_t{0}, false));
     window.subWindow()->close();
-    EXPECT_EQ(std::pair(closes, window.subWindow()->isHidden()), std::pair(1, true));
+    EXPECT_EQ(std::pair(closedWidths.size(), window.subWindow()->isHidden()),
+              std::pair(size_t{1}, true));
 }
 
 TEST_F(Frm3NewWindowTest, IndexFitShowsResultsAndPlotsUntilACellChanges) {
@@ -153,13 +140,10 @@ TEST_F(Frm3NewWindowTest, TransmissionRowsPlotAsInternalTransmission) {
     EXPECT_EQ(unit.ssTrans.Text(1, 5), "250");
     EXPECT_TRUE(grid->hasFocus());
     // The close box runs the form's Close command, which asks about unsaved changes.
-    float widthAtClose = 0;
-    ProbeClose probe([&] { widthAtClose = unit.Record().Measured.TransWidth; });
-    window.subWindow()->installEventFilter(&probe);
+    dialogs.answers = {MsgAnswer::No};
     typeWidth("30");
     window.subWindow()->close();
-    window.subWindow()->removeEventFilter(&probe);
-    EXPECT_EQ(widthAtClose, 30.0f);
+    EXPECT_EQ(closedWidths, std::vector<float>{30.0f});
 }
 
 TEST_F(Frm3NewWindowTest, ReviewLocksTheWidgets) {

@@ -78,10 +78,10 @@ class Frm7MeltWindowTest : public ::testing::Test, protected UnitEnv {
     std::unique_ptr<frm7Melt> unit;
     std::unique_ptr<frm7MeltWindow> window;
     std::function<void(popMeltParentDialog&)> pickerAction;
+    int closes = 0;
     std::function<void(popMeltSchottDialog&)> sheetAction;
     int pickerResult = -1;
     int sheetResult = -1;
-    int closes = 0;
 };
 
 TEST_F(Frm7MeltWindowTest, APickedParentAndFourPairsGiveAFittedMeltOnScreen) {
@@ -154,7 +154,8 @@ TEST_F(Frm7MeltWindowTest, WavebandsFollowTheListByMouseAndKeyboardAndTheSheetFi
     QListWidget* bands = window->list("lstWaveBand");
     ASSERT_EQ(bands->count(), 3);
     Type(2, 1, "700.0000");
-    TabInto(bands);
+    QFocusEvent tabIn(QEvent::FocusIn, Qt::TabFocusReason);
+    QCoreApplication::sendEvent(bands, &tabIn);
     EXPECT_EQ(Cell(2, 1), "700.0000");
 
     ClickItem(bands, bands->item(2));

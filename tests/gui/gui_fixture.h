@@ -133,12 +133,6 @@ inline void ClickWidget(QWidget* w, bool queued = false) {
     ClickAt(w, QRectF(w->rect()).center(), queued);
 }
 
-// The focus arriving by Tab.
-inline void TabInto(QWidget* to) {
-    QFocusEvent tabIn(QEvent::FocusIn, Qt::TabFocusReason);
-    QCoreApplication::sendEvent(to, &tabIn);
-}
-
 // Ctrl+End, Ctrl+Home, then Down to the row (0-based) of a grid.
 inline void KeyToRow(QWidget* grid, int row) {
     PressKey(grid, Qt::Key_End, Qt::ControlModifier);
