@@ -154,7 +154,6 @@ TEST(QtSettingsStoreTest, AGivenFileIsTheOneWrittenAndBothFrontEndsReadIt) {
     const std::string path = SettingsFile::PathIn(dir.path().string());
     QtSettingsStore store(path);
     store.SaveSetting("B1SetupPathsTD", "KelmoraTD", "/opt/kelmora, new/");
-    EXPECT_EQ(store.GetSetting("B1SetupPathsTD", "KelmoraTD", ""), "/opt/kelmora, new/");
     EXPECT_EQ(SettingsFile(path).GetSetting("B1SetupPathsTD", "KelmoraTD", ""),
               "/opt/kelmora, new/");
     SettingsFile(path).SaveSetting("B1SetupPathsTD", "FirstLoad1TD", "False");

