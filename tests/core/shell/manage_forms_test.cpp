@@ -217,9 +217,7 @@ TEST_F(RibbonTest, EndAndEditAskTheOpenForms) {
     EXPECT_EQ(fakes[1]->asked, 1);
 
     for (auto& f : fakes) f->asked = 0;
-    forms->FormClosed(3);
-    forms->FormClosed(7);
-    forms->FormClosed(2);
+    for (int n : {3, 7, 2}) forms->FormClosed(n);
     for (auto& f : fakes) EXPECT_EQ(f->asked, 0);
     EXPECT_EQ(forms->GetCurrentForm(), 0);
 }
@@ -257,15 +255,15 @@ TEST_F(FrmMainMdiTest, PopupNamesTheMaterialEditPicksTheFormByMeltFlagAndDeleteR
     melt.Melt.MeltFlag = kTrue;
     list->ListAdd(MakeRecord("A", "S"), false);
     list->ListAdd(melt, false);
-    main->PrepForPopup(2, "M/S");
-    main->mnuPopupClick(1);
+    // Edit from the material's menu, the last on no such material, then from the melt menu.
+    for (const auto& [row, name] :
+         {std::pair(2, "M/S"), std::pair(1, "A/S"), std::pair(3, "none")}) {
+        main->PrepForPopup(row, name);
+        main->mnuPopupClick(1);
+    }
     main->PrepForPopupMelt(2, "M/S");
     main->mnuPopupMeltClick(1);
-    main->PrepForPopup(1, "A/S");
-    main->mnuPopupClick(1);
-    main->PrepForPopup(3, "none");
-    main->mnuPopupClick(1);  // no such material
-    EXPECT_EQ(edits, (std::vector<std::string>{"melt 2", "new 2", "new 1"}));
+    EXPECT_EQ(edits, (std::vector<std::string>{"melt 2", "new 1", "new 2"}));
 
     main->PrepForPopup(1, "A/S");
     main->mnuPopupClick(2);  // answered Yes
