@@ -200,6 +200,7 @@ TEST_F(ImportWindowsTest, ImportWindowShowsTheReadAndClosesThroughTheStrip) {
     w.ShowProgress(100, 100);
     EXPECT_FALSE(w.progressBar()->isVisibleTo(&w));
 
+    EXPECT_TRUE(w.grid()->isColumnHidden(5)) << "no refit column before a refit";
     WriteFileBytes(dir / "crafted.agf", kCraftedAgf);
     dialogs.files.push_back((dir / "crafted.agf").string());
     dialogs.filters.push_back(frm4Import::kAGF);

@@ -27,12 +27,12 @@ class Frm3NewWindowTest : public ::testing::Test, protected UnitEnv {
         {[this](popEditParamWave& p) { pickerResult = RunModal(p, pickerAction); }});
     std::function<void(popEditParamWaveWindow&)> pickerAction;
     int pickerResult = -1;
-    std::vector<float> closedWidths;  // the glass width at each close of the form
+    int closes = 0;
     QMdiArea area;
     frm3New unit = frm3New(list, dialogs,
                            {[this](int16_t& count, float& wave, std::vector<float>& waves,
                                    int16_t tab) { return picker.Display(count, wave, waves, tab); },
-                            [this] { closedWidths.push_back(unit.Record().Measured.TransWidth); },
+                            [this] { ++closes; },
                             {}});
     frm3NewWindow window{unit, nullptr, &area};
 };
@@ -67,11 +67,9 @@ TEST_F(Frm3NewWindowTest, OpensAsANewMaterialWithItsPanelsAndTabs) {
     // the window, No closes it.
     dialogs.answers = {MsgAnswer::Cancel, MsgAnswer::No};
     window.subWindow()->close();
-    EXPECT_EQ(std::pair(closedWidths.size(), window.subWindow()->isHidden()),
-              std::pair(size_t{0}, false));
+    EXPECT_EQ(std::pair(closes, window.subWindow()->isHidden()), std::pair(0, false));
     window.subWindow()->close();
-    EXPECT_EQ(std::pair(closedWidths.size(), window.subWindow()->isHidden()),
-              std::pair(size_t{1}, true));
+    EXPECT_EQ(std::pair(closes, window.subWindow()->isHidden()), std::pair(1, true));
 }
 
 TEST_F(Frm3NewWindowTest, IndexFitShowsResultsAndPlotsUntilACellChanges) {
@@ -138,11 +136,23 @@ TEST_F(Frm3NewWindowTest, TransmissionRowsPlotAsInternalTransmission) {
     ClickWidget(&tool);
     EXPECT_EQ(unit.ssTrans.Text(1, 5), "250");
     EXPECT_TRUE(grid->hasFocus());
-    // The close box runs the form's Close command, which asks about unsaved changes.
-    dialogs.answers = {MsgAnswer::No};
+    // The close box runs the form's Close command, which asks about unsaved changes: the
+    // width the unit holds when the Close event reaches the window, before the window
+    // handles it, is the one typed.
+    struct Probe : QObject {
+        explicit Probe(frm3New& u) : unit(u) {}
+        bool eventFilter(QObject*, QEvent* e) override {
+            if (e->type() == QEvent::Close) width = unit.Record().Measured.TransWidth;
+            return false;
+        }
+        frm3New& unit;
+        float width = 0;
+    } probe(unit);
+    window.subWindow()->installEventFilter(&probe);
     typeWidth("30");
     window.subWindow()->close();
-    EXPECT_EQ(closedWidths, std::vector<float>{30.0f});
+    window.subWindow()->removeEventFilter(&probe);
+    EXPECT_EQ(probe.width, 30.0f);
 }
 
 TEST_F(Frm3NewWindowTest, ReviewLocksTheWidgets) {
