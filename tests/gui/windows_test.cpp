@@ -61,9 +61,8 @@ TEST_F(WindowsTest, MainWindowFollowsCaptionToolTipsPanelsAndPopup) {
     EXPECT_EQ(dialogs.helpNotes, (std::vector<std::string>{HelpNotes::NoteText(3), ""}));
 
     mainUnit.PrepForPopup(2, "BK7/Schott");
-    const auto actions = w.mnuPopup()->actions();
-    ASSERT_EQ(actions.size(), 3);
-    EXPECT_EQ(actions[0]->text(), "&Duplicate   BK7/Schott");
+    ASSERT_EQ(w.mnuPopup()->actions().size(), 3);
+    EXPECT_EQ(w.mnuPopup()->actions()[0]->text(), "&Duplicate   BK7/Schott");
 
     mainUnit.HelpNote("Searching...", true);
     EXPECT_TRUE(w.lblHelp()->text() == "Searching..." && w.lblHelp()->font().bold());
@@ -125,8 +124,7 @@ TEST_F(WindowsTest, DockedListShowsTheListBesideTheFormsAndAsksForPopups) {
     emit w.grid()->cellRightClicked(1, 2, QPoint());
     EXPECT_EQ(melt.size(), 3u) << "outside the selection: the material's menu";
     emit w.grid()->cellRightClicked(1, 3, QPoint());
-    EXPECT_EQ(melt.size(), 3u);
-    EXPECT_TRUE(unit.PopupIsSelection());
+    EXPECT_EQ(std::pair(melt.size(), unit.PopupIsSelection()), std::pair(size_t{3}, true));
     w.selectionMenu()->hide();
     compare->trigger();
     EXPECT_EQ(compared, (std::vector<int>{1, 3}));

@@ -79,7 +79,6 @@ TEST_F(CSApplicationTest, PositionGetKeepsTheFormOnTheScreen) {
         {"AsStored", "100", "200", "500", "700", false, false, {200, 100, 700, 500}},
         {"BlankTopIsNoPosition", " ", "10", "10", "10", false, false, {760, 390, 400, 300}},
         {"NegativeTopLeft", "-40", "-3", "500", "700", false, false, {0, 0, 700, 500}},
-        {"TooWideForm", "10", "100", "500", "3000", false, false, {100, 10, 960, 500}},
         {"TooWideMain", "10", "100", "500", "3000", true, false, {100, 10, 1728, 500}},
         {"TooTallMain", "10", "100", "2000", "700", true, false, {100, 10, 700, 972}},
         {"TooWidePulledBack", "10", "1500", "500", "3000", false, false, {960, 10, 960, 500}},

@@ -73,12 +73,10 @@ TEST_F(RibbonTest, ClickFollowsTheStateTable) {
         const char* calls;
         int currentAfter;
     } rows[] = {
-        {"NonePress2", 0, false, false, 2, true, "show 2", 2},
         {"NonePress6WithKelmora", 0, false, false, 6, true, "show 6", 6},
         {"NoneRelease", 0, false, false, 4, false, "", 0},
         {"NonePressClosesNewForm", 0, true, false, 5, true, "unload 3, show 5", 5},
         {"NonePressClosesMeltForm", 0, false, true, 2, true, "unload 7, show 2", 2},
-        {"ManageRelease", 2, false, false, 2, false, "unload 2", 0},
         {"ManageReleaseClosesSideForms", 2, true, true, 2, false, "unload 3, unload 7, unload 2",
          0},
         {"ManagePressOwn", 2, false, false, 2, true, "", 2},

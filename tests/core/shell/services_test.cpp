@@ -199,7 +199,6 @@ TEST(WelcomeDemoNoticeTest, SaidOnceForADemoInstallationOnly) {
 MaterialRecord Named(const char* name, double date) {
     MaterialRecord rec;
     rec.General.GlassName.Set(name);
-    rec.General.Source.Set("TEST");
     rec.DateChanged = date;
     return rec;
 }
