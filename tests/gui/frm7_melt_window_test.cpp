@@ -115,6 +115,7 @@ TEST_F(Frm7MeltWindowTest, APickedParentAndFourPairsGiveAFittedMeltOnScreen) {
         std::pair(4, true));
     ASSERT_EQ(unit->ExtrapolatedRanges().size(), 2u);
     EXPECT_EQ(window->plot()->ShadedRanges(), unit->ExtrapolatedRanges());
+    EXPECT_TRUE(window->button("comAdd")->isEnabled());
 
     // An edit makes the index not ready again: the curve and the shading go.
     Type(3, 1, "1.5150000");

@@ -20,10 +20,7 @@ class FakeForm : public WorkingForm {
     FakeForm(int n, std::string& log) : n_(n), log_(log) {}
     void Display() override { Log("show "); }
     void ForceUnload() override { Log("unload "); }
-    bool QueryClose() override {
-        ++asked;
-        return agree;
-    }
+    bool QueryClose() override { return ++asked, agree; }
     bool agree = true;
     int asked = 0;
 
