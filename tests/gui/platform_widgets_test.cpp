@@ -80,6 +80,7 @@ TEST_F(GridKeyboard, CopyPasteAndDeleteExchangeTabSeparatedText) {
     grid.SetText(1, 1, "1.5");
     grid.SetText(2, 1, "2");
     grid.SetSelection({1, 1, 3, 1});
+    EXPECT_TRUE(view.selectionModel()->isSelected(view.model()->index(0, 2)));
     PressKey(&view, Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QGuiApplication::clipboard()->text(), "1.5\t2\tcalc");
 
