@@ -73,7 +73,7 @@ TEST_F(ExternalWindowsTest, UpdateFrameShowsItsUnitAndSendsTheChosenRows) {
               "Are you sure that you want to export GLASS B [Lab] to Lumbrak3D/Sextane");
 }
 
-TEST_F(ExternalWindowsTest, RemovalDialogListsAndRemovesFromFileAndDatabase) {
+TEST_F(ExternalWindowsTest, RemovalDialogListsAndRemovesFromTheDatabase) {
     dialogs.answers = {MsgAnswer::OK};
     panel->button("comExtSynch")->click();
 
