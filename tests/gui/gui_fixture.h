@@ -72,6 +72,15 @@ int RunModal(Unit& unit, const std::function<void(Box&)>& action) {
     return box.exec();
 }
 
+inline QColor Rgb(const Colour& c) {
+    return QColor(c.r, c.g, c.b);
+}
+
+// The back colour of a panel.
+inline QColor Back(const QWidget* panel) {
+    return panel->palette().color(QPalette::Window);
+}
+
 // `text` entered into the cell (1-based) of a grid on screen, as its editor hands it over.
 inline void TypeInto(QAbstractItemView* grid, int col, int row, const QString& text) {
     QAbstractItemModel* m = grid->model();
@@ -88,13 +97,16 @@ inline int RowOf(const QAbstractItemModel* m, const QString& text) {
 
 // The user's own mouse and keyboard, sent to widgets as the window system delivers them, so that
 // a test sees the signals in the order a real click or key gives them.
-// A left click at `at` in `w`.
-inline void ClickAt(QWidget* w, QPointF at) {
+// A left click at `at` in `w`, sent at once or queued as the window system queues it.
+inline void ClickAt(QWidget* w, QPointF at, bool queued = false) {
     for (QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-        QMouseEvent click(type, at, w->mapToGlobal(at), Qt::LeftButton,
-                          type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton,
-                          Qt::NoModifier);
-        QCoreApplication::sendEvent(w, &click);
+        auto click = std::make_unique<QMouseEvent>(
+            type, at, w->mapToGlobal(at), Qt::LeftButton,
+            type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
+        if (queued)
+            QCoreApplication::postEvent(w, click.release());
+        else
+            QCoreApplication::sendEvent(w, click.get());
     }
 }
 
@@ -117,14 +129,8 @@ inline void TypeText(QWidget* to, const QString& text) {
 }
 
 // A left click on the middle of a widget.
-inline void ClickWidget(QWidget* w) {
-    ClickAt(w, QRectF(w->rect()).center());
-}
-
-// The focus arriving by Tab.
-inline void TabInto(QWidget* to) {
-    QFocusEvent tabIn(QEvent::FocusIn, Qt::TabFocusReason);
-    QCoreApplication::sendEvent(to, &tabIn);
+inline void ClickWidget(QWidget* w, bool queued = false) {
+    ClickAt(w, QRectF(w->rect()).center(), queued);
 }
 
 // Ctrl+End, Ctrl+Home, then Down to the row (0-based) of a grid.
@@ -138,20 +144,19 @@ inline void KeyToRow(QWidget* grid, int row) {
 // that lead to a box, and of its tabs.
 // The letters used more than once among what `form` shows now.
 inline QStringList DuplicateMnemonics(QWidget* form) {
-    QStringList texts;
-    for (auto* b : form->findChildren<QAbstractButton*>())
-        if (b->isVisibleTo(form)) texts << b->text();
-    for (auto* l : form->findChildren<QLabel*>())
-        if (l->isVisibleTo(form) && l->buddy()) texts << l->text();
-    for (auto* t : form->findChildren<QTabBar*>())
-        for (int i = 0; t->isVisibleTo(form) && i < t->count(); ++i) texts << t->tabText(i);
-    QMap<QString, int> count;
-    for (const QString& text : texts)
+    QStringList keys, twice;
+    const auto add = [&](const QString& text) {
         if (const QKeySequence key = QKeySequence::mnemonic(text); !key.isEmpty())
-            ++count[key.toString()];
-    QStringList twice;
-    for (auto it = count.cbegin(); it != count.cend(); ++it)
-        if (it.value() > 1) twice << it.key().right(1);
+            keys << key.toString().right(1);
+    };
+    for (auto* b : form->findChildren<QAbstractButton*>())
+        if (b->isVisibleTo(form)) add(b->text());
+    for (auto* l : form->findChildren<QLabel*>())
+        if (l->isVisibleTo(form) && l->buddy()) add(l->text());
+    for (auto* t : form->findChildren<QTabBar*>())
+        for (int i = 0; t->isVisibleTo(form) && i < t->count(); ++i) add(t->tabText(i));
+    for (const QString& key : keys)
+        if (keys.count(key) > 1 && !twice.contains(key)) twice << key;
     return twice;
 }
 

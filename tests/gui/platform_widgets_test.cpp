@@ -59,16 +59,21 @@ class GridKeyboard : public ::testing::Test {
 TEST_F(GridKeyboard, EnterTakesTheEntryAndMovesDownCommaAndBadTextIncluded) {
     Type(1, 1, "1,51683");
     EXPECT_EQ(grid.Text(1, 1), "1.51683");
-    EXPECT_EQ(view.model()->index(0, 0).data().toString(), "1.51683") << "as entered";
     EXPECT_EQ(view.currentIndex().row(), 1) << "Enter moved down";
     Type(1, 2, "n/a");
     EXPECT_EQ(grid.Text(1, 2), "n/a") << "not erased";
     const QModelIndex bad = view.model()->index(1, 0);
+    const std::string why = "\"n/a\" is not a number: it is ignored and counts as 0.";
     EXPECT_TRUE(bad.data(Qt::BackgroundRole).isValid());
-    EXPECT_EQ(bad.data(Qt::ToolTipRole).toString(),
-              "\"n/a\" is not a number: it is ignored and counts as 0.");
-    EXPECT_EQ(notes, std::vector<std::string>{FromQt(bad.data(Qt::ToolTipRole).toString())});
+    EXPECT_EQ(std::pair(FromQt(bad.data(Qt::ToolTipRole).toString()), notes),
+              std::pair(why, std::vector<std::string>{why}));
     EXPECT_EQ(changes, (std::vector<std::pair<int, int>>{{1, 1}, {1, 2}}));
+    // A box of text that is no number keeps its comma.
+    TextBox source;
+    QLineEdit box;
+    Bind(&box, source);
+    TypeText(&box, "Ohara, Inc");
+    EXPECT_EQ(source.text.get(), "Ohara, Inc");
 }
 
 TEST_F(GridKeyboard, CopyPasteAndDeleteExchangeTabSeparatedText) {
@@ -106,22 +111,18 @@ TEST_F(GridKeyboard, CopyPasteAndDeleteExchangeTabSeparatedText) {
     grid.SetActiveCell(1, 4);
     RunEditCommand(EditCommand::Paste, dialogs);
     EXPECT_EQ(grid.Text(1, 4) + "|" + grid.Text(2, 4), "1.5|2");
-    EXPECT_TRUE(dialogs.boxes.empty());
 }
 
 TEST_F(GridKeyboard, EnterAndEscapePressTheFormsDefaultAndCancelButtonsUnlessAGridTakesEnter) {
     QMdiArea area;
     auto* form = new QWidget;
-    auto* layout = new QVBoxLayout(form);
     auto* box = new QLineEdit(form);
     view.setParent(form);
-    auto* save = new QPushButton("&Save", form);
+    auto* save = new QPushButton(form);
     save->setObjectName("comAdd");
     save->setDefault(true);
-    auto* close = new QPushButton("&Close", form);
+    auto* close = new QPushButton(form);
     close->setObjectName("comOK");
-    for (QWidget* w : std::initializer_list<QWidget*>{box, &view, save, close})
-        layout->addWidget(w);
     int saves = 0, closes = 0;
     QObject::connect(save, &QPushButton::clicked, [&] { ++saves; });
     QObject::connect(close, &QPushButton::clicked, [&] { ++closes; });
@@ -134,28 +135,16 @@ TEST_F(GridKeyboard, EnterAndEscapePressTheFormsDefaultAndCancelButtonsUnlessAGr
     PressKey(box, Qt::Key_Escape);
     view.setCurrentIndex(view.model()->index(0, 0));
     PressKey(&view, Qt::Key_Return);  // moves down the grid instead
-    EXPECT_EQ(saves, 1);
-    EXPECT_EQ(closes, 1);
-    EXPECT_EQ(view.currentIndex().row(), 1);
+    EXPECT_EQ(std::tuple(saves, closes, view.currentIndex().row()), std::tuple(1, 1, 1));
     // In a grid that is only read, Enter goes to the form.
     EXPECT_FALSE(view.model()->flags(view.model()->index(0, 2)) & Qt::ItemIsEditable);
     for (int c = 1; c <= 2; ++c) grid.SetColumnLocked(c, true);
     PressKey(&view, Qt::Key_Return);
-    EXPECT_EQ(saves, 2);
-    EXPECT_EQ(view.currentIndex().row(), 1);
+    EXPECT_EQ(std::pair(saves, view.currentIndex().row()), std::pair(2, 1));
     save->setEnabled(false);
     PressKey(box, Qt::Key_Enter, Qt::KeypadModifier);
     EXPECT_EQ(saves, 2) << "a disabled default button is not pressed";
     view.setParent(nullptr);
-}
-
-// A number's decimal comma is taken with a point in the form tests; other text keeps its comma.
-TEST(NumberBox, TextThatIsNoNumberKeepsItsComma) {
-    TextBox model;
-    QLineEdit edit;
-    Bind(&edit, model);
-    TypeText(&edit, "Ohara, Inc");
-    EXPECT_EQ(model.text.get(), "Ohara, Inc");
 }
 
 TEST(HelpLine, KeepsOneLineWithTheWholeTextInText) {
@@ -172,40 +161,19 @@ TEST(HelpLine, KeepsOneLineWithTheWholeTextInText) {
 }
 
 TEST_F(GridKeyboard, EditCommandsCutAndPasteBetweenLineAndTextEdits) {
-    QLineEdit line("nd=1.5168");
+    QLineEdit line("nd=1.5168"), readOnly("fixed");
     line.setSelection(3, 6);
-    WidgetEditTarget lineTarget(&line);
-    ASSERT_TRUE(edit.EditCut(lineTarget));
-    EXPECT_EQ(line.text(), "nd=");
-    EXPECT_EQ(QGuiApplication::clipboard()->text(), "1.5168");
-
-    QPlainTextEdit text;
-    WidgetEditTarget textTarget(&text);
-    ASSERT_TRUE(edit.EditPaste(textTarget));
-    EXPECT_EQ(text.toPlainText(), "1.5168");
-
-    // What takes no text gets the box, one for each, and keeps its text.
-    QLineEdit readOnly("fixed");
     readOnly.setReadOnly(true);
+    QPlainTextEdit text;
     QLabel label("caption");
-    for (QWidget* target : {static_cast<QWidget*>(&readOnly), static_cast<QWidget*>(&label)}) {
-        WidgetEditTarget t(target);
-        EXPECT_FALSE(edit.EditPaste(t));
-    }
-    EXPECT_EQ(readOnly.text(), "fixed");
-    EXPECT_EQ(dialogs.boxes.size(), 2u);
-}
-
-// A click on the button's middle, queued as the window system would queue it.
-void QueueClick(QPushButton& button) {
-    const QPointF at = QRectF(button.rect()).center();
-    const QPointF global = button.mapToGlobal(at);
-    QCoreApplication::postEvent(
-        &button, new QMouseEvent(QEvent::MouseButtonPress, at, global, Qt::LeftButton,
-                                 Qt::LeftButton, Qt::NoModifier));
-    QCoreApplication::postEvent(
-        &button, new QMouseEvent(QEvent::MouseButtonRelease, at, global, Qt::LeftButton,
-                                 Qt::NoButton, Qt::NoModifier));
+    WidgetEditTarget lineTarget(&line), textTarget(&text), fixed(&readOnly), caption(&label);
+    ASSERT_TRUE(edit.EditCut(lineTarget));
+    ASSERT_TRUE(edit.EditPaste(textTarget));
+    // What takes no text gets the box, one for each, and keeps its text.
+    EXPECT_FALSE(edit.EditPaste(fixed));
+    EXPECT_FALSE(edit.EditPaste(caption));
+    EXPECT_EQ(std::tuple(line.text(), text.toPlainText(), readOnly.text(), dialogs.boxes.size()),
+              std::tuple("nd=", "1.5168", "fixed", 2u));
 }
 
 TEST(BusyInput, ClicksQueuedDuringBusyWorkAreDroppedWhenItEnds) {
@@ -219,7 +187,7 @@ TEST(BusyInput, ClicksQueuedDuringBusyWorkAreDroppedWhenItEnds) {
     // Nested busy work: the clicks wait for the outer end and go there.
     dialogs.SetBusy(true);
     dialogs.SetBusy(true);
-    QueueClick(button);
+    ClickWidget(&button, true);
     dialogs.SetBusy(false);
     EXPECT_EQ(QApplication::overrideCursor() != nullptr, true);
     dialogs.SetBusy(false);
@@ -228,7 +196,7 @@ TEST(BusyInput, ClicksQueuedDuringBusyWorkAreDroppedWhenItEnds) {
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 
     // Once the program listens again, the same click acts.
-    QueueClick(button);
+    ClickWidget(&button, true);
     QCoreApplication::processEvents();
     EXPECT_EQ(clicks, 1);
 }
@@ -237,31 +205,23 @@ TEST(MessageBox, ALongTextScrollsWholeAndTheButtonsStayOnTheScreen) {
     std::string names;
     for (int i = 0; i < 400; ++i)
         names += (i ? ", " : "") + ("N-GLASS" + std::to_string(i) + "/SCHOTT");
-    const std::string longText = "The following materials are already in your collection:\n\n" +
-                                 names + "\n\nDo you want to overwrite the existing data?";
-    const std::string shortText = "Do you want to overwrite the existing data?";
-    for (const std::string& text : {longText, shortText}) {
-        const bool isLong = text.size() > 1200;
+    const std::string question = "Do you want to overwrite the existing data?";
+    for (const std::string& text : {names + "\n\n" + question, question}) {
+        const bool isLong = text != question;
         QtDialogs dialogs;
-        QRect frame, room;
-        QString scrolledText;
-        bool scrolls = false;
         QTimer::singleShot(0, [&] {
             auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
             if (!box) return;
-            frame = box->frameGeometry();
-            room = box->screen()->availableGeometry();
-            if (auto* label = box->findChild<QLabel*>("longMessageText"))
-                scrolledText = label->text();
-            scrolls = box->findChild<QScrollArea*>("longMessageScroll") != nullptr;
+            auto* label = box->findChild<QLabel*>("longMessageText");
+            EXPECT_EQ(box->findChild<QScrollArea*>("longMessageScroll") != nullptr, isLong);
+            if (isLong) {
+                EXPECT_EQ(FromQt(label ? label->text() : QString()), text);
+                EXPECT_LE(box->frameGeometry().height(),
+                          box->screen()->availableGeometry().height());
+            }
             box->button(QMessageBox::No)->click();
         });
         EXPECT_EQ(dialogs.MsgBox(text, MsgButtons::YesNo, MsgIcon::Question, {}), MsgAnswer::No);
-        EXPECT_EQ(scrolls, isLong);
-        if (isLong) {
-            EXPECT_EQ(FromQt(scrolledText), text);
-            EXPECT_LE(frame.height(), room.height());
-        }
     }
 }
 
@@ -285,12 +245,9 @@ TEST(PlotView, ToolTipZoomMenuAndPictures) {
     view.ZoomAt(at, 2.0);
     EXPECT_NEAR(x->max() - x->min(), 150, 1);
     EXPECT_GT(x->max(), 587.56) << "the point under the pointer stays in view";
-    QMenu* menu = view.MakeContextMenu();
-    ASSERT_EQ(menu->actions().size(), 3);
-    EXPECT_EQ(menu->actions()[0]->text(), "Reset zoom");
-    EXPECT_TRUE(menu->actions()[0]->isEnabled());
-    EXPECT_EQ(menu->actions()[2]->text(), "Save image...");
-    menu->actions()[0]->trigger();
+    QAction* reset = view.MakeContextMenu()->actions().value(0);
+    ASSERT_TRUE(reset && reset->isEnabled());
+    reset->trigger();
     EXPECT_DOUBLE_EQ(x->min(), 400);
     EXPECT_DOUBLE_EQ(x->max(), 700);
 

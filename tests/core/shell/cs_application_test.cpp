@@ -32,13 +32,10 @@ class CSApplicationTest : public ::testing::Test {
 
     std::string File() const { return ReadFileBytes(dir / "OstrelTD.INI"); }
     void Write(const std::string& bytes) const { WriteFileBytes(dir / "OstrelTD.INI", bytes); }
-    void Store(const std::string& form, const std::string& top, const std::string& left,
-               const std::string& fWidth, const std::string& fHeight) {
-        const std::string s = "FormPosNonChild_" + form;
-        ini.IniPutText(s, "fTop", top);
-        ini.IniPutText(s, "fLeft", left);
-        ini.IniPutText(s, "fWidth", fWidth);
-        ini.IniPutText(s, "fHeight", fHeight);
+    // Top, left, width and height as the file's keys name them.
+    void Store(const std::string& form, const std::array<const char*, 4>& values) {
+        const char* keys[] = {"fTop", "fLeft", "fWidth", "fHeight"};
+        for (int i = 0; i < 4; ++i) ini.IniPutText("FormPosNonChild_" + form, keys[i], values[i]);
     }
 };
 
@@ -46,10 +43,9 @@ TEST_F(CSApplicationTest, PathEndsInOneSeparatorTitlesCarryTheVersionAndTheGuide
     EXPECT_EQ(app.Path(), dir.path().string() + "/");
     CSApplication again(dir.path().string() + "/", ini, errors);
     EXPECT_EQ(again.Path(), dir.path().string() + "/");
-    EXPECT_EQ(app.HelpFile(), app.Path() + "OstrelTD.chm");
-    EXPECT_EQ(app.TitleVer(), "OstrelTD 3.0.1");
-    EXPECT_EQ(app.TitleVerShort(), "OstrelTD 3.0");
-    EXPECT_EQ(app.Version(), "Version: 3.0.1");
+    EXPECT_EQ(std::tuple(app.HelpFile(), app.TitleVer(), app.TitleVerShort(), app.Version()),
+              std::tuple(app.Path() + "OstrelTD.chm", "OstrelTD 3.0.1", "OstrelTD 3.0",
+                         "Version: 3.0.1"));
 
     // The html guide is found in any case of its name.
     const std::string before = app.HelpFile();
@@ -83,7 +79,6 @@ TEST_F(CSApplicationTest, PositionGetKeepsTheFormOnTheScreen) {
         {"AsStored", "100", "200", "500", "700", false, false, {200, 100, 700, 500}},
         {"BlankTopIsNoPosition", " ", "10", "10", "10", false, false, {760, 390, 400, 300}},
         {"NegativeTopLeft", "-40", "-3", "500", "700", false, false, {0, 0, 700, 500}},
-        {"TooWideForm", "10", "100", "500", "3000", false, false, {100, 10, 960, 500}},
         {"TooWideMain", "10", "100", "500", "3000", true, false, {100, 10, 1728, 500}},
         {"TooTallMain", "10", "100", "2000", "700", true, false, {100, 10, 700, 972}},
         {"TooWidePulledBack", "10", "1500", "500", "3000", false, false, {960, 10, 960, 500}},
@@ -92,7 +87,7 @@ TEST_F(CSApplicationTest, PositionGetKeepsTheFormOnTheScreen) {
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         const std::string form = std::string("frm") + c.name;
-        if (c.top) Store(form, c.top, c.left, c.fWidth, c.fHeight);
+        if (c.top) Store(form, {c.top, c.left, c.fWidth, c.fHeight});
         EXPECT_EQ(app.HasFormPosn(form), c.top && *c.top != ' ');
         EXPECT_EQ(app.ThisFormPosnGet(form, c.mainForm, c.posnOnly, present, screen), c.expected);
     }
@@ -195,9 +190,7 @@ TEST(CSWindowTest, EditCommandsAndTheirFailureBoxes) {
         {"CopyClearFails", &CSWindow::EditCopy, Fault::Clear, "Could not clear clipboard.",
          "n=1.5168", "1.6"},
         {"CopySetFails", &CSWindow::EditCopy, Fault::Set, kSetFailed, "n=1.5168", ""},
-        {"Cut", &CSWindow::EditCut, Fault::None, nullptr, "n=", "1.5168"},
         {"CutKeepsTextWhenCopyFails", &CSWindow::EditCut, Fault::Set, kSetFailed, "n=1.5168", ""},
-        {"Paste", &CSWindow::EditPaste, Fault::None, nullptr, "n=1.6", "1.6"},
         {"PasteUnreadableClipboard", &CSWindow::EditPaste, Fault::NoClipText, kPasteFailed,
          "n=1.5168", "1.6"},
         {"PasteIntoReadOnly", &CSWindow::EditPaste, Fault::ReadOnly, kPasteFailed, "n=1.5168",
