@@ -35,10 +35,9 @@ TEST_F(ListCli, ShowGivesEveryFieldByName) {
     EXPECT_EQ(std::tuple(j["GlassName"], j["Density"], j["TT6"], j["GeneralState"]["Ready"],
                          j["ThermalState"]["Ready"]),
               std::tuple("MELT *M1", 2.51, "", -1, -1));
-    EXPECT_EQ(j["PolyCoef"].size(), 14u);
-    EXPECT_EQ(j["TransTable"].size(), 41u);
-    EXPECT_EQ(j["IndexWave"].size(), 150u);
-    EXPECT_EQ(j["MeltTransPair"].size(), 2u);
+    EXPECT_EQ(std::tuple(j["PolyCoef"].size(), j["TransTable"].size(), j["IndexWave"].size(),
+                         j["MeltTransPair"].size()),
+              std::tuple(14u, 41u, 150u, 2u));
     EXPECT_EQ(j["MeltParentName"], std::string(30, '\0'));
 }
 

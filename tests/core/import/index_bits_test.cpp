@@ -41,19 +41,21 @@ bool SameBits(double a, double b) {
 
 // ---- the index as the earlier code gave it --------------------------------------------
 
+// The terms summed in the order given; a term that is not finite is a fault.
 struct Terms {
     double sum = 0.0;
     bool fault = false;
-    void Add(double t) {
-        if (!std::isfinite(t)) fault = true;
-        sum += t;
+    void Add(std::initializer_list<double> terms) {
+        for (const double t : terms) {
+            if (!std::isfinite(t)) fault = true;
+            sum += t;
+        }
     }
 };
 
 double OldIndex(const PolyCoefBlock& c, float nm, int16_t type, int16_t& ok) {
     ok = 0;
-    const float single = static_cast<float>(static_cast<double>(nm) * 0.001);
-    const double lambda = single;
+    const double lambda = static_cast<float>(static_cast<double>(nm) * 0.001);
     const double x = std::pow(lambda, 2.0);
     Terms t;
     auto root = [&](double v, bool indexItself, bool belowOne) {
@@ -63,39 +65,31 @@ double OldIndex(const PolyCoefBlock& c, float nm, int16_t type, int16_t& ok) {
     };
     switch (type) {
         case 4:
-            t.Add(c[0]);
-            t.Add(c[1] / x);
-            t.Add(c[2] / std::pow(x, 2.0));
+            t.Add({c[0], c[1] / x, c[2] / std::pow(x, 2.0)});
             return root(t.sum, false, true);
         case 7:
             if (lambda == 0.0) t.fault = true;
-            t.Add(c[0]);
-            t.Add(c[1] / lambda);
-            t.Add(c[2] / std::pow(lambda, 3.5));
+            t.Add({c[0], c[1] / lambda, c[2] / std::pow(lambda, 3.5)});
             return root(t.sum, true, true);
         case 1:
-            t.Add(c[0]);
-            t.Add(c[1] * x);
-            t.Add(c[2] / x);
-            t.Add(c[3] / std::pow(x, 2.0));
-            t.Add(c[4] / std::pow(x, 3.0));
-            t.Add(c[5] / std::pow(x, 4.0));
+            t.Add({c[0], c[1] * x, c[2] / x, c[3] / std::pow(x, 2.0), c[4] / std::pow(x, 3.0),
+                   c[5] / std::pow(x, 4.0)});
             return root(t.sum, false, false);
         case 3:
             for (int k = -5; k <= 4; ++k) {
                 const double power = Pow(x, k);
                 if (!std::isfinite(power) || (k < 0 && x == 0.0)) t.fault = true;
-                t.Add(c[k + 5] * power);
+                t.Add({c[k + 5] * power});
             }
             return root(t.sum, false, false);
         case 2:
         case 6: {
             const int terms = type == 2 ? 3 : 5;
-            t.Add(1.0);
+            t.Add({1.0});
             for (int i = 0; i < terms; ++i) {
                 const double denom = x - c[terms + i];
                 if (denom == 0.0) t.fault = true;
-                t.Add(c[i] * x / denom);
+                t.Add({c[i] * x / denom});
             }
             return root(t.sum, false, false);
         }
@@ -103,12 +97,8 @@ double OldIndex(const PolyCoefBlock& c, float nm, int16_t type, int16_t& ok) {
             const double denom = x - 0.28;
             if (denom == 0.0) t.fault = true;
             const double l = 1.0 / denom;
-            t.Add(c[0]);
-            t.Add(c[1] * l);
-            t.Add(c[2] * std::pow(l, 2.0));
-            t.Add(c[3] * x);
-            t.Add(c[4] * std::pow(x, 2.0));
-            t.Add(c[5] * std::pow(x, 3.0));
+            t.Add({c[0], c[1] * l, c[2] * std::pow(l, 2.0), c[3] * x, c[4] * std::pow(x, 2.0),
+                   c[5] * std::pow(x, 3.0)});
             return root(t.sum, true, false);
         }
         default:
@@ -370,9 +360,9 @@ TEST(IndexBits, LinearFitsGiveTheEarlierCoefficientsAndResiduals) {
         for (const Case& c : cases) {
             SCOPED_TRACE(std::string(form.name) + ", " + c.what);
             MeasuredData got = c.data, want = c.data;
-            PolyCoefBlock gotCoef{}, wantCoef{};
+            PolyCoefBlock gotCoef{};
             gotCoef.fill(9.0);
-            wantCoef.fill(9.0);
+            PolyCoefBlock wantCoef = gotCoef;
             int16_t gotCount = 0, wantCount = 0;
             std::string text, message;
             ScriptedDialogs dialogs;

@@ -41,10 +41,6 @@ struct Catalogue {
     const char* refitFailed = nullptr;  // the glass named by the box of a failed refit
 };
 
-std::ostream& operator<<(std::ostream& os, const Catalogue& c) {
-    return os << c.file;
-}
-
 // clang-format off
 const Catalogue kCatalogues[] = {
     // file                                      staged skipped lost flagged
@@ -143,20 +139,16 @@ const Catalogue kCatalogues[] = {
 // clang-format on
 
 // FNV-1a, 64 bits.
-class Digest {
-  public:
+struct Digest {
+    uint64_t value = 0xcbf29ce484222325ULL;
     void Add(const void* data, size_t size) {
         const auto* p = static_cast<const unsigned char*>(data);
-        for (size_t i = 0; i < size; ++i) value_ = (value_ ^ p[i]) * 0x100000001b3ULL;
+        for (size_t i = 0; i < size; ++i) value = (value ^ p[i]) * 0x100000001b3ULL;
     }
     void Add(std::string_view text) {
         Add(text.data(), text.size());
         Add("\0", 1);
     }
-    uint64_t value() const { return value_; }
-
-  private:
-    uint64_t value_ = 0xcbf29ce484222325ULL;
 };
 
 class CatalogueTest : public ImportForm, public ::testing::WithParamInterface<Catalogue> {
@@ -181,7 +173,7 @@ class CatalogueTest : public ImportForm, public ::testing::WithParamInterface<Ca
             d.Add(form.CheckTexts().at(i));
             d.Add(form.Flagged().at(i) ? "flagged" : "");
         }
-        return d.value();
+        return d.value;
     }
 };
 
@@ -262,10 +254,6 @@ struct KnownGlass {
     const char* glass;
     double nd;
 };
-
-std::ostream& operator<<(std::ostream& os, const KnownGlass& k) {
-    return os << k.file << " " << k.glass;
-}
 
 class KnownGlassTest : public ImportForm, public ::testing::WithParamInterface<KnownGlass> {};
 
