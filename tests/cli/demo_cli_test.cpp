@@ -91,13 +91,8 @@ TEST_F(DemoCli, MeltMapNeighboursAndArchive) {
     const std::string melt = "melt --parent-source Schott --code m1 ";
     const std::string sheet = ",1.5187,0.00805,0.00224,0.00581,0.00389,0.00455,0.00813,0.00437";
     const std::string svg = Out("a.svg");
-    WriteFileBytes(dir / "bad.csv", "656.273,1.5147\n5,1.5172\n");
     WriteFileBytes(dir / "pairs.csv", kPairs);
     const CliRow rows[] = {
-        {melt + "--parent N-BK7 --pairs \"" + Out("bad.csv") + "\"",  // 10 to 30000 nm
-         1,
-         {"="},
-         {"=Row 2, \"wave [nm]\": 5 is refused: the column takes numbers from 10 to 30000\n"}},
         {melt + "--parent NOPE --sheet 1.5168" + sheet,
          1,
          {},
@@ -135,11 +130,9 @@ TEST_F(DemoCli, MeltMapNeighboursAndArchive) {
          0,
          {"=21 catalogue and 2 custom glasses shown\n"}},
         {"map --out " + Out("a.png"), 0, {}, {}, "a.png", {"^\x89PNG"}},
-        {"map --sources Nobody --out " + svg, 1, {}, {"=No source Nobody in the catalogue\n"}},
         {"nearest 1 --count 2",
          0,
          {"=N-BK7\tSchott\t1.51680\t64.17\t0.117\nS-BSL7\tOhara\t1.51633\t64.14\t0.129\n"}},
-        {"nearest 4", 1, {}, {"=There is no material 4 in the list (it holds 2).\n"}},
         {"compare 1 N-BK7/Schott F2 --out " + Out("c.csv"),
          0,
          {},
