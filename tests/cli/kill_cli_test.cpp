@@ -84,10 +84,9 @@ class KillCli : public ::testing::Test {
             std::vector<DbRow> rows;
             EXPECT_TRUE(db->FindRows(table, {}, rows, error)) << error.message;
             for (const auto& row : rows) {
-                s.database += table;
                 std::string values;
                 for (const auto& v : row.Values()) values += "|" + DbText(v);
-                s.database += values + '\n';
+                s.database += table + values + '\n';
                 s.content += table + values.substr(values.find('|', 1)) + '\n';
             }
         }

@@ -195,7 +195,6 @@ TEST(GlzReader, SectionRulesClampsAndFailures) {
         {second + "#     -- General --\r\n\"G\",\"S\"\r\n", 0, 0},
         {second + "#     -- Transmission --\r\n2,abc,1\r\n", 0, 0},
         {second + "#     -- Transmission --\r\n151,10,1\r\n", 0, 0},
-        {second + "      -- Melt [optional] --\r\n\"P\",\"S\"\r\n\"M\",21\r\n", 0, 0},
     };
     for (size_t i = 0; i < std::size(cases); ++i) {
         SCOPED_TRACE(i);

@@ -83,14 +83,6 @@ class ImportForm : public ::testing::Test {
     MemorySettingsStore settings;
     CNewMsg newMsg{dialogs, settings};
     frm4Import form{list, dialogs, settings, newMsg, "/app/"};
-
-    // The grid row of a staged glass, 0 when it is not staged.
-    int RowOf(const std::string& glass) {
-        for (int r = 1; r <= form.ImportCount(); ++r) {
-            if (form.ssGlasses.Text(frm4Import::kColGlass, r) == glass) return r;
-        }
-        return 0;
-    }
 };
 
 }  // namespace ostrel::testing
