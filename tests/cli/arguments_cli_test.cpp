@@ -38,8 +38,7 @@ TEST_P(RefusalCli, SaysWhyAndChangesNothing) {
         }
         return text;
     };
-    const std::string args = expand(GetParam().args);
-    const CliResult run = RunCliIn(dir, args);
+    const CliResult run = RunCliIn(dir, expand(GetParam().args));
     const std::string said = expand(GetParam().said);
     EXPECT_EQ(run.status, GetParam().status) << run.err;
     if (!said.empty() && said.back() == '\n') {

@@ -80,10 +80,6 @@ TEST(DemoCliAlone, WithoutADataFolderThePerUserSettingsAreUsed) {
     EXPECT_FALSE(fs::exists(dir / "Settings.ini"));
 }
 
-// N-BK7 at C, d, F, g plus 0.0004.
-constexpr const char* kPairs =
-    "656.273,1.5147223\n587.562,1.5172000\n486.133,1.5227763\n435.834,1.5270846\n";
-
 // Melts take only what the windows take: a refusal names its reason, ends with status 1 and
 // saves nothing. The map and its neighbours then show the melt saved; archive all asks first,
 // leaves the protected pair and says what it did.
@@ -91,7 +87,9 @@ TEST_F(DemoCli, MeltMapNeighboursAndArchive) {
     const std::string melt = "melt --parent-source Schott --code m1 ";
     const std::string sheet = ",1.5187,0.00805,0.00224,0.00581,0.00389,0.00455,0.00813,0.00437";
     const std::string svg = Out("a.svg");
-    WriteFileBytes(dir / "pairs.csv", kPairs);
+    // N-BK7 at C, d, F, g plus 0.0004.
+    WriteFileBytes(dir / "pairs.csv",
+                   "656.273,1.5147223\n587.562,1.5172000\n486.133,1.5227763\n435.834,1.5270846\n");
     const CliRow rows[] = {
         {melt + "--parent NOPE --sheet 1.5168" + sheet,
          1,

@@ -170,8 +170,6 @@ TEST(GlzReader, SectionRulesClampsAndFailures) {
                                   m.General.TransShortValue[1], m.General.TransShortValue[40]),
                        std::tuple(0, 0.01f, 99.0f, 0.0f));
          }},
-        {file("-5,0,1\r\n#     -- Ref Index --\r\n"), -1, 1,
-         [](const MaterialRecord& m) { EXPECT_EQ(m.General.IndexPoints, 0); }},
         {file(std::string("0,0,1\r\n") + kGlzTrans + "\r\n" + padded), -1, 1,
          [](const MaterialRecord& m) {
              const auto& g = m.General;
