@@ -41,8 +41,6 @@ TEST(ImportCli, ImportAddExportAndJson) {
         // Export and read back.
         {"export" + out + " 2", 0},
         {"import" + out + " --json", 0, {"\"SF5\"", "!\"N-BK7\"", "\"refitError\""}},
-        // A failed read shows what was read before it.
-        {"import" + bad, 1, {"OK1\t"}, {"glass BAD2"}},
         {f6, 0, {}, {"f6.agf: 1 staged, 1 refitted", "!" + notice, "!see this message again"}},
         {"--verbose" + f6, 0, {}, {notice, "!see this message again"}},
         {"--version", 0, {std::string("=ostrel-cli ") + ProgramVersion() + "\n"}},

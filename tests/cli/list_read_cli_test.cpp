@@ -26,9 +26,7 @@ std::string MixedFile() {
     full.General.IndexWvMin = 310;
     full.General.IndexWvMax = 2325;
     full.DateChanged = 46349.75;
-    full.GeneralState.Ready = kTrue;
-    full.IndexState.Ready = kTrue;
-    full.OtherState.Ready = kTrue;
+    full.GeneralState.Ready = full.IndexState.Ready = full.OtherState.Ready = kTrue;
     full.ThermalState.Ready = kFalse;
     MaterialRecord melt = NamedRecord("MELT *M1", "LAB");
     melt.Melt.MeltFlag = kTrue;

@@ -47,10 +47,9 @@ struct Staged {
     ScriptedDialogs dialogs;
 };
 
-// Reads by the extension: .glc with the GLC importer, else AGF. An AGF glass takes its
-// source from `bare`, the file name by default.
-inline Staged ReadCatalogue(const std::filesystem::path& p, const ImportOptions& options = {},
-                            std::string bare = {}) {
+// Reads by the extension: .glc with the GLC importer, else AGF, whose glasses take their
+// source from the file name.
+inline Staged ReadCatalogue(const std::filesystem::path& p, const ImportOptions& options = {}) {
     Staged r;
     std::vector<StatedIndex> stated;
     if (p.extension() == ".glc") {
@@ -59,9 +58,8 @@ inline Staged ReadCatalogue(const std::filesystem::path& p, const ImportOptions&
         stated = importer.stated();
     } else {
         CImportZemaxAGF importer(r.dialogs, options);
-        if (bare.empty()) bare = p.filename().string();
-        importer.ReadFile(p.string(), bare, r.recs, r.count, r.refits, r.errors, r.errorText, 8,
-                          r.ok);
+        importer.ReadFile(p.string(), p.filename().string(), r.recs, r.count, r.refits, r.errors,
+                          r.errorText, 8, r.ok);
         stated = importer.stated();
         r.skipped = importer.skippedFormulaCount();
     }

@@ -85,8 +85,7 @@ TEST_F(ImportForm, CheckGlassesAreAddedOnlyWhenTheUserSaysSo) {
 TEST_F(ImportForm, CatalogueNameBlocksEverythingAndRenameFreesIt) {
     form.ImportFile(Data("sample.glc"), frm4Import::kGLC);
     // One staged glass already in the list: answering No adds nothing.
-    MaterialRecord existing = form.ImportList()[0];
-    ASSERT_TRUE(list.ListAdd(existing, false));
+    ASSERT_TRUE(list.ListAdd(form.ImportList()[0], false));
     dialogs.answers.push_back(MsgAnswer::Yes);  // SF5 is marked Check: add it as well
     dialogs.answers.push_back(MsgAnswer::No);
     EXPECT_FALSE(form.AddRange(1, 2));
