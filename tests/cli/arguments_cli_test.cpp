@@ -28,11 +28,10 @@ TEST_P(RefusalCli, SaysWhyAndChangesNothing) {
         ListBytes({NamedRecord("A", "S"), NamedRecord("B", "S"), NamedRecord("C", "S")});
     WriteFileBytes(dir / kCustomFileName, list);
     WriteFileBytes(dir / "empty.csv", "# no glass\n");
-    WriteFileBytes(dir / "two.glz", "");
 
     const auto expand = [&](std::string text) {
-        for (const auto& [mark, with] : {std::pair<std::string, std::string>{"{dir}", dir.path()},
-                                         {"{data}", ImportSample("")}}) {
+        for (const auto& [mark, with] :
+             {std::pair<std::string, std::string>{"{dir}", dir.path()}, {"{data}", Data("")}}) {
             for (size_t at; (at = text.find(mark)) != mark.npos;)
                 text.replace(at, mark.size(), with);
         }

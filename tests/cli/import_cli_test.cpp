@@ -18,11 +18,11 @@ std::string Q(const std::string& path) {
 TEST(ImportCli, ImportAddExportAndJson) {
     TempDir dir;
     // An AGF formula without a stored form is refitted, which brings the refit notice.
-    std::string agf = ReadFileBytes(ImportSample("chengdu.agf"));
+    std::string agf = ReadFileBytes(Data("chengdu.agf"));
     agf.replace(agf.find("NM G1 2 "), 8, "NM G1 6 ");
     WriteFileBytes(dir / "f6.agf", agf);
-    const std::string glc = ImportSample("sample.glc"), gla = ImportSample("sample.gla");
-    const std::string bad = Q(ImportSample("bad_number.agf")), out = Q((dir / "b.glz").string());
+    const std::string glc = Data("sample.glc"), gla = Data("sample.gla");
+    const std::string bad = Q(Data("bad_number.agf")), out = Q((dir / "b.glz").string());
     const std::string f6 = " import" + Q((dir / "f6.agf").string()) + " --refit-all";
     const std::string notice = "Enhanced import: Sept 2004";
     const CliRow rows[] = {

@@ -54,13 +54,9 @@ class OpticsCli : public ::testing::Test {
             visible += std::to_string(nm) + "," + std::to_string(Nbk7(nm)) + "\n";
         }
         const std::pair<const char*, std::string> files[] = {
-            {"bk7.csv", Nbk7Csv(20)},
-            {"bk7.txt", Nbk7Csv(20)},
-            {"zero.csv", Nbk7Csv(8, "0")},
-            {"visible.csv", visible},
-            {"heavy.csv", Nbk7Csv(10, nullptr, "500,1.5,2")},
-            {"curve.csv", kCurve},
-            {"empty.csv", ""},
+            {"bk7.csv", Nbk7Csv(20)}, {"zero.csv", Nbk7Csv(8, "0")},
+            {"visible.csv", visible}, {"heavy.csv", Nbk7Csv(10, nullptr, "500,1.5,2")},
+            {"curve.csv", kCurve},    {"empty.csv", ""},
         };
         for (const auto& [name, text] : files) WriteFileBytes(dir / name, text);
     }
@@ -99,14 +95,16 @@ TEST_F(OpticsCli, PrintsAndRefuses) {
 
 // The fit's numbers and the table's are pinned by the core; here the fields reach the output.
 TEST_F(OpticsCli, FitJsonAndTransTableCarryTheResults) {
-    const auto j = nlohmann::json::parse(RunOk(dir, "fit --polytype 1 --json" + F("bk7.txt")).out);
+    const auto j =
+        nlohmann::json::parse(ExpectRow(dir, {"fit --polytype 1 --json" + F("bk7.csv")}).out);
     EXPECT_EQ(j["errorLabel"], "average Schott polynomal fit error: 0.0000203");
     // Rows given in ascending order are sorted first: 1 %, 50 %, 90 % and 99 % at 10 mm.
-    const auto lines = SplitLines(RunOk(dir, "transtable" + F("curve.csv") + " --width 10").out);
+    const auto lines =
+        SplitLines(ExpectRow(dir, {"transtable" + F("curve.csv") + " --width 10"}).out);
     ASSERT_EQ(lines.size(), 42u);
     EXPECT_EQ(std::tuple(lines[0], lines[5], lines[41]),
               std::tuple("250\t99", "300\t0.460517", "39/30"));
-    EXPECT_EQ(SplitLines(RunOk(dir, "transtable" + F("empty.csv")).out).back(), "");
+    EXPECT_EQ(SplitLines(ExpectRow(dir, {"transtable" + F("empty.csv")}).out).back(), "");
 }
 
 }  // namespace
