@@ -1,4 +1,4 @@
-// index, fit and transtable: what they print, and refusals with their reasons.
+// index, fit, glasscode and transtable: what they print, and refusals with their reasons.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -64,8 +64,8 @@ class OpticsCli : public ::testing::Test {
     TempDir dir;
 };
 
-// Index lines "wave, index, valid", fits printed or refused with the reason on stderr, status 1
-// and nothing printed; rows go into the index grid as typed cells.
+// Index lines "wave, index, valid", a glass code, fits printed or refused with the reason on
+// stderr, status 1 and nothing printed; rows go into the index grid as typed cells.
 TEST_F(OpticsCli, PrintsAndRefuses) {
     const std::string misses = "The fit does not represent the data: average error 0.0";
     const std::string notKept = "fit: not kept: average Schott Plus polynomal fit error: 0.0";
@@ -76,6 +76,7 @@ TEST_F(OpticsCli, PrintsAndRefuses) {
          {"=587.5618\t1.5168000326\t-1\n1000\t1.5075022040\t-1\n"}},
         {"index --polytype 4 --coef 0.9 --wave 500", 0, {"=500\t0.0000000000\t0\n"}},
         {"index 2 --wave 700", 0, {"=700\t2.0000000000\t-1\n"}},
+        {"glasscode 1.5168 64.17", 0, {"=517642\n"}},
         {"fit --polytype 2" + F("bk7.csv"),
          0,
          {"^Sellmeier Polynomial Constants\n\nB1:   ",
