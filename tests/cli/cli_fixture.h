@@ -1,11 +1,12 @@
 #pragma once
-// Set-up shared by the command-line tests: lists written as the program stores them, the
-// demonstration catalogue and the import samples.
+// Set-up shared by the command-line tests: lists written as the program stores them and the
+// demonstration catalogue; the import samples are those of the import tests.
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
+#include "core/import/import_fixture.h"
 #include "core/material/material_record_codec.h"
 #include "support/run_cli.h"
 
@@ -28,19 +29,8 @@ inline std::string ListBytes(const std::vector<MaterialRecord>& list) {
     return bytes;
 }
 
-inline std::string ImportSample(const std::string& name) {
-    return std::string(OSTREL_TEST_DATA) + "/import/" + name;
-}
-
 inline std::string DemoCatalogue() {
     return std::string(OSTREL_TEST_DATA) + "/../../data/demo/demo_glasses.csv";
-}
-
-// Runs a command that must succeed.
-inline CliResult RunOk(const TempDir& dir, const std::string& args) {
-    CliResult r = RunCliIn(dir, args);
-    EXPECT_EQ(r.status, 0) << args << ": " << r.err;
-    return r;
 }
 
 // A run of the command line as one row of a table: what it is given, its exit status and

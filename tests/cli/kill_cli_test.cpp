@@ -59,15 +59,6 @@ class KillCli : public ::testing::Test {
 
     CliResult Run(const std::string& args) { return RunCliWithDataDir(dir, work.string(), args); }
 
-    // Runs the command, which kills itself at its k-th changing step; true when it was
-    // killed, false when it ran to its end.
-    bool RunKilledAt(const std::string& args, int k) {
-        setenv("OSTREL_KILL_AT_STEP", std::to_string(k).c_str(), 1);
-        const int status = Run(args).status;
-        unsetenv("OSTREL_KILL_AT_STEP");
-        return status == -1 || status == 128 + 9;  // SIGKILL, seen directly or by the shell
-    }
-
     std::string Folder(const char* program) const {
         return (work / "demo" / program).string() + "/";
     }
@@ -93,19 +84,13 @@ class KillCli : public ::testing::Test {
             std::vector<DbRow> rows;
             EXPECT_TRUE(db->FindRows(table, {}, rows, error)) << error.message;
             for (const auto& row : rows) {
-                s.database += table;
                 std::string values;
                 for (const auto& v : row.Values()) values += "|" + DbText(v);
-                s.database += values + '\n';
+                s.database += table + values + '\n';
                 s.content += table + values.substr(values.find('|', 1)) + '\n';
             }
         }
         return s;
-    }
-
-    void Restore() {
-        fs::remove_all(work);
-        fs::copy(dir / "start", work, fs::copy_options::recursive);
     }
 
     // Kills `command` at every step in turn and checks each part after each kill.
@@ -120,8 +105,13 @@ class KillCli : public ::testing::Test {
         int kills = 0;
         for (int k = 1;; ++k) {
             ASSERT_LT(k, 400) << "the command never ran to its end";
-            Restore();
-            if (!RunKilledAt(joined, k)) break;
+            fs::remove_all(work);
+            fs::copy(dir / "start", work, fs::copy_options::recursive);
+            // The command kills itself at its k-th changing step, or runs to its end.
+            setenv("OSTREL_KILL_AT_STEP", std::to_string(k).c_str(), 1);
+            const int status = Run(joined).status;
+            unsetenv("OSTREL_KILL_AT_STEP");
+            if (status != -1 && status != 128 + 9) break;  // SIGKILL, seen directly or by the shell
             ++kills;
             const State s = Now();
             for (const auto& [what, part] : kParts) {

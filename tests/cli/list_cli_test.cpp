@@ -16,12 +16,8 @@ class ListCli : public ::testing::Test {
     void SetUp() override {
         MaterialRecord melt = NamedRecord("MELT *M1", "LAB");
         melt.Melt.MeltFlag = kTrue;
-        melt.General.Polytype = 2;
-        melt.General.IndexWvMin = 365;
-        melt.General.IndexWvMax = 2325;
         melt.General.Density = 2.51f;
         melt.GeneralState.Ready = kTrue;
-        melt.DateChanged = 46349.5;
         melt.Melt.MeltParentName.Zero();
         WriteFileBytes(dir / kCustomFileName,
                        ListBytes({NamedRecord("A", "S"), melt, NamedRecord("C", "S")}));
@@ -31,14 +27,13 @@ class ListCli : public ::testing::Test {
 };
 
 TEST_F(ListCli, ShowGivesEveryFieldByName) {
-    auto j = nlohmann::json::parse(RunOk(dir, "show 2 --json").out);
+    auto j = nlohmann::json::parse(ExpectRow(dir, {"show 2 --json"}).out);
     EXPECT_EQ(std::tuple(j["GlassName"], j["Density"], j["TT6"], j["GeneralState"]["Ready"],
                          j["ThermalState"]["Ready"]),
               std::tuple("MELT *M1", 2.51, "", -1, -1));
-    EXPECT_EQ(j["PolyCoef"].size(), 14u);
-    EXPECT_EQ(j["TransTable"].size(), 41u);
-    EXPECT_EQ(j["IndexWave"].size(), 150u);
-    EXPECT_EQ(j["MeltTransPair"].size(), 2u);
+    EXPECT_EQ(std::tuple(j["PolyCoef"].size(), j["TransTable"].size(), j["IndexWave"].size(),
+                         j["MeltTransPair"].size()),
+              std::tuple(14u, 41u, 150u, 2u));
     EXPECT_EQ(j["MeltParentName"], std::string(30, '\0'));
 }
 

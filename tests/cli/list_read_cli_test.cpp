@@ -26,9 +26,7 @@ std::string MixedFile() {
     full.General.IndexWvMin = 310;
     full.General.IndexWvMax = 2325;
     full.DateChanged = 46349.75;
-    full.GeneralState.Ready = kTrue;
-    full.IndexState.Ready = kTrue;
-    full.OtherState.Ready = kTrue;
+    full.GeneralState.Ready = full.IndexState.Ready = full.OtherState.Ready = kTrue;
     full.ThermalState.Ready = kFalse;
     MaterialRecord melt = NamedRecord("MELT *M1", "LAB");
     melt.Melt.MeltFlag = kTrue;
@@ -112,31 +110,29 @@ std::string OneEntryALine(const std::string& json) {
 }
 
 TEST(ListReadCli, CommandsPrintWhatTheyAlwaysPrinted) {
+    // The mixed file, two materials and part of a name, or no list file.
+    const std::string mixed = MixedFile(),
+                      cut =
+                          ListBytes({NamedRecord("A", "S"), NamedRecord("B", "S")}) + "\x01\x02GLA";
     const struct {
-        // "mixed", "cut" (two materials and part of a name) or "none" (no list file)
-        const char* file;
+        const std::string* file;
         const char* args;
         int status;
         std::string out;
         std::string err;
     } cases[] = {
-        {"mixed", "list", 0, kMixedText, ""},
-        {"mixed", "list --json", 0, kMixedJson, ""},
-        {"none", "list --json", 0, "", ""},
-        {"mixed", "show 0", 2, "", "There is no material 0 in the list (it holds 5).\n"},
-        {"mixed", "show 6", 2, "", "There is no material 6 in the list (it holds 5).\n"},
-        {"mixed", "index 6 --wave 500", 2, "",
-         "There is no material 6 in the list (it holds 5).\n"},
-        {"cut", "show 3", 2, "", "There is no material 3 in the list (it holds 2).\n"},
+        {&mixed, "list", 0, kMixedText, ""},
+        {&mixed, "list --json", 0, kMixedJson, ""},
+        {nullptr, "list --json", 0, "", ""},
+        {&mixed, "show 0", 2, "", "There is no material 0 in the list (it holds 5).\n"},
+        {&mixed, "show 6", 2, "", "There is no material 6 in the list (it holds 5).\n"},
+        {&mixed, "index 6 --wave 500", 2, "", "There is no material 6 in the list (it holds 5).\n"},
+        {&cut, "show 3", 2, "", "There is no material 3 in the list (it holds 2).\n"},
     };
     for (const auto& c : cases) {
-        SCOPED_TRACE(std::string(c.file) + ": " + c.args);
+        SCOPED_TRACE(c.args);
         TempDir dir;
-        std::string bytes = MixedFile();
-        if (std::string(c.file) == "cut") {
-            bytes = ListBytes({NamedRecord("A", "S"), NamedRecord("B", "S")}) + "\x01\x02GLA";
-        }
-        if (std::string(c.file) != "none") WriteFileBytes(dir / kCustomFileName, bytes);
+        if (c.file) WriteFileBytes(dir / kCustomFileName, *c.file);
         const CliResult r = RunCliIn(dir, c.args);
         EXPECT_EQ(r.status, c.status);
         EXPECT_EQ(std::string(c.args) == "list --json" ? OneEntryALine(r.out) : r.out, c.out);

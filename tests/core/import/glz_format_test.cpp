@@ -170,8 +170,6 @@ TEST(GlzReader, SectionRulesClampsAndFailures) {
                                   m.General.TransShortValue[1], m.General.TransShortValue[40]),
                        std::tuple(0, 0.01f, 99.0f, 0.0f));
          }},
-        {file("-5,0,1\r\n#     -- Ref Index --\r\n"), -1, 1,
-         [](const MaterialRecord& m) { EXPECT_EQ(m.General.IndexPoints, 0); }},
         {file(std::string("0,0,1\r\n") + kGlzTrans + "\r\n" + padded), -1, 1,
          [](const MaterialRecord& m) {
              const auto& g = m.General;
@@ -195,7 +193,6 @@ TEST(GlzReader, SectionRulesClampsAndFailures) {
         {second + "#     -- General --\r\n\"G\",\"S\"\r\n", 0, 0},
         {second + "#     -- Transmission --\r\n2,abc,1\r\n", 0, 0},
         {second + "#     -- Transmission --\r\n151,10,1\r\n", 0, 0},
-        {second + "      -- Melt [optional] --\r\n\"P\",\"S\"\r\n\"M\",21\r\n", 0, 0},
     };
     for (size_t i = 0; i < std::size(cases); ++i) {
         SCOPED_TRACE(i);

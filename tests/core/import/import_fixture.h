@@ -47,10 +47,9 @@ struct Staged {
     ScriptedDialogs dialogs;
 };
 
-// Reads by the extension: .glc with the GLC importer, else AGF. An AGF glass takes its
-// source from `bare`, the file name by default.
-inline Staged ReadCatalogue(const std::filesystem::path& p, const ImportOptions& options = {},
-                            std::string bare = {}) {
+// Reads by the extension: .glc with the GLC importer, else AGF, whose glasses take their
+// source from the file name.
+inline Staged ReadCatalogue(const std::filesystem::path& p, const ImportOptions& options = {}) {
     Staged r;
     std::vector<StatedIndex> stated;
     if (p.extension() == ".glc") {
@@ -59,9 +58,8 @@ inline Staged ReadCatalogue(const std::filesystem::path& p, const ImportOptions&
         stated = importer.stated();
     } else {
         CImportZemaxAGF importer(r.dialogs, options);
-        if (bare.empty()) bare = p.filename().string();
-        importer.ReadFile(p.string(), bare, r.recs, r.count, r.refits, r.errors, r.errorText, 8,
-                          r.ok);
+        importer.ReadFile(p.string(), p.filename().string(), r.recs, r.count, r.refits, r.errors,
+                          r.errorText, 8, r.ok);
         stated = importer.stated();
         r.skipped = importer.skippedFormulaCount();
     }
@@ -83,14 +81,6 @@ class ImportForm : public ::testing::Test {
     MemorySettingsStore settings;
     CNewMsg newMsg{dialogs, settings};
     frm4Import form{list, dialogs, settings, newMsg, "/app/"};
-
-    // The grid row of a staged glass, 0 when it is not staged.
-    int RowOf(const std::string& glass) {
-        for (int r = 1; r <= form.ImportCount(); ++r) {
-            if (form.ssGlasses.Text(frm4Import::kColGlass, r) == glass) return r;
-        }
-        return 0;
-    }
 };
 
 }  // namespace ostrel::testing

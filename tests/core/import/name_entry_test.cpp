@@ -7,7 +7,7 @@
 namespace ostrel::testing {
 namespace {
 
-class GeneralTabEntry : public Frm3NewFixture {};
+using GeneralTabEntry = Frm3NewFixture;
 
 TEST_F(GeneralTabEntry, IsRefusedAndTheBoxKeepsItsText) {
     const struct {

@@ -6,59 +6,24 @@
 #include "core/import/import_fixture.h"
 #include "core/import/import_old_files.h"
 #include "core/materialform/verification.h"
-#include "core/optics/trans_calcs.h"
 
 namespace ostrel::testing {
 namespace {
 
-Staged ReadAgfText(const std::string& text, const std::string& bare = "x.agf", bool other = false) {
+Staged ReadAgfText(const std::string& text) {
     TempDir dir;
-    WriteFileBytes(dir / bare, text);
-    ImportOptions options;
-    options.refitOtherFormulas = other;
-    return ReadCatalogue(dir / bare, options);
+    WriteFileBytes(dir / "x.agf", text);
+    return ReadCatalogue(dir / "x.agf");
 }
 
-TEST(AgfImport, ChengduFileRules) {
+// The catalogue rules show in every record of the real catalogues, but no catalogue there is
+// named after Chengdu: its glasses are CDGM's. The absorption of a row of 0.9 over the 25 mm
+// of the first IT line is worked out by hand.
+TEST(AgfImport, ChengduSourceAndAbsorption) {
     const Staged r = ReadCatalogue(Data("chengdu.agf"));
-    ASSERT_EQ(r.ok, -1);
     ASSERT_EQ(r.count, 1);
-    const auto& m = r.recs[0];
-    const auto& t = m.Measured;
-    // -1 is no data for CR; LD goes up to 0.9 only; TD of zeros.
-    EXPECT_EQ(
-        Texts(m.General.Source, m.Other.Price, m.Other.CR, m.Other.SR, m.Other.AR, m.Other.A3070),
-        (Strings{"CDGM", "15", "", "1", "2.3", "7.1"}));
-    EXPECT_EQ(std::tuple(m.General.IndexWvMin, m.General.IndexWvMax, m.Thermal.dndttype,
-                         m.Thermal.dndt_RefTemp),
-              std::tuple(300, 1020, 0, 20.0f));
-    // Rows from long to short, thickness from the first IT line; 1.0 gives 100 % and no
-    // absorption.
-    EXPECT_EQ(std::tuple(t.TransPoints, t.TransType, t.TransWidth, t.TransWave[0], t.TransWave[3],
-                         t.TransInternal[1], t.TransAbsorb[1], m.General.TransShortValue[4]),
-              std::tuple(4, 2, 25.0f, 700.0f, 400.0f, 100.0f, 0.0f, 99.0f));
-    EXPECT_NEAR(t.TransAbsorb[3], -std::log(0.9) / 25.0, 1e-7);
-    EXPECT_EQ(m.General.TransShortValue[3], t.TransAbsorb[3]);
-    EXPECT_FALSE(m.Other.CC.IsBlank());  // four rows give a colour code
-    EXPECT_EQ(NotReadySections(m), "");
-}
-
-TEST(AgfImport, Utf16ByteOrdersAndContinuationLines) {
-    for (const char* name : {"utf16le.agf", "utf16be.agf"}) {
-        const Staged r = ReadCatalogue(Data(name), {}, "NIKON.agf");
-        SCOPED_TRACE(name);
-        ASSERT_EQ(r.ok, -1);
-        ASSERT_EQ(r.count, 1);
-        const auto& m = r.recs[0];
-        // "2.00000E+00"; the last coefficient from the wrapped line; no IT lines: two rows at
-        // the ends of the band, not ready.
-        EXPECT_EQ(std::tuple(m.General.Polytype, m.General.PolyCoef[2], m.General.PolyCoef[5],
-                             m.Thermal.dndt_LamdaTK, m.Thermal.dndttype, m.Measured.TransPoints,
-                             m.Measured.TransWave[0]),
-                  std::tuple(2, 1.01046945, 103.560653, 0.17f, 2, 2, 2500.0f));
-        EXPECT_EQ(NotReadySections(m), "Trans Other");
-        EXPECT_TRUE(m.Other.CC.IsBlank());
-    }
+    EXPECT_EQ(r.recs[0].General.Source.Text(), "CDGM");
+    EXPECT_NEAR(r.recs[0].Measured.TransAbsorb[3], -std::log(0.9) / 25.0, 1e-7);
 }
 
 TEST(AgfImport, FailedReadsKeepEarlierGlassesAndSayWhy) {
@@ -74,39 +39,6 @@ TEST(AgfImport, FailedReadsKeepEarlierGlassesAndSayWhy) {
     EXPECT_EQ(flat.errorText, kNoCarriageReturnMsg);
 }
 
-const char* kTwoGlasses =
-    "NM SKIP 4 0 1.5 60 0 1\n"
-    "CD 1.2 0.2 0.1 0.3 10\n"
-    "LD 0.4 40\n"
-    "NM NEXT 1 0 1.5 60 0 1\n"
-    "CD 2.27 -0.0101 0.0106 0.00017 -2e-6 1e-6\n"
-    "LD 0.4 40\n";
-
-TEST(AgfImport, UnsupportedFormulaSkippedNextRead) {
-    const Staged r = ReadAgfText(kTwoGlasses, "Schott.agf");
-    ASSERT_EQ(r.ok, -1);
-    ASSERT_EQ(r.count, 1);
-    EXPECT_EQ(r.skipped, 1);
-    EXPECT_EQ(Texts(r.recs[0].General.GlassName, r.recs[0].General.Source),
-              (Strings{"NEXT", "Schott"}));
-    EXPECT_EQ(r.recs[0].General.IndexWvMax, 32000);
-}
-
-TEST(AgfImport, OptionRefitsOtherFormulaAndHerzbergerRefitRaisesLowerEnd) {
-    // Formula 9: n^2 = c0 + c1 l^2/(l^2 - c2) + c3 l^2/(l^2 - c4); then a Herzberger glass.
-    const Staged r = ReadAgfText(
-        "NM S4 9 0 1.5 60 0 1\nCD 1.0 1.03961212 0.00600069867 0.231792344 0.0200179144\n"
-        "LD 0.4 0.8\nNM H 3 0 1.5 60 0 1\nCD 1.5 0.004 0 0.0001 0 0\nLD 0.4 1.0\n",
-        "x.agf", true);
-    ASSERT_EQ(r.count, 2);
-    EXPECT_EQ(r.refits, 2);
-    EXPECT_GT(r.errors[0], 0.0f);
-    EXPECT_LT(r.errors[0], 1e-4f);
-    EXPECT_EQ(std::tuple(r.recs[0].General.Polytype, r.recs[1].General.Polytype,
-                         r.recs[1].General.IndexWvMin),
-              std::tuple(1, 1, 650));
-}
-
 TEST(AgfImport, MoreThan41RowsAllKept) {
     std::string text =
         "NM MANY 1 0 1.5 60 0 1\nCD 2.27 -0.0101 0.0106 0.00017 -2e-6 1e-6\n"
@@ -115,17 +47,11 @@ TEST(AgfImport, MoreThan41RowsAllKept) {
     const Staged r = ReadAgfText(text);
     ASSERT_EQ(r.count, 1);
     EXPECT_EQ(r.recs[0].Measured.TransPoints, 44);
-    // The short tables span the band: its two ends and rows spread evenly between them, as
-    // ShortTableRow picks them.
-    const auto& m = r.recs[0].Measured;
+    // The short tables span the band: its two ends and rows spread evenly between them.
     const auto& g = r.recs[0].General;
     EXPECT_NEAR(g.TransShortWave[0], 2450, 1e-3);
     EXPECT_NEAR(g.TransShortWave[20], 1350, 1e-3);
     EXPECT_NEAR(g.TransShortWave[40], 300, 1e-3);
-    for (size_t place = 0; place < 41; ++place) {
-        EXPECT_EQ(g.TransShortWave[place], m.TransWave[ShortTableRow(place, 44)]) << place;
-        EXPECT_EQ(g.TransShortValue[place], m.TransAbsorb[ShortTableRow(place, 44)]) << place;
-    }
 }
 
 // The check of a staged glass allows what the printed figures allow: one unit in their last
@@ -143,13 +69,11 @@ TEST(ImportCheck, AllowsWhatThePrintedDigitsAllow) {
         const char* vd;
         const char* check;
     } cases[] = {
-        {"1.5168", "64.17", "nd, vd agree"},
         {"1.517", "64.2", "nd, vd agree"},    // 0.0002 within a unit of the third decimal
         {"1.51690", "64.1", "nd, vd agree"},  // within the least asked of nd and vd
         {"1.5170", "64.17", "nd 1.51680 vs 1.51700"},
         {"1.5168E+00", "64", "nd, vd agree"},
         {"1.5168", "6.400E+01", "vd 64.17 vs 64.00"},
-        {"1.5168", "64.30", "vd 64.17 vs 64.30"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(std::string(c.nd) + " " + c.vd);
@@ -177,21 +101,9 @@ TEST(GlcImport, LinesAndRules) {
     ASSERT_EQ(r.ok, -1);
     ASSERT_EQ(r.count, 2);  // the empty line and the formula 6 line are dropped
     const auto& bk7 = r.recs[0];
-    const auto& o = bk7.Other;
-    // Status "V" with "-" as second character reads "E".
-    EXPECT_EQ(
-        Texts(bk7.General.Source, o.Status, o.CR, o.FR, o.SR, o.AR, o.Knoop, o.Price, o.A3070),
-        (Strings{"SCHOTT", "E", "1", "-", "2", "", "610", "10", "7.1"}));
-    // The rows reversed.
-    EXPECT_EQ(std::tuple(bk7.Measured.TransWave[0], bk7.General.IndexWvMin, bk7.General.IndexWvMax,
-                         bk7.Measured.TransWidth),
-              std::tuple(700.0f, 400, 700, 5.0f));
+    // Status "V" with "-" as second character reads "E"; "A" -> "O" -> "A".
+    EXPECT_EQ(Texts(bk7.Other.Status, r.recs[1].Other.Status), (Strings{"E", "A"}));
     EXPECT_NEAR(bk7.Measured.TransTotal[2], 99.8 * 2 * 1.5308 / (1.5308 * 1.5308 + 1), 0.02);
-    const auto& sf5 = r.recs[1];
-    EXPECT_EQ(sf5.Other.Status.Text(), "A");  // "A" -> "O" -> "A"
-    EXPECT_TRUE(sf5.Other.CR.IsBlank());      // resistance "0"
-    EXPECT_EQ(sf5.Thermal.dndttype, 0);       // six zero constants
-    EXPECT_EQ(NotReadySections(sf5), "");
 }
 
 // Reads an old-format file with its importer; the records of its last read.
@@ -221,12 +133,8 @@ TEST(OldFiles, GlaQuirksAndReadyFlags) {
 TEST(OldFiles, GlsShortAndFull) {
     CImportOldKelmora importer;
     const auto shortRecs = ReadOld(importer, "short.gls");
-    ASSERT_FALSE(shortRecs.empty());
-    EXPECT_EQ(shortRecs[0].Other.Status.Text(), "A");
-    EXPECT_TRUE(shortRecs[0].Other.Tg.IsBlank());
-    const auto recs = ReadOld(importer, "full.gls");
-    ASSERT_FALSE(recs.empty()) << importer.failure();
-    const auto& m = recs[0];
+    EXPECT_EQ(Texts(shortRecs.at(0).Other.Status, shortRecs.at(0).Other.Tg), (Strings{"A", ""}));
+    const MaterialRecord m = ReadOld(importer, "full.gls").at(0);
     // A20300 " null ", T1013 "NULL", the status empty.
     EXPECT_EQ(Texts(m.Other.A20300, m.Other.T1013, m.Other.Knoop, m.Other.Status, m.Other.Price,
                     m.Thermal.TT[5]),
