@@ -339,11 +339,9 @@ TEST_F(UpdateTest, ABusyDatabaseChangesNothing) {
 // list is read from Lumbrak and written to both programs; the last entries are never removed.
 TEST_F(UpdateTest, RemovalAsksFirstNamingWhatGoes) {
     Seed(list, {}, list, {7});  // GLASS C archived: the list takes rows of both tables
-    const std::string one =
-        "Are you sure that you want to remove GLASS B/Lab from Lumbrak3D/Sextane";
-    const std::string two =
-        "Are you sure that you want to remove these 2 materials from KelmoraTD:\nGLASS A/Lab\n"
-        "GLASS C/Lab";
+    const std::string one = "GLASS B/Lab from Lumbrak3D/Sextane";
+    const std::string both = "these 2 materials from Lumbrak3D/Sextane:\nGLASS A/Lab\nGLASS C/Lab";
+    const std::string database = "these 2 materials from KelmoraTD:\nGLASS A/Lab\nGLASS C/Lab";
     struct Case {
         int target;
         std::vector<int> picked;
@@ -357,15 +355,8 @@ TEST_F(UpdateTest, RemovalAsksFirstNamingWhatGoes) {
         {0, {}, MsgAnswer::Yes, "", "", {-1}, 3},
         {0, {1}, MsgAnswer::No, one, "", {-1}, 3},
         {0, {1}, MsgAnswer::Yes, one, "Lumbrak3D: 1 removed.", {0, 2}, 3},
-        {1, {0, 2}, MsgAnswer::Yes, two, "KelmoraTD: 2 removed.", {0, 2}, 1},
-        {0,
-         {0, 1},
-         MsgAnswer::Yes,
-         "Are you sure that you want to remove these 2 materials from Lumbrak3D/Sextane:\nGLASS "
-         "A/Lab\nGLASS C/Lab",
-         "Lumbrak3D: nothing changed.",
-         {0, 2},
-         1},
+        {1, {0, 2}, MsgAnswer::Yes, database, "KelmoraTD: 2 removed.", {0, 2}, 1},
+        {0, {0, 1}, MsgAnswer::Yes, both, "Lumbrak3D: nothing changed.", {0, 2}, 1},
     };
     for (const auto& c : cases) {
         frmGlassesDelExt form(setup, dialogs);
@@ -380,7 +371,8 @@ TEST_F(UpdateTest, RemovalAsksFirstNamingWhatGoes) {
         form.comDelSelClick();
         ASSERT_EQ(dialogs.boxes.size(), boxes + (c.question.empty() ? 0 : 1)) << c.question;
         if (!c.question.empty()) {
-            EXPECT_EQ(dialogs.boxes.back().text, c.question);
+            EXPECT_EQ(dialogs.boxes.back().text,
+                      "Are you sure that you want to remove " + c.question);
             EXPECT_EQ(dialogs.boxes.back().buttons, MsgButtons::YesNo);
         }
         EXPECT_EQ(form.Closed(), c.answer == MsgAnswer::Yes);
@@ -442,67 +434,53 @@ TEST_F(UpdateTest, TheChoiceStaysOnTheSameGlassesAfterAMove) {
 // A database command failing half way leaves both tables as they were and says why.
 TEST_F(UpdateTest, AFailingDatabaseCommandRollsBackAndSaysWhy) {
     const std::string back = "\nDatabase has been returned to original state!";
-    const std::string addFails =
-        "Error while adding data to database.\n-3\tInjected failure of add on GlassData" + back;
+    const std::string injected = "\n-3\tInjected failure of ";
+    enum { kAddTwo, kClearAll, kArchiveAll, kRemoveTwo };
     const struct {
-        std::function<void()> prepare;
-        const char* op;  // the failing step, "" for none
+        int command;
+        size_t added;    // rows of the list added first
+        const char* op;  // the failing step; "" for none, the identifiers being used up
         const char* table;
         int from;
-        std::function<bool()> command;
         std::string message;
     } cases[] = {
-        {[&] {
-             AddRows({list[0], list[1]});
-         },
-         "add", "", 2,
-         [&] {
-             return AddGlassesToDatabase(
-                 Kelmora(),
-                 {ReadyMaterial("GLASS A", "Lab", 1.1), ReadyMaterial("GLASS B", "Lab", 1.1)}, true,
-                 dialogs);
-         },
-         addFails},
-        {[&] { AddRows({list[0]}); }, "delete", kTableArchive, 1,
-         [&] { return DeleteAllCustomRows(Kelmora(), dialogs); },
-         "Error while removed old copeis of user defined glasses from database.\n-3\tInjected "
-         "failure of delete on Archive" +
+        {kAddTwo, 2, "add", "", 2,
+         "Error while adding data to database." + injected + "add on GlassData" + back},
+        {kClearAll, 1, "delete", kTableArchive, 1,
+         "Error while removed old copeis of user defined glasses from database." + injected +
+             "delete on Archive" + back},
+        {kArchiveAll, 0, "add", "", 2,
+         "Error in archiving glass. Process rolled back." + injected + "add on Archive"},
+        {kRemoveTwo, 2, "delete", kTableArchive, 1,
+         "Error while removing user glasses from database." + injected + "delete on Archive" +
              back},
-        {[] {}, "add", "", 2,
-         [&] {
-             return Run(kArchive, 0, {0, 1, 0, 4});
-         },
-         "Error in archiving glass. Process rolled back.\n-3\tInjected failure of add on Archive"},
-        {[&] {
-             AddRows({list[0], list[1]});
-             ToArchive(DbValue{int64_t{6}});
-         },
-         "delete", kTableArchive, 1,
-         [&] {
-             frmGlassesDelExt form(setup, dialogs);
-             Choose(form, true, {0, 1});
-             return form.RemoveSelected();
-         },
-         "Error while removing user glasses from database.\n-3\tInjected failure of delete on "
-         "Archive" +
-             back},
-        // last: the row of the highest identifier stays until the end
-        {[&] {
-             auto db = Open();
-             DbError error;
-             ASSERT_TRUE(db->AddRow(kTableArchive, {{"GlassID", DbValue{int64_t{32767}}}}, error));
-         },
-         "", "", 0, [&] { return AddGlassesToDatabase(Kelmora(), {list[0]}, true, dialogs); },
-         "Error while adding data to database.\n6\tOverflow" + back},
+        // the row of the highest identifier stays until the end
+        {kAddTwo, 0, "", "", 0, "Error while adding data to database.\n6\tOverflow" + back},
     };
     for (const auto& c : cases) {
         ASSERT_TRUE(DeleteAllCustomRows(Kelmora(), dialogs));
-        c.prepare();
+        if (c.added) AddRows({list.begin(), list.begin() + static_cast<long>(c.added)});
+        if (c.command == kRemoveTwo) ToArchive(DbValue{int64_t{6}});
+        if (!*c.op) {
+            DbError error;
+            ASSERT_TRUE(
+                Open()->AddRow(kTableArchive, {{"GlassID", DbValue{int64_t{32767}}}}, error));
+        }
         const auto before = Rows();
         const size_t boxes = dialogs.boxes.size();
+        frmGlassesDelExt form(setup, dialogs);
+        if (c.command == kRemoveTwo) Choose(form, true, {0, 1});
         if (*c.op) FailDatabaseSteps(c.op, c.table, c.from);
-        EXPECT_FALSE(c.command()) << c.message;
+        const bool done = c.command == kAddTwo
+                              ? AddGlassesToDatabase(Kelmora(),
+                                                     {ReadyMaterial("GLASS A", "Lab", 1.1),
+                                                      ReadyMaterial("GLASS B", "Lab", 1.1)},
+                                                     true, dialogs)
+                          : c.command == kClearAll   ? DeleteAllCustomRows(Kelmora(), dialogs)
+                          : c.command == kArchiveAll ? Run(kArchive, 0, {0, 1, 0, 4})
+                                                     : form.RemoveSelected();
         SetDatabaseFaultHook(nullptr);
+        EXPECT_FALSE(done) << c.message;
         EXPECT_EQ(Rows(), before) << c.message;
         ASSERT_EQ(dialogs.boxes.size(), boxes + 1) << c.message;
         EXPECT_EQ(dialogs.boxes.back().text, c.message);
