@@ -111,16 +111,8 @@ TEST_F(UpdateTest, FileImageIsByteForByteTheBackupOneGenerationAndReadSkipsUnusa
 // folder without a file makes the file.
 TEST_F(UpdateTest, UpdatesSayWhatTheyDid) {
     enum Command { kSelected, kAll, kSynch };
-    struct Case {
-        Command command;
-        bool seeded;  // file and database already hold glass b and OTHER
-        bool leave;
-        int target;
-        bool lumbrakAbsent;
-        bool failDatabase;
-        std::string summary;
-        std::string file;  // names in the file, "" when none
-    };
+    // seeded: file and database already hold glass b and OTHER; file: its names, "" for none
+    using Case = std::tuple<Command, bool, bool, int, bool, bool, std::string, std::string>;
     const Case cases[] = {
         {kSelected, false, false, 2, false, false, "Lumbrak3D: 2 added. KelmoraTD: 2 added.",
          "GLASS A,GLASS B"},
@@ -138,29 +130,28 @@ TEST_F(UpdateTest, UpdatesSayWhatTheyDid) {
          ""},
     };
     const std::vector<MaterialRecord> none;
-    for (const auto& c : cases) {
+    last = 2;
+    for (const auto& [command, seeded, leave, target, absent, failing, summary, file] : cases) {
         fs::remove(Lumbrak() + kExternalFileName);
         ASSERT_TRUE(setup.SetPathLumbrak(dir.path().string() + "/Lumbrak/"));
         // GLASS B under another case: the same material.
         const std::vector<MaterialRecord> old{ReadyMaterial("glass b ", "LAB", 1.5),
                                               ReadyMaterial("OTHER", "Lab")};
-        Seed(c.seeded ? old : none, {}, c.seeded ? old : none);
-        if (c.lumbrakAbsent) setup.SetPathLumbrak(dir.path().string() + "/");
-        if (c.failDatabase) FailDatabaseSteps("add", kTableCurrent);
+        Seed(seeded ? old : none, {}, seeded ? old : none);
+        if (absent) setup.SetPathLumbrak(dir.path().string() + "/");
+        if (failing) FailDatabaseSteps("add", kTableCurrent);
         auto frame = Frame();
-        frame.cmbDataOverWrite.SetListIndex(c.leave ? 1 : 0);
-        frame.cmbUpdateProg.SetListIndex(c.target);
-        first = 1;
-        last = 2;
+        frame.cmbDataOverWrite.SetListIndex(leave ? 1 : 0);
+        frame.cmbUpdateProg.SetListIndex(target);
         dialogs.answers = {MsgAnswer::OK};
-        const bool ok = c.command == kSelected ? frame.comExtAddSelClick()
-                        : c.command == kAll    ? frame.comExtAddAllClick()
-                                               : frame.comExtSynchClick();
+        const bool ok = command == kSelected ? frame.comExtAddSelClick()
+                        : command == kAll    ? frame.comExtAddAllClick()
+                                             : frame.comExtSynchClick();
         SetDatabaseFaultHook(nullptr);
-        EXPECT_EQ(ok, !c.failDatabase) << c.summary;
+        EXPECT_EQ(ok, !failing) << summary;
         ASSERT_FALSE(dialogs.helpNotes.empty());
-        EXPECT_EQ(dialogs.helpNotes.back(), c.summary);
-        EXPECT_EQ(FileNames(dir.path().string() + "/Lumbrak/"), c.file) << c.summary;
+        EXPECT_EQ(dialogs.helpNotes.back(), summary);
+        EXPECT_EQ(FileNames(dir.path().string() + "/Lumbrak/"), file) << summary;
     }
 }
 
@@ -168,13 +159,9 @@ TEST_F(UpdateTest, UpdatesSayWhatTheyDid) {
 // finds the row of F'2/MYLAB in either table, also a row left twice by an older version.
 TEST_F(UpdateTest, OneDatabaseRowPerMaterialWhateverTheCase) {
     const int kOverwrite = -1, kLeave = -2;  // an update, or else a command
-    struct Case {
-        const char* name;
-        bool archived;  // F'2/MYLAB stands in Archive rather than in GlassData
-        bool twice;     // an older version left f'2/mylab in the other table as well
-        int action;
-        std::vector<std::string> rows;  // table:name:C1 of the custom rows afterwards
-    };
+    // archived: F'2/MYLAB stands in Archive rather than in GlassData; twice: an older version
+    // left f'2/mylab in the other table as well; rows: table:name:C1 of the custom rows after
+    using Case = std::tuple<const char*, bool, bool, int, std::vector<std::string>>;
     const MaterialRecord upper = ReadyMaterial("F'2", "MYLAB", 1.5);
     const MaterialRecord lower = ReadyMaterial(" f'2", "mylab ", 1.25);
     const Case cases[] = {
@@ -188,32 +175,29 @@ TEST_F(UpdateTest, OneDatabaseRowPerMaterialWhateverTheCase) {
         {"remove", false, false, kRemove, {}},
         {"remove one of two", false, true, kRemove, {}},
     };
-    for (const auto& c : cases) {
+    for (const auto& [name, archived, twice, action, rows] : cases) {
         Seed({}, {}, {upper});
-        if (c.twice) {
-            auto db = Open();
-            DbError error;
-            ASSERT_TRUE(db->AddRow(kTableCurrent, WriteGlassRow(100, lower), error));
-        }
-        if (c.archived) ToArchive(DbValue{int64_t{5}});
-        if (c.twice && !c.archived) ToArchive(DbValue{int64_t{100}});
-        if (c.action == kOverwrite || c.action == kLeave) {
-            ASSERT_TRUE(AddGlassesToDatabase(Kelmora(), {lower}, c.action == kOverwrite, dialogs));
-        } else if (c.action == kRemove) {
+        DbError error;
+        ASSERT_TRUE(!twice || Open()->AddRow(kTableCurrent, WriteGlassRow(100, lower), error));
+        if (archived) ToArchive(DbValue{int64_t{5}});
+        if (twice && !archived) ToArchive(DbValue{int64_t{100}});
+        if (action == kOverwrite || action == kLeave) {
+            ASSERT_TRUE(AddGlassesToDatabase(Kelmora(), {lower}, action == kOverwrite, dialogs));
+        } else if (action == kRemove) {
             // Removing the entry of either row removes the material.
             frmGlassesDelExt form(setup, dialogs);
             Choose(form, true, {0});
-            ASSERT_EQ(form.lstGlasses.List(0), "F'2/MYLAB") << c.name;
+            ASSERT_EQ(form.lstGlasses.List(0), "F'2/MYLAB") << name;
             form.comDelSelClick();
         } else {
             // F'2/MYLAB follows the demo's four glasses, or stands alone in Archive.
             frm6Archive form(setup, dialogs);
             ASSERT_TRUE(form.Load());
-            const bool archive = c.action == kArchive;
+            const bool archive = action == kArchive;
             archive ? form.ssGlassCurrClick(1, 5) : form.ssGlassArchiveClick(1, 1);
-            EXPECT_TRUE(archive ? form.comArchiveClick() : form.comDeArchiveClick()) << c.name;
+            EXPECT_TRUE(archive ? form.comArchiveClick() : form.comDeArchiveClick()) << name;
         }
-        EXPECT_EQ(CustomRows(), c.rows) << c.name;
+        EXPECT_EQ(CustomRows(), rows) << name;
     }
 }
 
@@ -342,52 +326,45 @@ TEST_F(UpdateTest, RemovalAsksFirstNamingWhatGoes) {
     const std::string one = "GLASS B/Lab from Lumbrak3D/Sextane";
     const std::string both = "these 2 materials from Lumbrak3D/Sextane:\nGLASS A/Lab\nGLASS C/Lab";
     const std::string database = "these 2 materials from KelmoraTD:\nGLASS A/Lab\nGLASS C/Lab";
-    struct Case {
-        int target;
-        std::vector<int> picked;
-        MsgAnswer answer;
-        std::string question;   // "" for none asked
-        std::string summary;    // "" when nothing was done
-        std::vector<int> file;  // the materials of both files afterwards, -1 for Sextane's none
-        size_t rows;            // custom rows afterwards
-    };
+    // Target, entries picked, answer, the question ("" for none), the summary ("" when nothing
+    // was done), whether both files hold GLASS A and C alone afterwards, custom rows after.
+    using Case =
+        std::tuple<int, std::vector<int>, MsgAnswer, std::string, std::string, bool, size_t>;
     const Case cases[] = {
-        {0, {}, MsgAnswer::Yes, "", "", {-1}, 3},
-        {0, {1}, MsgAnswer::No, one, "", {-1}, 3},
-        {0, {1}, MsgAnswer::Yes, one, "Lumbrak3D: 1 removed.", {0, 2}, 3},
-        {1, {0, 2}, MsgAnswer::Yes, database, "KelmoraTD: 2 removed.", {0, 2}, 1},
-        {0, {0, 1}, MsgAnswer::Yes, both, "Lumbrak3D: nothing changed.", {0, 2}, 1},
+        {0, {}, MsgAnswer::Yes, "", "", false, 3},
+        {0, {1}, MsgAnswer::No, one, "", false, 3},
+        {0, {1}, MsgAnswer::Yes, one, "Lumbrak3D: 1 removed.", true, 3},
+        {1, {0, 2}, MsgAnswer::Yes, database, "KelmoraTD: 2 removed.", true, 1},
+        {0, {0, 1}, MsgAnswer::Yes, both, "Lumbrak3D: nothing changed.", true, 1},
     };
-    for (const auto& c : cases) {
+    for (const auto& [target, picked, answer, question, summary, file, rows] : cases) {
         frmGlassesDelExt form(setup, dialogs);
         form.Load();
-        if (c.target == 1) {
+        if (target == 1) {
             form.optUpdateProgClick(1);
             EXPECT_EQ(form.lstGlasses.ItemData(2), 100007);
         }
-        for (int i : c.picked) form.lstGlasses.SetSelected(i, true);
-        dialogs.answers = {c.answer};
+        for (int i : picked) form.lstGlasses.SetSelected(i, true);
+        dialogs.answers = {answer};
         const size_t notes = dialogs.helpNotes.size(), boxes = dialogs.boxes.size();
         form.comDelSelClick();
-        ASSERT_EQ(dialogs.boxes.size(), boxes + (c.question.empty() ? 0 : 1)) << c.question;
-        if (!c.question.empty()) {
+        ASSERT_EQ(dialogs.boxes.size(), boxes + (question.empty() ? 0 : 1)) << question;
+        if (!question.empty()) {
             EXPECT_EQ(dialogs.boxes.back().text,
-                      "Are you sure that you want to remove " + c.question);
+                      "Are you sure that you want to remove " + question);
             EXPECT_EQ(dialogs.boxes.back().buttons, MsgButtons::YesNo);
         }
-        EXPECT_EQ(form.Closed(), c.answer == MsgAnswer::Yes);
-        EXPECT_EQ(form.Result(), !c.summary.empty());
-        if (c.answer == MsgAnswer::No) {
-            EXPECT_EQ(form.lstGlasses.SelectedIndexes(), c.picked);
+        EXPECT_EQ(form.Closed(), answer == MsgAnswer::Yes);
+        EXPECT_EQ(form.Result(), !summary.empty());
+        if (answer == MsgAnswer::No) {
+            EXPECT_EQ(form.lstGlasses.SelectedIndexes(), picked);
         }
-        EXPECT_EQ(form.Summary(), c.summary);
-        EXPECT_EQ(dialogs.helpNotes.size(), notes + (c.summary.empty() ? 0 : 1));
-        std::vector<MaterialRecord> file;
-        for (int i : c.file)
-            if (i >= 0) file.push_back(list[static_cast<size_t>(i)]);
-        EXPECT_EQ(FileAt(Lumbrak()), Image(c.file[0] < 0 ? list : file)) << c.question;
-        EXPECT_EQ(FileAt(Sextane()), c.file[0] < 0 ? "<none>" : Image(file)) << c.question;
-        EXPECT_EQ(Rows().size() - 4, c.rows) << c.question;
+        EXPECT_EQ(form.Summary(), summary);
+        EXPECT_EQ(dialogs.helpNotes.size(), notes + (summary.empty() ? 0 : 1));
+        const std::string kept = Image({list[0], list[2]});
+        EXPECT_EQ(FileAt(Lumbrak()), file ? kept : Image(list)) << question;
+        EXPECT_EQ(FileAt(Sextane()), file ? kept : "<none>") << question;
+        EXPECT_EQ(Rows().size() - 4, rows) << question;
     }
 }
 
@@ -402,32 +379,26 @@ TEST_F(UpdateTest, TheChoiceStaysOnTheSameGlassesAfterAMove) {
             if (!selected || g.IsSelected(2, r)) out += g.Text(1, r);
         return out;
     };
-    struct Step {
-        bool archive;
-        GridBlock block;  // {} for a click on row `click`
-        int click;
-        std::string current, archived, chosenCurrent, summary;
-    };
+    // Archive or restore, the block chosen ({} for a click on row `click`), the ids of both
+    // grids and the chosen ones of GlassData afterwards, the summary.
+    using Step =
+        std::tuple<bool, GridBlock, int, std::string, std::string, std::string, std::string>;
     const Step steps[] = {
         {true, {}, 1, "234", "1", "", "KelmoraTD: 1 archived."},
         {true, {1, 1, 5, 3}, 0, "23", "14", "23", "KelmoraTD: 1 archived."},
         {false, {}, 2, "234", "1", "23", "KelmoraTD: 1 restored."},
         {false, {}, 2, "234", "1", "23", "KelmoraTD: nothing changed."},
     };
-    for (const auto& s : steps) {
-        Grid& grid = s.archive ? form.ssGlassCurr : form.ssGlassArchive;
-        if (s.click) {
-            grid.ClearSelection();
-            s.archive ? form.ssGlassCurrClick(1, s.click) : form.ssGlassArchiveClick(1, s.click);
-        } else {
-            grid.SetSelection(s.block);
-        }
-        EXPECT_TRUE(s.archive ? form.comArchiveClick() : form.comDeArchiveClick());
-        EXPECT_EQ(ids(form.ssGlassCurr, false), s.current) << s.summary;
-        EXPECT_EQ(ids(form.ssGlassArchive, false), s.archived) << s.summary;
-        EXPECT_EQ(ids(form.ssGlassCurr, true), s.chosenCurrent) << s.summary;
-        EXPECT_EQ(ids(form.ssGlassArchive, true), "") << s.summary;
-        EXPECT_EQ(form.Summary(), s.summary);
+    for (const auto& [archive, block, click, current, archived, chosen, summary] : steps) {
+        Grid& grid = archive ? form.ssGlassCurr : form.ssGlassArchive;
+        click ? grid.ClearSelection() : grid.SetSelection(block);
+        if (click) archive ? form.ssGlassCurrClick(1, click) : form.ssGlassArchiveClick(1, click);
+        EXPECT_TRUE(archive ? form.comArchiveClick() : form.comDeArchiveClick());
+        EXPECT_EQ(std::tuple(ids(form.ssGlassCurr, false), ids(form.ssGlassArchive, false),
+                             ids(form.ssGlassCurr, true), ids(form.ssGlassArchive, true)),
+                  std::tuple(current, archived, chosen, ""))
+            << summary;
+        EXPECT_EQ(form.Summary(), summary);
     }
 }
 
