@@ -113,22 +113,19 @@ TEST_F(GlassesListTest, LoadedListSavesTheRecordsItHolds) {
     ASSERT_EQ(longLoaded[148].ThermalState.Ready, kTrue);
     ASSERT_EQ(longLoaded[149].ThermalState.Ready, 0);
 
-    const struct {
-        const char* name;
-        std::string file;
-        std::vector<MaterialRecord> loaded;
-    } cases[] = {{"every byte", Image(full), full},
-                 {"same material twice", Image(twice), {twice[0], twice[1]}},
-                 {"damaged counts", Image({damaged, fine}), {fixed, fine}},
-                 {"long list cut short", cut, longLoaded}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
+    const std::tuple<const char*, std::string, std::vector<MaterialRecord>> cases[] = {
+        {"every byte", Image(full), full},
+        {"same material twice", Image(twice), {twice[0], twice[1]}},
+        {"damaged counts", Image({damaged, fine}), {fixed, fine}},
+        {"long list cut short", cut, longLoaded}};
+    for (const auto& [name, file, loaded] : cases) {
+        SCOPED_TRACE(name);
         std::filesystem::remove(Backup());
-        GlassesList& l = Loaded(c.file);
-        EXPECT_TRUE(Image(l.CustomList()) == Image(c.loaded));
+        GlassesList& l = Loaded(file);
+        EXPECT_TRUE(Image(l.CustomList()) == Image(loaded));
         ASSERT_TRUE(l.SaveCustomFile());
-        EXPECT_TRUE(ReadFileBytes(Current()) == Image(c.loaded));
-        EXPECT_TRUE(ReadFileBytes(Backup()) == c.file);
+        EXPECT_TRUE(ReadFileBytes(Current()) == Image(loaded));
+        EXPECT_TRUE(ReadFileBytes(Backup()) == file);
     }
 }
 
@@ -136,12 +133,10 @@ TEST_F(GlassesListTest, FailedWriteLeavesFileAndListAsTheyWere) {
     const std::string before = Image({MakeRecord("A", "S", 1)});
     GlassesList& l = Loaded(before);
     SetWriteFaultHook([](const fs::path& p) { return p.filename() != kCustomFileName; });
-    const bool added = l.AddAndSave(MakeRecord("B", "S"), false);
-    const bool overwritten = l.AddAndSave(MakeRecord("A", "S", 2), true);
-    const bool committed = l.CommitList({MakeRecord("C", "S")});
+    EXPECT_FALSE(l.AddAndSave(MakeRecord("B", "S"), false) ||
+                 l.AddAndSave(MakeRecord("A", "S", 2), true) ||
+                 l.CommitList({MakeRecord("C", "S")}));
     SetWriteFaultHook(nullptr);
-
-    EXPECT_FALSE(added || overwritten || committed);
     EXPECT_FALSE(l.ListContains(MakeRecord("B", "S")));
     EXPECT_TRUE(Image(l.CustomList()) == before) << "the old record is restored";
     EXPECT_TRUE(ReadFileBytes(Current()) == before);
@@ -204,11 +199,7 @@ TEST_F(GlassesListTest, OlderFilesAreConvertedIntoTheCurrentLayout) {
         size_t from, to;
         std::string old, now{};  // now: "" for the old bytes
     };
-    const struct {
-        const char* file;
-        size_t size;
-        std::vector<Value> values;
-    } layouts[] = {
+    const std::tuple<const char*, size_t, std::vector<Value>> layouts[] = {
         {kCustomFileV2Name,
          12604,
          {{6, 6, Pad("MELT1", 30)},
@@ -252,20 +243,19 @@ TEST_F(GlassesListTest, OlderFilesAreConvertedIntoTheCurrentLayout) {
     EXPECT_EQ(Loaded().CustomCount(), 0);
     EXPECT_EQ(std::tuple(fs::exists(Current()), Exists(kCustomFileV2Name)),
               std::tuple(false, false));
-    for (const auto& c : layouts) {
-        SCOPED_TRACE(c.file);
-        std::string old(c.size, '\0'), expected(kMaterialRecordSize, '\0');
-        for (const Value& v : c.values) {
+    for (const auto& [file, size, values] : layouts) {
+        SCOPED_TRACE(file);
+        std::string old(size, '\0'), expected(kMaterialRecordSize, '\0');
+        for (const Value& v : values) {
             old.replace(v.from, v.old.size(), v.old);
             const std::string& now = v.now.empty() ? v.old : v.now;
             if (v.to != kDropped) expected.replace(v.to, now.size(), now);
         }
-        WriteFileBytes(dir / c.file, old);
-        GlassesList& l = Loaded();
-        EXPECT_TRUE(Image(l.CustomList()) == expected);
+        WriteFileBytes(dir / file, old);
+        EXPECT_TRUE(Image(Loaded().CustomList()) == expected);
         EXPECT_TRUE(ReadFileBytes(Current()) == expected);
-        EXPECT_EQ(std::tuple(Exists(c.file), Exists(kCustomFileV0Name)),
-                  std::tuple(false, c.file != std::string(kCustomFileV0Name)));
+        EXPECT_EQ(std::tuple(Exists(file), Exists(kCustomFileV0Name)),
+                  std::tuple(false, file != std::string(kCustomFileV0Name)));
         fs::remove(Current());
     }
 }
@@ -292,13 +282,8 @@ class NameRulesTest : public ListFixture {
 };
 
 TEST_F(NameRulesTest, CheckOverwriteMessages) {
-    const struct {
-        const char* name;
-        const char* source;
-        bool allowOverwrite;
-        bool ok;
-        const char* message;
-    } cases[] = {
+    // Name, source, overwrite allowed, accepted, the message.
+    const std::tuple<const char*, const char*, bool, bool, const char*> cases[] = {
         {"bk7  ", "schott", false, false,
          "bk7 - schott is already in the list of catalog materials, and cannot be overwritten!"},
         {"F2", "SCHOTT", true, false,
@@ -312,21 +297,17 @@ TEST_F(NameRulesTest, CheckOverwriteMessages) {
         {"NEW", "ME", true, true, ""},
         // The catalogue's record with a blank name gives no key (F2 behind it is read).
         {"", "BLANK", true, true, ""}};
-    for (const auto& c : cases) {
-        std::string message = "stale";
-        EXPECT_EQ(list->CheckOverwrite(MakeRecord(c.name, c.source), c.allowOverwrite, message),
-                  c.ok)
-            << c.name;
-        EXPECT_EQ(message, c.message);
-    }
-}
-
-TEST_F(ListFixture, WithoutLumbrakFolderAnyNameMayBeUsed) {
-    GlassesList& l = Fresh();
-    l.LoadCatalogueNames("");
-    l.LoadGenericNames((dir / "missing").string());
     std::string message;
-    EXPECT_TRUE(l.CheckOverwrite(MakeRecord("BK7", "SCHOTT"), true, message));
+    for (const auto& [name, source, allowOverwrite, ok, text] : cases) {
+        message = "stale";
+        EXPECT_EQ(list->CheckOverwrite(MakeRecord(name, source), allowOverwrite, message), ok)
+            << name;
+        EXPECT_EQ(message, text);
+    }
+    // Without a Lumbrak folder any name may be used.
+    Fresh().LoadCatalogueNames("");
+    list->LoadGenericNames((dir / "missing").string());
+    EXPECT_TRUE(list->CheckOverwrite(MakeRecord("BK7", "SCHOTT"), true, message));
 }
 
 TEST(CatalogueRecord, ImageSurvivesLoadAndSave) {
@@ -374,10 +355,7 @@ TEST_F(GlassesListTest, ReadListedMaterialAgreesWithTheLoadedListAtEveryPosition
     // A record cut short at the end of the file, as a damaged file may be.
     std::string cut = Image({MakeRecord("LAST", "LAB", 5)});
     cut.resize(kMaterialRecordSize / 2);
-    const struct {
-        const char* name;
-        std::string file;
-    } cases[] = {
+    const std::pair<const char*, std::string> cases[] = {
         {"plain", Image({MakeRecord("A", "LAB", 1), MakeRecord("B", "LAB", 2)})},
         {"blank name and repeated key passed over",
          Image({blank, MakeRecord("A", "LAB", 1), MakeRecord("a", "lab", 3),
@@ -386,9 +364,9 @@ TEST_F(GlassesListTest, ReadListedMaterialAgreesWithTheLoadedListAtEveryPosition
         {"shorter than a name", Image({MakeRecord("A", "LAB", 1)}) + std::string(20, 'X')},
         {"empty", ""},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
-        const GlassesList& loaded = Loaded(c.file);
+    for (const auto& [name, file] : cases) {
+        SCOPED_TRACE(name);
+        const GlassesList& loaded = Loaded(file);
         const std::string folder = dir.path().string();
         for (int n = 1; n <= loaded.CustomCount(); ++n) {
             const auto one = GlassesList::ReadListedMaterial(folder, n);
