@@ -52,23 +52,20 @@ TEST(Grid, CellsOutsideNumbersAndRefusedEntries) {
 }
 
 TEST(Grid, FloatEntryLimitsNumbersAndTakesADecimalComma) {
-    const struct {
-        std::string text;
-        bool accepted;
-        std::string kept;  // the cell's text afterwards
-        bool ignored;      // marked as an entry that is no number
-    } cases[] = {{"587.56", true, "587.56", false},  {"200", true, "200", false},
-                 {"2500", true, "2500", false},      {"199.9", false, "old", false},
-                 {"3000", false, "old", false},      {"587,56", true, "587.56", false},
-                 {"1,500.5", true, "1,500.5", true}, {"199,9", false, "old", false},
-                 {"abc", true, "abc", true},         {"", true, "", false}};
-    for (const auto& c : cases) {
+    // Entry, accepted, the cell's text afterwards, marked as an entry that is no number.
+    const std::tuple<std::string, bool, std::string, bool> cases[] = {
+        {"587.56", true, "587.56", false},  {"200", true, "200", false},
+        {"2500", true, "2500", false},      {"199.9", false, "old", false},
+        {"3000", false, "old", false},      {"587,56", true, "587.56", false},
+        {"1,500.5", true, "1,500.5", true}, {"199,9", false, "old", false},
+        {"abc", true, "abc", true},         {"", true, "", false}};
+    for (const auto& [text, accepted, kept, ignored] : cases) {
         Grid g(2, 1);
         g.SetColumnFloat(1, 1, 200.0, 2500.0);
         g.SetText(1, 1, "old");
-        EXPECT_EQ(g.EditText(1, 1, c.text), c.accepted) << c.text;
-        EXPECT_EQ(g.Text(1, 1), c.kept) << c.text;
-        EXPECT_EQ(g.IsIgnoredEntry(1, 1), c.ignored) << c.text;
+        EXPECT_EQ(g.EditText(1, 1, text), accepted) << text;
+        EXPECT_EQ(g.Text(1, 1), kept) << text;
+        EXPECT_EQ(g.IsIgnoredEntry(1, 1), ignored) << text;
     }
 }
 
@@ -127,13 +124,8 @@ TEST(Grid, PasteAtActiveCellSkipsLockedColumnsAndBadNumbers) {
 TEST(Grid, SortByKeys) {
     using Rows = std::vector<std::vector<std::string>>;
     using Col = std::vector<std::string>;
-    const struct {
-        Rows rows;
-        bool floatColumn;
-        std::vector<SortKey> keys;
-        int shownColumn;
-        Col expected;
-    } cases[] = {
+    // Rows, a float first column, the keys, a column shown and its texts after the sort.
+    const std::tuple<Rows, bool, std::vector<SortKey>, int, Col> cases[] = {
         {{{"f2", "B", "1"}, {"BK7", "A", "2"}, {"F2", "A", "3"}, {"baf10", "C", "4"}},
          false,
          {{1, true}},
@@ -146,14 +138,14 @@ TEST(Grid, SortByKeys) {
          {"ZK1", "AB", "BK7", "F2"}},
         {{{"10"}, {"9"}, {"100"}, {"x"}}, true, {{1, false}}, 1, {"100", "10", "9", "x"}},
     };
-    for (const auto& c : cases) {
+    for (const auto& [rows, floatColumn, keys, shownColumn, expected] : cases) {
         Grid g;
-        Fill(g, c.rows);
-        if (c.floatColumn) g.SetColumnFloat(1, 0);
-        g.Sort(1, g.MaxRows(), c.keys);
-        EXPECT_EQ(Column(g, c.shownColumn), c.expected);
-        g.Sort(1, g.MaxRows(), c.keys);
-        EXPECT_EQ(Column(g, c.shownColumn), c.expected) << "sorting again changes nothing";
+        Fill(g, rows);
+        if (floatColumn) g.SetColumnFloat(1, 0);
+        g.Sort(1, g.MaxRows(), keys);
+        EXPECT_EQ(Column(g, shownColumn), expected);
+        g.Sort(1, g.MaxRows(), keys);
+        EXPECT_EQ(Column(g, shownColumn), expected) << "sorting again changes nothing";
     }
 }
 
