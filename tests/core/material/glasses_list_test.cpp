@@ -24,10 +24,9 @@ TEST(SameMaterial, KeysAndUsableNames) {
           {"BK7", "SCHOTT", "BK7", "HOYA", false},
           {"BK 7", "SCHOTT", "BK7", "SCHOTT", false},
           {"gl\xC3\xA4s", "x", "GL\xC3\x84S", "X", true}}};
-    for (const auto& [nameA, sourceA, nameB, sourceB, same] : keys) {
+    for (const auto& [nameA, sourceA, nameB, sourceB, same] : keys)
         EXPECT_EQ(SameMaterial(MakeRecord(nameA, sourceA), MakeRecord(nameB, sourceB)), same)
             << nameA << "/" << sourceA;
-    }
     MaterialRecord nul = MakeRecord("A", "B");
     nul.General.GlassName.data()[5] = '\0';
     EXPECT_EQ(std::tuple(NameUsable(MakeRecord("A", "B")), NameUsable(MakeRecord("   ", "B")),
@@ -40,9 +39,8 @@ using GlassesListTest = ListFixture;
 
 TEST_F(GlassesListTest, ListAddOverwriteGetMaterialAndReplaceList) {
     GlassesList& l = Fresh();
-    ASSERT_TRUE(l.ListAdd(MakeRecord("A", "S", 1), false));
-    ASSERT_TRUE(l.ListAdd(MakeRecord("B", "S", 2), false));
-    ASSERT_TRUE(l.ListAdd(MakeRecord("C", "S", 3), false));
+    for (int i = 1; i <= 3; ++i)
+        ASSERT_TRUE(l.ListAdd(MakeRecord(std::string(1, char('@' + i)), "S", i), false));
 
     EXPECT_FALSE(l.ListAdd(MakeRecord("b ", "s", 9), false));
     EXPECT_EQ(l.CustomList()[1].General.PolyCoef[0], 2);
@@ -61,12 +59,12 @@ TEST_F(GlassesListTest, ListAddOverwriteGetMaterialAndReplaceList) {
     // usable ones.
     MaterialRecord nul = MakeRecord("A", "S");
     nul.General.GlassName.data()[1] = '\0';
-    EXPECT_FALSE(l.ListAdd(nul, true));
-    EXPECT_EQ(l.CustomCount(), 3);
+    EXPECT_EQ((std::tuple{l.ListAdd(nul, true), l.CustomCount()}), std::tuple(false, 3));
     l.ReplaceList({nul});
-    EXPECT_EQ(l.CustomCount(), 1);
-    EXPECT_FALSE(l.ListContains(nul));
-    EXPECT_FALSE(l.ListContains(MakeRecord("B", "S"))) << "the old keys are gone";
+    // The old keys are gone.
+    EXPECT_EQ(
+        std::tuple(l.CustomCount(), l.ListContains(nul), l.ListContains(MakeRecord("B", "S"))),
+        std::tuple(1, false, false));
 }
 
 // A file loads into the records expected and saves as them, the file before as the backup:
@@ -137,12 +135,14 @@ TEST_F(GlassesListTest, FailedWriteLeavesFileAndListAsTheyWere) {
                  l.AddAndSave(MakeRecord("A", "S", 2), true) ||
                  l.CommitList({MakeRecord("C", "S")}));
     SetWriteFaultHook(nullptr);
-    EXPECT_FALSE(l.ListContains(MakeRecord("B", "S")));
-    EXPECT_TRUE(Image(l.CustomList()) == before) << "the old record is restored";
-    EXPECT_TRUE(ReadFileBytes(Current()) == before);
+    // The old record is restored.
+    EXPECT_EQ(std::tuple(l.ListContains(MakeRecord("B", "S")), Image(l.CustomList()) == before,
+                         ReadFileBytes(Current()) == before),
+              std::tuple(false, true, true));
     ASSERT_FALSE(dialogs.boxes.empty());
-    EXPECT_EQ(dialogs.boxes[0].icon, MsgIcon::Exclamation);
-    EXPECT_NE(dialogs.boxes[0].text.find("could not be saved"), std::string::npos);
+    EXPECT_EQ(std::tuple(dialogs.boxes[0].icon,
+                         dialogs.boxes[0].text.find("could not be saved") != std::string::npos),
+              std::tuple(MsgIcon::Exclamation, true));
     EXPECT_NE(ReadFileBytes(dir / "ERROR.LOG").find("  Error: [28]: WriteCustomFile"),
               std::string::npos);
 }
@@ -150,28 +150,29 @@ TEST_F(GlassesListTest, FailedWriteLeavesFileAndListAsTheyWere) {
 // Deleting the last material leaves no file and a backup of it.
 TEST_F(GlassesListTest, NoFileStartsEmptyAndAddAndSaveDatesWritesAndRefreshes) {
     GlassesList& l = Loaded();
-    EXPECT_EQ(l.CustomCount(), 0);
-    EXPECT_TRUE(fs::is_empty(dir.path())) << "loading writes nothing";
+    // Loading writes nothing.
+    EXPECT_EQ(std::tuple(l.CustomCount(), fs::is_empty(dir.path())), std::tuple(0, true));
     ASSERT_TRUE(l.AddAndSave(MakeRecord("A", "S"), false));
-    EXPECT_EQ(refreshes, 1);
     MaterialRecord expected = MakeRecord("A", "S");
     expected.DateChanged = 46349.5;
-    EXPECT_TRUE(ReadFileBytes(Current()) == Image({expected}));
-    EXPECT_FALSE(fs::exists(Backup()));  // nothing to back up before the first file
+    // Nothing to back up before the first file.
+    EXPECT_EQ(
+        std::tuple(refreshes, ReadFileBytes(Current()) == Image({expected}), fs::exists(Backup())),
+        std::tuple(1, true, false));
     ASSERT_TRUE(l.CommitList({}));
-    EXPECT_FALSE(fs::exists(Current()));
-    EXPECT_TRUE(ReadFileBytes(Backup()) == Image({expected}));
-    EXPECT_EQ(refreshes, 2);
+    EXPECT_EQ(
+        std::tuple(refreshes, fs::exists(Current()), ReadFileBytes(Backup()) == Image({expected})),
+        std::tuple(2, false, true));
 }
 
 TEST_F(GlassesListTest, UnreadableFileIsReportedAndNeverOverwritten) {
     fs::create_directory(Current());  // a folder where the file should be cannot be read
     GlassesList& l = Fresh();
-    EXPECT_FALSE(l.LoadCustomFile());
-    EXPECT_TRUE(l.LoadFailed());
-    EXPECT_FALSE(l.AddAndSave(MakeRecord("A", "S"), false));
-    EXPECT_TRUE(fs::is_directory(Current()));
-    EXPECT_EQ(dialogs.boxes.size(), 2u);
+    // Braced, so the calls run in order.
+    EXPECT_EQ(
+        (std::tuple{l.LoadCustomFile(), l.LoadFailed(), l.AddAndSave(MakeRecord("A", "S"), false),
+                    fs::is_directory(Current()), dialogs.boxes.size()}),
+        std::tuple(false, true, false, true, 2u));
 }
 
 // --- older files ---
