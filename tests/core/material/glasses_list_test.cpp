@@ -68,9 +68,8 @@ TEST_F(GlassesListTest, ListAddOverwriteGetMaterialAndReplaceList) {
 }
 
 // A file loads into the records expected and saves as them, the file before as the backup:
-// every byte kept, texts holding NULs included; a second record of the same material
-// dropped; point counts beyond their tables or below zero brought into them; a long list
-// whole and in order, its last record cut short padded with zeros.
+// every byte kept, texts holding NULs included; point counts beyond their tables or below zero
+// brought into them; a long list whole and in order, its last record cut short padded with zeros.
 TEST_F(GlassesListTest, LoadedListSavesTheRecordsItHolds) {
     std::vector<MaterialRecord> full;
     for (int i = 0; i < 3; ++i) {
@@ -83,14 +82,11 @@ TEST_F(GlassesListTest, LoadedListSavesTheRecordsItHolds) {
         std::memset(img.data() + 41, ' ', 27);
         img[12102] = '\0';  // a NUL in the parent name
         MaterialRecord rec = FromBytes(img);
-        rec.General.IndexPoints = 150;  // counts that fit their tables
-        rec.Measured.TransPoints = static_cast<int16_t>(i);
-        rec.Melt.MeltIndexPoints = 20;
-        rec.Melt.MeltTransPoints = 7;
+        // counts that fit their tables
+        std::tie(rec.General.IndexPoints, rec.Measured.TransPoints, rec.Melt.MeltIndexPoints,
+                 rec.Melt.MeltTransPoints) = std::tuple(150, i, 20, 7);
         full.push_back(rec);
     }
-    const std::vector<MaterialRecord> twice = {MakeRecord("BK7", "X", 1), MakeRecord("F2", "X", 2),
-                                               MakeRecord("bk7 ", "x", 3)};
     MaterialRecord damaged = MakeRecord("BK7", "X", 1), fixed = damaged;
     std::tie(damaged.General.IndexPoints, damaged.Measured.TransPoints,
              damaged.Melt.MeltIndexPoints, damaged.Melt.MeltTransPoints) =
@@ -113,7 +109,6 @@ TEST_F(GlassesListTest, LoadedListSavesTheRecordsItHolds) {
 
     const std::tuple<const char*, std::string, std::vector<MaterialRecord>> cases[] = {
         {"every byte", Image(full), full},
-        {"same material twice", Image(twice), {twice[0], twice[1]}},
         {"damaged counts", Image({damaged, fine}), {fixed, fine}},
         {"long list cut short", cut, longLoaded}};
     for (const auto& [name, file, loaded] : cases) {
