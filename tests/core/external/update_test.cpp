@@ -470,32 +470,29 @@ TEST_F(UpdateTest, ArchiveFormKeepsTheProtectedPairAndOpensThroughTheToolStrip) 
     ASSERT_NE(form.database(), nullptr);
     EXPECT_EQ(form.ssGlassCurr.Text(5, 1), "  Recommended");
     form.ssGlassCurrClick(1, 2);  // K7 alone: nothing done, nothing said
-    EXPECT_TRUE(form.comArchiveClick());
-    EXPECT_EQ(form.ssGlassCurr.MaxRows(), 4);
-    EXPECT_TRUE(dialogs.boxes.empty());
-
+    EXPECT_EQ(
+        (std::tuple{form.comArchiveClick(), form.ssGlassCurr.MaxRows(), dialogs.boxes.size()}),
+        std::tuple(true, 4, 0u));
     dialogs.answers = {MsgAnswer::Cancel};
     form.ssGlassCurr.SetSelection({0, -1, 0, -1});
-    EXPECT_FALSE(form.comArchiveClick());
-    EXPECT_FALSE(form.database()->InTransaction());
-    EXPECT_EQ(Rows()[0].rfind("GlassData", 0), 0u);
+    EXPECT_EQ((std::tuple{form.comArchiveClick(), form.database()->InTransaction(),
+                          Rows()[0].rfind("GlassData", 0)}),
+              std::tuple(false, false, 0u));
     dialogs.answers = {MsgAnswer::OK};
     form.ssGlassCurr.SetSelection({0, -1, 0, -1});
-    EXPECT_TRUE(form.comArchiveClick());
-    EXPECT_EQ(form.ssGlassArchive.Text(3, 1), " Schott");
+    EXPECT_EQ((std::tuple{form.comArchiveClick(), form.ssGlassArchive.Text(3, 1)}),
+              std::tuple(true, " Schott"));
     form.ssGlassArchive.SetSelection({0, 1, 0, 2});
-    EXPECT_TRUE(form.comDeArchiveClick());
-    EXPECT_EQ(dialogs.boxes.size(), 2u);
-    EXPECT_EQ(form.ssGlassArchive.MaxRows(), 0);
-
+    EXPECT_EQ(
+        (std::tuple{form.comDeArchiveClick(), dialogs.boxes.size(), form.ssGlassArchive.MaxRows()}),
+        std::tuple(true, 2u, 0));
     form.comOKClick();
     EXPECT_EQ(form.database(), nullptr);
     fs::remove(fs::path(Kelmora()) / "FenmarkExA.mdb");
     forms.RibbonClick(kFormArchive, true);
-    EXPECT_FALSE(form.form.visible);
-    EXPECT_EQ(dialogs.boxes.size(), 3u);
-    EXPECT_EQ(forms.GetCurrentForm(), kNoForm);
-    EXPECT_FALSE(forms.ribTools[kFormArchive].value);
+    EXPECT_EQ((std::tuple{form.form.visible.get(), dialogs.boxes.size(), forms.GetCurrentForm(),
+                          forms.ribTools[kFormArchive].value.get()}),
+              std::tuple(false, 3u, kNoForm, false));
 }
 
 }  // namespace
