@@ -133,47 +133,6 @@ TEST_F(FileIo, StaleTemporariesOfGoneProcessesAreRemovedOthersKept) {
     EXPECT_EQ(Names(other.path()), (std::vector<std::string>{"f.bin", "g.bin"}));
 }
 
-// A prepared write changes nothing until it is committed; a discard, or the object going
-// without a commit, leaves the old file and no temporary.
-TEST_F(FileIo, APreparedWriteTakesEffectOnlyOnCommit) {
-    enum End { kCommit, kCommitWithBackup, kDiscard, kDropped };
-    // How the write ends, the file and the backup afterwards ("" for no backup file).
-    const std::tuple<End, std::string, std::string> cases[] = {{kCommit, "new", ""},
-                                                               {kCommitWithBackup, "new", "old"},
-                                                               {kDiscard, "old", ""},
-                                                               {kDropped, "old", ""}};
-    for (const auto& [end, file, backup] : cases) {
-        std::filesystem::remove(dir / "g.bin");
-        WriteFileBytes(dir / "f.bin", "old");
-        {
-            PreparedFile prepared;
-            ASSERT_TRUE(prepared.Prepare(dir / "f.bin", "new", error));
-            EXPECT_TRUE(prepared.Pending());
-            EXPECT_EQ(ReadFileBytes(dir / "f.bin"), "old");
-            EXPECT_EQ(Names(dir.path()).size(), 2u);  // the file and its temporary
-            if (end == kCommit || end == kCommitWithBackup) {
-                EXPECT_TRUE(prepared.Commit(error, end == kCommit ? "" : dir / "g.bin"));
-            }
-            if (end == kDiscard) prepared.Discard();
-            EXPECT_EQ(prepared.Pending(), end == kDropped);
-        }
-        EXPECT_EQ(ReadFileBytes(dir / "f.bin"), file);
-        std::vector<std::string> names{"f.bin"};
-        if (!backup.empty()) {
-            names.push_back("g.bin");
-            EXPECT_EQ(ReadFileBytes(dir / "g.bin"), backup);
-        }
-        EXPECT_EQ(Names(dir.path()), names);
-    }
-    // A prepare that fails leaves nothing behind.
-    SetWriteFaultHook([](const std::filesystem::path&) { return false; });
-    PreparedFile failed;
-    EXPECT_FALSE(failed.Prepare(dir / "f.bin", "new", error));
-    SetWriteFaultHook(nullptr);
-    EXPECT_FALSE(failed.Pending());
-    EXPECT_EQ(Names(dir.path()), (std::vector<std::string>{"f.bin"}));
-}
-
 // A missing file, and anything but a regular file, is an error with the reason and the name.
 TEST_F(FileIo, OnlyRegularFilesAreRead) {
     ASSERT_EQ(::mkfifo((dir / "fifo").c_str(), 0600), 0);
