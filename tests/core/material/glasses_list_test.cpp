@@ -195,45 +195,31 @@ TEST_F(GlassesListTest, OlderFilesAreConvertedIntoTheCurrentLayout) {
         size_t from, to;
         std::string old, now{};  // now: "" for the old bytes
     };
+    // clang-format off
     const std::tuple<const char*, size_t, std::vector<Value>> layouts[] = {
-        {kCustomFileV2Name,
-         12604,
-         {{6, 6, Pad("MELT1", 30)},
-          {38, 38, Pad("LAB", 30)},
-          {76, 76, B<int16_t>(2)},
-          {78, 78, B(1.25)},
-          {12070, 12070, B<int16_t>(-1)},
-          {12102, 12102, Pad("N-BK7", 30)},
-          {12162, 12162, Pad("M42", 10)},
-          {12172, 12172, B<int16_t>(3)},
-          {12174, 12174, B(587.56f)},
-          {12254, 12254, B(1.5168f), B(double(1.5168f))},
-          {12334, kDropped, B<int16_t>(7)},
-          {12336, 12416, B(0.1f), B(double(0.1f))},
+        {kCustomFileV2Name, 12604,
+         {{6, 6, Pad("MELT1", 30)}, {38, 38, Pad("LAB", 30)}, {76, 76, B<int16_t>(2)},
+          {78, 78, B(1.25)}, {12070, 12070, B<int16_t>(-1)}, {12102, 12102, Pad("N-BK7", 30)},
+          {12162, 12162, Pad("M42", 10)}, {12172, 12172, B<int16_t>(3)},
+          {12174, 12174, B(587.56f)}, {12254, 12254, B(1.5168f), B(double(1.5168f))},
+          {12334, kDropped, B<int16_t>(7)}, {12336, 12416, B(0.1f), B(double(0.1f))},
           {12416, 12576, B(0.2f), B(double(0.2f))},
           {12496 + 4 * 19, 12736 + 8 * 19, B(0.3f), B(double(0.3f))},
-          {12576, 12936, B<int16_t>(4)},  // GeneralState
-          {12578, 12938, B<int16_t>(-1)},
+          {12576, 12936, B<int16_t>(4)} /* GeneralState */, {12578, 12938, B<int16_t>(-1)},
           {12596, 12956, B(40000.75)}}},
-        {kCustomFileV1Name,
-         12098,
-         {{6, 6, Pad("A", 30)},
-          {38, 38, Pad("B", 30)},
-          {12070 + 14, 12936 + 14, B<int16_t>(-1)},  // ThermalState.Ready
+        {kCustomFileV1Name, 12098,
+         {{6, 6, Pad("A", 30)}, {38, 38, Pad("B", 30)},
+          {12070 + 14, 12936 + 14, B<int16_t>(-1)} /* ThermalState.Ready */,
           {12090, 12956, B(123.5)}}},
-        {kCustomFileV0Name,
-         12070,
+        {kCustomFileV0Name, 12070,
          {{6, 6, "ABCDEFGHIJKL", Pad("ABCDEFGHIJKL", 30)},
-          {20, 38, Pad("SOURCE", 20), Pad("SOURCE", 30)},
-          {18, 36, B<int16_t>(8)},
-          {40, 68, B<int32_t>(517642)},
-          {48, 76, B<int16_t>(1)},
-          {50 + 8 * 13, 78 + 8 * 13, B(9.5)},
-          {494, 522, B(1.5168f)},                // nd
-          {1826 + 2400, 1854 + 2400, B(0.25f)},  // IndexWeight[0]
-          {12042 + 2, 12936 + 2, B<int16_t>(-1)},
-          {12062, 12956, B(7.0)}}},
+          {20, 38, Pad("SOURCE", 20), Pad("SOURCE", 30)}, {18, 36, B<int16_t>(8)},
+          {40, 68, B<int32_t>(517642)}, {48, 76, B<int16_t>(1)}, {50 + 8 * 13, 78 + 8 * 13, B(9.5)},
+          {494, 522, B(1.5168f)} /* nd */,
+          {1826 + 2400, 1854 + 2400, B(0.25f)} /* IndexWeight[0] */,
+          {12042 + 2, 12936 + 2, B<int16_t>(-1)}, {12062, 12956, B(7.0)}}},
     };
+    // clang-format on
     WriteFileBytes(dir / kCustomFileV0Name, std::string(12070, 'x'));
     WriteFileBytes(dir / kCustomFileV2Name, "");
     EXPECT_EQ(Loaded().CustomCount(), 0);
