@@ -71,11 +71,10 @@ TEST_F(KelmoraDatabaseTest, EveryColumnIsWrittenAndReadBack) {
         kTableCurrent, {{"GlassName", DbValue{std::string("O'Brien \"X\"; --")}}}, rows, error));
     ASSERT_EQ(rows.size(), 1u);
     const DbRow& row = rows[0];
-    const std::pair<const char*, const char*> texts[] = {{"GlassID", "100"},
-                                                         {"s1", "8"},
-                                                         {"SchottName", "O'Brien \"X\"; --"},
-                                                         {"Polytype", "Sel"},
-                                                         {"StatusMelt", "-1"}};
+    // clang-format off
+    const std::pair<const char*, const char*> texts[] = {{"GlassID", "100"}, {"s1", "8"},
+        {"SchottName", "O'Brien \"X\"; --"}, {"Polytype", "Sel"}, {"StatusMelt", "-1"}};
+    // clang-format on
     for (const auto& [column, text] : texts) EXPECT_EQ(DbText(row.Field(column)), text) << column;
     EXPECT_TRUE(IsNull(row.Field("T260")));
     EXPECT_EQ(DbText(row.Field("REMark")).size(), 120u);

@@ -9,9 +9,7 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <fstream>
-#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
@@ -34,12 +32,10 @@ class FileIo : public ::testing::Test {
 
 TEST_F(FileIo, ReadInPiecesHandsOnFullPiecesThenTheRest) {
     // Length, piece size, the lengths handed on in order.
+    // clang-format off
     const std::tuple<size_t, size_t, std::vector<size_t>> cases[] = {
-        {0, 4, {}},
-        {3, 4, {3}},
-        {8, 4, {4, 4}},
-        {10, 4, {4, 4, 2}},
-        {100000, 65536, {65536, 34464}}};
+        {0, 4, {}}, {3, 4, {3}}, {8, 4, {4, 4}}, {10, 4, {4, 4, 2}}, {100000, 65536, {65536, 34464}}};
+    // clang-format on
     for (const auto& [length, piece, pieces] : cases) {
         std::string bytes;
         for (size_t i = 0; i < length; ++i) bytes.push_back(static_cast<char>('a' + i % 26));

@@ -122,19 +122,15 @@ TEST(Grid, SortByKeys) {
     using Rows = std::vector<std::vector<std::string>>;
     using Col = std::vector<std::string>;
     // Rows, a float first column, the keys, a column shown and its texts after the sort.
+    // clang-format off
     const std::tuple<Rows, bool, std::vector<SortKey>, int, Col> cases[] = {
-        {{{"f2", "B", "1"}, {"BK7", "A", "2"}, {"F2", "A", "3"}, {"baf10", "C", "4"}},
-         false,
-         {{1, true}},
-         3,
-         {"4", "2", "1", "3"}},
-        {{{"F2", "SCHOTT"}, {"BK7", "SCHOTT"}, {"ZK1", "OHARA"}, {"AB", "SCHOTT"}},
-         false,
-         {{2, true}, {1, true}},
-         1,
-         {"ZK1", "AB", "BK7", "F2"}},
+        {{{"f2", "B", "1"}, {"BK7", "A", "2"}, {"F2", "A", "3"}, {"baf10", "C", "4"}}, false,
+         {{1, true}}, 3, {"4", "2", "1", "3"}},
+        {{{"F2", "SCHOTT"}, {"BK7", "SCHOTT"}, {"ZK1", "OHARA"}, {"AB", "SCHOTT"}}, false,
+         {{2, true}, {1, true}}, 1, {"ZK1", "AB", "BK7", "F2"}},
         {{{"10"}, {"9"}, {"100"}, {"x"}}, true, {{1, false}}, 1, {"100", "10", "9", "x"}},
     };
+    // clang-format on
     for (const auto& [rows, floatColumn, keys, shownColumn, expected] : cases) {
         Grid g;
         Fill(g, rows);
