@@ -34,7 +34,8 @@ TEST_F(FileIo, ReadInPiecesHandsOnFullPiecesThenTheRest) {
     // Length, piece size, the lengths handed on in order.
     // clang-format off
     const std::tuple<size_t, size_t, std::vector<size_t>> cases[] = {
-        {0, 4, {}}, {3, 4, {3}}, {8, 4, {4, 4}}, {10, 4, {4, 4, 2}}, {100000, 65536, {65536, 34464}}};
+        {0, 4, {}}, {3, 4, {3}}, {8, 4, {4, 4}}, {10, 4, {4, 4, 2}},
+        {100000, 65536, {65536, 34464}}};
     // clang-format on
     for (const auto& [length, piece, pieces] : cases) {
         std::string bytes;
@@ -92,18 +93,17 @@ long DeadPid() {
 TEST_F(FileIo, StaleTemporariesOfGoneProcessesAreRemovedOthersKept) {
     const std::string dead = std::to_string(DeadPid());
     const std::string live = std::to_string(::getpid());
+    // Kept besides the file: a write going on now, a name this program does not make, and
+    // names whose process id is no number or too large, or without a counter or a target.
+    // clang-format off
     const std::vector<std::pair<std::string, bool>> files = {
-        {"list.dat.ostrel-tmp." + dead + ".12", false},
-        {"list.dat.ostrel-tmp." + dead + ".link7", false},
-        {"other.ini.ostrel-tmp." + dead + ".3", false},
-        {"list.dat.ostrel-tmp." + live + ".4", true},  // a write going on now
-        {"list.dat", true},
-        {"list.dat.tmp123", true},  // not a name this program makes
-        {"list.dat.ostrel-tmp.x.1", true},
-        {"list.dat.ostrel-tmp." + dead + ".", true},
-        {".ostrel-tmp." + dead + ".1", true},         // no target name
-        {"list.dat.ostrel-tmp.99999999999.1", true},  // no process id
+        {"list.dat.ostrel-tmp." + dead + ".12", false}, {"list.dat", true},
+        {"other.ini.ostrel-tmp." + dead + ".3", false}, {"list.dat.tmp123", true},
+        {"list.dat.ostrel-tmp." + dead + ".link7", false}, {"list.dat.ostrel-tmp.x.1", true},
+        {"list.dat.ostrel-tmp." + live + ".4", true}, {".ostrel-tmp." + dead + ".1", true},
+        {"list.dat.ostrel-tmp." + dead + ".", true}, {"list.dat.ostrel-tmp.99999999999.1", true},
     };
+    // clang-format on
     std::vector<std::string> kept;
     for (const auto& [name, stays] : files) {
         WriteFileBytes(dir / name, "x");
