@@ -228,10 +228,9 @@ TEST_F(UpdateTest, LeaveQuestionsAndRefusals) {
     EXPECT_EQ(dialogs.boxes[2].text.rfind("The following glass[s] are not ready for export.", 0),
               0u);
     list.clear();
-    EXPECT_FALSE(both.comExtAddAllClick());
-    EXPECT_EQ(dialogs.boxes.size(), 3u);
-    EXPECT_EQ(Rows().size(), 4u);
-    EXPECT_EQ(FileAt(Lumbrak()), written);
+    EXPECT_EQ((std::tuple{both.comExtAddAllClick(), dialogs.boxes.size(), Rows().size(),
+                          FileAt(Lumbrak())}),
+              std::tuple(false, 3u, 4u, written));
 }
 
 // A failure anywhere before the database's commit leaves every store as it was: each

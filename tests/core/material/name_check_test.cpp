@@ -19,7 +19,7 @@ TEST(NameRefusal, KeptAsTypedOrRefusedWithTheReason) {
     const std::string control = ", which a name or source cannot hold";
     const std::pair<std::string, std::string> cases[] = {
         {"N-BK7", ""},
-        {"  BK7  ", ""},
+        {"  BK7  ", ""},                         // as typed and with blanks around
         {"Crown glass é ü € Œ", ""},             // Western European letters and signs
         {"ééééééééééééééééééééééééééééé€", ""},  // 30 characters in 59 bytes
         // quotes, semicolons, percent signs and SQL words are text like any other
