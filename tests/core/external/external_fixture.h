@@ -33,11 +33,10 @@ inline void Program(const std::filesystem::path& folder, const std::string& name
 }
 
 inline std::vector<DemoGlass> DemoGlasses() {
-    std::string text;
+    std::string text, message;
     FileError error;
     ReadWholeFile(std::string(OSTREL_TEST_DATA) + "/../../data/demo/demo_glasses.csv", text, error);
     std::vector<DemoGlass> glasses;
-    std::string message;
     EXPECT_TRUE(ParseDemoCatalogue(text, glasses, message)) << message;
     return glasses;
 }
@@ -57,10 +56,9 @@ inline MaterialRecord ReadyMaterial(const std::string& name, const std::string& 
     rec.TransTable.fill(kNoTransData);
     rec.TransTable[20] = 0.0012f;
     rec.Other.Status.Set("A");
-    for (auto* s : {&rec.GeneralState, &rec.IndexState, &rec.TransState, &rec.ThermalState,
-                    &rec.OtherState}) {
+    for (auto* s :
+         {&rec.GeneralState, &rec.IndexState, &rec.TransState, &rec.ThermalState, &rec.OtherState})
         s->Ready = kTrue;
-    }
     return rec;
 }
 

@@ -24,12 +24,13 @@ class Frm1SetupTest : public ::testing::Test {
         mh.kelmoraFound = [this] { return setup.GetKelmoraFound(); };
         mh.firstLoad = [this] { return setup.GetFirstLoad(); };
         forms = std::make_unique<ManageForms>(dialogs, mh);
-        hooks.showInstalledProgs = [this] { ++panelRefreshes; };
-        hooks.closeSplash = [this] { ++splashClosed; };
-        hooks.ribbonClick = [this](int n, bool p) { forms->RibbonClick(n, p); };
-        hooks.searchRoots = [this] { return SearchRoots{Dir(tmp / "apps"), Dir(tmp / "drive")}; };
-        form = std::make_unique<frm1Setup>(setup, dialogs, hooks);
-        forms->RegisterForm(1, form.get());
+        form = Made(hooks);
+    }
+    // A setup form over these hooks, registered as the setup button's form.
+    std::unique_ptr<frm1Setup> Made(const frm1Setup::Hooks& with) {
+        auto made = std::make_unique<frm1Setup>(setup, dialogs, with);
+        forms->RegisterForm(1, made.get());
+        return made;
     }
 
     // The program starts, reading the stored paths (after its first run when told so), and
@@ -54,7 +55,11 @@ class Frm1SetupTest : public ::testing::Test {
     MemorySettingsStore settings;
     Bas1Setup setup{settings, dialogs};
     std::unique_ptr<ManageForms> forms;
-    frm1Setup::Hooks hooks;
+    frm1Setup::Hooks hooks{[this] { ++panelRefreshes; }, [this] { ++splashClosed; },
+                           [this](int n, bool p) { forms->RibbonClick(n, p); },
+                           [this] {
+                               return SearchRoots{Dir(tmp / "apps"), Dir(tmp / "drive")};
+                           }};
     std::unique_ptr<frm1Setup> form;
     int panelRefreshes = 0;
     int splashClosed = 0;
@@ -72,10 +77,8 @@ TEST_F(Frm1SetupTest, FirstRunSearchesShowsThePathsAndTheBoxAndOkStoresThem) {
     EXPECT_TRUE(settings.values().empty());  // nothing stored before OK
     EXPECT_TRUE(form->IsOpen() && form->form.visible);
     EXPECT_EQ(Shown(*form), std::tuple(kelmora, lumbrak, "Not found"));
-    std::vector<std::string> notes;
-    for (const std::string& n : dialogs.helpNotes)
-        if (n.rfind("First time search", 0) != 0) notes.push_back(n);
-    EXPECT_EQ(notes,
+    std::erase_if(dialogs.helpNotes, [](auto& n) { return n.rfind("First time search", 0) == 0; });
+    EXPECT_EQ(dialogs.helpNotes,
               (std::vector<std::string>{
                   "Searching for installations of KelmoraTD, Lumbrak3D & LumbrakSextane",
                   "Searching for Kelmora installation", "Searching for Lumbrak3D installation",
@@ -94,9 +97,8 @@ TEST_F(Frm1SetupTest, FirstRunSearchesShowsThePathsAndTheBoxAndOkStoresThem) {
     form->comOKClick();
     EXPECT_EQ(std::tuple(form->Result(), form->IsOpen()), std::tuple(true, false));
     // Nothing for the program not found.
-    using Key = std::pair<std::string, std::string>;
     EXPECT_EQ(settings.values(),
-              (std::map<Key, std::string>{
+              (std::map<std::pair<std::string, std::string>, std::string>{
                   {{"B1SetupPathsTD", "KelmoraTD"}, Dir(tmp / "apps" / "Kelmora")},
                   {{"B1SetupPathsTD", "LumbrakPlusTD"}, Dir(tmp / "drive" / "Lumbrak")},
                   {{"B1SetupPathsTD", "FirstLoad1TD"}, "False"}}));
@@ -140,9 +142,9 @@ TEST_F(Frm1SetupTest, ChosenFileMustCarryTheProgramsNameAndDialogTexts) {
          "Finding path to Lumbrak Sextane program"}};
     ASSERT_EQ(dialogs.fileDialogs.size(), std::size(shown));
     for (size_t i = 0; i < std::size(shown); ++i) {
-        EXPECT_EQ(dialogs.fileDialogs[i].filter, shown[i].first);
-        EXPECT_EQ(dialogs.fileDialogs[i].title, shown[i].second);
-        EXPECT_EQ(dialogs.fileDialogs[i].defaultExt, "EXE");
+        const FileDialogSpec& d = dialogs.fileDialogs[i];
+        EXPECT_EQ(std::tuple(d.filter, d.title, d.defaultExt),
+                  std::tuple(shown[i].first, shown[i].second, "EXE"));
     }
 }
 
@@ -168,56 +170,44 @@ TEST_F(Frm1SetupTest, BackgroundSearchEndsAtATickAndAStopIsRemembered) {
         return SearchRoots{Dir(tmp / "apps"), Dir(tmp / "none"), {Dir(tmp / "drive")}};
     };
     h.searchInBackground = true;
-    auto controls = [](const frm1Setup& f) {
-        return std::tuple<bool, bool, bool>(f.Searching(), f.tmrSearch.enabled, f.comScan.enabled);
+    auto controls = [this] {
+        return std::tuple<bool, bool, bool>(form->Searching(), form->tmrSearch.enabled,
+                                            form->comScan.enabled);
     };
-    auto open = [&](frm1Setup& f) {
-        forms->RegisterForm(1, &f);
-        setup.LoadPaths();
-        forms->RibbonClick(1, true);
-    };
-    {
-        frm1Setup bg(setup, dialogs, h);
-        open(bg);
-        ASSERT_EQ(controls(bg), std::tuple(true, true, false));
-        EXPECT_TRUE(dialogs.boxes.empty()) << "the first run's box waits for the search";
-        bg.comOKClick();
-        EXPECT_TRUE(bg.IsOpen()) << "OK waits for the search";
-        bg.FinishSearch();
-        EXPECT_EQ(controls(bg), std::tuple(false, false, true));
-        // The shared folders are searched after the drive.
-        EXPECT_EQ(Shown(bg), std::tuple(kelmora, lumbrak, "Not found"));
-        EXPECT_EQ(settings.GetSetting("B1SetupPathsTD", "FirstSearchStopped1TD", "none"), "none");
+    // The program starts on a first run that has not ended, and the setup button is pressed.
+    auto start = [&] {
         forms->UnloadAll();
-    }
-    // A first run that never ended (the program was killed): the search comes again, and
-    // the user stops it. The start after that searches no more.
-    settings.SaveSetting("B1SetupPathsTD", "FirstLoad1TD", "True");
+        settings.SaveSetting("B1SetupPathsTD", "FirstLoad1TD", "True");
+        form = Made(h);
+        OpenSetup();
+        return form->Searching();
+    };
+    ASSERT_TRUE(start());
+    EXPECT_EQ(controls(), std::tuple(true, true, false));
+    EXPECT_TRUE(dialogs.boxes.empty()) << "the first run's box waits for the search";
+    form->comOKClick();
+    EXPECT_TRUE(form->IsOpen()) << "OK waits for the search";
+    form->FinishSearch();
+    EXPECT_EQ(controls(), std::tuple(false, false, true));
+    // The shared folders are searched after the drive.
+    EXPECT_EQ(Shown(*form), std::tuple(kelmora, lumbrak, "Not found"));
+    EXPECT_EQ(settings.GetSetting("B1SetupPathsTD", "FirstSearchStopped1TD", "none"), "none");
+    // The program was killed before the first run ended: the search comes again, and the
+    // user stops it. The start after that searches no more.
     dialogs.boxes.clear();
-    {
-        frm1Setup bg(setup, dialogs, h);
-        open(bg);
-        ASSERT_TRUE(bg.Searching());
-        bg.comStopSearchClick();
-        EXPECT_FALSE(bg.comStopSearch.enabled);
-        bg.FinishSearch();
-        EXPECT_EQ(dialogs.boxes.size(), 1u);
-        EXPECT_EQ(settings.GetSetting("B1SetupPathsTD", "FirstSearchStopped1TD", ""), "True");
-        forms->UnloadAll();
-    }
-    settings.SaveSetting("B1SetupPathsTD", "FirstLoad1TD", "True");
-    {
-        frm1Setup bg(setup, dialogs, h);
-        open(bg);
-        EXPECT_FALSE(bg.Searching());
-        EXPECT_TRUE(bg.comOK.enabled);
-        bg.comScanClick();
-        ASSERT_TRUE(bg.Searching()) << "Scan still searches";
-        // Closing the form during a search ends it and takes nothing.
-        bg.comCancelClick();
-        EXPECT_FALSE(bg.Searching());
-        EXPECT_FALSE(bg.IsOpen());
-    }
+    ASSERT_TRUE(start());
+    form->comStopSearchClick();
+    EXPECT_FALSE(form->comStopSearch.enabled);
+    form->FinishSearch();
+    EXPECT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(settings.GetSetting("B1SetupPathsTD", "FirstSearchStopped1TD", ""), "True");
+    EXPECT_FALSE(start());
+    EXPECT_TRUE(form->comOK.enabled);
+    form->comScanClick();
+    ASSERT_TRUE(form->Searching()) << "Scan still searches";
+    // Closing the form during a search ends it and takes nothing.
+    form->comCancelClick();
+    EXPECT_EQ(std::tuple(form->Searching(), form->IsOpen()), std::tuple(false, false));
 }
 
 }  // namespace

@@ -28,9 +28,8 @@ TEST(GlassSchema, TransmissionColumnsStandTogetherInWavelengthOrder) {
     for (int i = 0; i < 41; ++i) EXPECT_EQ(cols[static_cast<size_t>(at + i)], expected[i]);
     const auto& arch = GlassColumns(true);
     ASSERT_EQ(arch.size(), cols.size());
-    for (size_t i = 0; i < cols.size(); ++i) {
+    for (size_t i = 0; i < cols.size(); ++i)
         EXPECT_EQ(arch[i], cols[i] == "Status" ? "l" : cols[i]);
-    }
 }
 
 // Every text field of the other data, in record order.
@@ -72,11 +71,10 @@ TEST_F(KelmoraDatabaseTest, EveryColumnIsWrittenAndReadBack) {
         kTableCurrent, {{"GlassName", DbValue{std::string("O'Brien \"X\"; --")}}}, rows, error));
     ASSERT_EQ(rows.size(), 1u);
     const DbRow& row = rows[0];
-    const std::pair<const char*, const char*> texts[] = {{"GlassID", "100"},
-                                                         {"s1", "8"},
-                                                         {"SchottName", "O'Brien \"X\"; --"},
-                                                         {"Polytype", "Sel"},
-                                                         {"StatusMelt", "-1"}};
+    // clang-format off
+    const std::pair<const char*, const char*> texts[] = {{"GlassID", "100"}, {"s1", "8"},
+        {"SchottName", "O'Brien \"X\"; --"}, {"Polytype", "Sel"}, {"StatusMelt", "-1"}};
+    // clang-format on
     for (const auto& [column, text] : texts) EXPECT_EQ(DbText(row.Field(column)), text) << column;
     EXPECT_TRUE(IsNull(row.Field("T260")));
     EXPECT_EQ(DbText(row.Field("REMark")).size(), 120u);
@@ -116,11 +114,9 @@ TEST_F(KelmoraDatabaseTest, TextRulesOfTheWrite) {
     rec.General.Polytype = 6;
     rec.Thermal.dndt_lin = 2.5e-6f;
     rec.Thermal.TT[0].Set("ignored");
-    const DbNewRow row = WriteGlassRow(7, rec);
-    auto field = [&](const char* name) {
-        for (const auto& [n, v] : row) {
+    auto field = [row = WriteGlassRow(7, rec)](const char* name) {
+        for (const auto& [n, v] : row)
             if (n == name) return v;
-        }
         return DbValue{};
     };
     EXPECT_EQ(std::tuple(DbText(field("Polytype")), DbText(field("TT1"))),

@@ -111,16 +111,8 @@ TEST_F(UpdateTest, FileImageIsByteForByteTheBackupOneGenerationAndReadSkipsUnusa
 // folder without a file makes the file.
 TEST_F(UpdateTest, UpdatesSayWhatTheyDid) {
     enum Command { kSelected, kAll, kSynch };
-    struct Case {
-        Command command;
-        bool seeded;  // file and database already hold glass b and OTHER
-        bool leave;
-        int target;
-        bool lumbrakAbsent;
-        bool failDatabase;
-        std::string summary;
-        std::string file;  // names in the file, "" when none
-    };
+    // seeded: file and database already hold glass b and OTHER; file: its names, "" for none
+    using Case = std::tuple<Command, bool, bool, int, bool, bool, std::string, std::string>;
     const Case cases[] = {
         {kSelected, false, false, 2, false, false, "Lumbrak3D: 2 added. KelmoraTD: 2 added.",
          "GLASS A,GLASS B"},
@@ -138,29 +130,28 @@ TEST_F(UpdateTest, UpdatesSayWhatTheyDid) {
          ""},
     };
     const std::vector<MaterialRecord> none;
-    for (const auto& c : cases) {
+    last = 2;
+    for (const auto& [command, seeded, leave, target, absent, failing, summary, file] : cases) {
         fs::remove(Lumbrak() + kExternalFileName);
         ASSERT_TRUE(setup.SetPathLumbrak(dir.path().string() + "/Lumbrak/"));
         // GLASS B under another case: the same material.
         const std::vector<MaterialRecord> old{ReadyMaterial("glass b ", "LAB", 1.5),
                                               ReadyMaterial("OTHER", "Lab")};
-        Seed(c.seeded ? old : none, {}, c.seeded ? old : none);
-        if (c.lumbrakAbsent) setup.SetPathLumbrak(dir.path().string() + "/");
-        if (c.failDatabase) FailDatabaseSteps("add", kTableCurrent);
+        Seed(seeded ? old : none, {}, seeded ? old : none);
+        if (absent) setup.SetPathLumbrak(dir.path().string() + "/");
+        if (failing) FailDatabaseSteps("add", kTableCurrent);
         auto frame = Frame();
-        frame.cmbDataOverWrite.SetListIndex(c.leave ? 1 : 0);
-        frame.cmbUpdateProg.SetListIndex(c.target);
-        first = 1;
-        last = 2;
+        frame.cmbDataOverWrite.SetListIndex(leave ? 1 : 0);
+        frame.cmbUpdateProg.SetListIndex(target);
         dialogs.answers = {MsgAnswer::OK};
-        const bool ok = c.command == kSelected ? frame.comExtAddSelClick()
-                        : c.command == kAll    ? frame.comExtAddAllClick()
-                                               : frame.comExtSynchClick();
+        const bool ok = command == kSelected ? frame.comExtAddSelClick()
+                        : command == kAll    ? frame.comExtAddAllClick()
+                                             : frame.comExtSynchClick();
         SetDatabaseFaultHook(nullptr);
-        EXPECT_EQ(ok, !c.failDatabase) << c.summary;
+        EXPECT_EQ(ok, !failing) << summary;
         ASSERT_FALSE(dialogs.helpNotes.empty());
-        EXPECT_EQ(dialogs.helpNotes.back(), c.summary);
-        EXPECT_EQ(FileNames(dir.path().string() + "/Lumbrak/"), c.file) << c.summary;
+        EXPECT_EQ(dialogs.helpNotes.back(), summary);
+        EXPECT_EQ(FileNames(dir.path().string() + "/Lumbrak/"), file) << summary;
     }
 }
 
@@ -168,13 +159,9 @@ TEST_F(UpdateTest, UpdatesSayWhatTheyDid) {
 // finds the row of F'2/MYLAB in either table, also a row left twice by an older version.
 TEST_F(UpdateTest, OneDatabaseRowPerMaterialWhateverTheCase) {
     const int kOverwrite = -1, kLeave = -2;  // an update, or else a command
-    struct Case {
-        const char* name;
-        bool archived;  // F'2/MYLAB stands in Archive rather than in GlassData
-        bool twice;     // an older version left f'2/mylab in the other table as well
-        int action;
-        std::vector<std::string> rows;  // table:name:C1 of the custom rows afterwards
-    };
+    // archived: F'2/MYLAB stands in Archive rather than in GlassData; twice: an older version
+    // left f'2/mylab in the other table as well; rows: table:name:C1 of the custom rows after
+    using Case = std::tuple<const char*, bool, bool, int, std::vector<std::string>>;
     const MaterialRecord upper = ReadyMaterial("F'2", "MYLAB", 1.5);
     const MaterialRecord lower = ReadyMaterial(" f'2", "mylab ", 1.25);
     const Case cases[] = {
@@ -188,32 +175,29 @@ TEST_F(UpdateTest, OneDatabaseRowPerMaterialWhateverTheCase) {
         {"remove", false, false, kRemove, {}},
         {"remove one of two", false, true, kRemove, {}},
     };
-    for (const auto& c : cases) {
+    for (const auto& [name, archived, twice, action, rows] : cases) {
         Seed({}, {}, {upper});
-        if (c.twice) {
-            auto db = Open();
-            DbError error;
-            ASSERT_TRUE(db->AddRow(kTableCurrent, WriteGlassRow(100, lower), error));
-        }
-        if (c.archived) ToArchive(DbValue{int64_t{5}});
-        if (c.twice && !c.archived) ToArchive(DbValue{int64_t{100}});
-        if (c.action == kOverwrite || c.action == kLeave) {
-            ASSERT_TRUE(AddGlassesToDatabase(Kelmora(), {lower}, c.action == kOverwrite, dialogs));
-        } else if (c.action == kRemove) {
+        DbError error;
+        ASSERT_TRUE(!twice || Open()->AddRow(kTableCurrent, WriteGlassRow(100, lower), error));
+        if (archived) ToArchive(DbValue{int64_t{5}});
+        if (twice && !archived) ToArchive(DbValue{int64_t{100}});
+        if (action == kOverwrite || action == kLeave) {
+            ASSERT_TRUE(AddGlassesToDatabase(Kelmora(), {lower}, action == kOverwrite, dialogs));
+        } else if (action == kRemove) {
             // Removing the entry of either row removes the material.
             frmGlassesDelExt form(setup, dialogs);
             Choose(form, true, {0});
-            ASSERT_EQ(form.lstGlasses.List(0), "F'2/MYLAB") << c.name;
+            ASSERT_EQ(form.lstGlasses.List(0), "F'2/MYLAB") << name;
             form.comDelSelClick();
         } else {
             // F'2/MYLAB follows the demo's four glasses, or stands alone in Archive.
             frm6Archive form(setup, dialogs);
             ASSERT_TRUE(form.Load());
-            const bool archive = c.action == kArchive;
+            const bool archive = action == kArchive;
             archive ? form.ssGlassCurrClick(1, 5) : form.ssGlassArchiveClick(1, 1);
-            EXPECT_TRUE(archive ? form.comArchiveClick() : form.comDeArchiveClick()) << c.name;
+            EXPECT_TRUE(archive ? form.comArchiveClick() : form.comDeArchiveClick()) << name;
         }
-        EXPECT_EQ(CustomRows(), c.rows) << c.name;
+        EXPECT_EQ(CustomRows(), rows) << name;
     }
 }
 
@@ -231,9 +215,7 @@ TEST_F(UpdateTest, LeaveQuestionsAndRefusals) {
               "Are you sure that you want to export all 3 materials to Lumbrak3D/Sextane");
     const std::string written = FileAt(Lumbrak());
     EXPECT_EQ(written, Image({old[0], list[0], list[2]}));
-    EXPECT_EQ(FileAt(Sextane()), written);
     EXPECT_EQ(FileAt(Lumbrak(), kExternalBackupName), Image(old));
-    EXPECT_EQ(Rows().size(), 4u);  // the database was not a target
 
     auto both = Frame();
     dialogs.answers = {MsgAnswer::No};
@@ -246,10 +228,9 @@ TEST_F(UpdateTest, LeaveQuestionsAndRefusals) {
     EXPECT_EQ(dialogs.boxes[2].text.rfind("The following glass[s] are not ready for export.", 0),
               0u);
     list.clear();
-    EXPECT_FALSE(both.comExtAddAllClick());
-    EXPECT_EQ(dialogs.boxes.size(), 3u);
-    EXPECT_EQ(Rows().size(), 4u);
-    EXPECT_EQ(FileAt(Lumbrak()), written);
+    EXPECT_EQ((std::tuple{both.comExtAddAllClick(), dialogs.boxes.size(), Rows().size(),
+                          FileAt(Lumbrak())}),
+              std::tuple(false, 3u, 4u, written));
 }
 
 // A failure anywhere before the database's commit leaves every store as it was: each
@@ -305,7 +286,7 @@ TEST_F(UpdateTest, AFailureBeforeTheCommitChangesNoStore) {
 // A database held by another program: no store changes, and the message names it.
 TEST_F(UpdateTest, ABusyDatabaseChangesNothing) {
     Seed({ReadyMaterial("GLASS B", "Lab", 1.5)}, {}, {ReadyMaterial("GLASS B", "Lab", 1.5)});
-    const std::string oldL = FileAt(Lumbrak()), oldS = FileAt(Sextane());
+    const std::string oldL = FileAt(Lumbrak());
     const auto oldRows = Rows();
     frm6Archive archive(setup, dialogs);
     ASSERT_TRUE(archive.Load());
@@ -328,7 +309,6 @@ TEST_F(UpdateTest, ABusyDatabaseChangesNothing) {
         EXPECT_EQ(dialogs.boxes.back().text, kMsgDatabaseBusy);
         EXPECT_EQ(dialogs.helpNotes.back(), summary);
         EXPECT_EQ(FileAt(Lumbrak()), oldL);
-        EXPECT_EQ(FileAt(Sextane()), oldS);
     }
     other.reset();
     EXPECT_EQ(Rows(), oldRows);
@@ -339,63 +319,48 @@ TEST_F(UpdateTest, ABusyDatabaseChangesNothing) {
 // list is read from Lumbrak and written to both programs; the last entries are never removed.
 TEST_F(UpdateTest, RemovalAsksFirstNamingWhatGoes) {
     Seed(list, {}, list, {7});  // GLASS C archived: the list takes rows of both tables
-    const std::string one =
-        "Are you sure that you want to remove GLASS B/Lab from Lumbrak3D/Sextane";
-    const std::string two =
-        "Are you sure that you want to remove these 2 materials from KelmoraTD:\nGLASS A/Lab\n"
-        "GLASS C/Lab";
-    struct Case {
-        int target;
-        std::vector<int> picked;
-        MsgAnswer answer;
-        std::string question;   // "" for none asked
-        std::string summary;    // "" when nothing was done
-        std::vector<int> file;  // the materials of both files afterwards, -1 for Sextane's none
-        size_t rows;            // custom rows afterwards
-    };
+    const std::string one = "GLASS B/Lab from Lumbrak3D/Sextane";
+    const std::string both = "these 2 materials from Lumbrak3D/Sextane:\nGLASS A/Lab\nGLASS C/Lab";
+    const std::string database = "these 2 materials from KelmoraTD:\nGLASS A/Lab\nGLASS C/Lab";
+    // Target, entries picked, answer, the question ("" for none), the summary ("" when nothing
+    // was done), whether both files hold GLASS A and C alone afterwards, custom rows after.
+    using Case =
+        std::tuple<int, std::vector<int>, MsgAnswer, std::string, std::string, bool, size_t>;
     const Case cases[] = {
-        {0, {}, MsgAnswer::Yes, "", "", {-1}, 3},
-        {0, {1}, MsgAnswer::No, one, "", {-1}, 3},
-        {0, {1}, MsgAnswer::Yes, one, "Lumbrak3D: 1 removed.", {0, 2}, 3},
-        {1, {0, 2}, MsgAnswer::Yes, two, "KelmoraTD: 2 removed.", {0, 2}, 1},
-        {0,
-         {0, 1},
-         MsgAnswer::Yes,
-         "Are you sure that you want to remove these 2 materials from Lumbrak3D/Sextane:\nGLASS "
-         "A/Lab\nGLASS C/Lab",
-         "Lumbrak3D: nothing changed.",
-         {0, 2},
-         1},
+        {0, {}, MsgAnswer::Yes, "", "", false, 3},
+        {0, {1}, MsgAnswer::No, one, "", false, 3},
+        {0, {1}, MsgAnswer::Yes, one, "Lumbrak3D: 1 removed.", true, 3},
+        {1, {0, 2}, MsgAnswer::Yes, database, "KelmoraTD: 2 removed.", true, 1},
+        {0, {0, 1}, MsgAnswer::Yes, both, "Lumbrak3D: nothing changed.", true, 1},
     };
-    for (const auto& c : cases) {
+    for (const auto& [target, picked, answer, question, summary, file, rows] : cases) {
         frmGlassesDelExt form(setup, dialogs);
         form.Load();
-        if (c.target == 1) {
+        if (target == 1) {
             form.optUpdateProgClick(1);
             EXPECT_EQ(form.lstGlasses.ItemData(2), 100007);
         }
-        for (int i : c.picked) form.lstGlasses.SetSelected(i, true);
-        dialogs.answers = {c.answer};
+        for (int i : picked) form.lstGlasses.SetSelected(i, true);
+        dialogs.answers = {answer};
         const size_t notes = dialogs.helpNotes.size(), boxes = dialogs.boxes.size();
         form.comDelSelClick();
-        ASSERT_EQ(dialogs.boxes.size(), boxes + (c.question.empty() ? 0 : 1)) << c.question;
-        if (!c.question.empty()) {
-            EXPECT_EQ(dialogs.boxes.back().text, c.question);
+        ASSERT_EQ(dialogs.boxes.size(), boxes + (question.empty() ? 0 : 1)) << question;
+        if (!question.empty()) {
+            EXPECT_EQ(dialogs.boxes.back().text,
+                      "Are you sure that you want to remove " + question);
             EXPECT_EQ(dialogs.boxes.back().buttons, MsgButtons::YesNo);
         }
-        EXPECT_EQ(form.Closed(), c.answer == MsgAnswer::Yes);
-        EXPECT_EQ(form.Result(), !c.summary.empty());
-        if (c.answer == MsgAnswer::No) {
-            EXPECT_EQ(form.lstGlasses.SelectedIndexes(), c.picked);
+        EXPECT_EQ(form.Closed(), answer == MsgAnswer::Yes);
+        EXPECT_EQ(form.Result(), !summary.empty());
+        if (answer == MsgAnswer::No) {
+            EXPECT_EQ(form.lstGlasses.SelectedIndexes(), picked);
         }
-        EXPECT_EQ(form.Summary(), c.summary);
-        EXPECT_EQ(dialogs.helpNotes.size(), notes + (c.summary.empty() ? 0 : 1));
-        std::vector<MaterialRecord> file;
-        for (int i : c.file)
-            if (i >= 0) file.push_back(list[static_cast<size_t>(i)]);
-        EXPECT_EQ(FileAt(Lumbrak()), Image(c.file[0] < 0 ? list : file)) << c.question;
-        EXPECT_EQ(FileAt(Sextane()), c.file[0] < 0 ? "<none>" : Image(file)) << c.question;
-        EXPECT_EQ(Rows().size() - 4, c.rows) << c.question;
+        EXPECT_EQ(form.Summary(), summary);
+        EXPECT_EQ(dialogs.helpNotes.size(), notes + (summary.empty() ? 0 : 1));
+        const std::string kept = Image({list[0], list[2]});
+        EXPECT_EQ(FileAt(Lumbrak()), file ? kept : Image(list)) << question;
+        EXPECT_EQ(FileAt(Sextane()), file ? kept : "<none>") << question;
+        EXPECT_EQ(Rows().size() - 4, rows) << question;
     }
 }
 
@@ -410,99 +375,79 @@ TEST_F(UpdateTest, TheChoiceStaysOnTheSameGlassesAfterAMove) {
             if (!selected || g.IsSelected(2, r)) out += g.Text(1, r);
         return out;
     };
-    struct Step {
-        bool archive;
-        GridBlock block;  // {} for a click on row `click`
-        int click;
-        std::string current, archived, chosenCurrent, summary;
-    };
+    // Archive or restore, the block chosen ({} for a click on row `click`), the ids of both
+    // grids and the chosen ones of GlassData afterwards, the summary.
+    using Step =
+        std::tuple<bool, GridBlock, int, std::string, std::string, std::string, std::string>;
     const Step steps[] = {
         {true, {}, 1, "234", "1", "", "KelmoraTD: 1 archived."},
         {true, {1, 1, 5, 3}, 0, "23", "14", "23", "KelmoraTD: 1 archived."},
         {false, {}, 2, "234", "1", "23", "KelmoraTD: 1 restored."},
         {false, {}, 2, "234", "1", "23", "KelmoraTD: nothing changed."},
     };
-    for (const auto& s : steps) {
-        Grid& grid = s.archive ? form.ssGlassCurr : form.ssGlassArchive;
-        if (s.click) {
-            grid.ClearSelection();
-            s.archive ? form.ssGlassCurrClick(1, s.click) : form.ssGlassArchiveClick(1, s.click);
-        } else {
-            grid.SetSelection(s.block);
-        }
-        EXPECT_TRUE(s.archive ? form.comArchiveClick() : form.comDeArchiveClick());
-        EXPECT_EQ(ids(form.ssGlassCurr, false), s.current) << s.summary;
-        EXPECT_EQ(ids(form.ssGlassArchive, false), s.archived) << s.summary;
-        EXPECT_EQ(ids(form.ssGlassCurr, true), s.chosenCurrent) << s.summary;
-        EXPECT_EQ(ids(form.ssGlassArchive, true), "") << s.summary;
-        EXPECT_EQ(form.Summary(), s.summary);
+    for (const auto& [archive, block, click, current, archived, chosen, summary] : steps) {
+        Grid& grid = archive ? form.ssGlassCurr : form.ssGlassArchive;
+        click ? grid.ClearSelection() : grid.SetSelection(block);
+        if (click) archive ? form.ssGlassCurrClick(1, click) : form.ssGlassArchiveClick(1, click);
+        EXPECT_TRUE(archive ? form.comArchiveClick() : form.comDeArchiveClick());
+        EXPECT_EQ(std::tuple(ids(form.ssGlassCurr, false), ids(form.ssGlassArchive, false),
+                             ids(form.ssGlassCurr, true), ids(form.ssGlassArchive, true)),
+                  std::tuple(current, archived, chosen, ""))
+            << summary;
+        EXPECT_EQ(form.Summary(), summary);
     }
 }
 
 // A database command failing half way leaves both tables as they were and says why.
 TEST_F(UpdateTest, AFailingDatabaseCommandRollsBackAndSaysWhy) {
     const std::string back = "\nDatabase has been returned to original state!";
-    const std::string addFails =
-        "Error while adding data to database.\n-3\tInjected failure of add on GlassData" + back;
+    const std::string injected = "\n-3\tInjected failure of ";
+    enum { kAddTwo, kClearAll, kArchiveAll, kRemoveTwo };
     const struct {
-        std::function<void()> prepare;
-        const char* op;  // the failing step, "" for none
+        int command;
+        size_t added;    // rows of the list added first
+        const char* op;  // the failing step; "" for none, the identifiers being used up
         const char* table;
         int from;
-        std::function<bool()> command;
         std::string message;
     } cases[] = {
-        {[&] {
-             AddRows({list[0], list[1]});
-         },
-         "add", "", 2,
-         [&] {
-             return AddGlassesToDatabase(
-                 Kelmora(),
-                 {ReadyMaterial("GLASS A", "Lab", 1.1), ReadyMaterial("GLASS B", "Lab", 1.1)}, true,
-                 dialogs);
-         },
-         addFails},
-        {[&] { AddRows({list[0]}); }, "delete", kTableArchive, 1,
-         [&] { return DeleteAllCustomRows(Kelmora(), dialogs); },
-         "Error while removed old copeis of user defined glasses from database.\n-3\tInjected "
-         "failure of delete on Archive" +
+        {kAddTwo, 2, "add", "", 2,
+         "Error while adding data to database." + injected + "add on GlassData" + back},
+        {kClearAll, 1, "delete", kTableArchive, 1,
+         "Error while removed old copeis of user defined glasses from database." + injected +
+             "delete on Archive" + back},
+        {kArchiveAll, 0, "add", "", 2,
+         "Error in archiving glass. Process rolled back." + injected + "add on Archive"},
+        {kRemoveTwo, 2, "delete", kTableArchive, 1,
+         "Error while removing user glasses from database." + injected + "delete on Archive" +
              back},
-        {[] {}, "add", "", 2,
-         [&] {
-             return Run(kArchive, 0, {0, 1, 0, 4});
-         },
-         "Error in archiving glass. Process rolled back.\n-3\tInjected failure of add on Archive"},
-        {[&] {
-             AddRows({list[0], list[1]});
-             ToArchive(DbValue{int64_t{6}});
-         },
-         "delete", kTableArchive, 1,
-         [&] {
-             frmGlassesDelExt form(setup, dialogs);
-             Choose(form, true, {0, 1});
-             return form.RemoveSelected();
-         },
-         "Error while removing user glasses from database.\n-3\tInjected failure of delete on "
-         "Archive" +
-             back},
-        // last: the row of the highest identifier stays until the end
-        {[&] {
-             auto db = Open();
-             DbError error;
-             ASSERT_TRUE(db->AddRow(kTableArchive, {{"GlassID", DbValue{int64_t{32767}}}}, error));
-         },
-         "", "", 0, [&] { return AddGlassesToDatabase(Kelmora(), {list[0]}, true, dialogs); },
-         "Error while adding data to database.\n6\tOverflow" + back},
+        // the row of the highest identifier stays until the end
+        {kAddTwo, 0, "", "", 0, "Error while adding data to database.\n6\tOverflow" + back},
     };
     for (const auto& c : cases) {
         ASSERT_TRUE(DeleteAllCustomRows(Kelmora(), dialogs));
-        c.prepare();
+        if (c.added) AddRows({list.begin(), list.begin() + static_cast<long>(c.added)});
+        if (c.command == kRemoveTwo) ToArchive(DbValue{int64_t{6}});
+        if (!*c.op) {
+            DbError error;
+            ASSERT_TRUE(
+                Open()->AddRow(kTableArchive, {{"GlassID", DbValue{int64_t{32767}}}}, error));
+        }
         const auto before = Rows();
         const size_t boxes = dialogs.boxes.size();
+        frmGlassesDelExt form(setup, dialogs);
+        if (c.command == kRemoveTwo) Choose(form, true, {0, 1});
         if (*c.op) FailDatabaseSteps(c.op, c.table, c.from);
-        EXPECT_FALSE(c.command()) << c.message;
+        const bool done = c.command == kAddTwo
+                              ? AddGlassesToDatabase(Kelmora(),
+                                                     {ReadyMaterial("GLASS A", "Lab", 1.1),
+                                                      ReadyMaterial("GLASS B", "Lab", 1.1)},
+                                                     true, dialogs)
+                          : c.command == kClearAll   ? DeleteAllCustomRows(Kelmora(), dialogs)
+                          : c.command == kArchiveAll ? Run(kArchive, 0, {0, 1, 0, 4})
+                                                     : form.RemoveSelected();
         SetDatabaseFaultHook(nullptr);
+        EXPECT_FALSE(done) << c.message;
         EXPECT_EQ(Rows(), before) << c.message;
         ASSERT_EQ(dialogs.boxes.size(), boxes + 1) << c.message;
         EXPECT_EQ(dialogs.boxes.back().text, c.message);
@@ -521,32 +466,29 @@ TEST_F(UpdateTest, ArchiveFormKeepsTheProtectedPairAndOpensThroughTheToolStrip) 
     ASSERT_NE(form.database(), nullptr);
     EXPECT_EQ(form.ssGlassCurr.Text(5, 1), "  Recommended");
     form.ssGlassCurrClick(1, 2);  // K7 alone: nothing done, nothing said
-    EXPECT_TRUE(form.comArchiveClick());
-    EXPECT_EQ(form.ssGlassCurr.MaxRows(), 4);
-    EXPECT_TRUE(dialogs.boxes.empty());
-
+    EXPECT_EQ(
+        (std::tuple{form.comArchiveClick(), form.ssGlassCurr.MaxRows(), dialogs.boxes.size()}),
+        std::tuple(true, 4, 0u));
     dialogs.answers = {MsgAnswer::Cancel};
     form.ssGlassCurr.SetSelection({0, -1, 0, -1});
-    EXPECT_FALSE(form.comArchiveClick());
-    EXPECT_FALSE(form.database()->InTransaction());
-    EXPECT_EQ(Rows()[0].rfind("GlassData", 0), 0u);
+    EXPECT_EQ((std::tuple{form.comArchiveClick(), form.database()->InTransaction(),
+                          Rows()[0].rfind("GlassData", 0)}),
+              std::tuple(false, false, 0u));
     dialogs.answers = {MsgAnswer::OK};
     form.ssGlassCurr.SetSelection({0, -1, 0, -1});
-    EXPECT_TRUE(form.comArchiveClick());
-    EXPECT_EQ(form.ssGlassArchive.Text(3, 1), " Schott");
+    EXPECT_EQ((std::tuple{form.comArchiveClick(), form.ssGlassArchive.Text(3, 1)}),
+              std::tuple(true, " Schott"));
     form.ssGlassArchive.SetSelection({0, 1, 0, 2});
-    EXPECT_TRUE(form.comDeArchiveClick());
-    EXPECT_EQ(dialogs.boxes.size(), 2u);
-    EXPECT_EQ(form.ssGlassArchive.MaxRows(), 0);
-
+    EXPECT_EQ(
+        (std::tuple{form.comDeArchiveClick(), dialogs.boxes.size(), form.ssGlassArchive.MaxRows()}),
+        std::tuple(true, 2u, 0));
     form.comOKClick();
     EXPECT_EQ(form.database(), nullptr);
     fs::remove(fs::path(Kelmora()) / "FenmarkExA.mdb");
     forms.RibbonClick(kFormArchive, true);
-    EXPECT_FALSE(form.form.visible);
-    EXPECT_EQ(dialogs.boxes.size(), 3u);
-    EXPECT_EQ(forms.GetCurrentForm(), kNoForm);
-    EXPECT_FALSE(forms.ribTools[kFormArchive].value);
+    EXPECT_EQ((std::tuple{form.form.visible.get(), dialogs.boxes.size(), forms.GetCurrentForm(),
+                          forms.ribTools[kFormArchive].value.get()}),
+              std::tuple(false, 3u, kNoForm, false));
 }
 
 }  // namespace

@@ -19,28 +19,22 @@ TEST(NameRefusal, KeptAsTypedOrRefusedWithTheReason) {
     const std::string control = ", which a name or source cannot hold";
     const std::pair<std::string, std::string> cases[] = {
         {"N-BK7", ""},
-        {"  BK7  ", ""},
-        {"Crown glass é ü € Œ", ""},  // Western European letters and signs
-        {"123456789012345678901234567890", ""},
+        {"  BK7  ", ""},                         // as typed and with blanks around
+        {"Crown glass é ü € Œ", ""},             // Western European letters and signs
         {"ééééééééééééééééééééééééééééé€", ""},  // 30 characters in 59 bytes
         // quotes, semicolons, percent signs and SQL words are text like any other
-        {"O'Hara \"K5\"", ""},
         {"'; DROP TABLE GlassData;--%_", ""},
         {"Ωmega", "Character 1, \"Ω\" (U+03A9)" + cp},
         {"BK7 😀", "Character 5, \"😀\" (U+1F600)" + cp},
         {"123456789012345678901234567890123456",
          "It has 36 characters, 6 more than the 30 a name or source can hold"},
         {"A\tB", "Character 2 is a control character (tab)" + control},
-        {"A\nB", "Character 2 is a control character (line break)" + control},
         {"A\x7F", "Character 2 is a control character (U+007F)" + control},
-        {"A\xC2\x81", "Character 2 is a control character (U+0081)" + control},
         {"caf\xE9", "Character 4 (byte 0xE9) is no UTF-8 text"},
         {"A\xC1\x81", "Character 2 (byte 0xC1) is no UTF-8 text"}};  // overlong
     for (const auto& [typed, refusal] : cases) {
         EXPECT_EQ(NameRefusal(typed), refusal) << typed;
-        if (refusal.empty()) {
-            EXPECT_EQ(FixedText<kNameWidth>(typed).Text(), VbTrimCopy(typed));
-        }
+        EXPECT_TRUE(!refusal.empty() || FixedText<kNameWidth>(typed).Text() == VbTrimCopy(typed));
     }
 }
 

@@ -9,9 +9,7 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <fstream>
-#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
@@ -33,28 +31,26 @@ class FileIo : public ::testing::Test {
 };
 
 TEST_F(FileIo, ReadInPiecesHandsOnFullPiecesThenTheRest) {
-    const struct {
-        size_t length, piece;
-        std::vector<size_t> pieces;  // the lengths handed on, in order
-    } cases[] = {{0, 4, {}},
-                 {3, 4, {3}},
-                 {8, 4, {4, 4}},
-                 {10, 4, {4, 4, 2}},
-                 {100000, 65536, {65536, 34464}}};
-    for (const auto& c : cases) {
+    // Length, piece size, the lengths handed on in order.
+    // clang-format off
+    const std::tuple<size_t, size_t, std::vector<size_t>> cases[] = {
+        {0, 4, {}}, {3, 4, {3}}, {8, 4, {4, 4}}, {10, 4, {4, 4, 2}},
+        {100000, 65536, {65536, 34464}}};
+    // clang-format on
+    for (const auto& [length, piece, pieces] : cases) {
         std::string bytes;
-        for (size_t i = 0; i < c.length; ++i) bytes.push_back(static_cast<char>('a' + i % 26));
+        for (size_t i = 0; i < length; ++i) bytes.push_back(static_cast<char>('a' + i % 26));
         WriteFileBytes(dir / "f.bin", bytes);
         std::vector<size_t> lengths;
         std::string joined;
         ASSERT_TRUE(ReadFileInPieces(
-            dir / "f.bin", c.piece,
+            dir / "f.bin", piece,
             [&](std::string_view piece) {
                 lengths.push_back(piece.size());
                 joined += piece;
             },
             error));
-        EXPECT_EQ(lengths, c.pieces) << c.length;
+        EXPECT_EQ(lengths, pieces) << length;
         EXPECT_EQ(joined, bytes);
     }
 }
@@ -79,19 +75,11 @@ PieceSource Pieces(const std::vector<std::string>& pieces) {
     };
 }
 
-// The pieces go in order over the old file; a failed write leaves the old file and no
-// temporary one.
+// The pieces go in order over the old file, an empty one among them.
 TEST_F(FileIo, AtomicWriteFromPieces) {
     WriteFileBytes(dir / "f.bin", "old");
     ASSERT_TRUE(WriteFileAtomicFrom(dir / "f.bin", Pieces({"ab", "", "cde"}), error));
     EXPECT_EQ(ReadFileBytes(dir / "f.bin"), "abcde");
-    int writes = 0;
-    SetWriteFaultHook([&](const std::filesystem::path&) { return ++writes < 2; });
-    EXPECT_FALSE(WriteFileAtomicFrom(dir / "f.bin", Pieces({"ab", "cd", "ef"}), error));
-    SetWriteFaultHook(nullptr);
-    EXPECT_EQ(error.code, ENOSPC);
-    EXPECT_EQ(ReadFileBytes(dir / "f.bin"), "abcde");
-    EXPECT_EQ(Names(dir.path()), std::vector<std::string>{"f.bin"});
 }
 
 // The id of a process that has ended.
@@ -105,18 +93,17 @@ long DeadPid() {
 TEST_F(FileIo, StaleTemporariesOfGoneProcessesAreRemovedOthersKept) {
     const std::string dead = std::to_string(DeadPid());
     const std::string live = std::to_string(::getpid());
+    // Kept besides the file: a write going on now, a name this program does not make, and
+    // names whose process id is no number or too large, or without a counter or a target.
+    // clang-format off
     const std::vector<std::pair<std::string, bool>> files = {
-        {"list.dat.ostrel-tmp." + dead + ".12", false},
-        {"list.dat.ostrel-tmp." + dead + ".link7", false},
-        {"other.ini.ostrel-tmp." + dead + ".3", false},
-        {"list.dat.ostrel-tmp." + live + ".4", true},  // a write going on now
-        {"list.dat", true},
-        {"list.dat.tmp123", true},  // not a name this program makes
-        {"list.dat.ostrel-tmp.x.1", true},
-        {"list.dat.ostrel-tmp." + dead + ".", true},
-        {".ostrel-tmp." + dead + ".1", true},         // no target name
-        {"list.dat.ostrel-tmp.99999999999.1", true},  // no process id
+        {"list.dat.ostrel-tmp." + dead + ".12", false}, {"list.dat", true},
+        {"other.ini.ostrel-tmp." + dead + ".3", false}, {"list.dat.tmp123", true},
+        {"list.dat.ostrel-tmp." + dead + ".link7", false}, {"list.dat.ostrel-tmp.x.1", true},
+        {"list.dat.ostrel-tmp." + live + ".4", true}, {".ostrel-tmp." + dead + ".1", true},
+        {"list.dat.ostrel-tmp." + dead + ".", true}, {"list.dat.ostrel-tmp.99999999999.1", true},
     };
+    // clang-format on
     std::vector<std::string> kept;
     for (const auto& [name, stays] : files) {
         WriteFileBytes(dir / name, "x");
@@ -134,49 +121,6 @@ TEST_F(FileIo, StaleTemporariesOfGoneProcessesAreRemovedOthersKept) {
     EXPECT_EQ(Names(other.path()), (std::vector<std::string>{"f.bin", "g.bin"}));
 }
 
-// A prepared write changes nothing until it is committed; a discard, or the object going
-// without a commit, leaves the old file and no temporary.
-TEST_F(FileIo, APreparedWriteTakesEffectOnlyOnCommit) {
-    enum End { kCommit, kCommitWithBackup, kDiscard, kDropped };
-    const struct {
-        End end;
-        std::string file, backup;  // afterwards; "" for no backup file
-    } cases[] = {{kCommit, "new", ""},
-                 {kCommitWithBackup, "new", "old"},
-                 {kDiscard, "old", ""},
-                 {kDropped, "old", ""}};
-    for (const auto& c : cases) {
-        std::filesystem::remove(dir / "g.bin");
-        WriteFileBytes(dir / "f.bin", "old");
-        {
-            PreparedFile prepared;
-            ASSERT_TRUE(prepared.Prepare(dir / "f.bin", "new", error));
-            EXPECT_TRUE(prepared.Pending());
-            EXPECT_EQ(ReadFileBytes(dir / "f.bin"), "old");
-            EXPECT_EQ(Names(dir.path()).size(), 2u);  // the file and its temporary
-            if (c.end == kCommit || c.end == kCommitWithBackup) {
-                EXPECT_TRUE(prepared.Commit(error, c.end == kCommit ? "" : dir / "g.bin"));
-            }
-            if (c.end == kDiscard) prepared.Discard();
-            EXPECT_EQ(prepared.Pending(), c.end == kDropped);
-        }
-        EXPECT_EQ(ReadFileBytes(dir / "f.bin"), c.file);
-        std::vector<std::string> names{"f.bin"};
-        if (!c.backup.empty()) {
-            names.push_back("g.bin");
-            EXPECT_EQ(ReadFileBytes(dir / "g.bin"), c.backup);
-        }
-        EXPECT_EQ(Names(dir.path()), names);
-    }
-    // A prepare that fails leaves nothing behind.
-    SetWriteFaultHook([](const std::filesystem::path&) { return false; });
-    PreparedFile failed;
-    EXPECT_FALSE(failed.Prepare(dir / "f.bin", "new", error));
-    SetWriteFaultHook(nullptr);
-    EXPECT_FALSE(failed.Pending());
-    EXPECT_EQ(Names(dir.path()), (std::vector<std::string>{"f.bin"}));
-}
-
 // A missing file, and anything but a regular file, is an error with the reason and the name.
 TEST_F(FileIo, OnlyRegularFilesAreRead) {
     ASSERT_EQ(::mkfifo((dir / "fifo").c_str(), 0600), 0);
@@ -184,67 +128,61 @@ TEST_F(FileIo, OnlyRegularFilesAreRead) {
     // A file just over the limit, made sparse so that it takes no room.
     std::ofstream(dir / "big.txt").close();
     std::filesystem::resize_file(dir / "big.txt", kMaxWholeFileSize + 1);
-    const struct {
-        std::filesystem::path path;
-        const char* reason;
-    } refused[] = {{"/dev/zero", "no regular file"},   {"/dev/urandom", "no regular file"},
-                   {dir / "fifo", "no regular file"},  {dir / "folder", "a folder"},
-                   {dir / "none.bin", "No such file"}, {dir / "big.txt", "larger than 256 MB"}};
-    for (const auto& c : refused) {
-        SCOPED_TRACE(c.path);
+    const std::tuple<std::filesystem::path, const char*> refused[] = {
+        {"/dev/zero", "no regular file"},
+        {dir / "fifo", "no regular file"},
+        {dir / "folder", "a folder"},
+        {dir / "none.bin", "No such file"},
+        {dir / "big.txt", "larger than 256 MB"}};
+    for (const auto& [path, reason] : refused) {
+        SCOPED_TRACE(path);
         std::string content = "old";
         error = {};
-        EXPECT_FALSE(ReadWholeFile(c.path, content, error));
-        EXPECT_NE(error.message.find(c.reason), std::string::npos) << error.message;
-        EXPECT_NE(error.message.find(c.path.string()), std::string::npos);
+        EXPECT_FALSE(ReadWholeFile(path, content, error));
+        EXPECT_NE(error.message.find(reason), std::string::npos) << error.message;
+        EXPECT_NE(error.message.find(path.string()), std::string::npos);
         EXPECT_NE(error.code, 0);
         EXPECT_TRUE(content.empty() || content == "old");
-        if (c.path.filename() == "big.txt") continue;  // read in pieces, a list has no limit
+        if (path.filename() == "big.txt") continue;  // read in pieces, a list has no limit
         bool called = false;
         error = {};
         EXPECT_FALSE(ReadFileInPieces(
-            c.path, 16, [&](std::string_view) { called = true; }, error));
+            path, 16, [&](std::string_view) { called = true; }, error));
         EXPECT_FALSE(called);
-        EXPECT_NE(error.message.find(c.reason), std::string::npos) << error.message;
+        EXPECT_NE(error.message.find(reason), std::string::npos) << error.message;
     }
 }
 
 // A setting saved into a hand-edited or damaged file reads back from the same section, and
 // the sections around it keep their keys.
 TEST(SettingsFileTest, SavedSettingReadsBackWhateverLinesTheFileHolds) {
-    struct Case {
-        const char* name;
-        const char* file;
-    };
+    using Case = std::tuple<const char*, const char*>;
     const Case cases[] = {
         {"plain", "[Paths]\nLumbrak=/a/\n[Other]\nx=1\n"},
         {"bracketed key", "[Paths]\nLumbrak=/a/\n[][fm=^ew];\nop=1\n[Other]\nx=1\n"},
         {"open bracket", "[Paths\nLumbrak=/a/\n[Paths]\n[x=y\nLumbrak=/a/\n[Other]\nx=1\n"},
         {"carriage returns", "[Paths]\r\nLumbrak=/a/\r\nT\r=ew!]\r\n[Other]\r\nx=1\r\n"},
     };
-    for (const Case& c : cases) {
+    for (const auto& [name, file] : cases) {
         testing::TempDir dir;
         const std::string path = (dir.path() / "Settings.ini").string();
-        WriteFileBytes(path, c.file);
+        WriteFileBytes(path, file);
         SettingsFile settings(path);
-        ASSERT_EQ(settings.GetSetting("Paths", "Lumbrak", "none"), "/a/") << c.name;
+        ASSERT_EQ(settings.GetSetting("Paths", "Lumbrak", "none"), "/a/") << name;
         settings.SaveSetting("Paths", "Kelmora", "/k/");
         const SettingsFile again(path);
-        EXPECT_EQ(again.GetSetting("Paths", "Kelmora", "none"), "/k/") << c.name;
-        EXPECT_EQ(again.GetSetting("Paths", "Lumbrak", "none"), "/a/") << c.name;
-        EXPECT_EQ(again.GetSetting("Other", "x", "none"), "1") << c.name;
+        EXPECT_EQ(again.GetSetting("Paths", "Kelmora", "none"), "/k/") << name;
+        EXPECT_EQ(again.GetSetting("Paths", "Lumbrak", "none"), "/a/") << name;
+        EXPECT_EQ(again.GetSetting("Other", "x", "none"), "1") << name;
     }
 }
 
 // The installed data is found beside the program under an install prefix and in a build
 // folder, and nowhere else.
 TEST(InstallPaths, DataIsFoundBesideTheProgramOrAFewLevelsAbove) {
-    const struct {
-        const char* program;  // below the test's folder
-        const char* data;     // the folder that exists, blank for none
-        InstalledData kind;
-        bool found;
-    } cases[] = {
+    // The program below the test's folder, the data folder made there (blank for none), the
+    // data sought, whether it is found.
+    const std::tuple<const char*, const char*, InstalledData, bool> cases[] = {
         {"usr/bin/ostrel", "usr/share/ostrel", InstalledData::DemoCatalogue, true},
         {"usr/bin/ostrel", "usr/share/doc/ostrel", InstalledData::Guide, true},
         {"build/src/cli/ostrel-cli", "build/share/ostrel", InstalledData::DemoCatalogue, true},
@@ -253,19 +191,19 @@ TEST(InstallPaths, DataIsFoundBesideTheProgramOrAFewLevelsAbove) {
         {"a/b/c/d/e/f/ostrel", "a/share/ostrel", InstalledData::DemoCatalogue, false},
         {"usr/bin/ostrel", "", InstalledData::DemoCatalogue, false},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(std::string(c.program) + " " + c.data);
+    for (const auto& [below, data, kind, exists] : cases) {
+        SCOPED_TRACE(std::string(below) + " " + data);
         testing::TempDir dir;
-        const fs::path program = dir / c.program;
+        const fs::path program = dir / below;
         fs::create_directories(program.parent_path());
         WriteFileBytes(program, "");
-        if (*c.data) fs::create_directories(dir / c.data);
-        const std::string found = InstalledDataFolder(c.kind, program.string());
-        EXPECT_EQ(found, c.found ? (dir / c.data).string() : std::string());
-        if (!c.found || c.kind != InstalledData::DemoCatalogue) continue;
+        if (*data) fs::create_directories(dir / data);
+        const std::string found = InstalledDataFolder(kind, program.string());
+        EXPECT_EQ(found, exists ? (dir / data).string() : std::string());
+        if (!exists || kind != InstalledData::DemoCatalogue) continue;
         // The catalogue is a file in that folder.
         EXPECT_EQ(InstalledDemoCatalogue(program.string()), "");
-        WriteFileBytes(dir / c.data / "demo_glasses.csv", "# glasses\n");
+        WriteFileBytes(dir / data / "demo_glasses.csv", "# glasses\n");
         EXPECT_EQ(InstalledDemoCatalogue(program.string()), found + "/demo_glasses.csv");
     }
     EXPECT_EQ(InstalledDataFolder(InstalledData::Guide, ""), "");
