@@ -187,28 +187,25 @@ TEST(GlassMapForm, DrawingHoldsOneMarkerPerShownGlass) {
     MemorySettingsStore settings;
     frmGlassMap form(settings);
     form.SetData(data);
-    struct Step {
-        const char* what;
-        int sourceOff;  // -1: none
-        bool pgfView;
-        int catalogue, custom, melt, meltLinks;
-    };
-    const Step steps[] = {{"all", -1, false, 42, 1, 1, 1},
-                          {"source B off", 1, false, 30, 1, 1, 1},
-                          {"PgF view leaves out glasses without PgF", -1, true, 20, 1, 0, 0},
-                          {"source A off as well", 0, true, 0, 1, 0, 0}};
-    for (const Step& s : steps) {
-        SCOPED_TRACE(s.what);
-        if (s.sourceOff >= 0) {
-            form.chkSource[s.sourceOff]->value = false;
-            form.chkSourceClick(s.sourceOff);
+    // What changes, the source switched off (-1: none), the PgF view, and the catalogue, custom
+    // and melt markers and the melt links drawn.
+    const std::tuple<const char*, int, bool, std::tuple<int, int, int, int>> steps[] = {
+        {"all", -1, false, {42, 1, 1, 1}},
+        {"source B off", 1, false, {30, 1, 1, 1}},
+        {"PgF view leaves out glasses without PgF", -1, true, {20, 1, 0, 0}},
+        {"source A off as well", 0, true, {0, 1, 0, 0}}};
+    for (const auto& [what, sourceOff, pgfView, drawn] : steps) {
+        SCOPED_TRACE(what);
+        if (sourceOff >= 0) {
+            form.chkSource[sourceOff]->value = false;
+            form.chkSourceClick(sourceOff);
         }
-        if (s.pgfView) form.optViewClick(true);
+        if (pgfView) form.optViewClick(true);
         const std::string svg = MapSceneSvg(form.Scene());
         EXPECT_EQ(std::tuple(Count(svg, "<circle class=\"catalogue\""),
                              Count(svg, "<rect class=\"custom\""),
                              Count(svg, "<path class=\"melt\""), Count(svg, "stroke=\"#7A00B0\"")),
-                  std::tuple(s.catalogue, s.custom, s.melt, s.meltLinks));
+                  drawn);
     }
 }
 

@@ -46,7 +46,6 @@ TEST(ReadIndexRows, KeepsFullRowsSortedDescendingAndStableAndNothingUsableLeaves
     EXPECT_EQ(m.IndexValue[1], 1.515);  // equal waves keep the order they had
     EXPECT_EQ(std::tuple(m.IndexValue[2], m.IndexWeight[2], m.IndexWave[3]),
               std::tuple(1.516, 0.0f, 500.5));
-    EXPECT_DOUBLE_EQ(m.IndexWaveUm[0], 1.0135);
     EXPECT_DOUBLE_EQ(m.IndexSquared[3], 1.52 * 1.52);
     EXPECT_EQ(rec.General.IndexWvMax, 1014);  // half to even
     EXPECT_EQ(rec.General.IndexWvMin, 500);
