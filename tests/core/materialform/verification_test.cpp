@@ -25,8 +25,7 @@ TEST(CheckGlassReady, ReportLineStatusCellAndOneBoxForARange) {
     const std::pair<ReadyFlags, const char*> cases[] = {
         {{true, true, true, true, true}, ""},
         {{true, true, true, true, false}, "Other"},
-        {{true, true, false, false, true}, "Trans dn/dt"},
-        {{false, false, false, false, false}, "General Index Trans dn/dt Other"}};
+        {{true, true, false, false, true}, "Trans dn/dt"}};
     for (const auto& [ready, list] : cases) {
         SCOPED_TRACE(list);
         const MaterialRecord rec = ReadyRecord("N-TEST5", "Melt 42", ready);
