@@ -90,13 +90,12 @@ TEST(NormalLine, ThroughK7AndF2OfTheCatalogue) {
     const GlassPoint f2 = Catalogue(" f2 ", "S", 1.62004, 36.37, 0.5828);
     GlassPoint customK7 = Catalogue("K7", "MINE", 1.5, 70.0, 0.60);
     customK7.kind = GlassKind::Custom;
-    const GlassPoint f2NoPgF = Catalogue("F2", "T", 1.62, 36.4, 0);
 
     const std::tuple<const char*, std::vector<GlassPoint>, bool> cases[] = {
         {"both", {k7, f2}, true},
         {"a custom K7 does not count", {customK7, k7, f2}, true},
         {"no F2", {k7}, false},
-        {"F2 without PgF", {k7, f2NoPgF}, false}};
+        {"F2 without PgF", {k7, Catalogue("F2", "T", 1.62, 36.4, 0)}, false}};
     for (const auto& [what, points, found] : cases) {
         SCOPED_TRACE(what);
         GlassMapData data;
@@ -115,27 +114,22 @@ TEST(GlassMapDatabase, LeftOutGlassesAreCountedAndCustomRowsNotShownTwiceOrTheLi
     DbError error;
     const auto db = CreateGlassDatabase((dir / "map.db").string(), error);
     ASSERT_TRUE(db) << error.message;
-    const auto row = [&](int id, int kind, const std::string& name, const std::string& source,
-                         DbValue nd, DbValue vd, DbValue pgf) {
-        ASSERT_TRUE(db->AddRow(kTableCurrent,
-                               {{"GlassID", int64_t{id}},
-                                {"s1", int64_t{kind}},
-                                {"GlassName", name},
-                                {"Source", source},
-                                {"nd", nd},
-                                {"vd", vd},
-                                {"PgF", pgf}},
-                               error))
-            << error.message;
-    };
-    row(1, 1, "K7", "Schott", 1.51112, 60.41, 0.5422);
-    row(2, 1, "F2", "Schott", 1.62004, 36.37, 0.5828);
-    row(3, 1, "S-BSL7", "Ohara", 1.51633, 64.14, 0.5352);
-    row(4, 1, "NO-ND", "Ohara", DbValue{}, 50.0, 0.55);            // Null nd
-    row(5, 1, "ZERO-VD", "Hoya", 1.6, 0.0, 0.55);                  // vd 0
-    row(6, 1, "TEXT-ND", "Hoya", std::string("n/a"), 40.0, 0.55);  // not a number
-    row(7, 1, "NO-PGF", "Hoya", 1.7, 30.0, DbValue{});             // on the Abbe diagram only
-    row(8, kCustomRowKind, "MY1", "LAB", 1.55, 55.0, 0.55);        // the custom list's own copy
+    // Id, kind, name, source, nd, vd and PgF of each row.
+    const std::vector<DbValue> rows[] = {
+        {1, 1, "K7", "Schott", 1.51112, 60.41, 0.5422},
+        {2, 1, "F2", "Schott", 1.62004, 36.37, 0.5828},
+        {3, 1, "S-BSL7", "Ohara", 1.51633, 64.14, 0.5352},
+        {4, 1, "NO-ND", "Ohara", DbValue{}, 50.0, 0.55},       // Null nd
+        {5, 1, "ZERO-VD", "Hoya", 1.6, 0.0, 0.55},             // vd 0
+        {6, 1, "TEXT-ND", "Hoya", "n/a", 40.0, 0.55},          // not a number
+        {7, 1, "NO-PGF", "Hoya", 1.7, 30.0, DbValue{}},        // on the Abbe diagram only
+        {8, kCustomRowKind, "MY1", "LAB", 1.55, 55.0, 0.55}};  // the custom list's own copy
+    const char* columns[] = {"GlassID", "s1", "GlassName", "Source", "nd", "vd", "PgF"};
+    for (const auto& values : rows) {
+        DbNewRow row;
+        for (size_t i = 0; i < values.size(); ++i) row.emplace_back(columns[i], values[i]);
+        ASSERT_TRUE(db->AddRow(kTableCurrent, row, error)) << error.message;
+    }
 
     GlassMapData data;
     AddCustomPoints({Custom("MY1", "LAB", 1.55f, 55.0f, 0.55f), Custom("BLANK", "LAB", 0, 0),
@@ -193,28 +187,25 @@ TEST(GlassMapForm, DrawingHoldsOneMarkerPerShownGlass) {
     MemorySettingsStore settings;
     frmGlassMap form(settings);
     form.SetData(data);
-    struct Step {
-        const char* what;
-        int sourceOff;  // -1: none
-        bool pgfView;
-        int catalogue, custom, melt, meltLinks;
-    };
-    const Step steps[] = {{"all", -1, false, 42, 1, 1, 1},
-                          {"source B off", 1, false, 30, 1, 1, 1},
-                          {"PgF view leaves out glasses without PgF", -1, true, 20, 1, 0, 0},
-                          {"source A off as well", 0, true, 0, 1, 0, 0}};
-    for (const Step& s : steps) {
-        SCOPED_TRACE(s.what);
-        if (s.sourceOff >= 0) {
-            form.chkSource[s.sourceOff]->value = false;
-            form.chkSourceClick(s.sourceOff);
+    // What changes, the source switched off (-1: none), the PgF view, and the catalogue, custom
+    // and melt markers and the melt links drawn.
+    const std::tuple<const char*, int, bool, std::tuple<int, int, int, int>> steps[] = {
+        {"all", -1, false, {42, 1, 1, 1}},
+        {"source B off", 1, false, {30, 1, 1, 1}},
+        {"PgF view leaves out glasses without PgF", -1, true, {20, 1, 0, 0}},
+        {"source A off as well", 0, true, {0, 1, 0, 0}}};
+    for (const auto& [what, sourceOff, pgfView, drawn] : steps) {
+        SCOPED_TRACE(what);
+        if (sourceOff >= 0) {
+            form.chkSource[sourceOff]->value = false;
+            form.chkSourceClick(sourceOff);
         }
-        if (s.pgfView) form.optViewClick(true);
+        if (pgfView) form.optViewClick(true);
         const std::string svg = MapSceneSvg(form.Scene());
         EXPECT_EQ(std::tuple(Count(svg, "<circle class=\"catalogue\""),
                              Count(svg, "<rect class=\"custom\""),
                              Count(svg, "<path class=\"melt\""), Count(svg, "stroke=\"#7A00B0\"")),
-                  std::tuple(s.catalogue, s.custom, s.melt, s.meltLinks));
+                  drawn);
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
-// A material form over a custom list in a fresh folder, driven as the user would.
+// A material form over a custom list in a fresh folder, driven as the user would, and a
+// form's state in one line: which controls are on, and what its captions and cells read.
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -11,6 +12,14 @@
 #include "core/materialform/frm3new.h"
 
 namespace ostrel::testing {
+
+using Texts = std::vector<std::string>;
+
+inline std::vector<bool> Enabled(std::initializer_list<const Control*> controls) {
+    std::vector<bool> on;
+    for (const Control* control : controls) on.push_back(control->enabled);
+    return on;
+}
 
 // Wave [nm] and index of the Schott form n^2 = 2.25 + 0.01 / lambda^2 (lambda in µm), worked
 // out apart.

@@ -3,7 +3,6 @@
 #include <cmath>
 #include <string>
 
-#include "core/materialform/form_states.h"
 #include "core/materialform/frm3new_fixture.h"
 
 namespace ostrel::testing {

@@ -10,10 +10,11 @@
 
 #include "core/external/bas1_setup.h"
 #include "core/external/external_fixture.h"
-#include "core/material/list_fixture.h"
+#include "core/materialform/frm3new_fixture.h"
 #include "core/melt/frm7melt.h"
 #include "core/melt/glass_melt.h"
 #include "core/melt/pop_melt_parent.h"
+#include "core/optics/crown.h"
 #include "core/optics/index_from_polynomial.h"
 #include "core/platform/text.h"
 #include "core/shell/new_msg.h"
@@ -40,9 +41,17 @@ class MeltFixture : public ListFixture {
         ASSERT_TRUE(setup.GetKelmoraFound());
         frm7Melt::Hooks hooks;
         hooks.enableOwner = [this](bool on) { ownerStates.push_back(on); };
+        // The record the parent picker returns for the next parent.
         hooks.pickParent = [this](MaterialRecord& rec) {
             if (nextParent.empty()) return false;
-            rec = Pick(nextMaker, nextParent);
+            popMeltParent picker(dialogs, settings, setup.GetPathKelmora(), {nextMaker});
+            EXPECT_TRUE(picker.Load());
+            Choose(picker, picker.lstMakers, 0, &popMeltParent::lstMakersClick);
+            const int row = RowOf(picker, nextParent);
+            EXPECT_GT(row, 0) << "no parent " << nextMaker << " " << nextParent;
+            picker.ssGlassesClick(2, row);
+            picker.comOKClick();
+            rec = picker.PickedRecord();
             return true;
         };
         hooks.pickWaves = std::ref(picker);
@@ -61,18 +70,6 @@ class MeltFixture : public ListFixture {
         }
         return 0;
     }
-    // The record the parent picker returns for a glass of a maker.
-    MaterialRecord Pick(const std::string& maker, const std::string& name) {
-        popMeltParent picker(dialogs, settings, setup.GetPathKelmora(), {maker});
-        EXPECT_TRUE(picker.Load());
-        Choose(picker, picker.lstMakers, 0, &popMeltParent::lstMakersClick);
-        const int row = RowOf(picker, name);
-        EXPECT_GT(row, 0) << "no parent " << maker << " " << name;
-        picker.ssGlassesClick(2, row);
-        picker.comOKClick();
-        return picker.PickedRecord();
-    }
-
     // A new melt of the parent with a code.
     void Start(const std::string& maker, const std::string& name, const std::string& code) {
         form->DisplayNew(false);

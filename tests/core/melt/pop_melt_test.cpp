@@ -2,7 +2,6 @@
 #include <tuple>
 #include <utility>
 
-#include "core/materialform/form_states.h"
 #include "core/melt/pop_melt_schott.h"
 #include "melt_fixture.h"
 

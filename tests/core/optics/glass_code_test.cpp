@@ -58,26 +58,13 @@ TEST(GlassCode, FromValuesAsFromTexts) {
     }
 }
 
-MaterialRecord CrownRecord() {
-    MaterialRecord rec = ClearedMaterialRecord();
-    rec.General.Polytype = 2;
-    rec.General.PolyCoef = testing::kNbk7Coef;
-    return rec;
-}
-
-// n^2 = A0 of the Schott form: an index without dispersion.
-MaterialRecord ConstantRecord() {
-    MaterialRecord rec = ClearedMaterialRecord();
-    rec.General.Polytype = 1;
-    rec.General.PolyCoef[0] = 2.25;
-    return rec;
-}
-
 // Reference values: the catalogue data of the same glass (nd 1.51680, Ne 1.51872,
 // vd 64.17, Ve 63.96, nF-nC 0.008054, nF'-nC' 0.008110, PgF 0.5349), with the last digits
 // worked out separately from the Sellmeier formula.
 TEST(DerivedData, SellmeierCrown) {
-    MaterialRecord rec = CrownRecord();
+    MaterialRecord rec = ClearedMaterialRecord();
+    rec.General.Polytype = 2;
+    rec.General.PolyCoef = testing::kNbk7Coef;
     UpdateDerivedData(rec);
     const std::pair<float DerivedData::*, float> exact[] = {
         {&DerivedData::nd, 1.51680f},     {&DerivedData::vd, 64.17f},
@@ -91,8 +78,11 @@ TEST(DerivedData, SellmeierCrown) {
     for (int i = 0; i < 4; ++i) EXPECT_NEAR(rec.Derived.DerivedSpare[i], spare[i], 1e-6f) << i;
 }
 
+// n^2 = A0 of the Schott form: an index without dispersion.
 TEST(DerivedData, ZeroDispersionKeepsRatios) {
-    MaterialRecord rec = ConstantRecord();
+    MaterialRecord rec = ClearedMaterialRecord();
+    rec.General.Polytype = 1;
+    rec.General.PolyCoef[0] = 2.25;
     const std::pair<float DerivedData::*, float> kept[] = {{&DerivedData::vd, 11.0f},
                                                            {&DerivedData::Ve, 12.0f},
                                                            {&DerivedData::PCs, 0.1f},

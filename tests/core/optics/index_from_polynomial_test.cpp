@@ -30,7 +30,6 @@ const std::tuple<const char*, int16_t, PolyCoefBlock, float, double, int16_t> kW
     {"PoleFormBetweenZeroAndOne", 8, {0.5}, 1000.0f, 0.5, -1},
     {"PoleFormNegative", 8, {-0.5}, 1000.0f, 0.0, 0},
     {"SellmeierAtPole", 2, {1.0, 0, 0, 1.0}, 1000.0f, 0.0, 0},
-    {"SellmeierPlusAtPole", 6, {1.0, 0, 0, 0, 0, 1.0}, 1000.0f, 0.0, 0},
     {"SchottAtZeroWavelength", 1, {2.25, 0, 0.01}, 0.0f, 0.0, 0},
     {"CauchyAtZeroWavelength", 4, {2.25, 0.01}, 0.0f, 0.0, 0},
     {"TypeZero", 0, {2.25}, 587.6f, 0.0, 0},
@@ -55,8 +54,8 @@ TEST(IndexFromPolynomial, GivesIndexAndFlag) {
 
 // Names and minimums of the types are seen in the messages of the fits.
 TEST(PolyTables, ShortNames) {
-    const std::pair<const char*, int16_t> shortNames[] = {
-        {"Sch", 1}, {"Sel", 2}, {"Scx", 3}, {"Cau", 4}, {"sch", 0}, {"Sch ", 0}, {"", 0}};
+    const std::pair<const char*, int16_t> shortNames[] = {{"Sch", 1}, {"Sel", 2}, {"Scx", 3},
+                                                          {"Cau", 4}, {"sch", 0}, {"Sch ", 0}};
     for (auto [shortName, type] : shortNames) {
         EXPECT_EQ(PolyTypeFromShortName(shortName), type) << shortName;
     }
