@@ -145,6 +145,10 @@ TEST_F(ExternalWindowsTest, ArchiveFormMovesTheChosenGlassAndAsksBeforeAll) {
     dialogs.answers = {MsgAnswer::Cancel};
     w.button("comArchive")->click();
     EXPECT_EQ(dialogs.boxes.back().text, frm6Archive::kMsgArchiveAll);
+
+    KeyToRow(w.gridArchive(), 0);
+    w.button("comDeArchive")->click();
+    EXPECT_EQ(arch->rowCount(), 0);
 }
 
 // With a data folder given, the windows keep their settings in the folder's own file, in

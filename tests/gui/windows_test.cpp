@@ -134,6 +134,25 @@ TEST_F(WindowsTest, DockedListShowsTheListBesideTheFormsAndAsksForPopups) {
     EXPECT_EQ(model->index(0, 0).data().toString(), "N-SF11");
 }
 
+// The manage window's buttons and keys reach its unit: Sort sorts, Enter on a row reached by
+// the keys opens it as a double click does, OK closes.
+TEST_F(WindowsTest, ManageWindowSortsOpensAndClosesThroughItsButtonsAndKeys) {
+    QMdiArea area;
+    int edited = 0, closes = 0;
+    frm2Manage unit(
+        list, dialogs,
+        {[&](int index, const MaterialRecord&) { edited = index; }, {}, {}, [&] { ++closes; }});
+    frm2ManageWindow w(unit, nullptr, &area);
+    unit.Display();
+    dialogs.answers.push_back(MsgAnswer::Yes);
+    w.button("comSort")->click();
+    EXPECT_EQ(w.grid()->model()->index(0, 0).data().toString(), "BK7");
+    KeyToRow(w.grid(), 2);
+    PressKey(w.grid(), Qt::Key_Return);
+    w.button("comOK")->click();
+    EXPECT_EQ(std::pair(edited, closes), std::pair(3, 1));
+}
+
 // An open form that will not close (unsaved changes kept) is asked when its tool is released,
 // when the end button is pressed and when the main window's close box is clicked, and each
 // time the tool stays down and the window open; once it agrees, the close box ends the program.
