@@ -327,4 +327,17 @@ void frmCompare::Recompute() {
     picPlots.NotifyChanged();
 }
 
+std::vector<AxisTick> StepTicks(double lo, double hi, double step, int decimals) {
+    std::vector<AxisTick> ticks;
+    if (!(step > 0) || !std::isfinite(lo) || !std::isfinite(hi) || (hi - lo) / step > 1000) {
+        return ticks;
+    }
+    const std::string pattern = decimals > 0 ? "0." + std::string(size_t(decimals), '0') : "0";
+    for (double k = std::ceil(lo / step); k * step <= hi; ++k) {
+        const double value = k * step;
+        ticks.push_back({value, FormatNumber(value, pattern)});
+    }
+    return ticks;
+}
+
 }  // namespace ostrel

@@ -42,6 +42,16 @@ struct CompareCurves {
     std::vector<std::vector<double>> internal;
 };
 
+// A tick of a plot axis: where it stands and what it reads.
+struct AxisTick {
+    double value = 0;
+    std::string text;
+};
+// The ticks at the whole multiples of `step` from lo to hi, read with `decimals` decimals.
+// Each stands at k * step itself, not at a sum of steps, so that the tick at zero is zero and
+// reads "0.00000", never "-0.00000".
+std::vector<AxisTick> StepTicks(double lo, double hi, double step, int decimals);
+
 // The index band of a record: its stated band, or the common range of the glasses
 // (365 to 1014 nm) when none is stated.
 void IndexBand(const MaterialRecord& rec, double& lo, double& hi);

@@ -1,5 +1,6 @@
 #include "gui/glassmap/frm_compare_window.h"
 
+#include <QCategoryAxis>
 #include <QChart>
 #include <QChartView>
 #include <QFileDialog>
@@ -108,7 +109,10 @@ void frmCompareWindow::Redraw() {
         const auto& xs = k == 2 ? c.transWave : c.wave;
         const auto& ys = k == 0 ? c.index : k == 1 ? c.delta : c.internal;
         auto* x = MakeAxis(chart, Qt::AlignBottom, "Wavelength (nm)", "%.0f");
-        auto* y = MakeAxis(chart, Qt::AlignLeft, "", k == 2 ? "%.0f" : k == 1 ? "%.5f" : "%.4f");
+        // The differences cross zero: their ticks are labelled from the unit's texts, which
+        // never read "-0.00000" as printed tick values can.
+        auto* y = k == 1 ? MakeCategoryAxis(chart, Qt::AlignLeft, "")
+                         : MakeAxis(chart, Qt::AlignLeft, "", k == 2 ? "%.0f" : "%.4f");
         double lo = INFINITY, hi = -INFINITY;
         for (size_t i = 0; i < ys.size(); ++i) {
             auto* s = new QLineSeries;
@@ -127,7 +131,15 @@ void frmCompareWindow::Redraw() {
         if (hi - lo < 1e-6) lo -= 5e-4, hi += 5e-4;
         const double pad = (hi - lo) * 0.05;
         y->setRange(lo - pad, hi + pad);
-        SetTickStep(y, NiceStep(hi - lo + 2 * pad, 5));
+        const double step = NiceStep(hi - lo + 2 * pad, 5);
+        if (auto* labelled = qobject_cast<QCategoryAxis*>(y)) {
+            labelled->setStartValue(lo - pad);
+            for (const AxisTick& t : StepTicks(lo - pad, hi + pad, step, 5)) {
+                labelled->append(ToQt(t.text), t.value);
+            }
+        } else {
+            SetTickStep(y, step);
+        }
         const double x0 = xs.empty() ? 0 : xs.front(), x1 = xs.empty() ? 1 : xs.back();
         x->setRange(x0, x1);
         SetTickStep(x, NiceStep(x1 - x0, 8));

@@ -1,5 +1,6 @@
 #include "gui/platform/chart_parts.h"
 
+#include <QCategoryAxis>
 #include <QChart>
 #include <QValueAxis>
 #include <cmath>
@@ -10,6 +11,17 @@ QValueAxis* MakeAxis(QChart* chart, Qt::Alignment side, const QString& title, co
     auto* axis = new QValueAxis(chart);
     axis->setTitleText(title);
     axis->setLabelFormat(format);
+    QFont f = axis->titleFont();
+    f.setBold(false);
+    axis->setTitleFont(f);
+    chart->addAxis(axis, side);
+    return axis;
+}
+
+QCategoryAxis* MakeCategoryAxis(QChart* chart, Qt::Alignment side, const QString& title) {
+    auto* axis = new QCategoryAxis(chart);
+    axis->setTitleText(title);
+    axis->setLabelsPosition(QCategoryAxis::AxisLabelsPositionOnValue);
     QFont f = axis->titleFont();
     f.setBold(false);
     axis->setTitleFont(f);

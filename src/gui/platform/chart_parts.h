@@ -6,12 +6,15 @@
 
 class QAbstractSeries;
 class QChart;
+class QCategoryAxis;
 class QValueAxis;
 
 namespace ostrel::gui {
 
 // A value axis on the given side of the chart, with a title in the normal weight.
 QValueAxis* MakeAxis(QChart* chart, Qt::Alignment side, const QString& title, const char* format);
+// The same with labels of the caller's own at the values it appends, each at its value.
+QCategoryAxis* MakeCategoryAxis(QChart* chart, Qt::Alignment side, const QString& title);
 // Adds the series to the chart on the two axes.
 void Attach(QChart* chart, QAbstractSeries* series, QValueAxis* x, QValueAxis* y);
 // A step of 1, 2 or 5 times a power of ten giving about `ticks` intervals over `span`.

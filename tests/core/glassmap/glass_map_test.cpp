@@ -321,6 +321,17 @@ TEST(CompareMaterials, CommonBandIndexDifferenceAndTransmissionOrTheReasonNot) {
     }
 }
 
+// Axis ticks stand at whole multiples of the step; the one at zero reads without a sign even
+// where summing the steps from below would leave a trace of rounding.
+TEST(CompareTicks, MultiplesOfTheStepAndZeroWithoutSign) {
+    std::string texts;
+    for (const AxisTick& t : StepTicks(-0.00033, 0.00012, 0.0001, 5)) texts += t.text + " ";
+    EXPECT_EQ(texts, "-0.00030 -0.00020 -0.00010 0.00000 0.00010 ");
+    EXPECT_EQ(StepTicks(-0.00033, 0.00012, 0.0001, 5)[3].value, 0.0);
+    EXPECT_EQ(StepTicks(-5e-7, 5e-7, 0.0001, 5).at(0).text, "0.00000");
+    EXPECT_TRUE(StepTicks(0, 1, 0, 5).empty());
+}
+
 TEST(CompareForm, FirstChosenStaysTheReference) {
     frmCompare form({Sellmeier("A", kBK7, 310, 2500), Sellmeier("B", kF2, 310, 2500),
                      Sellmeier("C", kBK7, 400, 800)});
