@@ -50,12 +50,15 @@ bool QuickDecimal(std::string_view t, double& v) {
     if (p != end && *p == '.') {
         const char* const fraction = ++p;
         // Catalogue numbers mostly carry five to nine decimals: up to eight digits are read
-        // at once where eight bytes of the word remain.
-        if (end - p >= 8 && mantissa < 100'000'000'000) {
+        // at once where eight bytes of the word remain (the first byte lowest in the word).
+        if (std::endian::native == std::endian::little && end - p >= 8 &&
+            mantissa < 100'000'000'000) {
             uint64_t chunk = 0;
             std::memcpy(&chunk, p, 8);
             const uint64_t low = chunk - 0x3030303030303030u;
-            // A byte is a digit when it is at least '0' and adding 6 keeps it below ':'.
+            // A byte is no digit where taking '0' from it or adding 0x46 to it sets its top
+            // bit. Borrows and carries can only disturb the bytes after the first such byte,
+            // and only the run of digits before it is used.
             const uint64_t notDigit = (low | (chunk + 0x4646464646464646u)) & 0x8080808080808080u;
             const int run = notDigit == 0 ? 8 : std::countr_zero(notDigit) / 8;
             if (run > 0) {
