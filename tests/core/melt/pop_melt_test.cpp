@@ -57,7 +57,7 @@ TEST_F(ParentPickerTest, MakersFromTheGenericListAndTheGlassesOfOneSortedByStatu
 TEST_F(ParentPickerTest, PickReturnsTheWholeRowAndRemembersTheMaker) {
     MaterialRecord rec = ClearedMaterialRecord();
     popMeltParent::Hooks hooks;
-    hooks.showModal = [this](popMeltParent& p) {
+    hooks.showModal = [](popMeltParent& p) {
         Choose(p, p.lstMakers, 2, &popMeltParent::lstMakersClick);
         p.ssGlassesClick(2, RowOf(p, "BSC7"));
         p.comOKClick();
