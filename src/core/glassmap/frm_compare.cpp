@@ -52,10 +52,10 @@ std::string ColourText(uint32_t c) {
     return b;
 }
 
-// One plot of the SVG: a frame at (x, y, w, h) over the given x and y ranges.
-void SvgPanel(std::string& o, double x, double y, double w, double h, const std::string& title,
-              const std::string& xLabel, const std::vector<double>& xs,
-              const std::vector<std::vector<double>>& ys, const char* yFormat) {
+}  // namespace
+
+CompareAxis CompareValueAxis(const std::vector<std::vector<double>>& ys, const char* format) {
+    CompareAxis axis;
     double lo = std::numeric_limits<double>::infinity(), hi = -lo;
     for (const auto& s : ys)
         for (double v : s)
@@ -63,8 +63,20 @@ void SvgPanel(std::string& o, double x, double y, double w, double h, const std:
     if (!std::isfinite(lo)) lo = 0, hi = 1;
     if (hi - lo < 1e-9) lo -= 0.5e-3, hi += 0.5e-3;
     const double pad = (hi - lo) * 0.05;
-    lo -= pad;
-    hi += pad;
+    axis.lo = lo - pad;
+    axis.hi = hi + pad;
+    for (double t : NiceTicks(axis.lo, axis.hi, 5)) axis.ticks.push_back({t, Fmt(format, t)});
+    return axis;
+}
+
+namespace {
+
+// One plot of the SVG: a frame at (x, y, w, h) over the given x and y ranges.
+void SvgPanel(std::string& o, double x, double y, double w, double h, const std::string& title,
+              const std::string& xLabel, const std::vector<double>& xs,
+              const std::vector<std::vector<double>>& ys, const char* yFormat) {
+    const CompareAxis axis = CompareValueAxis(ys, yFormat);
+    const double lo = axis.lo, hi = axis.hi;
     const double x0 = xs.empty() ? 0 : xs.front(), x1 = xs.empty() ? 1 : xs.back();
     const auto px = [&](double v) { return x + (v - x0) / (x1 - x0) * w; };
     const auto py = [&](double v) { return y + h - (v - lo) / (hi - lo) * h; };
@@ -78,11 +90,12 @@ void SvgPanel(std::string& o, double x, double y, double w, double h, const std:
         o += "<text x=\"" + Fmt("%.1f", px(t)) + "\" y=\"" + Fmt("%.1f", y + h + 14) +
              "\" text-anchor=\"middle\">" + Fmt("%.0f", t) + "</text>\n";
     }
-    for (double t : NiceTicks(lo, hi, 5)) {
-        o += "<line x1=\"" + Fmt("%.1f", x) + "\" y1=\"" + Fmt("%.1f", py(t)) + "\" x2=\"" +
-             Fmt("%.1f", x + w) + "\" y2=\"" + Fmt("%.1f", py(t)) + "\" stroke=\"#E0E0E0\"/>\n";
-        o += "<text x=\"" + Fmt("%.1f", x - 4) + "\" y=\"" + Fmt("%.1f", py(t) + 4) +
-             "\" text-anchor=\"end\">" + Fmt(yFormat, t) + "</text>\n";
+    for (const AxisTick& t : axis.ticks) {
+        o += "<line x1=\"" + Fmt("%.1f", x) + "\" y1=\"" + Fmt("%.1f", py(t.value)) + "\" x2=\"" +
+             Fmt("%.1f", x + w) + "\" y2=\"" + Fmt("%.1f", py(t.value)) +
+             "\" stroke=\"#E0E0E0\"/>\n";
+        o += "<text x=\"" + Fmt("%.1f", x - 4) + "\" y=\"" + Fmt("%.1f", py(t.value) + 4) +
+             "\" text-anchor=\"end\">" + t.text + "</text>\n";
     }
     o += "<text x=\"" + Fmt("%.1f", x + w / 2) + "\" y=\"" + Fmt("%.1f", y + h + 28) +
          "\" text-anchor=\"middle\">" + XmlText(xLabel) + "</text>\n";
@@ -244,13 +257,14 @@ std::string CompareSvg(const CompareCurves& c, int width, int height) {
     const double left = 70, right = 200, top = 30, gap = 56;
     const double w = width - left - right;
     const double h = (height - top - 3 * gap + 20) / 3.0;
-    SvgPanel(o, left, top, w, h, "Index n(λ)", "Wavelength (nm)", c.wave, c.index, "%.4f");
+    SvgPanel(o, left, top, w, h, "Index n(λ)", "Wavelength (nm)", c.wave, c.index,
+             kCompareValueFormats[0]);
     SvgPanel(o, left, top + h + gap, w, h,
              "Δn(λ) against " + (c.labels.empty() ? std::string() : c.labels[0]), "Wavelength (nm)",
-             c.wave, c.delta, "%.4f");
+             c.wave, c.delta, kCompareValueFormats[1]);
     SvgPanel(o, left, top + 2 * (h + gap), w, h,
              "Internal transmission (%) at " + Fmt("%g", c.width) + " mm", "Wavelength (nm)",
-             c.transWave, c.internal, "%.0f");
+             c.transWave, c.internal, kCompareValueFormats[2]);
     for (size_t i = 0; i < c.labels.size(); ++i) {
         const double y = top + 10 + 18.0 * static_cast<double>(i);
         o += "<line class=\"legend\" x1=\"" + Fmt("%.1f", left + w + 14) + "\" y1=\"" +
@@ -325,19 +339,6 @@ void frmCompare::Recompute() {
                                   Fmt("%.0f", curves_.bandMax) + " nm"
                             : message;
     picPlots.NotifyChanged();
-}
-
-std::vector<AxisTick> StepTicks(double lo, double hi, double step, int decimals) {
-    std::vector<AxisTick> ticks;
-    if (!(step > 0) || !std::isfinite(lo) || !std::isfinite(hi) || (hi - lo) / step > 1000) {
-        return ticks;
-    }
-    const std::string pattern = decimals > 0 ? "0." + std::string(size_t(decimals), '0') : "0";
-    for (double k = std::ceil(lo / step); k * step <= hi; ++k) {
-        const double value = k * step;
-        ticks.push_back({value, FormatNumber(value, pattern)});
-    }
-    return ticks;
 }
 
 }  // namespace ostrel

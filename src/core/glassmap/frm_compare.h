@@ -47,10 +47,16 @@ struct AxisTick {
     double value = 0;
     std::string text;
 };
-// The ticks at the whole multiples of `step` from lo to hi, read with `decimals` decimals.
-// Each stands at k * step itself, not at a sum of steps, so that the tick at zero is zero and
-// reads "0.00000", never "-0.00000".
-std::vector<AxisTick> StepTicks(double lo, double hi, double step, int decimals);
+// The value axis of a compare plot: the range of the finite values with a margin of 5% each
+// side, and about five ticks at round steps (NiceTicks, whose tick at zero is zero), each
+// read with the printf `format`. The window and the SVG both draw it.
+struct CompareAxis {
+    double lo = 0, hi = 1;
+    std::vector<AxisTick> ticks;
+};
+CompareAxis CompareValueAxis(const std::vector<std::vector<double>>& ys, const char* format);
+// The tick formats of the three plots: index, index difference, internal transmission.
+inline constexpr const char* kCompareValueFormats[3] = {"%.4f", "%.5f", "%.0f"};
 
 // The index band of a record: its stated band, or the common range of the glasses
 // (365 to 1014 nm) when none is stated.

@@ -109,36 +109,22 @@ void frmCompareWindow::Redraw() {
         const auto& xs = k == 2 ? c.transWave : c.wave;
         const auto& ys = k == 0 ? c.index : k == 1 ? c.delta : c.internal;
         auto* x = MakeAxis(chart, Qt::AlignBottom, "Wavelength (nm)", "%.0f");
-        // The differences cross zero: their ticks are labelled from the unit's texts, which
-        // never read "-0.00000" as printed tick values can.
-        auto* y = k == 1 ? MakeCategoryAxis(chart, Qt::AlignLeft, "")
-                         : MakeAxis(chart, Qt::AlignLeft, "", k == 2 ? "%.0f" : "%.4f");
-        double lo = INFINITY, hi = -INFINITY;
+        // The unit decides the range and the ticks with their texts, as in its SVG; a tick
+        // near zero is zero, and reads so.
+        const CompareAxis axis = CompareValueAxis(ys, kCompareValueFormats[k]);
+        auto* y = MakeCategoryAxis(chart, Qt::AlignLeft, "");
+        y->setRange(axis.lo, axis.hi);
+        y->setStartValue(axis.lo);
+        for (const AxisTick& t : axis.ticks) y->append(ToQt(t.text), t.value);
         for (size_t i = 0; i < ys.size(); ++i) {
             auto* s = new QLineSeries;
             s->setName(ToQt(c.labels[i]));
             const uint32_t col = CompareColour(static_cast<int>(i));
             s->setPen(QPen(QColor((col >> 16) & 0xFF, (col >> 8) & 0xFF, col & 0xFF), 1.6));
             for (size_t j = 0; j < xs.size() && j < ys[i].size(); ++j) {
-                if (!std::isfinite(ys[i][j])) continue;
-                s->append(xs[j], ys[i][j]);
-                lo = std::min(lo, ys[i][j]);
-                hi = std::max(hi, ys[i][j]);
+                if (std::isfinite(ys[i][j])) s->append(xs[j], ys[i][j]);
             }
             Attach(chart, s, x, y);
-        }
-        if (!std::isfinite(lo)) lo = 0, hi = 1;
-        if (hi - lo < 1e-6) lo -= 5e-4, hi += 5e-4;
-        const double pad = (hi - lo) * 0.05;
-        y->setRange(lo - pad, hi + pad);
-        const double step = NiceStep(hi - lo + 2 * pad, 5);
-        if (auto* labelled = qobject_cast<QCategoryAxis*>(y)) {
-            labelled->setStartValue(lo - pad);
-            for (const AxisTick& t : StepTicks(lo - pad, hi + pad, step, 5)) {
-                labelled->append(ToQt(t.text), t.value);
-            }
-        } else {
-            SetTickStep(y, step);
         }
         const double x0 = xs.empty() ? 0 : xs.front(), x1 = xs.empty() ? 1 : xs.back();
         x->setRange(x0, x1);

@@ -321,15 +321,16 @@ TEST(CompareMaterials, CommonBandIndexDifferenceAndTransmissionOrTheReasonNot) {
     }
 }
 
-// Axis ticks stand at whole multiples of the step; the one at zero reads without a sign even
-// where summing the steps from below would leave a trace of rounding.
-TEST(CompareTicks, MultiplesOfTheStepAndZeroWithoutSign) {
+// A plot's value axis spans the finite values with 5% margins; its tick at zero is zero and
+// reads without a sign, though the ticks are counted up from below.
+TEST(CompareTicks, ValueAxisPadsTheRangeAndReadsZeroWithoutSign) {
+    const CompareAxis axis = CompareValueAxis({{-0.00033, std::nan("")}, {0.00012}}, "%.5f");
+    EXPECT_DOUBLE_EQ(axis.lo, -0.0003525);
+    EXPECT_DOUBLE_EQ(axis.hi, 0.0001425);
     std::string texts;
-    for (const AxisTick& t : StepTicks(-0.00033, 0.00012, 0.0001, 5)) texts += t.text + " ";
+    for (const AxisTick& t : axis.ticks) texts += t.text + " ";
     EXPECT_EQ(texts, "-0.00030 -0.00020 -0.00010 0.00000 0.00010 ");
-    EXPECT_EQ(StepTicks(-0.00033, 0.00012, 0.0001, 5)[3].value, 0.0);
-    EXPECT_EQ(StepTicks(-5e-7, 5e-7, 0.0001, 5).at(0).text, "0.00000");
-    EXPECT_TRUE(StepTicks(0, 1, 0, 5).empty());
+    EXPECT_EQ(axis.ticks.at(3).value, 0.0);
 }
 
 TEST(CompareForm, FirstChosenStaysTheReference) {
