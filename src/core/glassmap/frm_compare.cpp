@@ -10,6 +10,7 @@
 #include "core/optics/index_from_polynomial.h"
 #include "core/optics/trans_calcs.h"
 #include "core/platform/number_text.h"
+#include "core/platform/plot_ticks.h"
 #include "core/platform/sqlite_database.h"
 
 namespace ostrel {

@@ -7,6 +7,7 @@
 #include "core/external/kelmora_database.h"
 #include "core/optics/glass_code.h"
 #include "core/platform/number_text.h"
+#include "core/platform/plot_ticks.h"
 #include "core/platform/sqlite_database.h"
 #include "core/platform/text.h"
 

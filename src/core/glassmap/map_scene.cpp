@@ -172,23 +172,6 @@ uint32_t SourceColour(int sourceIndex) {
     return kPalette[((sourceIndex % n) + n) % n];
 }
 
-std::vector<double> NiceTicks(double lo, double hi, int wanted) {
-    std::vector<double> ticks;
-    if (!(hi > lo) || wanted < 1 || !std::isfinite(lo) || !std::isfinite(hi)) return ticks;
-    const double raw = (hi - lo) / wanted;
-    const double mag = std::pow(10.0, std::floor(std::log10(raw)));
-    double step = mag;
-    for (double f : {1.0, 2.0, 5.0, 10.0}) {
-        step = f * mag;
-        if (step >= raw) break;
-    }
-    for (double t = std::ceil(lo / step) * step; t <= hi + step * 1e-9; t += step) {
-        ticks.push_back(std::abs(t) < step * 1e-9 ? 0.0 : t);
-        if (ticks.size() > 100) break;
-    }
-    return ticks;
-}
-
 std::string MapSceneSvg(const MapScene& s) {
     std::string o;
     o += "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";

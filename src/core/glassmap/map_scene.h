@@ -80,9 +80,6 @@ struct MapProjection {
     }
 };
 
-// Tick positions: steps of 1, 2 or 5 times a power of ten, about `wanted` of them.
-std::vector<double> NiceTicks(double lo, double hi, int wanted);
-
 // The image as SVG text: one <circle> per catalogue glass, one <rect> per custom glass, one
 // <path> diamond per melt glass, each with class "catalogue", "custom" or "melt".
 std::string MapSceneSvg(const MapScene& scene);

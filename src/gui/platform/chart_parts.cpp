@@ -35,15 +35,6 @@ void Attach(QChart* chart, QAbstractSeries* series, QValueAxis* x, QValueAxis* y
     series->attachAxis(y);
 }
 
-double NiceStep(double span, int ticks) {
-    const double raw = span / ticks;
-    const double p = std::pow(10.0, std::floor(std::log10(raw)));
-    for (double m : {1.0, 2.0, 5.0}) {
-        if (raw <= m * p) return m * p;
-    }
-    return 10 * p;
-}
-
 void SetTickStep(QValueAxis* axis, double step) {
     axis->setTickType(QValueAxis::TicksDynamic);
     axis->setTickAnchor(0.0);

@@ -4,6 +4,8 @@
 #include <QString>
 #include <Qt>
 
+#include "core/platform/plot_ticks.h"
+
 class QAbstractSeries;
 class QChart;
 class QCategoryAxis;
@@ -17,8 +19,6 @@ QValueAxis* MakeAxis(QChart* chart, Qt::Alignment side, const QString& title, co
 QCategoryAxis* MakeCategoryAxis(QChart* chart, Qt::Alignment side, const QString& title);
 // Adds the series to the chart on the two axes.
 void Attach(QChart* chart, QAbstractSeries* series, QValueAxis* x, QValueAxis* y);
-// A step of 1, 2 or 5 times a power of ten giving about `ticks` intervals over `span`.
-double NiceStep(double span, int ticks);
 // Ticks at multiples of `step` from 0.
 void SetTickStep(QValueAxis* axis, double step);
 // Tick labels with as many decimals as `step` needs, and no more.
