@@ -130,11 +130,11 @@ bool CImportOsloGLC::ReadRecord(std::string_view line, const std::string& source
     t.dndt_lin = static_cast<float>(v);
     if (!number(5, v)) return false;
     t.ThermalAux = static_cast<float>(v / 10.0);
-    o.A3070.Set(ShortNumberText(v / 10.0));
+    o.A3070.SetRaw(ShortNumberText(v / 10.0));
     if (!number(7, v)) return false;
-    o.Price.Set(ShortNumberText(v * 10.0));
+    o.Price.SetRaw(ShortNumberText(v * 10.0));
     if (!number(8, v)) return false;
-    o.Knoop.Set(ShortNumberText(v));
+    o.Knoop.SetRaw(ShortNumberText(v));
     std::string word;
     if (!text(9, word)) return false;
     SplitResistances(o, word);
@@ -230,12 +230,7 @@ bool CImportOsloGLC::ReadRecord(std::string_view line, const std::string& source
             if (!number(at, wave) || !number(at + 1, fraction)) return false;
             const auto k = static_cast<size_t>(rows - 1 - i);
             m.TransWave[k] = static_cast<float>(wave * 1000.0);
-            const float tr = static_cast<float>(fraction * 100.0);
-            m.TransInternal[k] = tr;
-            // The total transmission takes the polynomial before any refit.
-            int16_t ok = 0;
-            const double n = IndexFromPolynomial(g.PolyCoef, m.TransWave[k], g.Polytype, ok);
-            m.TransTotal[k] = tr * ReflectionFactor(ok ? n : 0.0);
+            m.TransInternal[k] = static_cast<float>(fraction * 100.0);
             smallest = std::min<double>(smallest, m.TransWave[k]);
             largest = std::max<double>(largest, m.TransWave[k]);
         }
@@ -246,7 +241,10 @@ bool CImportOsloGLC::ReadRecord(std::string_view line, const std::string& source
     if (!ToInt16(largest, g.IndexWvMax) || !ToInt16(smallest, g.IndexWvMin)) return false;
     rec.ThermalState.Ready = kTrue;
 
+    // The total transmission takes the polynomial before any refit: a glass refitted has it
+    // now, the others when they leave staging (FillTransTotals), from the same polynomial.
     if (g.Polytype == 7) {
+        FillTransTotals(rec);
         if (!(largest > smallest)) {
             why_ = "it has no transmission rows to give the waveband of its refit";
             return false;
@@ -315,7 +313,7 @@ void CImportOsloGLC::ReadFile(const std::string& path, std::vector<StagedGlass>&
             float meanError = 0;
             StatedIndex stated;
             if (ReadRecord(lines[i], source, *work, refitted, meanError, stated)) {
-                records.push_back(StageCatalogueRecord(*work, false));
+                records.push_back(StageCatalogueRecord(*work, !refitted));
                 refitErrors.push_back(refitted ? meanError : 0.0f);
                 stated_.push_back(stated);
                 if (refitted) ++refitCount;

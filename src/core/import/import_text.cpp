@@ -244,8 +244,12 @@ std::vector<std::string_view> SplitBlanks(std::string_view s) {
     return tokens;
 }
 
-void SplitBlanks(std::string_view s, std::vector<std::string_view>& tokens) {
-    tokens.clear();
+namespace {
+
+// Calls put(first byte, length) for each word of s in turn until it returns true (enough
+// words) or the words run out.
+template <class Put>
+void EachWord(std::string_view s, Put put) {
     const char* const begin = s.data();
     const size_t n = s.size();
     size_t i = 0;
@@ -279,13 +283,13 @@ void SplitBlanks(std::string_view s, std::vector<std::string_view>& tokens) {
         uint32_t starts = word & ~before;
         uint32_t ends = ~word & before & 0xFFFFu;
         if (inWord && ends != 0) {
-            tokens.emplace_back(begin + start, i + std::countr_zero(ends) - start);
+            if (put(begin + start, i + std::countr_zero(ends) - start)) return;
             ends &= ends - 1;
         }
         while (ends != 0) {
             const size_t from = i + static_cast<size_t>(std::countr_zero(starts));
             starts &= starts - 1;
-            tokens.emplace_back(begin + from, i + std::countr_zero(ends) - from);
+            if (put(begin + from, i + std::countr_zero(ends) - from)) return;
             ends &= ends - 1;
         }
         if (starts != 0) start = i + static_cast<size_t>(std::countr_zero(starts));
@@ -297,14 +301,64 @@ void SplitBlanks(std::string_view s, std::vector<std::string_view>& tokens) {
         const bool blank = begin[i] == ' ' || begin[i] == '\t';
         if (blank == inWord) {
             if (inWord) {
-                tokens.emplace_back(begin + start, i - start);
+                if (put(begin + start, i - start)) return;
             } else {
                 start = i;
             }
             inWord = !inWord;
         }
     }
-    if (inWord) tokens.emplace_back(begin + start, n - start);
+    if (inWord) put(begin + start, n - start);
+}
+
+}  // namespace
+
+void SplitBlanks(std::string_view s, std::vector<std::string_view>& tokens) {
+    tokens.clear();
+    EachWord(s, [&tokens](const char* first, size_t size) {
+        tokens.emplace_back(first, size);
+        return false;
+    });
+}
+
+size_t FirstWords(std::string_view s, std::string_view* words, size_t most) {
+    size_t count = 0;
+    if (most == 0) return 0;
+#if defined(__SSE2__)
+    // A line of 16 to 63 bytes, as catalogue rows mostly are, in one 64-bit mask of its
+    // blanks (the bytes past its end taken as blanks): each word is then a start bit and the
+    // end bit after it.
+    if (const size_t n = s.size(); n >= 16 && n < 64) {
+        const char* const begin = s.data();
+        const __m128i space = _mm_set1_epi8(' ');
+        const __m128i tab = _mm_set1_epi8('\t');
+        auto block = [](const char* at, __m128i sp, __m128i tb) {
+            const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
+            return static_cast<uint64_t>(static_cast<uint32_t>(
+                _mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(v, sp), _mm_cmpeq_epi8(v, tb)))));
+        };
+        uint64_t blanks = ~uint64_t{0} << n;
+        size_t i = 0;
+        for (; i + 16 <= n; i += 16) blanks |= block(begin + i, space, tab) << i;
+        if (i < n) blanks |= (block(begin + n - 16, space, tab) >> (16 - (n - i))) << i;
+        const uint64_t word = ~blanks;
+        uint64_t starts = word & ~(word << 1);
+        uint64_t ends = ~word & (word << 1);
+        while (starts != 0 && count < most) {
+            const int from = std::countr_zero(starts);
+            const int to = std::countr_zero(ends);
+            words[count++] = std::string_view(begin + from, static_cast<size_t>(to - from));
+            starts &= starts - 1;
+            ends &= ends - 1;
+        }
+        return count;
+    }
+#endif
+    EachWord(s, [&](const char* first, size_t size) {
+        words[count++] = std::string_view(first, size);
+        return count == most;
+    });
+    return count;
 }
 
 std::string SqueezeBlanks(std::string_view s) {
@@ -364,6 +418,37 @@ std::string GlzNumber(int16_t value) {
 
 std::string ShortNumberText(double value) {
     if (value == 0.0) return "0";
+    // A value that is the nearest double to a decimal of at most 7 significant digits, at
+    // least 0.0001 and below 10^7 (which "%.7G" writes without exponent), is written from
+    // that decimal: its digits r and decimals d are the fewest for which r / 10^d gives the
+    // value back. Every other value takes the general way below.
+    if (const double size = std::fabs(value); size >= 1e-4 && size < 1e7) {
+        static constexpr double kTens[] = {1, 10, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10};
+        for (int d = 0; d <= 10; ++d) {
+            const double r = std::nearbyint(size * kTens[d]);
+            if (r >= 1e7) break;
+            if (r / kTens[d] != size) continue;
+            char digits[24];
+            const auto end =
+                std::to_chars(digits, digits + sizeof digits, static_cast<uint32_t>(r)).ptr;
+            const auto count = static_cast<int>(end - digits);
+            std::string out;
+            out.reserve(static_cast<size_t>(count + d + 3));
+            if (value < 0) out += '-';
+            if (count <= d) {
+                out += "0.";
+                out.append(static_cast<size_t>(d - count), '0');
+                out.append(digits, end);
+            } else {
+                out.append(digits, end - d);
+                if (d > 0) {
+                    out += '.';
+                    out.append(end - d, end);
+                }
+            }
+            return out;
+        }
+    }
     char buf[64];
     if (!std::isfinite(value)) {
         std::snprintf(buf, sizeof buf, "%.7G", value);

@@ -39,6 +39,9 @@ bool ToInt32(double value, int32_t& out);
 std::vector<std::string_view> SplitBlanks(std::string_view s);
 // The same into `tokens` (cleared first), so that a reader can reuse one vector per line.
 void SplitBlanks(std::string_view s, std::vector<std::string_view>& tokens);
+// The first `most` words of s (fewer when it has fewer) into words; returns how many. The
+// rest of the line is not looked at.
+size_t FirstWords(std::string_view s, std::string_view* words, size_t most);
 
 // Runs of blanks (and tabs) reduced to one blank.
 std::string SqueezeBlanks(std::string_view s);

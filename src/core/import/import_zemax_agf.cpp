@@ -42,6 +42,18 @@ void CImportZemaxAGF::GlassLines::Reset() {
     itCount = 0;
 }
 
+void CImportZemaxAGF::ReadRowWords(const Keyed& row, RowWords& out) {
+    std::string_view words[4];
+    const std::span<const std::string_view> all =
+        row.raw.empty() ? std::span<const std::string_view>(row.tokens)
+                        : std::span<const std::string_view>(words, FirstWords(row.raw, words, 4));
+    out.count = all.empty() ? 0 : std::min<size_t>(all.size() - 1, 3);
+    for (size_t f = 0; f < out.count; ++f) {
+        out.word[f] = all[f + 1];
+        if (f < 2) out.number[f] = ParseNumber(out.word[f], out.value[f]);
+    }
+}
+
 bool CImportZemaxAGF::NumberOrBlank(std::string_view text, std::string& out) {
     double v = 0;
     if (text == "-") {
@@ -75,7 +87,7 @@ bool CImportZemaxAGF::Fail(size_t line, const std::string& why) {
 }
 
 CImportZemaxAGF::Outcome CImportZemaxAGF::ReadRecord(const GlassLines& lines,
-                                                     const std::string& source, int16_t glassKind,
+                                                     const SourceField& source, int16_t glassKind,
                                                      MaterialRecord& rec, bool& refitted,
                                                      float& meanError, StatedIndex& stated) {
     refitted = false;
@@ -108,7 +120,7 @@ CImportZemaxAGF::Outcome CImportZemaxAGF::ReadRecord(const GlassLines& lines,
         return Outcome::Failed;
     }
     g.GlassName.SetRaw(VbTrim(nm[1]));
-    g.Source.Set(source);
+    g.Source = source.field;
     g.GlassKind = glassKind < 9 ? int16_t{8} : glassKind;
     double formulaValue = 0;
     if (!number(lines.nm, 2, formulaValue, false)) return Outcome::Failed;
@@ -159,9 +171,9 @@ CImportZemaxAGF::Outcome CImportZemaxAGF::ReadRecord(const GlassLines& lines,
         // A missing value or "-" leaves the field blank.
         double v = 0;
         if (!number(lines.ed, 1, v, true, std::nan(""))) return Outcome::Failed;
-        if (!std::isnan(v)) o.A3070.Set(ShortNumberText(v));
+        if (!std::isnan(v)) o.A3070.SetRaw(ShortNumberText(v));
         if (!number(lines.ed, 2, v, true, std::nan(""))) return Outcome::Failed;
-        if (!std::isnan(v)) o.A20300.Set(ShortNumberText(v));
+        if (!std::isnan(v)) o.A20300.SetRaw(ShortNumberText(v));
         double density = 0;
         if (!number(lines.ed, 3, density, true)) return Outcome::Failed;
         g.Density = static_cast<float>(density);
@@ -223,7 +235,7 @@ CImportZemaxAGF::Outcome CImportZemaxAGF::ReadRecord(const GlassLines& lines,
                 Fail(lines.od.line, NoNumberReason(od[1]));
                 return Outcome::Failed;
             }
-            o.Price.Set(text);
+            o.Price.SetRaw(text);
         }
         for (size_t i = 2; i <= 6 && i < od.size(); ++i) {
             if (!NumberOrBlank(od[i], text)) {
@@ -232,19 +244,19 @@ CImportZemaxAGF::Outcome CImportZemaxAGF::ReadRecord(const GlassLines& lines,
             }
             switch (i) {
                 case 2:
-                    o.CR.Set(text);
+                    o.CR.SetRaw(text);
                     break;
                 case 3:
-                    o.FR.Set(text);
+                    o.FR.SetRaw(text);
                     break;
                 case 4:
-                    o.SR.Set(text);
+                    o.SR.SetRaw(text);
                     break;
                 case 5:
-                    o.AR.Set(text);
+                    o.AR.SetRaw(text);
                     break;
                 default:
-                    o.PR.Set(text);
+                    o.PR.SetRaw(text);
             }
         }
         o.Status.Set("A");
@@ -260,9 +272,7 @@ CImportZemaxAGF::Outcome CImportZemaxAGF::ReadRecord(const GlassLines& lines,
         const double top = high * 1000.0;
         g.IndexWvMax = top > 32000.0 ? int16_t{32000} : CInt(top);
     }
-    const std::string upperSource = UpperCp1252(g.Source.Raw().substr(0, 30));
-    const std::string src(VbTrim(upperSource));
-    if ((src == "CHENGDU" || src == "CDGM") && g.IndexWvMax < 1020) g.IndexWvMax = 1020;
+    if (source.wideBand && g.IndexWvMax < 1020) g.IndexWvMax = 1020;
 
     // Forms the siblings cannot evaluate go to Schott.
     if (g.Polytype == 7 || g.Polytype == 8 || other) {
@@ -287,12 +297,14 @@ CImportZemaxAGF::Outcome CImportZemaxAGF::ReadRecord(const GlassLines& lines,
 
     // Transmission.
     // Rows without a wavelength or a transmittance carry nothing and are left out.
-    std::vector<const Keyed*>& rowsIn = rowsIn_;
+    const auto itRows = std::span<const Keyed>(lines.it).first(lines.itCount);
+    rowWords_.resize(itRows.size());
+    std::vector<size_t>& rowsIn = rowsIn_;
     rowsIn.clear();
-    for (const Keyed& it : std::span<const Keyed>(lines.it).first(lines.itCount)) {
-        if (it.tokens.size() > 2 && it.tokens[1] != "-" && it.tokens[2] != "-") {
-            rowsIn.push_back(&it);
-        }
+    for (size_t r = 0; r < itRows.size(); ++r) {
+        RowWords& w = rowWords_[r];
+        ReadRowWords(itRows[r], w);
+        if (w.count >= 2 && w.word[0] != "-" && w.word[1] != "-") rowsIn.push_back(r);
     }
     const bool caseB = !rowsIn.empty();
     if (!caseB) {
@@ -305,28 +317,35 @@ CImportZemaxAGF::Outcome CImportZemaxAGF::ReadRecord(const GlassLines& lines,
         m.TransInternal[1] = 0;
     } else {
         if (rowsIn.size() > static_cast<size_t>(kMaxTransPoints)) {
-            Fail(rowsIn[kMaxTransPoints]->line, "more than 150 transmission rows");
+            Fail(itRows[rowsIn[kMaxTransPoints]].line, "more than 150 transmission rows");
             return Outcome::Failed;
         }
         const auto rows = static_cast<int>(rowsIn.size());
         m.TransPoints = static_cast<int16_t>(rows);
         m.TransType = 2;
         m.TransWidth = 10.0f;
-        const Keyed& firstIt = *rowsIn.front();
-        if (firstIt.tokens.size() > 3) {
+        // The thickness of the first row gives the width; "-" leaves the default.
+        const RowWords& first = rowWords_[rowsIn.front()];
+        if (first.count > 2 && first.word[2] != "-") {
             double width = 0;
-            if (!number(firstIt, 3, width, true)) return Outcome::Failed;
+            if (!ParseNumber(first.word[2], width)) {
+                Fail(itRows[rowsIn.front()].line, NoNumberReason(first.word[2]));
+                return Outcome::Failed;
+            }
             if (width > 0) m.TransWidth = static_cast<float>(width);
         }
         for (int i = 0; i < rows; ++i) {
-            const Keyed& it = *rowsIn[static_cast<size_t>(i)];
-            double wave = 0, fraction = 0;
-            if (!number(it, 1, wave, false) || !number(it, 2, fraction, false)) {
-                return Outcome::Failed;
+            const size_t r = rowsIn[static_cast<size_t>(i)];
+            const RowWords& w = rowWords_[r];
+            for (size_t f = 0; f < 2; ++f) {
+                if (!w.number[f]) {
+                    Fail(itRows[r].line, NoNumberReason(w.word[f]));
+                    return Outcome::Failed;
+                }
             }
             const auto k = static_cast<size_t>(rows - 1 - i);
-            m.TransWave[k] = static_cast<float>(wave * 1000.0);
-            m.TransInternal[k] = static_cast<float>(fraction * 100.0);
+            m.TransWave[k] = static_cast<float>(w.value[0] * 1000.0);
+            m.TransInternal[k] = static_cast<float>(w.value[1] * 100.0);
         }
     }
     // The total transmission takes the polynomial as it is stored, so it waits with the rest
@@ -363,8 +382,14 @@ void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareN
     errorText.clear();
 
     // The source is the file's name up to its first point.
-    std::string source(VbTrim(bareName.substr(0, bareName.find('.'))));
-    if (UpperAscii(source) == "CHENGDU") source = "CDGM";
+    std::string sourceName(VbTrim(bareName.substr(0, bareName.find('.'))));
+    if (UpperAscii(sourceName) == "CHENGDU") sourceName = "CDGM";
+    // The same for every glass of the file: its source field, and whether the maker's
+    // waveband reaches at least 1020 nm.
+    SourceField source;
+    source.field.Set(sourceName);
+    const std::string src(VbTrim(UpperCp1252(source.field.Raw())));
+    source.wideBand = src == "CHENGDU" || src == "CDGM";
 
     std::string bytes;
     FileError error;
@@ -425,11 +450,21 @@ void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareN
         target.present = true;
         last = &target;
     };
+    // A line is split into words only when its words are used; the first word is found
+    // on its own.
+    auto keyed = [&](Keyed& target, std::string_view line, size_t lineNumber) {
+        SplitBlanks(line, tokens);
+        take(target, lineNumber);
+    };
+    auto blank = [](char c) { return c == ' ' || c == '\t'; };
     for (size_t ln = 0; ln < lines.size() && !failed; ++ln) {
         const std::string_view line = lines[ln];
-        SplitBlanks(line, tokens);
-        if (tokens.empty()) continue;
-        const std::string_view key = tokens[0];
+        size_t a = 0;
+        while (a < line.size() && blank(line[a])) ++a;
+        if (a == line.size()) continue;
+        size_t b = a + 1;
+        while (b < line.size() && !blank(line[b])) ++b;
+        const std::string_view key = line.substr(a, b - a);
         if (key == "NM") {
             if (!finishGlass()) {
                 failed = true;
@@ -437,7 +472,7 @@ void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareN
             }
             glass.Reset();
             inGlass = true;
-            take(glass.nm, ln + 1);
+            keyed(glass.nm, line, ln + 1);
             if (options_.progress) {
                 const auto done = static_cast<size_t>(line.data() - text.data());
                 if (done - lastReport > 65536) {
@@ -450,20 +485,32 @@ void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareN
         if (!inGlass) continue;
         if (key == "IT") {
             if (glass.itCount == glass.it.size()) glass.it.emplace_back();
-            take(glass.it[glass.itCount++], ln + 1);
+            Keyed& row = glass.it[glass.itCount++];
+            row.tokens.clear();
+            row.raw = line;
+            row.line = ln + 1;
+            row.present = true;
+            last = &row;
         } else if (key == "ED") {
-            take(glass.ed, ln + 1);
+            keyed(glass.ed, line, ln + 1);
         } else if (key == "CD") {
-            take(glass.cd, ln + 1);
+            keyed(glass.cd, line, ln + 1);
         } else if (key == "TD") {
-            take(glass.td, ln + 1);
+            keyed(glass.td, line, ln + 1);
         } else if (key == "OD") {
-            take(glass.od, ln + 1);
+            keyed(glass.od, line, ln + 1);
         } else if (key == "LD") {
-            take(glass.ld, ln + 1);
+            keyed(glass.ld, line, ln + 1);
         } else if (double v = 0; ParseNumber(key, v)) {
             // A bare number line continues the keyword line before it.
-            if (last) last->tokens.insert(last->tokens.end(), tokens.begin(), tokens.end());
+            if (last) {
+                if (!last->raw.empty()) {
+                    SplitBlanks(last->raw, last->tokens);
+                    last->raw = {};
+                }
+                SplitBlanks(line, tokens);
+                last->tokens.insert(last->tokens.end(), tokens.begin(), tokens.end());
+            }
         } else {
             last = nullptr;  // GC, MD, BD, comments and anything unknown
         }

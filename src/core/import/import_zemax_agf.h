@@ -53,9 +53,20 @@ class CImportZemaxAGF {
   private:
     struct Keyed {
         std::vector<std::string_view> tokens;  // token 0 is the keyword
+        // An IT row is kept as its line, its words read when the glass is; its tokens are
+        // split only when a line of bare numbers continues it.
+        std::string_view raw;
         size_t line = 0;
         bool present = false;
     };
+    // The first three words after the keyword of an IT row, the first two read as numbers.
+    struct RowWords {
+        std::string_view word[3];
+        size_t count = 0;  // words after the keyword, at most 3 counted
+        double value[2] = {0, 0};
+        bool number[2] = {false, false};
+    };
+    static void ReadRowWords(const Keyed& row, RowWords& out);
     // The lines of one glass. The storage is kept from glass to glass; only the first
     // itCount entries of `it` belong to the present glass.
     struct GlassLines {
@@ -65,8 +76,12 @@ class CImportZemaxAGF {
         void Reset();
     };
     enum class Outcome { Added, Skipped, Failed };
+    struct SourceField {
+        FixedText<30> field;
+        bool wideBand = false;  // the band of every glass reaches at least 1020 nm
+    };
 
-    Outcome ReadRecord(const GlassLines& lines, const std::string& source, int16_t glassKind,
+    Outcome ReadRecord(const GlassLines& lines, const SourceField& source, int16_t glassKind,
                        MaterialRecord& rec, bool& refitted, float& meanError, StatedIndex& stated);
     bool Fail(size_t line, const std::string& why);
 
@@ -78,7 +93,8 @@ class CImportZemaxAGF {
     std::string failWhy_;
     // Working lists of ReadRecord, kept from glass to glass.
     std::vector<double> coefficients_;
-    std::vector<const Keyed*> rowsIn_;
+    std::vector<size_t> rowsIn_;
+    std::vector<RowWords> rowWords_;
 };
 
 }  // namespace ostrel

@@ -37,9 +37,7 @@ uint32_t EightDigitsValue(uint64_t d) {
 // The common case of a catalogue number: at most 19 digits whose value stays below 2^53,
 // and a small exponent. The digits then form an exact integer and one multiplication or
 // division by an exact power of ten rounds once, which gives the correctly rounded value.
-bool QuickDecimal(std::string_view t, double& v) {
-    const char* p = t.data();
-    const char* const end = p + t.size();
+const char* QuickDecimalPrefix(const char* p, const char* const end, double& v) {
     auto digit = [](char c) { return static_cast<unsigned>(c - '0') < 10u; };
     uint64_t mantissa = 0;
     int digits = 0;
@@ -74,28 +72,73 @@ bool QuickDecimal(std::string_view t, double& v) {
         scale = -static_cast<int>(p - fraction);
         digits -= scale;
     }
-    if (digits == 0 || digits > 19) return false;
-    if (p != end) {
-        if (*p != 'e' && *p != 'E') return false;
+    if (digits == 0 || digits > 19) return nullptr;
+    if (p != end && (*p == 'e' || *p == 'E')) {
         ++p;
         bool negativeExp = false;
         if (p != end && (*p == '+' || *p == '-')) negativeExp = *p++ == '-';
-        if (p == end) return false;
+        const char* const expDigits = p;
         int exp = 0;
         for (; p != end && digit(*p); ++p) {
-            if (exp > 1000) return false;
+            if (exp > 1000) return nullptr;
             exp = exp * 10 + (*p - '0');
         }
-        if (p != end) return false;
+        if (p == expDigits) return nullptr;
         scale += negativeExp ? -exp : exp;
     }
     if (mantissa == 0) {
         v = 0.0;
-        return true;
+        return p;
     }
-    if (mantissa > (uint64_t{1} << 53) || scale < -22 || scale > 22) return false;
+    if (mantissa > (uint64_t{1} << 53) || scale < -22 || scale > 22) return nullptr;
     const auto m = static_cast<double>(mantissa);
     v = scale < 0 ? m / kExactTens[-scale] : m * kExactTens[scale];
+    return p;
+}
+
+namespace {
+
+// The most common catalogue number, "d.ddddE-dd": one digit, a point, one to seven digits
+// and an exponent of one to three digits with its sign, whole in t. Read with one look at
+// the fraction's digits, the same mantissa and power of ten as the general way below finds.
+bool ScientificWord(std::string_view t, double& v) {
+    const char* const p = t.data();
+    const size_t size = t.size();
+    if constexpr (std::endian::native != std::endian::little) return false;
+    if (size < 10 || size > 14) return false;
+    uint64_t chunk = 0;
+    std::memcpy(&chunk, p + 2, 8);
+    const uint64_t low = chunk - 0x3030303030303030u;
+    const uint64_t notDigit = (low | (chunk + 0x4646464646464646u)) & 0x8080808080808080u;
+    const int run = std::countr_zero(notDigit | 0x8000000000000000u) / 8;
+    const auto lead = static_cast<unsigned>(p[0] - '0');
+    // The exponent's digits; at least one means that its letter and sign lie in t.
+    const int expDigits = static_cast<int>(size) - 4 - run;
+    if (!(lead < 10 && p[1] == '.' && run >= 1 && expDigits >= 1 && expDigits <= 3)) return false;
+    const char* const e = p + 2 + run;
+    if (!((e[0] == 'E' || e[0] == 'e') && (e[1] == '-' || e[1] == '+'))) return false;
+    unsigned exp = 0;
+    for (int k = 0; k < expDigits; ++k) {
+        const auto d = static_cast<unsigned>(e[2 + k] - '0');
+        if (d > 9) return false;
+        exp = exp * 10 + d;
+    }
+    const uint64_t mantissa = lead * kTenPowers[run] + EightDigitsValue(low << (8 * (8 - run)));
+    const int scale = (e[1] == '-' ? -static_cast<int>(exp) : static_cast<int>(exp)) - run;
+    if (scale < -22 || scale > 22) return false;
+    const auto m = static_cast<double>(mantissa);
+    v = scale < 0 ? m / kExactTens[-scale] : m * kExactTens[scale];
+    return true;
+}
+
+}  // namespace
+
+bool QuickDecimal(std::string_view t, double& v) {
+    if (ScientificWord(t, v)) return true;
+    double read = 0;
+    const char* const end = t.data() + t.size();
+    if (QuickDecimalPrefix(t.data(), end, read) != end) return false;
+    v = read;
     return true;
 }
 

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <charconv>
+#include <cmath>
+#include <cstdio>
 #include <functional>
 #include <iterator>
 #include <regex>
@@ -330,8 +332,28 @@ TEST(ImportText, NumbersReadAsTheStandardReaderReadsThem) {
             std::string text = pattern.substr(0, whole);
             if (fraction > 0) text += "." + pattern.substr(whole, fraction);
             if (text.empty()) continue;
-            for (const char* tail : {"", "E-03", "e+2"}) ExpectStandardReading(text + tail);
+            for (const char* tail : {"", "E-03", "e+2", "E+000", "E-023"}) {
+                ExpectStandardReading(text + tail);
+            }
         }
+    }
+}
+
+// Number texts of the text fields are printf's "%.7G", whichever way they are made.
+TEST(ImportText, ShortNumberTextIsSevenSignificantDigits) {
+    std::vector<double> values = {1e-4,      9.99999949e-5, 9999999.4, 9999999.5, 1e7,  0.3 * 10,
+                                  123456.75, 0.00012345675, -2.5,      1.0 / 3,   1e22, -1e-300};
+    for (int digits = 1; digits <= 9; ++digits) {
+        for (int places = 0; places <= 11; ++places) {
+            const double whole = std::floor(std::pow(10.0, digits) / 7.0);
+            values.push_back(whole / std::pow(10.0, places));
+            values.push_back(-(whole + 1) / std::pow(10.0, places));
+        }
+    }
+    for (const double v : values) {
+        char expected[64];
+        std::snprintf(expected, sizeof expected, "%.7G", v);
+        EXPECT_EQ(ShortNumberText(v), expected) << v;
     }
 }
 

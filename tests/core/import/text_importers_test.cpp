@@ -54,6 +54,22 @@ TEST(AgfImport, MoreThan41RowsAllKept) {
     EXPECT_NEAR(g.TransShortWave[40], 300, 1e-3);
 }
 
+// A row wrapped onto a line of bare numbers, a row without a wavelength, and tabs between
+// words: the first row kept gives the width.
+TEST(AgfImport, WrappedAndEmptyRows) {
+    const Staged r = ReadAgfText(
+        "NM WRAP 1 0 1.5 60 0 1\nCD 2.27 -0.0101 0.0106 0.00017 -2e-6 1e-6\nLD 0.3 2.5\n"
+        "IT 0.4\n  0.8 5\nIT - 0.5 10\nIT\t0.6\t0.9\t10\n");
+    ASSERT_EQ(r.count, 1);
+    const auto& m = r.recs[0].Measured;
+    ASSERT_EQ(m.TransPoints, 2);
+    EXPECT_EQ(m.TransWidth, 5.0f);
+    EXPECT_EQ(m.TransWave[1], 400.0f);
+    EXPECT_EQ(m.TransInternal[1], 80.0f);
+    EXPECT_EQ(m.TransWave[0], 600.0f);
+    EXPECT_EQ(m.TransInternal[0], 90.0f);
+}
+
 // The check of a staged glass allows what the printed figures allow: one unit in their last
 // digit, and never less than 0.0001 in nd and 0.1 in vd. The polynomial gives nd 1.51680 and
 // vd 64.17 (N-BK7).
