@@ -32,11 +32,10 @@ uint32_t EightDigitsValue(uint64_t d) {
     return static_cast<uint32_t>(d);
 }
 
-}  // namespace
-
 // The common case of a catalogue number: at most 19 digits whose value stays below 2^53,
 // and a small exponent. The digits then form an exact integer and one multiplication or
 // division by an exact power of ten rounds once, which gives the correctly rounded value.
+// Returns where the number stops, or nullptr when nothing is decided.
 const char* QuickDecimalPrefix(const char* p, const char* const end, double& v) {
     auto digit = [](char c) { return static_cast<unsigned>(c - '0') < 10u; };
     uint64_t mantissa = 0;
@@ -95,8 +94,6 @@ const char* QuickDecimalPrefix(const char* p, const char* const end, double& v) 
     v = scale < 0 ? m / kExactTens[-scale] : m * kExactTens[scale];
     return p;
 }
-
-namespace {
 
 // The most common catalogue number, "d.ddddE-dd": one digit, a point, one to seven digits
 // and an exponent of one to three digits with its sign, whole in t. Read with one look at

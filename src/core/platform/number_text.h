@@ -26,9 +26,6 @@ double Val(std::string_view text);
 // Reads an unsigned decimal ("12", ".5", "3.2E-01") of the common catalogue form exactly,
 // as the standard reader rounds it; false (nothing decided) for anything else.
 bool QuickDecimal(std::string_view text, double& value);
-// The same for the number at the start of [first, end): where it stops (at the first byte
-// that belongs to no number), or nullptr when nothing is decided there.
-const char* QuickDecimalPrefix(const char* first, const char* end, double& value);
 
 // True when the whole text (blanks around it aside) is a valid real number.
 bool IsValidNumber(std::string_view text);
