@@ -95,24 +95,56 @@ const char* QuickDecimalPrefix(const char* p, const char* const end, double& v) 
     return p;
 }
 
-// The most common catalogue number, "d.ddddE-dd": one digit, a point, one to seven digits
-// and an exponent of one to three digits with its sign, whole in t. Read with one look at
-// the fraction's digits, the same mantissa and power of ten as the general way below finds.
-bool ScientificWord(std::string_view t, double& v) {
-    const char* const p = t.data();
-    const size_t size = t.size();
-    if constexpr (std::endian::native != std::endian::little) return false;
-    if (size < 10 || size > 14) return false;
-    uint64_t chunk = 0;
-    std::memcpy(&chunk, p + 2, 8);
+// The run of digits at the start of eight bytes of text held in a word (the first byte
+// lowest): how many (0-8), and their bytes less '0'. A byte is no digit where taking '0'
+// from it or adding 0x46 to it sets its top bit; borrows and carries can only disturb the
+// bytes after the first such byte, and only the run before it is used.
+struct DigitRun {
+    int length;
+    uint64_t values;
+};
+DigitRun DigitsAtStart(uint64_t chunk) {
     const uint64_t low = chunk - 0x3030303030303030u;
     const uint64_t notDigit = (low | (chunk + 0x4646464646464646u)) & 0x8080808080808080u;
-    const int run = std::countr_zero(notDigit | 0x8000000000000000u) / 8;
+    return {notDigit == 0 ? 8 : std::countr_zero(notDigit) / 8, low};
+}
+// The value of the run's digits.
+uint64_t RunValue(const DigitRun& run) {
+    if (run.length == 0) return 0;
+    // Moved up so that zeros stand in front of the run.
+    return EightDigitsValue(run.length == 8 ? run.values : run.values << (8 * (8 - run.length)));
+}
+
+// The most common catalogue number, "d.ddddE-dd": one digit, a point, one to fifteen digits
+// and an exponent of one to three digits with its sign, whole in t and at most 18 bytes
+// long. Its fraction is read eight digits at a time: the first eight bytes after the point,
+// and where all eight are digits, the last eight bytes of t moved down to the ninth digit.
+// The mantissa and power of ten are the ones the general way below finds.
+bool ScientificWord(std::string_view t, double& v) {
+    const char* const p = t.data();
+    const auto size = static_cast<int>(t.size());
+    if constexpr (std::endian::native != std::endian::little) return false;
+    if (size < 10 || size > 18) return false;
     const auto lead = static_cast<unsigned>(p[0] - '0');
+    if (lead > 9 || p[1] != '.') return false;
+    uint64_t chunk = 0;
+    std::memcpy(&chunk, p + 2, 8);
+    const DigitRun first = DigitsAtStart(chunk);
+    if (first.length == 0) return false;
+    uint64_t mantissa = lead * kTenPowers[first.length] + RunValue(first);
+    int fraction = first.length;
+    if (first.length == 8) {
+        if (size < 13) return false;  // no room for an exponent
+        const int skip = 18 - size;   // bytes of the last eight before the ninth digit
+        std::memcpy(&chunk, p + size - 8, 8);
+        const DigitRun second = DigitsAtStart(skip == 0 ? chunk : chunk >> (8 * skip));
+        mantissa = mantissa * kTenPowers[second.length] + RunValue(second);
+        fraction += second.length;
+    }
     // The exponent's digits; at least one means that its letter and sign lie in t.
-    const int expDigits = static_cast<int>(size) - 4 - run;
-    if (!(lead < 10 && p[1] == '.' && run >= 1 && expDigits >= 1 && expDigits <= 3)) return false;
-    const char* const e = p + 2 + run;
+    const int expDigits = size - 4 - fraction;
+    if (expDigits < 1 || expDigits > 3) return false;
+    const char* const e = p + 2 + fraction;
     if (!((e[0] == 'E' || e[0] == 'e') && (e[1] == '-' || e[1] == '+'))) return false;
     unsigned exp = 0;
     for (int k = 0; k < expDigits; ++k) {
@@ -120,8 +152,7 @@ bool ScientificWord(std::string_view t, double& v) {
         if (d > 9) return false;
         exp = exp * 10 + d;
     }
-    const uint64_t mantissa = lead * kTenPowers[run] + EightDigitsValue(low << (8 * (8 - run)));
-    const int scale = (e[1] == '-' ? -static_cast<int>(exp) : static_cast<int>(exp)) - run;
+    const int scale = (e[1] == '-' ? -static_cast<int>(exp) : static_cast<int>(exp)) - fraction;
     if (scale < -22 || scale > 22) return false;
     const auto m = static_cast<double>(mantissa);
     v = scale < 0 ? m / kExactTens[-scale] : m * kExactTens[scale];
