@@ -43,6 +43,11 @@ void CImportZemaxAGF::GlassLines::Reset() {
 }
 
 void CImportZemaxAGF::ReadRowWords(const Keyed& row, RowWords& out) {
+    // Rows mostly share the layout of the row before; one that does is read by it.
+    if (!row.raw.empty() && layout_.Read(row.raw, out.value, out.word, out.count)) {
+        out.number[0] = out.number[1] = true;
+        return;
+    }
     std::string_view words[4];
     const std::span<const std::string_view> all =
         row.raw.empty() ? std::span<const std::string_view>(row.tokens)
@@ -52,6 +57,7 @@ void CImportZemaxAGF::ReadRowWords(const Keyed& row, RowWords& out) {
         out.word[f] = all[f + 1];
         if (f < 2) out.number[f] = ParseNumber(out.word[f], out.value[f]);
     }
+    if (!row.raw.empty()) layout_.Learn(row.raw, all.data(), all.size());
 }
 
 bool CImportZemaxAGF::NumberOrBlank(std::string_view text, std::string& out) {
@@ -375,6 +381,7 @@ void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareN
     ok = kFalse;
     records.clear();
     stated_.clear();
+    layout_.Forget();
     skipped_ = 0;
     count = 0;
     refitCount = 0;

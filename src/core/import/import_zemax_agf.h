@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/import/import_common.h"
+#include "core/import/row_layout.h"
 #include "core/import/staged_glass.h"
 #include "core/material/material_record.h"
 #include "core/platform/dialogs.h"
@@ -66,7 +67,7 @@ class CImportZemaxAGF {
         double value[2] = {0, 0};
         bool number[2] = {false, false};
     };
-    static void ReadRowWords(const Keyed& row, RowWords& out);
+    void ReadRowWords(const Keyed& row, RowWords& out);
     // The lines of one glass. The storage is kept from glass to glass; only the first
     // itCount entries of `it` belong to the present glass.
     struct GlassLines {
@@ -95,6 +96,7 @@ class CImportZemaxAGF {
     std::vector<double> coefficients_;
     std::vector<size_t> rowsIn_;
     std::vector<RowWords> rowWords_;
+    RowLayout layout_;
 };
 
 }  // namespace ostrel

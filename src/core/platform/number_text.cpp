@@ -161,6 +161,22 @@ bool ScientificWord(std::string_view t, double& v) {
 
 }  // namespace
 
+bool ScientificOfShape(const char* p, int fraction, int expDigits, double& v) {
+    uint64_t chunk = 0;
+    std::memcpy(&chunk, p + 2, 8);
+    const uint64_t low = chunk - 0x3030303030303030u;
+    const uint64_t mantissa = static_cast<uint64_t>(p[0] - '0') * kTenPowers[fraction] +
+                              EightDigitsValue(low << (8 * (8 - fraction)));
+    const char* const e = p + 2 + fraction;
+    int exp = 0;
+    for (int k = 0; k < expDigits; ++k) exp = exp * 10 + (e[2 + k] - '0');
+    const int scale = (e[1] == '-' ? -exp : exp) - fraction;
+    if (scale < -22 || scale > 22) return false;
+    const auto m = static_cast<double>(mantissa);
+    v = scale < 0 ? m / kExactTens[-scale] : m * kExactTens[scale];
+    return true;
+}
+
 bool QuickDecimal(std::string_view t, double& v) {
     if (ScientificWord(t, v)) return true;
     double read = 0;

@@ -5,6 +5,7 @@
 
 #include "core/import/import_fixture.h"
 #include "core/import/import_old_files.h"
+#include "core/import/row_layout.h"
 #include "core/materialform/verification.h"
 
 namespace ostrel::testing {
@@ -68,6 +69,50 @@ TEST(AgfImport, WrappedAndEmptyRows) {
     EXPECT_EQ(m.TransInternal[1], 80.0f);
     EXPECT_EQ(m.TransWave[0], 600.0f);
     EXPECT_EQ(m.TransInternal[0], 90.0f);
+}
+
+// A row read by the layout of the row before gives what the general reading of its words
+// gives; a row of another layout (or a number out of the quick reach) is left to that reading.
+TEST(AgfImport, RowsOfOneLayout) {
+    const std::string first = "IT 1.00000E+00 8.62979E-01 1.00000E+01";
+    struct Row {
+        std::string line;
+        bool read;
+    };
+    const Row rows[] = {
+        {"IT 3.50000E+00 9.99999E-01 2.50000E+01", true},
+        {"IT 3.00000E-01 4.40000E+00 1.00000E-01", true},  // exponent signs differ
+        {"IT 3.00000E-01 4.4000xE+00 1.00000E-01", false},
+        {"IT 3.00000E-01 4.40000e+00 1.00000E-01", false},
+        {"IT 3.00000E-01 4.40000E+00\t1.00000E-01", false},
+        {"IT 3.00000E-01 4.40000E+00 1.00000E-01 ", false},
+        {"IT -.00000E-01 4.40000E+00 1.00000E-01", false},
+        {"IT 3.00000E-01 4.40000E-99 1.00000E-01", false},  // 10^-104: the general way
+        {"IT 3.00000E-01 4.40000E+00 1.00000E-0x", false},  // the last byte alone
+    };
+    std::string_view words[4];
+    RowLayout layout;
+    ASSERT_TRUE(layout.Learn(first, words, FirstWords(first, words, 4)));
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.line);
+        double values[2] = {-1, -1};
+        std::string_view read[3];
+        size_t count = 0;
+        ASSERT_EQ(layout.Read(row.line, values, read, count), row.read);
+        if (!row.read) continue;
+        ASSERT_EQ(count, FirstWords(row.line, words, 4) - 1);
+        for (size_t k = 0; k < count; ++k) EXPECT_EQ(read[k], words[k + 1]);
+        for (size_t k = 0; k < 2; ++k) {
+            double general = 0;
+            ASSERT_TRUE(ParseNumber(words[k + 1], general));
+            EXPECT_EQ(values[k], general);
+        }
+    }
+    // Rows with no layout to learn: plain decimals, a short row, a long fraction.
+    for (const std::string line :
+         {"IT 0.2700 0.0820 3.0000 10", "IT 1.0E+00 8.6E-01", "IT 1.00000000E+00 8.62979E-01 10"}) {
+        EXPECT_FALSE(layout.Learn(line, words, FirstWords(line, words, 4))) << line;
+    }
 }
 
 // The check of a staged glass allows what the printed figures allow: one unit in their last
