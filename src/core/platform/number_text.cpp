@@ -32,6 +32,34 @@ uint32_t EightDigitsValue(uint64_t d) {
     return static_cast<uint32_t>(d);
 }
 
+// The run of digits at the start of eight bytes of text held in a word (the first byte
+// lowest): how many (0-8), and their bytes less '0'. A byte is no digit where taking '0'
+// from it or adding 0x46 to it sets its top bit; borrows and carries can only disturb the
+// bytes after the first such byte, and only the run before it is used.
+struct DigitRun {
+    int length;
+    uint64_t values;
+};
+DigitRun DigitsAtStart(uint64_t chunk) {
+    const uint64_t low = chunk - 0x3030303030303030u;
+    const uint64_t notDigit = (low | (chunk + 0x4646464646464646u)) & 0x8080808080808080u;
+    return {notDigit == 0 ? 8 : std::countr_zero(notDigit) / 8, low};
+}
+// The value of the run's digits.
+uint64_t RunValue(const DigitRun& run) {
+    if (run.length == 0) return 0;
+    // Moved up so that zeros stand in front of the run.
+    return EightDigitsValue(run.length == 8 ? run.values : run.values << (8 * (8 - run.length)));
+}
+
+// The value of a mantissa below 2^53 times 10^scale, |scale| <= 22: the mantissa and the
+// power of ten are exact, so one multiplication or division rounds once, to the correctly
+// rounded value.
+double ExactDecimal(uint64_t mantissa, int scale) {
+    const auto m = static_cast<double>(mantissa);
+    return scale < 0 ? m / kExactTens[-scale] : m * kExactTens[scale];
+}
+
 // The common case of a catalogue number: at most 19 digits whose value stays below 2^53,
 // and a small exponent. The digits then form an exact integer and one multiplication or
 // division by an exact power of ten rounds once, which gives the correctly rounded value.
@@ -52,18 +80,9 @@ const char* QuickDecimalPrefix(const char* p, const char* const end, double& v) 
             mantissa < 100'000'000'000) {
             uint64_t chunk = 0;
             std::memcpy(&chunk, p, 8);
-            const uint64_t low = chunk - 0x3030303030303030u;
-            // A byte is no digit where taking '0' from it or adding 0x46 to it sets its top
-            // bit. Borrows and carries can only disturb the bytes after the first such byte,
-            // and only the run of digits before it is used.
-            const uint64_t notDigit = (low | (chunk + 0x4646464646464646u)) & 0x8080808080808080u;
-            const int run = notDigit == 0 ? 8 : std::countr_zero(notDigit) / 8;
-            if (run > 0) {
-                // The run's digits, moved up so that zeros stand in front of them.
-                const uint64_t digits = run == 8 ? low : low << (8 * (8 - run));
-                mantissa = mantissa * kTenPowers[run] + EightDigitsValue(digits);
-                p += run;
-            }
+            const DigitRun run = DigitsAtStart(chunk);
+            mantissa = mantissa * kTenPowers[run.length] + RunValue(run);
+            p += run.length;
         }
         for (; p != end && digit(*p); ++p) {
             mantissa = mantissa * 10 + static_cast<uint64_t>(*p - '0');
@@ -90,36 +109,15 @@ const char* QuickDecimalPrefix(const char* p, const char* const end, double& v) 
         return p;
     }
     if (mantissa > (uint64_t{1} << 53) || scale < -22 || scale > 22) return nullptr;
-    const auto m = static_cast<double>(mantissa);
-    v = scale < 0 ? m / kExactTens[-scale] : m * kExactTens[scale];
+    v = ExactDecimal(mantissa, scale);
     return p;
-}
-
-// The run of digits at the start of eight bytes of text held in a word (the first byte
-// lowest): how many (0-8), and their bytes less '0'. A byte is no digit where taking '0'
-// from it or adding 0x46 to it sets its top bit; borrows and carries can only disturb the
-// bytes after the first such byte, and only the run before it is used.
-struct DigitRun {
-    int length;
-    uint64_t values;
-};
-DigitRun DigitsAtStart(uint64_t chunk) {
-    const uint64_t low = chunk - 0x3030303030303030u;
-    const uint64_t notDigit = (low | (chunk + 0x4646464646464646u)) & 0x8080808080808080u;
-    return {notDigit == 0 ? 8 : std::countr_zero(notDigit) / 8, low};
-}
-// The value of the run's digits.
-uint64_t RunValue(const DigitRun& run) {
-    if (run.length == 0) return 0;
-    // Moved up so that zeros stand in front of the run.
-    return EightDigitsValue(run.length == 8 ? run.values : run.values << (8 * (8 - run.length)));
 }
 
 // The most common catalogue number, "d.ddddE-dd": one digit, a point, one to fifteen digits
 // and an exponent of one to three digits with its sign, whole in t and at most 18 bytes
 // long. Its fraction is read eight digits at a time: the first eight bytes after the point,
 // and where all eight are digits, the last eight bytes of t moved down to the ninth digit.
-// The mantissa and power of ten are the ones the general way below finds.
+// The mantissa and power of ten are the ones QuickDecimalPrefix finds.
 bool ScientificWord(std::string_view t, double& v) {
     const char* const p = t.data();
     const auto size = static_cast<int>(t.size());
@@ -154,8 +152,7 @@ bool ScientificWord(std::string_view t, double& v) {
     }
     const int scale = (e[1] == '-' ? -static_cast<int>(exp) : static_cast<int>(exp)) - fraction;
     if (scale < -22 || scale > 22) return false;
-    const auto m = static_cast<double>(mantissa);
-    v = scale < 0 ? m / kExactTens[-scale] : m * kExactTens[scale];
+    v = ExactDecimal(mantissa, scale);
     return true;
 }
 
@@ -172,8 +169,7 @@ bool ScientificOfShape(const char* p, int fraction, int expDigits, double& v) {
     for (int k = 0; k < expDigits; ++k) exp = exp * 10 + (e[2 + k] - '0');
     const int scale = (e[1] == '-' ? -exp : exp) - fraction;
     if (scale < -22 || scale > 22) return false;
-    const auto m = static_cast<double>(mantissa);
-    v = scale < 0 ? m / kExactTens[-scale] : m * kExactTens[scale];
+    v = ExactDecimal(mantissa, scale);
     return true;
 }
 
