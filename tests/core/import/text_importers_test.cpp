@@ -56,12 +56,14 @@ TEST(AgfImport, MoreThan41RowsAllKept) {
 }
 
 // A row wrapped onto a line of bare numbers, a row without a wavelength, and tabs between
-// words: the first row kept gives the width.
+// words: the first row kept gives the width. A line of bare numbers after a comment line
+// continues nothing.
 TEST(AgfImport, WrappedAndEmptyRows) {
     const Staged r = ReadAgfText(
-        "NM WRAP 1 0 1.5 60 0 1\nCD 2.27 -0.0101 0.0106 0.00017 -2e-6 1e-6\nLD 0.3 2.5\n"
-        "IT 0.4\n  0.8 5\nIT - 0.5 10\nIT\t0.6\t0.9\t10\n");
+        "NM WRAP 1 0 1.5 60 0 1\nCD 2.27 -0.0101 0.0106 0.00017 -2e-6\nGC note\n 1e-6\n"
+        "LD 0.3 2.5\nIT 0.4\n  0.8 5\nIT - 0.5 10\nIT\t0.6\t0.9\t10\n");
     ASSERT_EQ(r.count, 1);
+    EXPECT_EQ(r.recs[0].General.PolyCoef[5], 0.0);
     const auto& m = r.recs[0].Measured;
     ASSERT_EQ(m.TransPoints, 2);
     EXPECT_EQ(m.TransWidth, 5.0f);
