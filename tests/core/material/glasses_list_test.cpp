@@ -333,9 +333,13 @@ TEST(ExternalRecord, CarriesGeneralDataAtItsOffsets) {
 // whatever the file holds before it.
 
 TEST_F(GlassesListTest, ReadListedMaterialAgreesWithTheLoadedListAtEveryPosition) {
-    // A last record cut short inside its name, and no record at all.
+    // A last record cut short inside its name, point counts larger than their tables, and
+    // no record at all.
+    MaterialRecord damaged = MakeRecord("BK7", "X", 1);
+    std::tie(damaged.General.IndexPoints, damaged.Melt.MeltIndexPoints) = std::tuple(30000, 21);
     const std::pair<const char*, std::string> cases[] = {
         {"shorter than a name", Image({MakeRecord("A", "LAB", 1)}) + std::string(20, 'X')},
+        {"damaged counts", Image({damaged})},
         {"empty", ""},
     };
     for (const auto& [name, file] : cases) {
