@@ -7,25 +7,30 @@
 
 namespace ostrel::gui {
 
-QValueAxis* MakeAxis(QChart* chart, Qt::Alignment side, const QString& title, const char* format) {
-    auto* axis = new QValueAxis(chart);
+namespace {
+
+// Titles the axis in the normal weight and puts it on the given side of the chart.
+void Place(QChart* chart, QAbstractAxis* axis, Qt::Alignment side, const QString& title) {
     axis->setTitleText(title);
-    axis->setLabelFormat(format);
     QFont f = axis->titleFont();
     f.setBold(false);
     axis->setTitleFont(f);
     chart->addAxis(axis, side);
+}
+
+}  // namespace
+
+QValueAxis* MakeAxis(QChart* chart, Qt::Alignment side, const QString& title, const char* format) {
+    auto* axis = new QValueAxis(chart);
+    axis->setLabelFormat(format);
+    Place(chart, axis, side, title);
     return axis;
 }
 
 QCategoryAxis* MakeCategoryAxis(QChart* chart, Qt::Alignment side, const QString& title) {
     auto* axis = new QCategoryAxis(chart);
-    axis->setTitleText(title);
     axis->setLabelsPosition(QCategoryAxis::AxisLabelsPositionOnValue);
-    QFont f = axis->titleFont();
-    f.setBold(false);
-    axis->setTitleFont(f);
-    chart->addAxis(axis, side);
+    Place(chart, axis, side, title);
     return axis;
 }
 
