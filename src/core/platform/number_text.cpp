@@ -63,8 +63,10 @@ double ExactDecimal(uint64_t mantissa, int scale) {
 // The common case of a catalogue number: at most 19 digits whose value stays below 2^53,
 // and a small exponent. The digits then form an exact integer and one multiplication or
 // division by an exact power of ten rounds once, which gives the correctly rounded value.
-// Returns where the number stops, or nullptr when nothing is decided.
-const char* QuickDecimalPrefix(const char* p, const char* const end, double& v) {
+// False (nothing decided) for anything else, trailing bytes included.
+bool GeneralDecimal(std::string_view t, double& v) {
+    const char* p = t.data();
+    const char* const end = p + t.size();
     auto digit = [](char c) { return static_cast<unsigned>(c - '0') < 10u; };
     uint64_t mantissa = 0;
     int digits = 0;
@@ -90,7 +92,7 @@ const char* QuickDecimalPrefix(const char* p, const char* const end, double& v) 
         scale = -static_cast<int>(p - fraction);
         digits -= scale;
     }
-    if (digits == 0 || digits > 19) return nullptr;
+    if (digits == 0 || digits > 19) return false;
     if (p != end && (*p == 'e' || *p == 'E')) {
         ++p;
         bool negativeExp = false;
@@ -98,26 +100,38 @@ const char* QuickDecimalPrefix(const char* p, const char* const end, double& v) 
         const char* const expDigits = p;
         int exp = 0;
         for (; p != end && digit(*p); ++p) {
-            if (exp > 1000) return nullptr;
+            if (exp > 1000) return false;
             exp = exp * 10 + (*p - '0');
         }
-        if (p == expDigits) return nullptr;
+        if (p == expDigits) return false;
         scale += negativeExp ? -exp : exp;
     }
+    if (p != end) return false;
     if (mantissa == 0) {
         v = 0.0;
-        return p;
+        return true;
     }
-    if (mantissa > (uint64_t{1} << 53) || scale < -22 || scale > 22) return nullptr;
+    if (mantissa > (uint64_t{1} << 53) || scale < -22 || scale > 22) return false;
     v = ExactDecimal(mantissa, scale);
-    return p;
+    return true;
+}
+
+// The value of mantissa * 10^(exponent - fraction), the exponent written at e: its letter,
+// its sign, then expDigits digits. False when the power of ten is out of ExactDecimal's reach.
+bool ScaledByExponent(uint64_t mantissa, int fraction, const char* e, int expDigits, double& v) {
+    int exp = 0;
+    for (int k = 0; k < expDigits; ++k) exp = exp * 10 + (e[2 + k] - '0');
+    const int scale = (e[1] == '-' ? -exp : exp) - fraction;
+    if (scale < -22 || scale > 22) return false;
+    v = ExactDecimal(mantissa, scale);
+    return true;
 }
 
 // The most common catalogue number, "d.ddddE-dd": one digit, a point, one to fifteen digits
 // and an exponent of one to three digits with its sign, whole in t and at most 18 bytes
 // long. Its fraction is read eight digits at a time: the first eight bytes after the point,
 // and where all eight are digits, the last eight bytes of t moved down to the ninth digit.
-// The mantissa and power of ten are the ones QuickDecimalPrefix finds.
+// The mantissa and power of ten are the ones GeneralDecimal finds.
 bool ScientificWord(std::string_view t, double& v) {
     const char* const p = t.data();
     const auto size = static_cast<int>(t.size());
@@ -144,16 +158,10 @@ bool ScientificWord(std::string_view t, double& v) {
     if (expDigits < 1 || expDigits > 3) return false;
     const char* const e = p + 2 + fraction;
     if (!((e[0] == 'E' || e[0] == 'e') && (e[1] == '-' || e[1] == '+'))) return false;
-    unsigned exp = 0;
     for (int k = 0; k < expDigits; ++k) {
-        const auto d = static_cast<unsigned>(e[2 + k] - '0');
-        if (d > 9) return false;
-        exp = exp * 10 + d;
+        if (static_cast<unsigned>(e[2 + k] - '0') > 9) return false;
     }
-    const int scale = (e[1] == '-' ? -static_cast<int>(exp) : static_cast<int>(exp)) - fraction;
-    if (scale < -22 || scale > 22) return false;
-    v = ExactDecimal(mantissa, scale);
-    return true;
+    return ScaledByExponent(mantissa, fraction, e, expDigits, v);
 }
 
 }  // namespace
@@ -161,25 +169,14 @@ bool ScientificWord(std::string_view t, double& v) {
 bool ScientificOfShape(const char* p, int fraction, int expDigits, double& v) {
     uint64_t chunk = 0;
     std::memcpy(&chunk, p + 2, 8);
-    const uint64_t low = chunk - 0x3030303030303030u;
-    const uint64_t mantissa = static_cast<uint64_t>(p[0] - '0') * kTenPowers[fraction] +
-                              EightDigitsValue(low << (8 * (8 - fraction)));
-    const char* const e = p + 2 + fraction;
-    int exp = 0;
-    for (int k = 0; k < expDigits; ++k) exp = exp * 10 + (e[2 + k] - '0');
-    const int scale = (e[1] == '-' ? -exp : exp) - fraction;
-    if (scale < -22 || scale > 22) return false;
-    v = ExactDecimal(mantissa, scale);
-    return true;
+    const DigitRun digits{fraction, chunk - 0x3030303030303030u};
+    const uint64_t mantissa =
+        static_cast<uint64_t>(p[0] - '0') * kTenPowers[fraction] + RunValue(digits);
+    return ScaledByExponent(mantissa, fraction, p + 2 + fraction, expDigits, v);
 }
 
 bool QuickDecimal(std::string_view t, double& v) {
-    if (ScientificWord(t, v)) return true;
-    double read = 0;
-    const char* const end = t.data() + t.size();
-    if (QuickDecimalPrefix(t.data(), end, read) != end) return false;
-    v = read;
-    return true;
+    return ScientificWord(t, v) || GeneralDecimal(t, v);
 }
 
 namespace {
