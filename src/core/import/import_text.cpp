@@ -246,6 +246,15 @@ std::vector<std::string_view> SplitBlanks(std::string_view s) {
 
 namespace {
 
+#if defined(__SSE2__)
+// One bit per byte of the sixteen at `at` that is a blank or a tab, the first byte lowest.
+uint32_t BlankBits(const char* at) {
+    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
+    return static_cast<uint32_t>(_mm_movemask_epi8(_mm_or_si128(
+        _mm_cmpeq_epi8(v, _mm_set1_epi8(' ')), _mm_cmpeq_epi8(v, _mm_set1_epi8('\t')))));
+}
+#endif
+
 // Calls put(first byte, length) for each word of s in turn until it returns true (enough
 // words) or the words run out.
 template <class Put>
@@ -260,13 +269,7 @@ void EachWord(std::string_view s, Put put) {
     // bit follows a blank and ends where a blank follows one; starts and ends alternate, so
     // each end pairs with the start before it (for the first end of a block, perhaps one
     // from an earlier block).
-    const __m128i space = _mm_set1_epi8(' ');
-    const __m128i tab = _mm_set1_epi8('\t');
-    auto block = [&](size_t at) {
-        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(begin + at));
-        return static_cast<uint32_t>(
-            _mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(v, space), _mm_cmpeq_epi8(v, tab))));
-    };
+    auto block = [begin](size_t at) { return BlankBits(begin + at); };
     const size_t whole = n >= 16 ? n : 0;  // a line of 16 bytes or more ends in one more block
     for (; i < whole; i += 16) {
         uint32_t blanks = 0;
@@ -330,17 +333,10 @@ size_t FirstWords(std::string_view s, std::string_view* words, size_t most) {
     // end bit after it.
     if (const size_t n = s.size(); n >= 16 && n < 64) {
         const char* const begin = s.data();
-        const __m128i space = _mm_set1_epi8(' ');
-        const __m128i tab = _mm_set1_epi8('\t');
-        auto block = [](const char* at, __m128i sp, __m128i tb) {
-            const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
-            return static_cast<uint64_t>(static_cast<uint32_t>(
-                _mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(v, sp), _mm_cmpeq_epi8(v, tb)))));
-        };
         uint64_t blanks = ~uint64_t{0} << n;
         size_t i = 0;
-        for (; i + 16 <= n; i += 16) blanks |= block(begin + i, space, tab) << i;
-        if (i < n) blanks |= (block(begin + n - 16, space, tab) >> (16 - (n - i))) << i;
+        for (; i + 16 <= n; i += 16) blanks |= uint64_t{BlankBits(begin + i)} << i;
+        if (i < n) blanks |= uint64_t{BlankBits(begin + n - 16) >> (16 - (n - i))} << i;
         const uint64_t word = ~blanks;
         uint64_t starts = word & ~(word << 1);
         uint64_t ends = ~word & (word << 1);
