@@ -22,13 +22,14 @@ std::string TokenText(const std::vector<std::string_view>& t, size_t i) {
     return i < t.size() ? std::string(t[i]) : std::string();
 }
 
-// True when the line's first word is `key`.
-bool StartsWithKey(std::string_view line, std::string_view key) {
-    size_t i = 0;
-    while (i < line.size() && (line[i] == ' ' || line[i] == '\t')) ++i;
-    if (line.substr(i, key.size()) != key) return false;
-    i += key.size();
-    return i == line.size() || line[i] == ' ' || line[i] == '\t';
+// The line's first word, its keyword; empty for a blank line.
+std::string_view KeyOf(std::string_view line) {
+    auto blank = [](char c) { return c == ' ' || c == '\t'; };
+    size_t a = 0;
+    while (a < line.size() && blank(line[a])) ++a;
+    size_t b = a;
+    while (b < line.size() && !blank(line[b])) ++b;
+    return line.substr(a, b - a);
 }
 
 }  // namespace
@@ -415,7 +416,7 @@ void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareN
     // there; room for all of them is made at once.
     size_t glasses = 0;
     for (const std::string_view line : lines) {
-        if (StartsWithKey(line, "NM")) ++glasses;
+        if (KeyOf(line) == "NM") ++glasses;
     }
     records.reserve(glasses);
     const auto work = std::make_unique<MaterialRecord>();
@@ -448,30 +449,21 @@ void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareN
         return outcome != Outcome::Failed;
     };
 
-    // Each line is split into `tokens`; a keyword line's words then change places with the
+    // A line is split into words only when its words are used; the keyword is found on its
+    // own. A keyword line is split into `tokens`, whose words then change places with the
     // ones its keeper held before, so that no word list is copied.
     std::vector<std::string_view> tokens;
-    auto take = [&](Keyed& target, size_t lineNumber) {
+    auto keyed = [&](Keyed& target, std::string_view line, size_t lineNumber) {
+        SplitBlanks(line, tokens);
         std::swap(target.tokens, tokens);
         target.line = lineNumber;
         target.present = true;
         last = &target;
     };
-    // A line is split into words only when its words are used; the first word is found
-    // on its own.
-    auto keyed = [&](Keyed& target, std::string_view line, size_t lineNumber) {
-        SplitBlanks(line, tokens);
-        take(target, lineNumber);
-    };
-    auto blank = [](char c) { return c == ' ' || c == '\t'; };
     for (size_t ln = 0; ln < lines.size() && !failed; ++ln) {
         const std::string_view line = lines[ln];
-        size_t a = 0;
-        while (a < line.size() && blank(line[a])) ++a;
-        if (a == line.size()) continue;
-        size_t b = a + 1;
-        while (b < line.size() && !blank(line[b])) ++b;
-        const std::string_view key = line.substr(a, b - a);
+        const std::string_view key = KeyOf(line);
+        if (key.empty()) continue;
         if (key == "NM") {
             if (!finishGlass()) {
                 failed = true;
