@@ -142,13 +142,30 @@ bool ReadWholeFile(const fs::path& path, std::string& content, FileError& error)
         ::close(fd);
         return false;
     }
-    if (st.st_size > 0) content.reserve(static_cast<size_t>(st.st_size));
+    // The size the file has now is read straight into the text; whatever the file has
+    // grown by since is read after it, piece by piece.
+    size_t filled = 0;
+    content.resize(static_cast<size_t>(st.st_size));
+    while (filled < content.size()) {
+        const ssize_t n = ::read(fd, content.data() + filled, content.size() - filled);
+        if (n == 0) break;
+        if (n < 0) {
+            if (errno == EINTR) continue;
+            content.clear();
+            SetError(error, errno, path);
+            ::close(fd);
+            return false;
+        }
+        filled += static_cast<size_t>(n);
+    }
+    content.resize(filled);
     char buf[1 << 16];
     for (;;) {
         ssize_t n = ::read(fd, buf, sizeof buf);
         if (n == 0) break;
         if (n < 0) {
             if (errno == EINTR) continue;
+            content.clear();
             SetError(error, errno, path);
             ::close(fd);
             return false;
