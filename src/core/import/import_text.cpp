@@ -174,11 +174,17 @@ std::vector<std::string_view> SplitTextLines(std::string_view text) {
 }
 
 bool ParseNumber(std::string_view token, double& value) {
-    size_t b = 0, e = token.size();
-    while (b < e && (token[b] == ' ' || token[b] == '\t')) ++b;
-    while (e > b && (token[e - 1] == ' ' || token[e - 1] == '\t')) --e;
-    std::string_view t = token.substr(b, e - b);
-    if (t.empty()) return false;
+    auto blank = [](char c) { return c == ' ' || c == '\t'; };
+    if (token.empty()) return false;
+    std::string_view t = token;
+    // A word of a split line has no blanks at its ends; any other text is trimmed.
+    if (blank(t.front()) || blank(t.back())) {
+        size_t b = 0, e = t.size();
+        while (b < e && blank(t[b])) ++b;
+        while (e > b && blank(t[e - 1])) --e;
+        t = t.substr(b, e - b);
+        if (t.empty()) return false;
+    }
     bool negative = false;
     if (t[0] == '+' || t[0] == '-') {
         negative = t[0] == '-';

@@ -63,50 +63,42 @@ double ExactDecimal(uint64_t mantissa, int scale) {
 // The common case of a catalogue number: at most 19 digits whose value stays below 2^53,
 // and a small exponent. The digits then form an exact integer and one multiplication or
 // division by an exact power of ten rounds once, which gives the correctly rounded value.
-// False (nothing decided) for anything else, trailing bytes included.
+// False (nothing decided) for anything else, trailing bytes included. The digits and the
+// point are taken in one pass, as most such numbers are short ("1.3000", "71.0").
 bool GeneralDecimal(std::string_view t, double& v) {
     const char* p = t.data();
     const char* const end = p + t.size();
-    auto digit = [](char c) { return static_cast<unsigned>(c - '0') < 10u; };
     uint64_t mantissa = 0;
     int digits = 0;
-    int scale = 0;  // power of ten to apply to the mantissa
-    for (; p != end && digit(*p); ++p, ++digits) {
-        mantissa = mantissa * 10 + static_cast<uint64_t>(*p - '0');
-    }
-    if (p != end && *p == '.') {
-        const char* const fraction = ++p;
-        // Catalogue numbers mostly carry five to nine decimals: up to eight digits are read
-        // at once where eight bytes of the word remain (the first byte lowest in the word).
-        if (std::endian::native == std::endian::little && end - p >= 8 &&
-            mantissa < 100'000'000'000) {
-            uint64_t chunk = 0;
-            std::memcpy(&chunk, p, 8);
-            const DigitRun run = DigitsAtStart(chunk);
-            mantissa = mantissa * kTenPowers[run.length] + RunValue(run);
-            p += run.length;
+    const char* point = nullptr;
+    for (; p != end; ++p) {
+        const auto d = static_cast<unsigned>(*p - '0');
+        if (d < 10) {
+            mantissa = mantissa * 10 + d;
+            ++digits;
+        } else if (*p == '.' && point == nullptr) {
+            point = p;
+        } else {
+            break;
         }
-        for (; p != end && digit(*p); ++p) {
-            mantissa = mantissa * 10 + static_cast<uint64_t>(*p - '0');
-        }
-        scale = -static_cast<int>(p - fraction);
-        digits -= scale;
     }
     if (digits == 0 || digits > 19) return false;
-    if (p != end && (*p == 'e' || *p == 'E')) {
+    // The digits after the point scale the mantissa down.
+    int scale = point == nullptr ? 0 : -static_cast<int>(p - point - 1);
+    if (p != end) {
+        if (*p != 'e' && *p != 'E') return false;
         ++p;
         bool negativeExp = false;
         if (p != end && (*p == '+' || *p == '-')) negativeExp = *p++ == '-';
         const char* const expDigits = p;
         int exp = 0;
-        for (; p != end && digit(*p); ++p) {
+        for (; p != end && static_cast<unsigned>(*p - '0') < 10u; ++p) {
             if (exp > 1000) return false;
             exp = exp * 10 + (*p - '0');
         }
-        if (p == expDigits) return false;
+        if (p == expDigits || p != end) return false;
         scale += negativeExp ? -exp : exp;
     }
-    if (p != end) return false;
     if (mantissa == 0) {
         v = 0.0;
         return true;
@@ -176,7 +168,8 @@ bool ScientificOfShape(const char* p, int fraction, int expDigits, double& v) {
 }
 
 bool QuickDecimal(std::string_view t, double& v) {
-    return ScientificWord(t, v) || GeneralDecimal(t, v);
+    // Words shorter than ten bytes have no room for the scientific form.
+    return (t.size() >= 10 && ScientificWord(t, v)) || GeneralDecimal(t, v);
 }
 
 namespace {
