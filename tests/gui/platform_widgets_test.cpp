@@ -6,6 +6,7 @@
 // buttons in reach. The plots' view: values under the pointer, wheel zoom and its reset, the
 // context menu and the saved pictures.
 
+#include <QCategoryAxis>
 #include <QChart>
 #include <QScatterSeries>
 #include <QValueAxis>
@@ -260,14 +261,15 @@ TEST(PlotView, ToolTipZoomMenuAndPictures) {
 #endif
 }
 
-TEST(ChartParts, StepLabelsShowTheStepsDecimalsOnly) {
-    QValueAxis axis;
-    const std::pair<double, const char*> cases[] = {{50, "%.0f"},  {1, "%.0f"},    {0.5, "%.1f"},
-                                                    {0.2, "%.1f"}, {0.05, "%.2f"}, {0.001, "%.3f"}};
-    for (const auto& [step, format] : cases) {
-        SetStepLabels(&axis, step);
-        EXPECT_EQ(axis.labelFormat(), format) << step;
-    }
+TEST(ChartParts, StepAxisLabelsItsRangeAgainWhenItChanges) {
+    QChart chart;
+    QCategoryAxis* axis = MakeStepAxis(&chart, Qt::AlignLeft, "dn [1e-6]");
+    axis->setRange(-0.7, 0.9);
+    SetAxisStep(axis, 0.2);
+    EXPECT_EQ(axis->categoriesLabels(),
+              QStringList({"-0.6", "-0.4", "-0.2", "0.0", "0.2", "0.4", "0.6", "0.8"}));
+    axis->setRange(-0.25, 0.45);  // as a zoom sets it
+    EXPECT_EQ(axis->categoriesLabels(), QStringList({"-0.2", "0.0", "0.2", "0.4"}));
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "gui/materialform/frm3_new_plots.h"
 
+#include <QCategoryAxis>
 #include <QChart>
 #include <QChartView>
 #include <QLineSeries>
@@ -34,7 +35,7 @@ QChartView* MakeView(QWidget* parent, QChart* chart) {
 // Sets a range around [lo, hi] on whole steps, never collapsing to nothing, with ticks at
 // round numbers labelled with the decimals the step needs. A point at an end of the data
 // keeps a margin from the frame, so no marker is cut in half.
-void SetRange(QValueAxis* axis, double lo, double hi, double minSpan, int ticks = 5) {
+void SetRange(QCategoryAxis* axis, double lo, double hi, double minSpan, int ticks = 5) {
     if (!(hi > lo) || hi - lo < minSpan) {
         const double mid = (lo + hi) / 2;
         lo = mid - minSpan / 2;
@@ -42,8 +43,7 @@ void SetRange(QValueAxis* axis, double lo, double hi, double minSpan, int ticks 
     }
     const double step = NiceStep(hi - lo, ticks);
     const double margin = (hi - lo) * 0.04;
-    SetTickStep(axis, step);
-    SetStepLabels(axis, step);
+    SetAxisStep(axis, step);
     axis->setRange(std::floor((lo - margin) / step) * step, std::ceil((hi + margin) / step) * step);
 }
 
@@ -52,8 +52,8 @@ void SetRange(QValueAxis* axis, double lo, double hi, double minSpan, int ticks 
 IndexPlot::IndexPlot(QWidget* parent) : QWidget(parent) {
     auto* curveChart = new QChart();
     curveChart->setTitle(tr("Dispersion"));
-    curveX_ = MakeAxis(curveChart, Qt::AlignBottom, tr("Wavelength [nm]"), "%.0f");
-    curveY_ = MakeAxis(curveChart, Qt::AlignLeft, tr("Refractive index n"), "%.3f");
+    curveX_ = MakeStepAxis(curveChart, Qt::AlignBottom, tr("Wavelength [nm]"));
+    curveY_ = MakeStepAxis(curveChart, Qt::AlignLeft, tr("Refractive index n"));
     curve_ = new QLineSeries(curveChart);
     curve_->setName(tr("Polynomial"));
     measured_ = new QScatterSeries(curveChart);
@@ -64,8 +64,8 @@ IndexPlot::IndexPlot(QWidget* parent) : QWidget(parent) {
 
     auto* resChart = new QChart();
     resChart->setTitle(tr("Residuals of the fit"));
-    resX_ = MakeAxis(resChart, Qt::AlignBottom, tr("Wavelength [nm]"), "%.0f");
-    resY_ = MakeAxis(resChart, Qt::AlignLeft, tr("Δn [10⁻⁶]"), "%.1f");
+    resX_ = MakeStepAxis(resChart, Qt::AlignBottom, tr("Wavelength [nm]"));
+    resY_ = MakeStepAxis(resChart, Qt::AlignLeft, tr("Δn [10⁻⁶]"));
     zero_ = new QLineSeries(resChart);
     zero_->setPen(QPen(Qt::gray, 1, Qt::DashLine));
     residuals_ = new QScatterSeries(resChart);
@@ -127,8 +127,8 @@ int IndexPlot::ResidualPointCount() const {
 TransPlot::TransPlot(QWidget* parent) : QWidget(parent) {
     auto* chart = new QChart();
     chart->setTitle(tr("Internal transmission at the sample thickness"));
-    x_ = MakeAxis(chart, Qt::AlignBottom, tr("Wavelength [nm]"), "%.0f");
-    y_ = MakeAxis(chart, Qt::AlignLeft, tr("Internal transmission [%]"), "%.0f");
+    x_ = MakeStepAxis(chart, Qt::AlignBottom, tr("Wavelength [nm]"));
+    y_ = MakeStepAxis(chart, Qt::AlignLeft, tr("Internal transmission [%]"));
     line_ = new QLineSeries(chart);
     points_ = new QScatterSeries(chart);
     points_->setMarkerSize(7);

@@ -11,7 +11,7 @@ class QChart;
 class QChartView;
 class QLineSeries;
 class QScatterSeries;
-class QValueAxis;
+class QCategoryAxis;
 
 namespace ostrel::gui {
 
@@ -34,10 +34,10 @@ class IndexPlot : public QWidget {
     QScatterSeries* measured_;
     QScatterSeries* residuals_;
     QLineSeries* zero_;
-    QValueAxis* curveX_;
-    QValueAxis* curveY_;
-    QValueAxis* resX_;
-    QValueAxis* resY_;
+    QCategoryAxis* curveX_;
+    QCategoryAxis* curveY_;
+    QCategoryAxis* resX_;
+    QCategoryAxis* resY_;
 };
 
 class TransPlot : public QWidget {
@@ -52,8 +52,8 @@ class TransPlot : public QWidget {
     QChartView* view_;
     QLineSeries* line_;
     QScatterSeries* points_;
-    QValueAxis* x_;
-    QValueAxis* y_;
+    QCategoryAxis* x_;
+    QCategoryAxis* y_;
 };
 
 }  // namespace ostrel::gui

@@ -3,7 +3,6 @@
 #include <QCategoryAxis>
 #include <QChart>
 #include <QValueAxis>
-#include <cmath>
 
 namespace ostrel::gui {
 
@@ -16,6 +15,18 @@ void Place(QChart* chart, QAbstractAxis* axis, Qt::Alignment side, const QString
     f.setBold(false);
     axis->setTitleFont(f);
     chart->addAxis(axis, side);
+}
+
+constexpr const char* kStepProperty = "ostrelTickStep";
+
+// Labels the axis anew at the multiples of its step within its range.
+void Relabel(QCategoryAxis* axis) {
+    const double step = axis->property(kStepProperty).toDouble();
+    for (const QString& label : axis->categoriesLabels()) axis->remove(label);
+    axis->setStartValue(axis->min());
+    for (const StepTick& t : StepTicks(axis->min(), axis->max(), step)) {
+        axis->append(QString::fromStdString(t.text), t.value);
+    }
 }
 
 }  // namespace
@@ -46,9 +57,15 @@ void SetTickStep(QValueAxis* axis, double step) {
     axis->setTickInterval(step);
 }
 
-void SetStepLabels(QValueAxis* axis, double step) {
-    const int decimals = step >= 1 ? 0 : std::min(6, int(std::ceil(-std::log10(step) - 1e-9)));
-    axis->setLabelFormat(QString("%.%1f").arg(decimals));
+QCategoryAxis* MakeStepAxis(QChart* chart, Qt::Alignment side, const QString& title) {
+    QCategoryAxis* axis = MakeCategoryAxis(chart, side, title);
+    QObject::connect(axis, &QValueAxis::rangeChanged, axis, [axis] { Relabel(axis); });
+    return axis;
+}
+
+void SetAxisStep(QCategoryAxis* axis, double step) {
+    axis->setProperty(kStepProperty, step);
+    Relabel(axis);
 }
 
 }  // namespace ostrel::gui

@@ -21,7 +21,10 @@ QCategoryAxis* MakeCategoryAxis(QChart* chart, Qt::Alignment side, const QString
 void Attach(QChart* chart, QAbstractSeries* series, QValueAxis* x, QValueAxis* y);
 // Ticks at multiples of `step` from 0.
 void SetTickStep(QValueAxis* axis, double step);
-// Tick labels with as many decimals as `step` needs, and no more.
-void SetStepLabels(QValueAxis* axis, double step);
+// A value axis ticked at the multiples of a step and labelled with the program's own texts
+// (StepTicks), labelled anew whenever its range changes, as a zoom changes it.
+QCategoryAxis* MakeStepAxis(QChart* chart, Qt::Alignment side, const QString& title);
+// Sets the step of such an axis and labels it.
+void SetAxisStep(QCategoryAxis* axis, double step);
 
 }  // namespace ostrel::gui
