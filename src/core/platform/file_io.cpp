@@ -137,48 +137,37 @@ bool ReadWholeFile(const fs::path& path, std::string& content, FileError& error)
     int fd = OpenRegularFile(path, st, error);
     if (fd < 0) return false;
     content.clear();
-    if (static_cast<std::uintmax_t>(st.st_size) > kMaxWholeFileSize) {
-        SetTooLarge(error, path);
+    // Nothing is kept of a file that cannot be read whole.
+    auto fail = [&](int code) {
+        content.clear();
+        if (code == EFBIG) {
+            SetTooLarge(error, path);
+        } else {
+            SetError(error, code, path);
+        }
         ::close(fd);
         return false;
-    }
+    };
+    if (static_cast<std::uintmax_t>(st.st_size) > kMaxWholeFileSize) return fail(EFBIG);
     // The size the file has now is read straight into the text; whatever the file has
-    // grown by since is read after it, piece by piece.
+    // grown by since is read after it, piece by piece, held to the same limit.
     size_t filled = 0;
     content.resize(static_cast<size_t>(st.st_size));
-    while (filled < content.size()) {
-        const ssize_t n = ::read(fd, content.data() + filled, content.size() - filled);
+    char piece[1 << 16];
+    for (;;) {
+        const bool inText = filled < content.size();
+        const ssize_t n = inText ? ::read(fd, content.data() + filled, content.size() - filled)
+                                 : ::read(fd, piece, sizeof piece);
         if (n == 0) break;
         if (n < 0) {
             if (errno == EINTR) continue;
-            content.clear();
-            SetError(error, errno, path);
-            ::close(fd);
-            return false;
+            return fail(errno);
         }
+        if (!inText) content.append(piece, static_cast<size_t>(n));
         filled += static_cast<size_t>(n);
+        if (filled > kMaxWholeFileSize) return fail(EFBIG);
     }
     content.resize(filled);
-    char buf[1 << 16];
-    for (;;) {
-        ssize_t n = ::read(fd, buf, sizeof buf);
-        if (n == 0) break;
-        if (n < 0) {
-            if (errno == EINTR) continue;
-            content.clear();
-            SetError(error, errno, path);
-            ::close(fd);
-            return false;
-        }
-        content.append(buf, static_cast<size_t>(n));
-        // A file that grows while it is read is held to the same limit.
-        if (content.size() > kMaxWholeFileSize) {
-            content.clear();
-            SetTooLarge(error, path);
-            ::close(fd);
-            return false;
-        }
-    }
     ::close(fd);
     return true;
 }
