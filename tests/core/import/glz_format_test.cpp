@@ -307,6 +307,7 @@ TEST(ImportText, NumbersReadAsTheStandardReaderReadsThem) {
     double v = 0;
     EXPECT_FALSE(ParseNumber("-", v));
     EXPECT_FALSE(ParseNumber("1.5x", v));
+    EXPECT_FALSE(ParseNumber("1.2.3", v));
     EXPECT_FALSE(ParseNumber("1.2345678\xB5", v));
     EXPECT_FALSE(
         ParseNumber("1.234\xAF"

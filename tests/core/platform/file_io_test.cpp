@@ -151,6 +151,10 @@ TEST_F(FileIo, OnlyRegularFilesAreRead) {
         EXPECT_FALSE(called);
         EXPECT_NE(error.message.find(reason), std::string::npos) << error.message;
     }
+    // A file that says it is empty but is not, as the kernel's files do, is read whole.
+    std::string status;
+    ASSERT_TRUE(ReadWholeFile("/proc/self/status", status, error));
+    EXPECT_EQ(status.substr(0, 5), "Name:");
 }
 
 // A setting saved into a hand-edited or damaged file reads back from the same section, and
