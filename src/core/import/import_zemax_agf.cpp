@@ -413,12 +413,7 @@ void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareN
 
     const auto lines = SplitTextLines(text);
     // Every glass is read into one full record, kept from glass to glass, and staged from
-    // there; room for all of them is made at once.
-    size_t glasses = 0;
-    for (const std::string_view line : lines) {
-        if (KeyOf(line) == "NM") ++glasses;
-    }
-    records.reserve(glasses);
+    // there.
     const auto work = std::make_unique<MaterialRecord>();
 
     GlassLines glass;
