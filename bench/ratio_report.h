@@ -5,6 +5,8 @@
 
 #include <benchmark/benchmark.h>
 
+#include <malloc.h>
+
 #include <algorithm>
 #include <cstdio>
 #include <map>
@@ -44,6 +46,11 @@ class RatioReporter : public benchmark::ConsoleReporter {
 // Runs the benchmarks chosen on the command line, then prints one table line per pair whose
 // two benchmarks both ran.
 inline int RunWithRatios(int argc, char** argv, const std::vector<RatioPair>& pairs) {
+    // The allocator raises its thresholds for mapping and for giving memory back as large
+    // blocks come and go, so that a benchmark's time would depend on which ran before it.
+    // They are fixed from the start at the highest values it would raise them to.
+    mallopt(M_MMAP_THRESHOLD, 32 * 1024 * 1024);
+    mallopt(M_TRIM_THRESHOLD, 64 * 1024 * 1024);
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
     RatioReporter reporter;

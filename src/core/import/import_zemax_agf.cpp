@@ -45,7 +45,9 @@ void CImportZemaxAGF::GlassLines::Reset() {
 
 void CImportZemaxAGF::ReadRowWords(const Keyed& row, RowWords& out) {
     // Rows mostly share the layout of the row before; one that does is read by it.
-    if (!row.raw.empty() && layout_.Read(row.raw, out.value, out.word, out.count)) {
+    out.shaped = !row.raw.empty() && layout_.Matches(row.raw, out.word, out.count);
+    if (out.shaped) {
+        out.places = layout_.places();
         out.number[0] = out.number[1] = true;
         return;
     }
@@ -59,6 +61,22 @@ void CImportZemaxAGF::ReadRowWords(const Keyed& row, RowWords& out) {
         if (f < 2) out.number[f] = ParseNumber(out.word[f], out.value[f]);
     }
     if (!row.raw.empty()) layout_.Learn(row.raw, all.data(), all.size());
+}
+
+bool CImportZemaxAGF::LeaveRowsAsText(std::span<const Keyed> rows) {
+    // Rows of one layout that surely read as numbers have nothing left to find wrong in
+    // them; kept in the text at even steps, they are read when the glass leaves staging.
+    if (!text_ || rows.empty()) return false;
+    const RowPlaces& places = layout_.places();
+    const char* const base = text_->data();
+    const char* const first = rows.front().raw.data();
+    const size_t stride = rows.size() > 1 ? static_cast<size_t>(rows[1].raw.data() - first) : 0;
+    for (size_t r = 0; r < rows.size(); ++r) {
+        const char* const row = rows[r].raw.data();
+        if (row != first + r * stride || !RowValuesSurelyRead(row, places)) return false;
+    }
+    rowText_ = {text_, static_cast<size_t>(first - base), stride, rows.size(), places};
+    return true;
 }
 
 bool CImportZemaxAGF::NumberOrBlank(std::string_view text, std::string& out) {
@@ -308,12 +326,15 @@ CImportZemaxAGF::Outcome CImportZemaxAGF::ReadRecord(const GlassLines& lines,
     rowWords_.resize(itRows.size());
     std::vector<size_t>& rowsIn = rowsIn_;
     rowsIn.clear();
+    bool allShaped = true;
     for (size_t r = 0; r < itRows.size(); ++r) {
         RowWords& w = rowWords_[r];
         ReadRowWords(itRows[r], w);
+        allShaped = allShaped && w.shaped;
         if (w.count >= 2 && w.word[0] != "-" && w.word[1] != "-") rowsIn.push_back(r);
     }
     const bool caseB = !rowsIn.empty();
+    rowText_.count = 0;
     if (!caseB) {
         m.TransPoints = 2;
         m.TransType = 1;
@@ -341,18 +362,25 @@ CImportZemaxAGF::Outcome CImportZemaxAGF::ReadRecord(const GlassLines& lines,
             }
             if (width > 0) m.TransWidth = static_cast<float>(width);
         }
-        for (int i = 0; i < rows; ++i) {
-            const size_t r = rowsIn[static_cast<size_t>(i)];
-            const RowWords& w = rowWords_[r];
-            for (size_t f = 0; f < 2; ++f) {
-                if (!w.number[f]) {
-                    Fail(itRows[r].line, NoNumberReason(w.word[f]));
-                    return Outcome::Failed;
+        if (allShaped && LeaveRowsAsText(itRows)) {
+            m.TransPoints = 0;
+        } else {
+            for (int i = 0; i < rows; ++i) {
+                const size_t r = rowsIn[static_cast<size_t>(i)];
+                RowWords& w = rowWords_[r];
+                if (w.shaped && !ReadRowValues(itRows[r].raw.data(), w.places, w.value)) {
+                    for (size_t f = 0; f < 2; ++f) w.number[f] = ParseNumber(w.word[f], w.value[f]);
                 }
+                for (size_t f = 0; f < 2; ++f) {
+                    if (!w.number[f]) {
+                        Fail(itRows[r].line, NoNumberReason(w.word[f]));
+                        return Outcome::Failed;
+                    }
+                }
+                const auto k = static_cast<size_t>(rows - 1 - i);
+                m.TransWave[k] = static_cast<float>(w.value[0] * 1000.0);
+                m.TransInternal[k] = static_cast<float>(w.value[1] * 100.0);
             }
-            const auto k = static_cast<size_t>(rows - 1 - i);
-            m.TransWave[k] = static_cast<float>(w.value[0] * 1000.0);
-            m.TransInternal[k] = static_cast<float>(w.value[1] * 100.0);
         }
     }
     // The total transmission takes the polynomial as it is stored, so it waits with the rest
@@ -405,7 +433,13 @@ void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareN
         errorText = WithReason("Failure in file read " + path + "!", error.message);
         return;
     }
-    const std::string text = DecodeTextFile(std::move(bytes));
+    // The text stays with the glasses whose rows are left in it, not with the reader.
+    struct ReleaseText {
+        std::shared_ptr<const std::string>& text;
+        ~ReleaseText() { text.reset(); }
+    } releaseText{text_};
+    text_ = std::make_shared<const std::string>(DecodeTextFile(std::move(bytes)));
+    const std::string& text = *text_;
     if (text.find_first_of("\r\n") == std::string::npos && text.size() >= 201) {
         errorText = kNoCarriageReturnMsg;
         return;
@@ -435,6 +469,7 @@ void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareN
             ReadRecord(glass, source, glassKind, rec, refitted, meanError, stated);
         if (outcome == Outcome::Added) {
             records.push_back(StageCatalogueRecord(rec, true));
+            if (rowText_.count > 0) records.back().rowText = rowText_;
             refitErrors.push_back(refitted ? meanError : 0.0f);
             stated_.push_back(stated);
             if (refitted) ++refitCount;

@@ -3,6 +3,8 @@
 // CD, TD, OD, LD and IT give its data; GC, MD, BD, CC, "!" comments, blank and unknown
 // lines carry nothing used here. A line of bare numbers continues the keyword line before
 // it (wrapped CD and TD values). The file may be UTF-8, Latin-1 or UTF-16 with its mark.
+#include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -61,13 +63,19 @@ class CImportZemaxAGF {
         bool present = false;
     };
     // The first three words after the keyword of an IT row, the first two read as numbers.
+    // A row of the learned layout has them read later, from `places`, when it must be.
     struct RowWords {
         std::string_view word[3];
         size_t count = 0;  // words after the keyword, at most 3 counted
         double value[2] = {0, 0};
         bool number[2] = {false, false};
+        bool shaped = false;
+        RowPlaces places;
     };
     void ReadRowWords(const Keyed& row, RowWords& out);
+    // Leaves rows of the learned layout in the file's text for the glass read (rowText_),
+    // when they follow each other at even steps and always read as numbers.
+    bool LeaveRowsAsText(std::span<const Keyed> rows);
     // The lines of one glass. The storage is kept from glass to glass; only the first
     // itCount entries of `it` belong to the present glass.
     struct GlassLines {
@@ -97,6 +105,10 @@ class CImportZemaxAGF {
     std::vector<size_t> rowsIn_;
     std::vector<RowWords> rowWords_;
     RowLayout layout_;
+    // The text of the file being read, and the rows ReadRecord left in it for the glass it
+    // read (none when it read them itself).
+    std::shared_ptr<const std::string> text_;
+    StagedGlass::RowText rowText_;
 };
 
 }  // namespace ostrel

@@ -6,6 +6,7 @@
 #include <emmintrin.h>
 #endif
 
+#include "core/import/import_text.h"
 #include "core/platform/number_text.h"
 
 namespace ostrel {
@@ -39,7 +40,7 @@ bool ScientificShape(std::string_view w, int& fraction, int& expDigits) {
 
 bool RowLayout::Learn(std::string_view line, const std::string_view* words, size_t count) {
     if (line.size() < 16 || line.size() >= shape_.size() || count < 3) return false;
-    Number numbers[2];
+    RowPlaces places;
     for (size_t k = 0; k < 2; ++k) {
         const std::string_view w = words[k + 1];
         int fraction = 0, expDigits = 0;
@@ -47,8 +48,8 @@ bool RowLayout::Learn(std::string_view line, const std::string_view* words, size
         const auto at = static_cast<size_t>(w.data() - line.data());
         // Eight bytes from the first fraction digit are read at once.
         if (at + 10 > line.size()) return false;
-        numbers[k] = {static_cast<uint8_t>(at), static_cast<uint8_t>(fraction),
-                      static_cast<uint8_t>(expDigits)};
+        places.numbers[k] = {static_cast<uint8_t>(at), static_cast<uint8_t>(fraction),
+                             static_cast<uint8_t>(expDigits)};
     }
     count_ = std::min<size_t>(count - 1, 3);
     for (size_t k = 0; k < count_; ++k) {
@@ -56,14 +57,34 @@ bool RowLayout::Learn(std::string_view line, const std::string_view* words, size
         wordSize_[k] = static_cast<uint8_t>(words[k + 1].size());
     }
     std::transform(line.begin(), line.end(), shape_.begin(), ShapeOf);
-    numbers_[0] = numbers[0];
-    numbers_[1] = numbers[1];
+    places_ = places;
     size_ = line.size();
     return true;
 }
 
-bool RowLayout::Read(std::string_view line, double (&values)[2], std::string_view (&words)[3],
-                     size_t& count) const {
+bool ReadRowValues(const char* row, const RowPlaces& places, double (&values)[2]) {
+    double read[2];
+    for (size_t k = 0; k < 2; ++k) {
+        const RowPlaces::Number& n = places.numbers[k];
+        if (ScientificOfShape(row + n.at, n.fraction, n.expDigits, read[k])) continue;
+        const std::string_view word(row + n.at, static_cast<size_t>(4 + n.fraction + n.expDigits));
+        if (!ParseNumber(word, read[k])) return false;
+    }
+    values[0] = read[0];
+    values[1] = read[1];
+    return true;
+}
+
+bool RowValuesSurelyRead(const char* row, const RowPlaces& places) {
+    // Exponents of up to two digits, or of three with a leading zero, are below 100, and
+    // any such number is read.
+    for (const RowPlaces::Number& n : places.numbers) {
+        if (n.expDigits == 3 && row[n.at + n.fraction + 4] != '0') return false;
+    }
+    return true;
+}
+
+bool RowLayout::Matches(std::string_view line, std::string_view (&words)[3], size_t& count) const {
     if (size_ == 0 || line.size() != size_) return false;
     const char* const p = line.data();
 #if defined(__SSE2__)
@@ -95,13 +116,6 @@ bool RowLayout::Read(std::string_view line, double (&values)[2], std::string_vie
         if (ShapeOf(p[i]) != shape_[i]) return false;
     }
 #endif
-    double read[2];
-    for (size_t k = 0; k < 2; ++k) {
-        const Number& n = numbers_[k];
-        if (!ScientificOfShape(p + n.at, n.fraction, n.expDigits, read[k])) return false;
-    }
-    values[0] = read[0];
-    values[1] = read[1];
     count = count_;
     for (size_t k = 0; k < count_; ++k) words[k] = std::string_view(p + wordAt_[k], wordSize_[k]);
     return true;

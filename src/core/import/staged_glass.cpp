@@ -65,12 +65,30 @@ void EachCatalogueFigure(Rec& rec, Staged& s, Pair pair) {
 constexpr auto kToStaged = [](const auto& inRecord, auto& staged) { staged = inRecord; };
 constexpr auto kToRecord = [](auto& inRecord, const auto& staged) { inRecord = staged; };
 
+// Reads rows kept as text into the record, the last row first.
+void PutRowText(const StagedGlass::RowText& rows, MeasuredData& m) {
+    m.TransPoints = static_cast<int16_t>(rows.count);
+    for (size_t i = 0; i < rows.count; ++i) {
+        const char* const row = rows.text->data() + rows.first + i * rows.stride;
+        double values[2] = {0, 0};
+        ReadRowValues(row, rows.places, values);  // staged only when surely read
+        const size_t k = rows.count - 1 - i;
+        m.TransWave[k] = static_cast<float>(values[0] * 1000.0);
+        m.TransInternal[k] = static_cast<float>(values[1] * 100.0);
+        m.TransTotal[k] = 0;
+    }
+}
+
 // Writes the compact figures of a catalogue glass into their places in rec, and nothing else
 // but the transmission rows.
 void PutCompact(const StagedGlass& s, MaterialRecord& rec) {
     EachCommonFigure(rec, s, kToRecord);
     EachCatalogueFigure(rec, s, kToRecord);
     auto& m = rec.Measured;
+    if (s.rowText.count > 0) {
+        PutRowText(s.rowText, m);
+        return;
+    }
     m.TransPoints = static_cast<int16_t>(s.trans.size());
     for (size_t k = 0; k < s.trans.size(); ++k) {
         m.TransWave[k] = s.trans[k].wave;

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "core/import/import_common.h"
+#include "core/import/row_layout.h"
 #include "core/material/material_record.h"
 
 namespace ostrel {
@@ -43,6 +44,18 @@ struct StagedGlass {
     int16_t TransType = 0;
     float TransWidth = 0;
     std::vector<TransRow> trans;
+    // Or the rows still as the file's text has them, when they share one layout and follow
+    // each other at even steps: they are read when the glass leaves staging (a wavelength in
+    // um and an internal transmittance as a fraction each, the file's last row stored
+    // first), their total transmission still to be worked out.
+    struct RowText {
+        std::shared_ptr<const std::string> text;
+        size_t first = 0;   // where the first row starts
+        size_t stride = 0;  // from one row to the next
+        size_t count = 0;
+        RowPlaces places;
+    };
+    RowText rowText;
     // General, Index, Trans, dn/dt and Other, as in the record.
     std::array<SectionState, 5> states{};
     // The read left the transmission work only a stored material needs to FinishImportedTrans,

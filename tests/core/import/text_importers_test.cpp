@@ -74,7 +74,8 @@ TEST(AgfImport, WrappedAndEmptyRows) {
 }
 
 // A row read by the layout of the row before gives what the general reading of its words
-// gives; a row of another layout (or a number out of the quick reach) is left to that reading.
+// gives; a row of another layout is left to that reading. Rows whose exponents may leave the
+// range of a double are not surely read.
 TEST(AgfImport, RowsOfOneLayout) {
     const std::string first = "IT 1.00000E+00 8.62979E-01 1.00000E+01";
     struct Row {
@@ -89,7 +90,7 @@ TEST(AgfImport, RowsOfOneLayout) {
         {"IT 3.00000E-01 4.40000E+00\t1.00000E-01", false},
         {"IT 3.00000E-01 4.40000E+00 1.00000E-01 ", false},
         {"IT -.00000E-01 4.40000E+00 1.00000E-01", false},
-        {"IT 3.00000E-01 4.40000E-99 1.00000E-01", false},  // 10^-104: the general way
+        {"IT 3.00000E-01 4.40000E-99 1.00000E-01", true},   // 10^-104: the general way
         {"IT 3.00000E-01 4.40000E+00 1.00000E-0x", false},  // the last byte alone
     };
     std::string_view words[4];
@@ -100,8 +101,10 @@ TEST(AgfImport, RowsOfOneLayout) {
         double values[2] = {-1, -1};
         std::string_view read[3];
         size_t count = 0;
-        ASSERT_EQ(layout.Read(row.line, values, read, count), row.read);
+        ASSERT_EQ(layout.Matches(row.line, read, count), row.read);
         if (!row.read) continue;
+        EXPECT_TRUE(RowValuesSurelyRead(row.line.data(), layout.places()));
+        ASSERT_TRUE(ReadRowValues(row.line.data(), layout.places(), values));
         ASSERT_EQ(count, FirstWords(row.line, words, 4) - 1);
         for (size_t k = 0; k < count; ++k) EXPECT_EQ(read[k], words[k + 1]);
         for (size_t k = 0; k < 2; ++k) {
@@ -114,6 +117,12 @@ TEST(AgfImport, RowsOfOneLayout) {
     for (const std::string line :
          {"IT 0.2700 0.0820 3.0000 10", "IT 1.0E+00 8.6E-01", "IT 1.00000000E+00 8.62979E-01 10"}) {
         EXPECT_FALSE(layout.Learn(line, words, FirstWords(line, words, 4))) << line;
+    }
+    const std::string wide = "IT 2.80000E-001 1.68000E-001 1.00000E+001";
+    ASSERT_TRUE(layout.Learn(wide, words, FirstWords(wide, words, 4)));
+    for (const auto& [line, sure] : {std::pair{"IT 2.80000E+099 1.68000E-099 1", true},
+                                     std::pair{"IT 2.80000E-001 1.68000E+400 1", false}}) {
+        EXPECT_EQ(RowValuesSurelyRead(line, layout.places()), sure) << line;
     }
 }
 
