@@ -259,7 +259,7 @@ bool CImportOsloGLC::ReadRecord(std::string_view line, const std::string& source
     rec.IndexState.Ready = smallest > 0 && largest > 0 ? kTrue : kFalse;
     rec.TransState.Ready = m.TransPoints >= 1 ? kTrue : kFalse;
     rec.OtherState.Ready = kTrue;
-    NormaliseRecord(rec);
+    NormaliseStatus(rec);  // the glass code waits for the leaving of staging
     return true;
 }
 

@@ -173,6 +173,26 @@ std::vector<std::string_view> SplitTextLines(std::string_view text) {
     return lines;
 }
 
+size_t LineEnd(std::string_view text, size_t from) {
+    const char* const begin = text.data();
+    const size_t n = text.size();
+    size_t i = from;
+#if defined(__SSE2__)
+    const __m128i cr = _mm_set1_epi8('\r');
+    const __m128i lf = _mm_set1_epi8('\n');
+    for (; i + 16 <= n; i += 16) {
+        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(begin + i));
+        const auto ends = static_cast<uint32_t>(
+            _mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(v, cr), _mm_cmpeq_epi8(v, lf))));
+        if (ends != 0) return i + static_cast<size_t>(std::countr_zero(ends));
+    }
+#endif
+    for (; i < n; ++i) {
+        if (begin[i] == '\r' || begin[i] == '\n') return i;
+    }
+    return n;
+}
+
 bool ParseNumber(std::string_view token, double& value) {
     auto blank = [](char c) { return c == ' ' || c == '\t'; };
     if (token.empty()) return false;

@@ -24,6 +24,13 @@ std::string DecodeTextFile(std::string&& bytes);
 // Splits at CR LF, a bare CR or a bare LF. A final line end does not start another line.
 // The views point into text.
 std::vector<std::string_view> SplitTextLines(std::string_view text);
+// Where the line starting at `from` ends: its first CR or LF, or the end of the text.
+size_t LineEnd(std::string_view text, size_t from);
+// Where the line ending at `end` (LineEnd) is followed by the next: past CR LF, CR or LF.
+inline size_t NextLineStart(std::string_view text, size_t end) {
+    if (end >= text.size()) return text.size();
+    return end + (text[end] == '\r' && end + 1 < text.size() && text[end + 1] == '\n' ? 2 : 1);
+}
 
 // Reads a whole token (blanks around it allowed) as a number: optional sign, digits with an
 // optional decimal point (".5", "5.", "0.5"), optional exponent of any width ("1.5E-10",

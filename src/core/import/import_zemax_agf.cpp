@@ -41,6 +41,48 @@ void CImportZemaxAGF::GlassLines::Reset() {
         k->present = false;
     }
     itCount = 0;
+    run = {};
+}
+
+CImportZemaxAGF::Keyed& CImportZemaxAGF::GlassLines::AddRow(std::string_view raw, size_t line) {
+    if (itCount == it.size()) it.emplace_back();
+    Keyed& row = it[itCount++];
+    row.tokens.clear();
+    row.raw = raw;
+    row.line = line;
+    row.present = true;
+    return row;
+}
+
+void CImportZemaxAGF::GlassLines::RowsOfRun(std::string_view text, size_t rowSize) {
+    for (size_t k = 0; k < run.count; ++k) {
+        AddRow(text.substr(run.first + k * run.stride, rowSize), run.line + k);
+    }
+    run = {};
+}
+
+size_t CImportZemaxAGF::TakeLayoutRow(std::string_view text, size_t at, size_t line,
+                                      GlassLines& glass) {
+    const size_t size = layout_.size();
+    if (size == 0 || at + size > text.size()) return 0;
+    if (at + size < text.size() && text[at + size] != '\r' && text[at + size] != '\n') return 0;
+    const std::string_view row = text.substr(at, size);
+    std::string_view words[3];
+    size_t count = 0;
+    if (!layout_.Matches(row, words, count) || !RowValuesSurelyRead(row.data(), layout_.places()))
+        return 0;
+    RowRun& run = glass.run;
+    if (run.count == 0 && glass.itCount == 0) {
+        run = {at, 0, 1, line};
+    } else if (run.count > 0 && line == run.line + run.count &&
+               (run.count == 1 || at == run.first + run.count * run.stride)) {
+        if (run.count == 1) run.stride = at - run.first;
+        ++run.count;
+    } else {
+        glass.RowsOfRun(text, size);
+        glass.AddRow(row, line);
+    }
+    return NextLineStart(text, at + size);
 }
 
 void CImportZemaxAGF::ReadRowWords(const Keyed& row, RowWords& out) {
@@ -111,6 +153,85 @@ bool CImportZemaxAGF::Fail(size_t line, const std::string& why) {
     return false;
 }
 
+bool CImportZemaxAGF::ReadRows(const GlassLines& lines, MaterialRecord& rec, bool& caseB) {
+    auto& g = rec.General;
+    auto& m = rec.Measured;
+    rowText_.count = 0;
+    // The thickness of the first row gives the width; "-" leaves the default.
+    auto width = [&](const RowWords& first, size_t line) {
+        m.TransType = 2;
+        m.TransWidth = 10.0f;
+        if (first.count > 2 && first.word[2] != "-") {
+            double value = 0;
+            if (!ParseNumber(first.word[2], value))
+                return Fail(line, NoNumberReason(first.word[2]));
+            if (value > 0) m.TransWidth = static_cast<float>(value);
+        }
+        return true;
+    };
+    // Rows taken line after line by their layout as the file was read stay in its text.
+    if (const RowRun& run = lines.run; run.count > 0) {
+        caseB = true;
+        if (run.count > static_cast<size_t>(kMaxTransPoints)) {
+            return Fail(run.line + kMaxTransPoints, "more than 150 transmission rows");
+        }
+        RowWords first;
+        layout_.Matches(std::string_view(text_->data() + run.first, layout_.size()), first.word,
+                        first.count);
+        if (!width(first, run.line)) return false;
+        m.TransPoints = 0;
+        rowText_ = {text_, run.first, run.stride, run.count, layout_.places()};
+        return true;
+    }
+    // Rows without a wavelength or a transmittance carry nothing and are left out.
+    const auto itRows = std::span<const Keyed>(lines.it).first(lines.itCount);
+    rowWords_.resize(itRows.size());
+    std::vector<size_t>& rowsIn = rowsIn_;
+    rowsIn.clear();
+    bool allShaped = true;
+    for (size_t r = 0; r < itRows.size(); ++r) {
+        RowWords& w = rowWords_[r];
+        ReadRowWords(itRows[r], w);
+        allShaped = allShaped && w.shaped;
+        if (w.count >= 2 && w.word[0] != "-" && w.word[1] != "-") rowsIn.push_back(r);
+    }
+    caseB = !rowsIn.empty();
+    if (!caseB) {
+        m.TransPoints = 2;
+        m.TransType = 1;
+        m.TransWidth = 10.0f;
+        m.TransWave[0] = g.IndexWvMax;
+        m.TransWave[1] = g.IndexWvMin;
+        m.TransInternal[0] = 0;
+        m.TransInternal[1] = 0;
+        return true;
+    }
+    if (rowsIn.size() > static_cast<size_t>(kMaxTransPoints)) {
+        return Fail(itRows[rowsIn[kMaxTransPoints]].line, "more than 150 transmission rows");
+    }
+    if (!width(rowWords_[rowsIn.front()], itRows[rowsIn.front()].line)) return false;
+    if (allShaped && LeaveRowsAsText(itRows)) {
+        m.TransPoints = 0;
+        return true;
+    }
+    const auto rows = static_cast<int>(rowsIn.size());
+    m.TransPoints = static_cast<int16_t>(rows);
+    for (int i = 0; i < rows; ++i) {
+        const size_t r = rowsIn[static_cast<size_t>(i)];
+        RowWords& w = rowWords_[r];
+        if (w.shaped && !ReadRowValues(itRows[r].raw.data(), w.places, w.value)) {
+            for (size_t f = 0; f < 2; ++f) w.number[f] = ParseNumber(w.word[f], w.value[f]);
+        }
+        for (size_t f = 0; f < 2; ++f) {
+            if (!w.number[f]) return Fail(itRows[r].line, NoNumberReason(w.word[f]));
+        }
+        const auto k = static_cast<size_t>(rows - 1 - i);
+        m.TransWave[k] = static_cast<float>(w.value[0] * 1000.0);
+        m.TransInternal[k] = static_cast<float>(w.value[1] * 100.0);
+    }
+    return true;
+}
+
 CImportZemaxAGF::Outcome CImportZemaxAGF::ReadRecord(const GlassLines& lines,
                                                      const SourceField& source, int16_t glassKind,
                                                      MaterialRecord& rec, bool& refitted,
@@ -120,7 +241,6 @@ CImportZemaxAGF::Outcome CImportZemaxAGF::ReadRecord(const GlassLines& lines,
     auto& g = rec.General;
     auto& o = rec.Other;
     auto& t = rec.Thermal;
-    auto& m = rec.Measured;
     const auto& nm = lines.nm.tokens;
     // A number token of a line; a missing token is no error where allowMissing is set and
     // then reads `dflt`.
@@ -321,68 +441,8 @@ CImportZemaxAGF::Outcome CImportZemaxAGF::ReadRecord(const GlassLines& lines,
     }
 
     // Transmission.
-    // Rows without a wavelength or a transmittance carry nothing and are left out.
-    const auto itRows = std::span<const Keyed>(lines.it).first(lines.itCount);
-    rowWords_.resize(itRows.size());
-    std::vector<size_t>& rowsIn = rowsIn_;
-    rowsIn.clear();
-    bool allShaped = true;
-    for (size_t r = 0; r < itRows.size(); ++r) {
-        RowWords& w = rowWords_[r];
-        ReadRowWords(itRows[r], w);
-        allShaped = allShaped && w.shaped;
-        if (w.count >= 2 && w.word[0] != "-" && w.word[1] != "-") rowsIn.push_back(r);
-    }
-    const bool caseB = !rowsIn.empty();
-    rowText_.count = 0;
-    if (!caseB) {
-        m.TransPoints = 2;
-        m.TransType = 1;
-        m.TransWidth = 10.0f;
-        m.TransWave[0] = g.IndexWvMax;
-        m.TransWave[1] = g.IndexWvMin;
-        m.TransInternal[0] = 0;
-        m.TransInternal[1] = 0;
-    } else {
-        if (rowsIn.size() > static_cast<size_t>(kMaxTransPoints)) {
-            Fail(itRows[rowsIn[kMaxTransPoints]].line, "more than 150 transmission rows");
-            return Outcome::Failed;
-        }
-        const auto rows = static_cast<int>(rowsIn.size());
-        m.TransPoints = static_cast<int16_t>(rows);
-        m.TransType = 2;
-        m.TransWidth = 10.0f;
-        // The thickness of the first row gives the width; "-" leaves the default.
-        const RowWords& first = rowWords_[rowsIn.front()];
-        if (first.count > 2 && first.word[2] != "-") {
-            double width = 0;
-            if (!ParseNumber(first.word[2], width)) {
-                Fail(itRows[rowsIn.front()].line, NoNumberReason(first.word[2]));
-                return Outcome::Failed;
-            }
-            if (width > 0) m.TransWidth = static_cast<float>(width);
-        }
-        if (allShaped && LeaveRowsAsText(itRows)) {
-            m.TransPoints = 0;
-        } else {
-            for (int i = 0; i < rows; ++i) {
-                const size_t r = rowsIn[static_cast<size_t>(i)];
-                RowWords& w = rowWords_[r];
-                if (w.shaped && !ReadRowValues(itRows[r].raw.data(), w.places, w.value)) {
-                    for (size_t f = 0; f < 2; ++f) w.number[f] = ParseNumber(w.word[f], w.value[f]);
-                }
-                for (size_t f = 0; f < 2; ++f) {
-                    if (!w.number[f]) {
-                        Fail(itRows[r].line, NoNumberReason(w.word[f]));
-                        return Outcome::Failed;
-                    }
-                }
-                const auto k = static_cast<size_t>(rows - 1 - i);
-                m.TransWave[k] = static_cast<float>(w.value[0] * 1000.0);
-                m.TransInternal[k] = static_cast<float>(w.value[1] * 100.0);
-            }
-        }
-    }
+    bool caseB = false;
+    if (!ReadRows(lines, rec, caseB)) return Outcome::Failed;
     // The total transmission takes the polynomial as it is stored, so it waits with the rest
     // of the transmission work until the glass leaves staging (FillTransTotals).
     rec.GeneralState.Ready = kTrue;
@@ -390,7 +450,7 @@ CImportZemaxAGF::Outcome CImportZemaxAGF::ReadRecord(const GlassLines& lines,
     rec.ThermalState.Ready = kTrue;
     rec.TransState.Ready = caseB ? kTrue : kFalse;
     rec.OtherState.Ready = g.Density != 0 ? kTrue : kFalse;
-    NormaliseRecord(rec);
+    NormaliseStatus(rec);  // the glass code waits for the leaving of staging
     return Outcome::Added;
 }
 
@@ -445,7 +505,6 @@ void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareN
         return;
     }
 
-    const auto lines = SplitTextLines(text);
     // Every glass is read into one full record, kept from glass to glass, and staged from
     // there.
     const auto work = std::make_unique<MaterialRecord>();
@@ -481,17 +540,38 @@ void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareN
 
     // A line is split into words only when its words are used; the keyword is found on its
     // own. A keyword line is split into `tokens`, whose words then change places with the
-    // ones its keeper held before, so that no word list is copied.
+    // ones its keeper held before, so that no word list is copied. `last` is the line a line
+    // of bare numbers continues: a keyed line, or the last row of the run (lastInRun).
     std::vector<std::string_view> tokens;
+    bool lastInRun = false;
+    auto setLast = [&](Keyed* target) {
+        last = target;
+        lastInRun = false;
+    };
     auto keyed = [&](Keyed& target, std::string_view line, size_t lineNumber) {
         SplitBlanks(line, tokens);
         std::swap(target.tokens, tokens);
         target.line = lineNumber;
         target.present = true;
-        last = &target;
+        setLast(&target);
     };
-    for (size_t ln = 0; ln < lines.size() && !failed; ++ln) {
-        const std::string_view line = lines[ln];
+    size_t at = 0;
+    for (size_t ln = 1; at < total && !failed; ++ln) {
+        // An IT row of the learned layout is taken whole, its end known from its layout.
+        if (inGlass) {
+            if (const size_t next = TakeLayoutRow(text, at, ln, glass); next != 0) {
+                at = next;
+                if (glass.run.count > 0) {
+                    lastInRun = true;
+                } else {
+                    setLast(&glass.it[glass.itCount - 1]);
+                }
+                continue;
+            }
+        }
+        const size_t end = LineEnd(text, at);
+        const std::string_view line(text.data() + at, end - at);
+        at = NextLineStart(text, end);
         const std::string_view key = KeyOf(line);
         if (key.empty()) continue;
         if (key == "NM") {
@@ -501,7 +581,7 @@ void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareN
             }
             glass.Reset();
             inGlass = true;
-            keyed(glass.nm, line, ln + 1);
+            keyed(glass.nm, line, ln);
             if (options_.progress) {
                 const auto done = static_cast<size_t>(line.data() - text.data());
                 if (done - lastReport > 65536) {
@@ -513,25 +593,24 @@ void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareN
         }
         if (!inGlass) continue;
         if (key == "IT") {
-            if (glass.itCount == glass.it.size()) glass.it.emplace_back();
-            Keyed& row = glass.it[glass.itCount++];
-            row.tokens.clear();
-            row.raw = line;
-            row.line = ln + 1;
-            row.present = true;
-            last = &row;
+            if (glass.run.count > 0) glass.RowsOfRun(text, layout_.size());
+            setLast(&glass.AddRow(line, ln));
         } else if (key == "ED") {
-            keyed(glass.ed, line, ln + 1);
+            keyed(glass.ed, line, ln);
         } else if (key == "CD") {
-            keyed(glass.cd, line, ln + 1);
+            keyed(glass.cd, line, ln);
         } else if (key == "TD") {
-            keyed(glass.td, line, ln + 1);
+            keyed(glass.td, line, ln);
         } else if (key == "OD") {
-            keyed(glass.od, line, ln + 1);
+            keyed(glass.od, line, ln);
         } else if (key == "LD") {
-            keyed(glass.ld, line, ln + 1);
+            keyed(glass.ld, line, ln);
         } else if (double v = 0; ParseNumber(key, v)) {
             // A bare number line continues the keyword line before it.
+            if (lastInRun) {
+                glass.RowsOfRun(text, layout_.size());
+                setLast(&glass.it[glass.itCount - 1]);
+            }
             if (last) {
                 if (!last->raw.empty()) {
                     SplitBlanks(last->raw, last->tokens);
@@ -541,7 +620,7 @@ void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareN
                 last->tokens.insert(last->tokens.end(), tokens.begin(), tokens.end());
             }
         } else {
-            last = nullptr;  // GC, MD, BD, comments and anything unknown
+            setLast(nullptr);  // GC, MD, BD, comments and anything unknown
         }
     }
     if (!failed && !finishGlass()) failed = true;

@@ -76,14 +76,33 @@ class CImportZemaxAGF {
     // Leaves rows of the learned layout in the file's text for the glass read (rowText_),
     // when they follow each other at even steps and always read as numbers.
     bool LeaveRowsAsText(std::span<const Keyed> rows);
+    // IT rows of the learned layout, taken line after line as the file is read, each
+    // surely read as numbers.
+    struct RowRun {
+        size_t first = 0;   // where the first row starts in the text
+        size_t stride = 0;  // from one row to the next
+        size_t count = 0;
+        size_t line = 0;  // the line of the first row
+    };
     // The lines of one glass. The storage is kept from glass to glass; only the first
-    // itCount entries of `it` belong to the present glass.
+    // itCount entries of `it` belong to the present glass. Its IT rows are either in `run`
+    // or in `it`, never in both.
     struct GlassLines {
         Keyed nm, ed, cd, td, od, ld;
         std::vector<Keyed> it;
         size_t itCount = 0;
+        RowRun run;
         void Reset();
+        Keyed& AddRow(std::string_view raw, size_t line);
+        // Moves the rows of `run` into `it`.
+        void RowsOfRun(std::string_view text, size_t rowSize);
     };
+    // Takes the line at `at` of text, line number `line`, into the glass when it is an IT row
+    // of the learned layout that surely reads as numbers; returns where the next line starts,
+    // or 0 when the line is not such a row.
+    size_t TakeLayoutRow(std::string_view text, size_t at, size_t line, GlassLines& glass);
+    // The transmission rows of a glass into rec; caseB: it has rows that carry data.
+    bool ReadRows(const GlassLines& lines, MaterialRecord& rec, bool& caseB);
     enum class Outcome { Added, Skipped, Failed };
     struct SourceField {
         FixedText<30> field;

@@ -38,6 +38,7 @@ class RowLayout {
     // their count. Its two numbers are read by ReadRowValues from places().
     bool Matches(std::string_view line, std::string_view (&words)[3], size_t& count) const;
     const RowPlaces& places() const { return places_; }
+    size_t size() const { return size_; }  // 0 when nothing is learned
     void Forget() { size_ = 0; }
 
   private:

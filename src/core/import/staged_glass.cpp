@@ -129,6 +129,7 @@ StagedGlass StageCatalogueRecord(const MaterialRecord& rec, bool totalsPending) 
     }
     s.tablesPending = true;
     s.totalsPending = totalsPending;
+    s.codePending = rec.IndexState.Ready != kFalse;
     return s;
 }
 
@@ -152,6 +153,7 @@ void RecordAsRead(const StagedGlass& s, MaterialRecord& rec) {
     }
     ClearMaterialRecord(rec);
     PutCompact(s, rec);
+    if (s.codePending) UpdateGlassCode(rec);
     if (s.totalsPending) FillTransTotals(rec);
 }
 

@@ -62,6 +62,8 @@ struct StagedGlass {
     // and the total transmission of the rows to FillTransTotals.
     bool tablesPending = false;
     bool totalsPending = false;
+    // The glass code is still to be derived from the polynomial (the index section is ready).
+    bool codePending = false;
     // A record read whole; its compact figures above are copies, but for Source, which the
     // staging list may change.
     std::shared_ptr<const MaterialRecord> whole;
@@ -77,7 +79,8 @@ struct StagedGlass {
 // has it, so that one work record serves glass after glass.
 void ClearStagedFields(MaterialRecord& rec);
 // The compact form of a record a catalogue reader made, its transmission tables still to be
-// finished. totalsPending: the total transmission of its rows is still to be worked out.
+// finished, and its glass code still to be derived where its index section is ready.
+// totalsPending: the total transmission of its rows is still to be worked out.
 StagedGlass StageCatalogueRecord(const MaterialRecord& rec, bool totalsPending);
 // A record read whole.
 StagedGlass StageWholeRecord(MaterialRecord rec);

@@ -8,11 +8,15 @@
 
 namespace ostrel {
 
-void NormaliseRecord(MaterialRecord& rec) {
+void NormaliseStatus(MaterialRecord& rec) {
     const std::string status = UpperAscii(rec.Other.Status.Text());
     if (status != "A" && status != "E" && status != "R" && status != "0") {
         rec.Other.Status.Set("A");
     }
+}
+
+void NormaliseRecord(MaterialRecord& rec) {
+    NormaliseStatus(rec);
     if (rec.IndexState.Ready != kFalse) UpdateGlassCode(rec);
 }
 

@@ -13,6 +13,8 @@ namespace ostrel {
 // Status of a record is one of "A", "E", "R", "0" (trimmed, any case); anything else is set
 // to "A". With the index section ready the glass code is derived again.
 void NormaliseRecord(MaterialRecord& rec);
+// The status part alone, for a record whose glass code is derived later.
+void NormaliseStatus(MaterialRecord& rec);
 
 // The sections not ready, as "General Index Trans dn/dt Other" with the ready ones left
 // out; empty when all five are ready.
