@@ -73,6 +73,50 @@ TEST(AgfImport, WrappedAndEmptyRows) {
     EXPECT_EQ(m.TransInternal[0], 90.0f);
 }
 
+// Rows of the layout learned from an earlier glass are taken as the file is read; however
+// they are arranged (line ends of either kind, a blank line, a wrapped row, a row of another
+// layout among them), the glass holds the rows the general reading gives.
+TEST(AgfImport, RowsTakenByTheirLayoutReadAsAnyOthers) {
+    const std::string head = "NM G 1 0 1.5 60 0 1\nCD 2.27 -0.0101 0.0106 0.00017 -2e-6 1e-6\n";
+    const std::string teacher = head + "IT 3.00000E-01 5.00000E-01 2.50000E+01\n";
+    const Strings rows = {
+        "IT 3.50000E-01 7.80000E-01 2.50000E+01", "IT 4.00000E-01 9.10000E-01 2.50000E+01",
+        "IT 5.00000E-01 9.90000E-01 2.50000E+01", "IT 1.06000E+00 9.99000E-01 2.50000E+01"};
+    const struct {
+        const char* what;
+        std::string glass;
+    } cases[] = {
+        {"line feeds", rows[0] + "\n" + rows[1] + "\n" + rows[2] + "\n" + rows[3] + "\n"},
+        {"CR LF", rows[0] + "\r\n" + rows[1] + "\r\n" + rows[2] + "\r\n" + rows[3] + "\r\n"},
+        {"mixed ends", rows[0] + "\n" + rows[1] + "\r\n" + rows[2] + "\n" + rows[3]},
+        {"blank line", rows[0] + "\n" + rows[1] + "\n\n" + rows[2] + "\n" + rows[3] + "\n"},
+        {"wrapped", rows[0] + "\n" + rows[1] + "\n 7\n" + rows[2] + "\n" + rows[3] + "\n"},
+        {"other layout", rows[0] + "\nIT 0.4 0.91 25\n" + rows[2] + "\n" + rows[3] + "\n"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        const Staged r = ReadAgfText(teacher + head + c.glass);
+        ASSERT_EQ(r.count, 2) << r.errorText;
+        const auto& m = r.recs[1].Measured;
+        ASSERT_EQ(m.TransPoints, 4);
+        EXPECT_EQ(m.TransWidth, 25.0f);
+        for (size_t i = 0; i < rows.size(); ++i) {
+            const size_t k = rows.size() - 1 - i;  // the last row is stored first
+            EXPECT_EQ(m.TransWave[k], static_cast<float>(std::stod(rows[i].substr(3)) * 1000.0));
+            EXPECT_EQ(m.TransInternal[k],
+                      static_cast<float>(std::stod(rows[i].substr(15)) * 100.0));
+        }
+    }
+    // 151 rows: the line of the one too many is named.
+    std::string many = teacher + head;
+    for (int i = 0; i < 151; ++i) many += rows[1] + "\n";
+    const Staged r = ReadAgfText(many);
+    EXPECT_EQ(r.count, 1);
+    EXPECT_NE(r.errorText.find("line 156, glass G: more than 150 transmission rows"),
+              std::string::npos)
+        << r.errorText;
+}
+
 // A row read by the layout of the row before gives what the general reading of its words
 // gives; a row of another layout is left to that reading. Rows whose exponents may leave the
 // range of a double are not surely read.
