@@ -193,11 +193,10 @@ size_t LineEnd(std::string_view text, size_t from) {
     return n;
 }
 
-bool ParseNumber(std::string_view token, double& value) {
+bool ParseNumberInFull(std::string_view token, double& value) {
     auto blank = [](char c) { return c == ' ' || c == '\t'; };
     if (token.empty()) return false;
     std::string_view t = token;
-    // A word of a split line has no blanks at its ends; any other text is trimmed.
     if (blank(t.front()) || blank(t.back())) {
         size_t b = 0, e = t.size();
         while (b < e && blank(t[b])) ++b;
