@@ -67,10 +67,7 @@ size_t CImportZemaxAGF::TakeLayoutRow(std::string_view text, size_t at, size_t l
     if (size == 0 || at + size > text.size()) return 0;
     if (at + size < text.size() && text[at + size] != '\r' && text[at + size] != '\n') return 0;
     const std::string_view row = text.substr(at, size);
-    std::string_view words[3];
-    size_t count = 0;
-    if (!layout_.Matches(row, words, count) || !RowValuesSurelyRead(row.data(), layout_.places()))
-        return 0;
+    if (!layout_.Fits(row.data())) return 0;
     RowRun& run = glass.run;
     if (run.count == 0 && glass.itCount == 0) {
         run = {at, 0, 1, line};
@@ -106,7 +103,7 @@ void CImportZemaxAGF::ReadRowWords(const Keyed& row, RowWords& out) {
 }
 
 bool CImportZemaxAGF::LeaveRowsAsText(std::span<const Keyed> rows) {
-    // Rows of one layout that surely read as numbers have nothing left to find wrong in
+    // Rows of the learned layout always read as numbers, so nothing is left to find wrong in
     // them; kept in the text at even steps, they are read when the glass leaves staging.
     if (!text_ || rows.empty()) return false;
     const RowPlaces& places = layout_.places();
@@ -115,7 +112,7 @@ bool CImportZemaxAGF::LeaveRowsAsText(std::span<const Keyed> rows) {
     const size_t stride = rows.size() > 1 ? static_cast<size_t>(rows[1].raw.data() - first) : 0;
     for (size_t r = 0; r < rows.size(); ++r) {
         const char* const row = rows[r].raw.data();
-        if (row != first + r * stride || !RowValuesSurelyRead(row, places)) return false;
+        if (row != first + r * stride) return false;
     }
     rowText_ = {text_, static_cast<size_t>(first - base), stride, rows.size(), places};
     return true;
@@ -219,9 +216,7 @@ bool CImportZemaxAGF::ReadRows(const GlassLines& lines, MaterialRecord& rec, boo
     for (int i = 0; i < rows; ++i) {
         const size_t r = rowsIn[static_cast<size_t>(i)];
         RowWords& w = rowWords_[r];
-        if (w.shaped && !ReadRowValues(itRows[r].raw.data(), w.places, w.value)) {
-            for (size_t f = 0; f < 2; ++f) w.number[f] = ParseNumber(w.word[f], w.value[f]);
-        }
+        if (w.shaped) ReadRowValues(itRows[r].raw.data(), w.places, w.value);
         for (size_t f = 0; f < 2; ++f) {
             if (!w.number[f]) return Fail(itRows[r].line, NoNumberReason(w.word[f]));
         }

@@ -76,8 +76,7 @@ class CImportZemaxAGF {
     // Leaves rows of the learned layout in the file's text for the glass read (rowText_),
     // when they follow each other at even steps and always read as numbers.
     bool LeaveRowsAsText(std::span<const Keyed> rows);
-    // IT rows of the learned layout, taken line after line as the file is read, each
-    // surely read as numbers.
+    // IT rows of the learned layout, taken line after line as the file is read.
     struct RowRun {
         size_t first = 0;   // where the first row starts in the text
         size_t stride = 0;  // from one row to the next
@@ -98,7 +97,7 @@ class CImportZemaxAGF {
         void RowsOfRun(std::string_view text, size_t rowSize);
     };
     // Takes the line at `at` of text, line number `line`, into the glass when it is an IT row
-    // of the learned layout that surely reads as numbers; returns where the next line starts,
+    // of the learned layout; returns where the next line starts,
     // or 0 when the line is not such a row.
     size_t TakeLayoutRow(std::string_view text, size_t at, size_t line, GlassLines& glass);
     // The transmission rows of a glass into rec; caseB: it has rows that carry data.

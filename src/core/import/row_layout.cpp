@@ -16,12 +16,6 @@ bool IsDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
-// A row's byte as its layout sees it.
-char ShapeOf(char c) {
-    if (IsDigit(c)) return '0';
-    return c == '-' ? '+' : c;
-}
-
 // The fraction and exponent digit counts of a word "d.ddddE-dd" with 1-7 fraction digits
 // and 1-3 exponent digits; false for any other word.
 bool ScientificShape(std::string_view w, int& fraction, int& expDigits) {
@@ -39,7 +33,7 @@ bool ScientificShape(std::string_view w, int& fraction, int& expDigits) {
 }  // namespace
 
 bool RowLayout::Learn(std::string_view line, const std::string_view* words, size_t count) {
-    if (line.size() < 16 || line.size() >= shape_.size() || count < 3) return false;
+    if (line.size() < 16 || line.size() >= want_.size() || count < 3) return false;
     RowPlaces places;
     for (size_t k = 0; k < 2; ++k) {
         const std::string_view w = words[k + 1];
@@ -56,7 +50,29 @@ bool RowLayout::Learn(std::string_view line, const std::string_view* words, size
         wordAt_[k] = static_cast<uint8_t>(words[k + 1].data() - line.data());
         wordSize_[k] = static_cast<uint8_t>(words[k + 1].size());
     }
-    std::transform(line.begin(), line.end(), shape_.begin(), ShapeOf);
+    std::array<uint8_t, 64> want{}, limit{}, odd{};
+    for (size_t i = 0; i < line.size(); ++i) {
+        const char c = line[i];
+        if (IsDigit(c)) {
+            want[i] = '0';
+            limit[i] = 9;
+        } else if (c == '+' || c == '-') {
+            want[i] = '+';
+            limit[i] = 2;
+            odd[i] = 1;
+        } else {
+            want[i] = static_cast<uint8_t>(c);
+        }
+    }
+    for (const RowPlaces::Number& n : places.numbers) {
+        if (n.expDigits < 3) continue;
+        const size_t lead = n.at + n.fraction + 4u;
+        if (line[lead] != '0') return false;
+        limit[lead] = 0;
+    }
+    want_ = want;
+    limit_ = limit;
+    odd_ = odd;
     places_ = places;
     size_ = line.size();
     return true;
@@ -75,47 +91,34 @@ bool ReadRowValues(const char* row, const RowPlaces& places, double (&values)[2]
     return true;
 }
 
-bool RowValuesSurelyRead(const char* row, const RowPlaces& places) {
-    // Exponents of up to two digits, or of three with a leading zero, are below 100, and
-    // any such number is read.
-    for (const RowPlaces::Number& n : places.numbers) {
-        if (n.expDigits == 3 && row[n.at + n.fraction + 4] != '0') return false;
+bool RowLayout::Fits(const char* row) const {
+    if (size_ == 0) return false;
+#if defined(__SSE2__)
+    // Sixteen bytes at a time, the last block ending with the row; a byte that does not fit
+    // leaves a bit in `bad`.
+    __m128i bad = _mm_setzero_si128();
+    auto add = [&](size_t at) {
+        auto load = [](const void* p) { return _mm_loadu_si128(static_cast<const __m128i*>(p)); };
+        const __m128i d = _mm_sub_epi8(load(row + at), load(&want_[at]));
+        bad = _mm_or_si128(bad, _mm_or_si128(_mm_subs_epu8(d, load(&limit_[at])),
+                                             _mm_and_si128(d, load(&odd_[at]))));
+    };
+    size_t at = 0;
+    for (; at + 16 <= size_; at += 16) add(at);
+    if (at < size_) add(size_ - 16);
+    return _mm_movemask_epi8(_mm_cmpeq_epi8(bad, _mm_setzero_si128())) == 0xFFFF;
+#else
+    for (size_t i = 0; i < size_; ++i) {
+        const auto d = static_cast<uint8_t>(static_cast<uint8_t>(row[i]) - want_[i]);
+        if (d > limit_[i] || (d & odd_[i]) != 0) return false;
     }
     return true;
+#endif
 }
 
 bool RowLayout::Matches(std::string_view line, std::string_view (&words)[3], size_t& count) const {
-    if (size_ == 0 || line.size() != size_) return false;
+    if (size_ == 0 || line.size() != size_ || !Fits(line.data())) return false;
     const char* const p = line.data();
-#if defined(__SSE2__)
-    // Sixteen bytes at a time, the last block ending with the line: digits to '0', '-' to
-    // '+', then compared with the layout.
-    const __m128i belowZero = _mm_set1_epi8('0' - 1);
-    const __m128i aboveNine = _mm_set1_epi8('9' + 1);
-    const __m128i zero = _mm_set1_epi8('0');
-    const __m128i minus = _mm_set1_epi8('-');
-    const __m128i plus = _mm_set1_epi8('+');
-    auto same = [&](size_t at) {
-        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + at));
-        const __m128i digit =
-            _mm_and_si128(_mm_cmpgt_epi8(v, belowZero), _mm_cmplt_epi8(v, aboveNine));
-        const __m128i sign = _mm_cmpeq_epi8(v, minus);
-        __m128i shape =
-            _mm_or_si128(_mm_andnot_si128(_mm_or_si128(digit, sign), v),
-                         _mm_or_si128(_mm_and_si128(digit, zero), _mm_and_si128(sign, plus)));
-        const __m128i want = _mm_loadu_si128(reinterpret_cast<const __m128i*>(&shape_[at]));
-        return _mm_movemask_epi8(_mm_cmpeq_epi8(shape, want)) == 0xFFFF;
-    };
-    size_t at = 0;
-    for (; at + 16 <= size_; at += 16) {
-        if (!same(at)) return false;
-    }
-    if (at < size_ && !same(size_ - 16)) return false;
-#else
-    for (size_t i = 0; i < size_; ++i) {
-        if (ShapeOf(p[i]) != shape_[i]) return false;
-    }
-#endif
     count = count_;
     for (size_t k = 0; k < count_; ++k) words[k] = std::string_view(p + wordAt_[k], wordSize_[k]);
     return true;

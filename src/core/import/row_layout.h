@@ -3,7 +3,8 @@
 // form "d.ddddE-dd" ("IT 1.00000E+00 8.62979E-01 1.00000E+01"). The rows of one file mostly
 // share one layout byte for byte, but for their digits and the signs of their exponents; a
 // row that has the layout learned is read by the places of its digits alone, to the values
-// and words the general reading gives.
+// and words the general reading gives. Exponents of three digits start with 0 in a layout,
+// so that its rows always read as numbers.
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -23,10 +24,8 @@ struct RowPlaces {
 };
 
 // The two numbers of a row whose layout has these places, as the general reading gives
-// them; false when one is out of the range of a double.
+// them. A row of a learned layout always reads.
 bool ReadRowValues(const char* row, const RowPlaces& places, double (&values)[2]);
-// Whether ReadRowValues surely reads the row: its exponents are below 100.
-bool RowValuesSurelyRead(const char* row, const RowPlaces& places);
 
 class RowLayout {
   public:
@@ -37,14 +36,17 @@ class RowLayout {
     // Whether line has the learned layout; if so, up to three words after the keyword and
     // their count. Its two numbers are read by ReadRowValues from places().
     bool Matches(std::string_view line, std::string_view (&words)[3], size_t& count) const;
+    // Whether the size() bytes at row have the learned layout.
+    bool Fits(const char* row) const;
     const RowPlaces& places() const { return places_; }
     size_t size() const { return size_; }  // 0 when nothing is learned
     void Forget() { size_ = 0; }
 
   private:
-    // The bytes a row of this layout has: digits read as '0', signs as '+'. Lines of 16 to
-    // 63 bytes.
-    std::array<char, 64> shape_{};
+    // A byte of a row fits where, taken less want_, it is at most limit_ and even where odd_
+    // is 1: the byte itself (limit 0), a digit (want '0', limit 9) or a sign (want '+',
+    // limit 2, odd 1). Lines of 16 to 63 bytes.
+    std::array<uint8_t, 64> want_{}, limit_{}, odd_{};
     size_t size_ = 0;  // 0: nothing learned
     RowPlaces places_;
     uint8_t wordAt_[3] = {0, 0, 0};
