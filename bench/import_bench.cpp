@@ -4,6 +4,7 @@
 // with its transmission tables, derived data and glass code). Each benchmark reports the
 // peak memory of its own runs.
 #include <benchmark/benchmark.h>
+#include <malloc.h>
 
 #include <cstdio>
 #include <filesystem>
@@ -52,8 +53,10 @@ std::vector<fs::path> Catalogues() {
 }
 
 // The peak resident memory of the process from the last PeakReset on, in MB (the kernel's
-// high-water mark, which writing 5 to clear_refs brings down to the present size).
+// high-water mark, which writing 5 to clear_refs brings down to the present size). Memory a
+// benchmark before has freed is first given back, so that it does not count.
 void PeakReset() {
+    malloc_trim(0);
     std::ofstream("/proc/self/clear_refs") << "5";
 }
 double PeakMegabytes() {
