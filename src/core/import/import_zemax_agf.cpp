@@ -490,9 +490,12 @@ void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareN
     }
     // The text stays with the glasses whose rows are left in it, not with the reader.
     struct ReleaseText {
-        std::shared_ptr<const std::string>& text;
-        ~ReleaseText() { text.reset(); }
-    } releaseText{text_};
+        CImportZemaxAGF& reader;
+        ~ReleaseText() {
+            reader.text_.reset();
+            reader.rowText_ = {};
+        }
+    } releaseText{*this};
     text_ = std::make_shared<const std::string>(DecodeTextFile(std::move(bytes)));
     const std::string& text = *text_;
     if (text.find_first_of("\r\n") == std::string::npos && text.size() >= 201) {
