@@ -7,6 +7,7 @@
 #include "core/import/import_old_files.h"
 #include "core/import/row_layout.h"
 #include "core/materialform/verification.h"
+#include "core/optics/glass_code.h"
 
 namespace ostrel::testing {
 namespace {
@@ -48,6 +49,11 @@ TEST(AgfImport, MoreThan41RowsAllKept) {
     const Staged r = ReadAgfText(text);
     ASSERT_EQ(r.count, 1);
     EXPECT_EQ(r.recs[0].Measured.TransPoints, 44);
+    // The glass code is the polynomial's, not the one the name line implies (500600).
+    MaterialRecord derived = r.recs[0];
+    UpdateGlassCode(derived);
+    EXPECT_NE(derived.General.GlassCode, 500600);
+    EXPECT_EQ(r.recs[0].General.GlassCode, derived.General.GlassCode);
     // The short tables span the band: its two ends and rows spread evenly between them.
     const auto& g = r.recs[0].General;
     EXPECT_NEAR(g.TransShortWave[0], 2450, 1e-3);
@@ -130,6 +136,7 @@ TEST(AgfImport, RowsOfOneLayout) {
         {"IT 3.00000E-01 4.40000E+00 1.00000E-01", true},  // exponent signs differ
         {"IT 3.00000E-01 4.4000xE+00 1.00000E-01", false},
         {"IT 3.00000E-01 4.40000e+00 1.00000E-01", false},
+        {"IT 3.00000E,01 4.40000E+00 1.00000E-01", false},  // a comma for a sign
         {"IT 3.00000E-01 4.40000E+00\t1.00000E-01", false},
         {"IT 3.00000E-01 4.40000E+00 1.00000E-01 ", false},
         {"IT -.00000E-01 4.40000E+00 1.00000E-01", false},
