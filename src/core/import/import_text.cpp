@@ -141,35 +141,11 @@ std::string DecodeTextFile(std::string&& bytes) {
 
 std::vector<std::string_view> SplitTextLines(std::string_view text) {
     std::vector<std::string_view> lines;
-    const char* const begin = text.data();
-    const size_t n = text.size();
-    size_t start = 0;  // start of the present line
-    // A line end at position at: CR LF counts once.
-    auto end = [&](size_t at) {
-        if (at < start) return;  // the LF of a CR LF already taken
-        lines.emplace_back(begin + start, at - start);
-        start = at + 1;
-        if (begin[at] == '\r' && start < n && begin[start] == '\n') ++start;
-    };
-    size_t i = 0;
-#if defined(__SSE2__)
-    // Sixteen bytes at a time: one bit per CR or LF.
-    const __m128i cr = _mm_set1_epi8('\r');
-    const __m128i lf = _mm_set1_epi8('\n');
-    for (; i + 16 <= n; i += 16) {
-        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(begin + i));
-        auto ends = static_cast<uint32_t>(
-            _mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(v, cr), _mm_cmpeq_epi8(v, lf))));
-        while (ends != 0) {
-            end(i + static_cast<size_t>(std::countr_zero(ends)));
-            ends &= ends - 1;
-        }
+    for (size_t at = 0; at < text.size();) {
+        const size_t end = LineEnd(text, at);
+        lines.push_back(text.substr(at, end - at));
+        at = NextLineStart(text, end);
     }
-#endif
-    for (; i < n; ++i) {
-        if (begin[i] == '\r' || begin[i] == '\n') end(i);
-    }
-    if (start < n) lines.emplace_back(begin + start, n - start);
     return lines;
 }
 
