@@ -84,9 +84,8 @@ size_t CImportZemaxAGF::TakeLayoutRow(std::string_view text, size_t at, size_t l
 
 void CImportZemaxAGF::ReadRowWords(const Keyed& row, RowWords& out) {
     // Rows mostly share the layout of the row before; one that does is read by it.
-    out.shaped = !row.raw.empty() && layout_.Matches(row.raw, out.word, out.count);
-    if (out.shaped) {
-        out.places = layout_.places();
+    if (!row.raw.empty() && layout_.Matches(row.raw, out.word, out.count)) {
+        ReadRowValues(row.raw.data(), layout_.places(), out.value);
         out.number[0] = out.number[1] = true;
         return;
     }
@@ -100,22 +99,6 @@ void CImportZemaxAGF::ReadRowWords(const Keyed& row, RowWords& out) {
         if (f < 2) out.number[f] = ParseNumber(out.word[f], out.value[f]);
     }
     if (!row.raw.empty()) layout_.Learn(row.raw, all.data(), all.size());
-}
-
-bool CImportZemaxAGF::LeaveRowsAsText(std::span<const Keyed> rows) {
-    // Rows of the learned layout always read as numbers, so nothing is left to find wrong in
-    // them; kept in the text at even steps, they are read when the glass leaves staging.
-    if (!text_ || rows.empty()) return false;
-    const RowPlaces& places = layout_.places();
-    const char* const base = text_->data();
-    const char* const first = rows.front().raw.data();
-    const size_t stride = rows.size() > 1 ? static_cast<size_t>(rows[1].raw.data() - first) : 0;
-    for (size_t r = 0; r < rows.size(); ++r) {
-        const char* const row = rows[r].raw.data();
-        if (row != first + r * stride) return false;
-    }
-    rowText_ = {text_, static_cast<size_t>(first - base), stride, rows.size(), places};
-    return true;
 }
 
 bool CImportZemaxAGF::NumberOrBlank(std::string_view text, std::string& out) {
@@ -185,11 +168,9 @@ bool CImportZemaxAGF::ReadRows(const GlassLines& lines, MaterialRecord& rec, boo
     rowWords_.resize(itRows.size());
     std::vector<size_t>& rowsIn = rowsIn_;
     rowsIn.clear();
-    bool allShaped = true;
     for (size_t r = 0; r < itRows.size(); ++r) {
         RowWords& w = rowWords_[r];
         ReadRowWords(itRows[r], w);
-        allShaped = allShaped && w.shaped;
         if (w.count >= 2 && w.word[0] != "-" && w.word[1] != "-") rowsIn.push_back(r);
     }
     caseB = !rowsIn.empty();
@@ -207,16 +188,11 @@ bool CImportZemaxAGF::ReadRows(const GlassLines& lines, MaterialRecord& rec, boo
         return Fail(itRows[rowsIn[kMaxTransPoints]].line, "more than 150 transmission rows");
     }
     if (!width(rowWords_[rowsIn.front()], itRows[rowsIn.front()].line)) return false;
-    if (allShaped && LeaveRowsAsText(itRows)) {
-        m.TransPoints = 0;
-        return true;
-    }
     const auto rows = static_cast<int>(rowsIn.size());
     m.TransPoints = static_cast<int16_t>(rows);
     for (int i = 0; i < rows; ++i) {
         const size_t r = rowsIn[static_cast<size_t>(i)];
-        RowWords& w = rowWords_[r];
-        if (w.shaped) ReadRowValues(itRows[r].raw.data(), w.places, w.value);
+        const RowWords& w = rowWords_[r];
         for (size_t f = 0; f < 2; ++f) {
             if (!w.number[f]) return Fail(itRows[r].line, NoNumberReason(w.word[f]));
         }

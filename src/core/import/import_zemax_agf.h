@@ -4,7 +4,6 @@
 // lines carry nothing used here. A line of bare numbers continues the keyword line before
 // it (wrapped CD and TD values). The file may be UTF-8, Latin-1 or UTF-16 with its mark.
 #include <memory>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -63,19 +62,13 @@ class CImportZemaxAGF {
         bool present = false;
     };
     // The first three words after the keyword of an IT row, the first two read as numbers.
-    // A row of the learned layout has them read later, from `places`, when it must be.
     struct RowWords {
         std::string_view word[3];
         size_t count = 0;  // words after the keyword, at most 3 counted
         double value[2] = {0, 0};
         bool number[2] = {false, false};
-        bool shaped = false;
-        RowPlaces places;
     };
     void ReadRowWords(const Keyed& row, RowWords& out);
-    // Leaves rows of the learned layout in the file's text for the glass read (rowText_),
-    // when they follow each other at even steps and always read as numbers.
-    bool LeaveRowsAsText(std::span<const Keyed> rows);
     // IT rows of the learned layout, taken line after line as the file is read.
     struct RowRun {
         size_t first = 0;   // where the first row starts in the text

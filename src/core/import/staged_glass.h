@@ -45,7 +45,7 @@ struct StagedGlass {
     float TransWidth = 0;
     std::vector<TransRow> trans;
     // Or the rows still as the file's text has them, when they share one layout and follow
-    // each other at even steps: they are read when the glass leaves staging (a wavelength in
+    // each other line by line: they are read when the glass leaves staging (a wavelength in
     // um and an internal transmittance as a fraction each, the file's last row stored
     // first), their total transmission still to be worked out.
     struct RowText {
