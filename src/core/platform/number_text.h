@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "core/platform/quick_decimal.h"
+
 namespace ostrel {
 
 // Formats a value with a pattern of the kind "0.0000000", "0.0###", "0.0%", "0.000e+00",
@@ -23,14 +25,8 @@ std::string ShortestFloatText(float value);
 // prefix taken, anything else (or nothing) reads 0.
 double Val(std::string_view text);
 
-// Reads an unsigned decimal ("12", ".5", "3.2E-01") of the common catalogue form exactly,
-// as the standard reader rounds it; false (nothing decided) for anything else.
-inline bool QuickDecimal(std::string_view text, double& value);
-// Reads a number known to be of the form "d.ddddE-dd" with `fraction` digits after the point
-// (1-7) and `expDigits` digits in its exponent (1-3), at p, with eight bytes readable from
-// p + 2. The value is the one QuickDecimal gives; false when its power of ten is out of its
-// reach.
-inline bool ScientificOfShape(const char* p, int fraction, int expDigits, double& value);
+// QuickDecimal and ScientificOfShape, the quick reading of catalogue numbers, are in
+// quick_decimal.h.
 
 // True when the whole text (blanks around it aside) is a valid real number.
 bool IsValidNumber(std::string_view text);
@@ -51,5 +47,3 @@ int16_t CInt(double value);  // half to even, saturating at the 16-bit range
 int32_t CLng(double value);  // half to even, saturating at the 32-bit range
 
 }  // namespace ostrel
-
-#include "core/platform/quick_decimal.h"

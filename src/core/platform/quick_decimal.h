@@ -1,6 +1,6 @@
 #pragma once
 // The quick reading of the common catalogue numbers, kept inline so that readers which take
-// many numbers in a row need no call for each. number_text.h declares what it offers.
+// many numbers in a row need no call for each.
 #include <bit>
 #include <cstdint>
 #include <cstring>
@@ -156,6 +156,10 @@ inline bool ScientificWord(std::string_view t, double& v) {
 
 }  // namespace decimal_detail
 
+// Reads a number known to be of the form "d.ddddE-dd" with `fraction` digits after the point
+// (1-7) and `expDigits` digits in its exponent (1-3), at p, with eight bytes readable from
+// p + 2. The value is the one QuickDecimal gives; false when its power of ten is out of its
+// reach.
 inline bool ScientificOfShape(const char* p, int fraction, int expDigits, double& v) {
     uint64_t chunk = 0;
     std::memcpy(&chunk, p + 2, 8);
@@ -166,6 +170,8 @@ inline bool ScientificOfShape(const char* p, int fraction, int expDigits, double
     return decimal_detail::ScaledByExponent(mantissa, fraction, p + 2 + fraction, expDigits, v);
 }
 
+// Reads an unsigned decimal ("12", ".5", "3.2E-01") of the common catalogue form exactly,
+// as the standard reader rounds it; false (nothing decided) for anything else.
 inline bool QuickDecimal(std::string_view t, double& v) {
     // Words shorter than ten bytes have no room for the scientific form.
     return (t.size() >= 10 && decimal_detail::ScientificWord(t, v)) ||
