@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
+
+#include "core/platform/number_text.h"
 
 namespace ostrel {
 
@@ -15,15 +16,25 @@ double NiceStep(double span, int wanted) {
     return 10 * mag;
 }
 
+namespace {
+
+// The multiples of step within [lo, hi] (at most 200), each counted from zero rather than
+// added up, so that no rounding builds up along them and the one at zero is zero.
+std::vector<double> StepValues(double lo, double hi, double step) {
+    std::vector<double> values;
+    if (!(step > 0) || !(hi >= lo) || !std::isfinite(lo) || !std::isfinite(hi)) return values;
+    const double first = std::ceil(lo / step - 1e-9);
+    const double last = std::floor(hi / step + 1e-9);
+    if (!(last - first < 200)) return values;
+    for (double k = first; k <= last; ++k) values.push_back(k == 0 ? 0.0 : k * step);
+    return values;
+}
+
+}  // namespace
+
 std::vector<double> NiceTicks(double lo, double hi, int wanted) {
-    std::vector<double> ticks;
-    if (!(hi > lo) || wanted < 1 || !std::isfinite(lo) || !std::isfinite(hi)) return ticks;
-    const double step = NiceStep(hi - lo, wanted);
-    for (double t = std::ceil(lo / step) * step; t <= hi + step * 1e-9; t += step) {
-        ticks.push_back(std::abs(t) < step * 1e-9 ? 0.0 : t);
-        if (ticks.size() > 100) break;
-    }
-    return ticks;
+    if (!(hi > lo) || wanted < 1) return {};
+    return StepValues(lo, hi, NiceStep(hi - lo, wanted));
 }
 
 int StepDecimals(double step) {
@@ -32,18 +43,11 @@ int StepDecimals(double step) {
 }
 
 std::vector<StepTick> StepTicks(double lo, double hi, double step) {
-    std::vector<StepTick> ticks;
-    if (!(step > 0) || !(hi >= lo) || !std::isfinite(lo) || !std::isfinite(hi)) return ticks;
-    // Ticks are counted from zero, not added up, so that no rounding builds up along them.
-    const double first = std::ceil(lo / step - 1e-9);
-    const double last = std::floor(hi / step + 1e-9);
-    if (!(last - first < 200)) return ticks;
     const int decimals = StepDecimals(step);
-    for (double k = first; k <= last; ++k) {
-        const double value = k == 0 ? 0.0 : k * step;
-        char text[64];
-        std::snprintf(text, sizeof text, "%.*f", decimals, value);
-        ticks.push_back({value, text});
+    const std::string pattern = decimals == 0 ? "0" : "0." + std::string(decimals, '0');
+    std::vector<StepTick> ticks;
+    for (const double value : StepValues(lo, hi, step)) {
+        ticks.push_back({value, FormatNumber(value, pattern)});
     }
     return ticks;
 }

@@ -7,8 +7,8 @@ namespace ostrel {
 
 // A step of 1, 2 or 5 times a power of ten giving about `wanted` intervals over `span`.
 double NiceStep(double span, int wanted);
-// Tick positions from lo to hi at multiples of NiceStep(hi - lo, wanted); a tick that
-// lands within a trace of rounding of zero is zero.
+// Tick positions from lo to hi at multiples of NiceStep(hi - lo, wanted), as StepTicks
+// places them.
 std::vector<double> NiceTicks(double lo, double hi, int wanted);
 
 // A labelled tick.
