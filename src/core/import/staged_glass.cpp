@@ -71,7 +71,7 @@ void PutRowText(const StagedGlass::RowText& rows, MeasuredData& m) {
     for (size_t i = 0; i < rows.count; ++i) {
         const char* const row = rows.text->data() + rows.first + i * rows.stride;
         double values[2] = {0, 0};
-        ReadRowValues(row, rows.places, values);  // staged only when surely read
+        ReadRowValues(row, rows.places, values);  // a row of a layout always reads
         const size_t k = rows.count - 1 - i;
         m.TransWave[k] = static_cast<float>(values[0] * 1000.0);
         m.TransInternal[k] = static_cast<float>(values[1] * 100.0);
