@@ -62,19 +62,19 @@ bool SetSchottDndt(ThermalData& t, const double (&d)[6]) {
 }
 
 int PrintedDecimals(std::string_view text) {
-    const size_t e = text.find_first_of("eE");
-    const std::string_view mantissa = text.substr(0, e);
-    const size_t point = mantissa.find('.');
+    // One pass: the digits right after the point of the mantissa, then the exponent, which
+    // starts at the first letter e of the text.
+    const auto exponentLetter = [](char c) { return c == 'e' || c == 'E'; };
+    size_t i = 0;
+    while (i < text.size() && text[i] != '.' && !exponentLetter(text[i])) ++i;
     int decimals = 0;
-    if (point != std::string_view::npos) {
-        for (size_t i = point + 1;
-             i < mantissa.size() && std::isdigit(static_cast<unsigned char>(mantissa[i])); ++i) {
-            ++decimals;
-        }
+    if (i < text.size() && text[i] == '.') {
+        for (++i; i < text.size() && static_cast<unsigned>(text[i] - '0') < 10u; ++i) ++decimals;
+        while (i < text.size() && !exponentLetter(text[i])) ++i;
     }
-    if (e != std::string_view::npos) {
+    if (i < text.size()) {
         double exponent = 0;
-        if (ParseNumber(text.substr(e + 1), exponent)) {
+        if (ParseNumber(text.substr(i + 1), exponent)) {
             decimals -= static_cast<int>(std::clamp(exponent, -1000.0, 1000.0));  // any size
         }
     }

@@ -67,11 +67,8 @@ bool RefitToSchottFrom(MaterialRecord& rec, const IndexEvaluator& index, float& 
         work.IndexSquared[k] = n * n;
         work.IndexWeight[k] = 1.0f;
     }
-    int16_t coefficientCount = 0;
-    std::string constants;
     NamingDialogs named(dialogs, RefitFailedLine(g.GlassName.Text()));
-    if (FitSchott(coefficientCount, static_cast<int16_t>(points), constants, g.PolyCoef, work,
-                  named) != kTrue) {
+    if (FitSchottCoefficients(static_cast<int16_t>(points), g.PolyCoef, work, named) != kTrue) {
         return false;
     }
     meanError = static_cast<float>(std::sqrt(work.FitError / points));

@@ -32,8 +32,9 @@ std::string FailedFitMessage(const std::string& name) {
     return "Failed to fit " + name + " Polynomial\n" + kCheckDataLine;
 }
 
+// constantsText may be null where no one reads the text.
 int16_t FitLinear(const LinearForm& form, int16_t& coefficientCount, int16_t pointCount,
-                  std::string& constantsText, PolyCoefBlock& coef, MeasuredData& measured,
+                  std::string* constantsText, PolyCoefBlock& coef, MeasuredData& measured,
                   Dialogs& dialogs) {
     const int m = form.count;
     const std::span<const int> exponents(form.exponents.data(), static_cast<size_t>(m));
@@ -125,7 +126,7 @@ int16_t FitLinear(const LinearForm& form, int16_t& coefficientCount, int16_t poi
 
     coef.fill(0.0);
     std::copy_n(a.begin(), m, coef.begin());
-    form.constantsText(constantsText, coef);
+    if (constantsText != nullptr) form.constantsText(*constantsText, coef);
     return -1;
 }
 
@@ -156,19 +157,25 @@ void AppendLines(std::string& text, const char* title,
 
 int16_t FitCauchy(int16_t& coefficientCount, int16_t pointCount, std::string& constantsText,
                   PolyCoefBlock& coef, MeasuredData& measured, Dialogs& dialogs) {
-    return FitLinear(kCauchyForm, coefficientCount, pointCount, constantsText, coef, measured,
+    return FitLinear(kCauchyForm, coefficientCount, pointCount, &constantsText, coef, measured,
                      dialogs);
 }
 
 int16_t FitSchott(int16_t& coefficientCount, int16_t pointCount, std::string& constantsText,
                   PolyCoefBlock& coef, MeasuredData& measured, Dialogs& dialogs) {
-    return FitLinear(kSchottForm, coefficientCount, pointCount, constantsText, coef, measured,
+    return FitLinear(kSchottForm, coefficientCount, pointCount, &constantsText, coef, measured,
                      dialogs);
+}
+
+int16_t FitSchottCoefficients(int16_t pointCount, PolyCoefBlock& coef, MeasuredData& measured,
+                              Dialogs& dialogs) {
+    int16_t coefficientCount = 0;
+    return FitLinear(kSchottForm, coefficientCount, pointCount, nullptr, coef, measured, dialogs);
 }
 
 int16_t FitSchottPlus(int16_t& coefficientCount, int16_t pointCount, std::string& constantsText,
                       PolyCoefBlock& coef, MeasuredData& measured, Dialogs& dialogs) {
-    return FitLinear(kSchottPlusForm, coefficientCount, pointCount, constantsText, coef, measured,
+    return FitLinear(kSchottPlusForm, coefficientCount, pointCount, &constantsText, coef, measured,
                      dialogs);
 }
 

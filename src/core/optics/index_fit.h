@@ -29,6 +29,9 @@ int16_t FitCauchy(int16_t& coefficientCount, int16_t pointCount, std::string& co
                   PolyCoefBlock& coef, MeasuredData& measured, Dialogs& dialogs);
 int16_t FitSchott(int16_t& coefficientCount, int16_t pointCount, std::string& constantsText,
                   PolyCoefBlock& coef, MeasuredData& measured, Dialogs& dialogs);
+// The Schott fit without its constants text, for a refit that only keeps the coefficients.
+int16_t FitSchottCoefficients(int16_t pointCount, PolyCoefBlock& coef, MeasuredData& measured,
+                              Dialogs& dialogs);
 int16_t FitSchottPlus(int16_t& coefficientCount, int16_t pointCount, std::string& constantsText,
                       PolyCoefBlock& coef, MeasuredData& measured, Dialogs& dialogs);
 

@@ -268,8 +268,17 @@ TEST(OldFiles, GlsShortAndFull) {
 }
 
 TEST(PrintedDecimals, ExponentsOfAnySize) {
-    const std::pair<const char*, int> cases[] = {
-        {"1.5168", 4}, {"1.5E-2", 3}, {"1.5E+400000000000", 0}, {"1.5E-400000000000", 1001}};
+    const std::pair<const char*, int> cases[] = {{"1.5168", 4},
+                                                 {"1.5E-2", 3},
+                                                 {"1.5E+400000000000", 0},
+                                                 {"1.5E-400000000000", 1001},
+                                                 {"64.17", 2},
+                                                 {"7", 0},
+                                                 {"1.", 0},
+                                                 {"E-3", 3},
+                                                 {"2e-3.5", 3},
+                                                 {".25e1", 1},
+                                                 {"1.2x34E-2", 3}};
     for (const auto& [text, decimals] : cases) EXPECT_EQ(PrintedDecimals(text), decimals) << text;
 }
 
