@@ -136,7 +136,6 @@ bool CImportZemaxAGF::Fail(size_t line, const std::string& why) {
 bool CImportZemaxAGF::ReadRows(const GlassLines& lines, MaterialRecord& rec, bool& caseB) {
     auto& g = rec.General;
     auto& m = rec.Measured;
-    rowText_.count = 0;
     // The thickness of the first row gives the width; "-" leaves the default.
     auto width = [&](const RowWords& first, size_t line) {
         m.TransType = 2;
@@ -149,7 +148,8 @@ bool CImportZemaxAGF::ReadRows(const GlassLines& lines, MaterialRecord& rec, boo
         }
         return true;
     };
-    // Rows taken line after line by their layout as the file was read stay in its text.
+    // Rows taken line after line by their layout as the file was read stay in its text;
+    // the staged glass takes them from there (finishGlass in ReadFile).
     if (const RowRun& run = lines.run; run.count > 0) {
         caseB = true;
         if (run.count > static_cast<size_t>(kMaxTransPoints)) {
@@ -160,7 +160,6 @@ bool CImportZemaxAGF::ReadRows(const GlassLines& lines, MaterialRecord& rec, boo
                         first.count);
         if (!width(first, run.line)) return false;
         m.TransPoints = 0;
-        rowText_ = {text_, run.first, run.stride, run.count, layout_.places()};
         return true;
     }
     // Rows without a wavelength or a transmittance carry nothing and are left out.
@@ -467,10 +466,7 @@ void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareN
     // The text stays with the glasses whose rows are left in it, not with the reader.
     struct ReleaseText {
         CImportZemaxAGF& reader;
-        ~ReleaseText() {
-            reader.text_.reset();
-            reader.rowText_ = {};
-        }
+        ~ReleaseText() { reader.text_.reset(); }
     } releaseText{*this};
     text_ = std::make_shared<const std::string>(DecodeTextFile(std::move(bytes)));
     const std::string& text = *text_;
@@ -502,7 +498,10 @@ void CImportZemaxAGF::ReadFile(const std::string& path, const std::string& bareN
             ReadRecord(glass, source, glassKind, rec, refitted, meanError, stated);
         if (outcome == Outcome::Added) {
             records.push_back(StageCatalogueRecord(rec, true));
-            if (rowText_.count > 0) records.back().rowText = rowText_;
+            if (const RowRun& run = glass.run; run.count > 0) {
+                records.back().rowText = {text_, run.first, run.stride, run.count,
+                                          layout_.places()};
+            }
             refitErrors.push_back(refitted ? meanError : 0.0f);
             stated_.push_back(stated);
             if (refitted) ++refitCount;

@@ -116,10 +116,8 @@ class CImportZemaxAGF {
     std::vector<size_t> rowsIn_;
     std::vector<RowWords> rowWords_;
     RowLayout layout_;
-    // The text of the file being read, and the rows ReadRecord left in it for the glass it
-    // read (none when it read them itself).
+    // The text of the file being read, shared with the staged glasses whose rows stay in it.
     std::shared_ptr<const std::string> text_;
-    StagedGlass::RowText rowText_;
 };
 
 }  // namespace ostrel
