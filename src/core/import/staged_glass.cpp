@@ -129,7 +129,6 @@ StagedGlass StageCatalogueRecord(const MaterialRecord& rec, bool totalsPending) 
     }
     s.tablesPending = true;
     s.totalsPending = totalsPending;
-    s.codePending = rec.IndexState.Ready != kFalse;
     return s;
 }
 
@@ -153,7 +152,8 @@ void RecordAsRead(const StagedGlass& s, MaterialRecord& rec) {
     }
     ClearMaterialRecord(rec);
     PutCompact(s, rec);
-    if (s.codePending) UpdateGlassCode(rec);
+    // The readers leave the glass code of a glass with a ready index section to here.
+    if (rec.IndexState.Ready != kFalse) UpdateGlassCode(rec);
     if (s.totalsPending) FillTransTotals(rec);
 }
 

@@ -62,8 +62,6 @@ struct StagedGlass {
     // and the total transmission of the rows to FillTransTotals.
     bool tablesPending = false;
     bool totalsPending = false;
-    // The glass code is still to be derived from the polynomial (the index section is ready).
-    bool codePending = false;
     // A record read whole; its compact figures above are copies, but for Source, which the
     // staging list may change.
     std::shared_ptr<const MaterialRecord> whole;
