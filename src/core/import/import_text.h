@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "core/platform/number_text.h"
+#include "core/platform/quick_decimal.h"
 
 namespace ostrel {
 

@@ -7,7 +7,7 @@
 #endif
 
 #include "core/import/import_text.h"
-#include "core/platform/number_text.h"
+#include "core/platform/quick_decimal.h"
 
 namespace ostrel {
 namespace {

@@ -10,6 +10,8 @@
 #include <limits>
 #include <vector>
 
+#include "core/platform/quick_decimal.h"
+
 namespace ostrel {
 
 namespace {

@@ -6,8 +6,6 @@
 #include <string>
 #include <string_view>
 
-#include "core/platform/quick_decimal.h"
-
 namespace ostrel {
 
 // Formats a value with a pattern of the kind "0.0000000", "0.0###", "0.0%", "0.000e+00",
@@ -24,9 +22,6 @@ std::string ShortestFloatText(float value);
 // Reads a number the way a grid cell is read: leading blanks skipped, the longest numeric
 // prefix taken, anything else (or nothing) reads 0.
 double Val(std::string_view text);
-
-// QuickDecimal and ScientificOfShape, the quick reading of catalogue numbers, are in
-// quick_decimal.h.
 
 // True when the whole text (blanks around it aside) is a valid real number.
 bool IsValidNumber(std::string_view text);
